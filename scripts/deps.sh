@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, bench.
+# Installs what is missing; where it cannot, it names what is missing and fails.
+set -u
+
+declare -A packages
+packages[build]="g++ cmake ninja-build ccache pkg-config git
+    qtbase5-dev libqt5serialport5-dev
+    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libudev-dev
+    libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
+packages[run]="fonts-liberation fonts-noto-cjk xvfb xauth"
+packages[test]="xvfb x11-xserver-utils xdotool fonts-liberation fonts-noto-cjk python3
+    clang-format g++-mingw-w64-x86-64-posix"
+packages[lint]="clang-tidy"
+packages[bench]="libbenchmark-dev xvfb python3"
+
+wanted=()
+for group in "$@"; do
+    [ -n "${packages[$group]:-}" ] || { echo "deps.sh: no group '$group'" >&2; exit 2; }
+    # shellcheck disable=SC2206  # the list is split on purpose
+    wanted+=(${packages[$group]})
+done
+
+if ! command -v dpkg-query >/dev/null; then
+    echo "This is not a Debian or Ubuntu system. Install what corresponds to these packages:" >&2
+    printf '  %s\n' "${wanted[@]}" >&2
+    exit 1
+fi
+
+missing_packages() {
+    local have
+    have=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null |
+        awk '$2 == "installed" { print $1 }')
+    printf '%s\n' "${wanted[@]}" | sort -u | grep -vxF -f <(echo "$have")
+}
+
+missing=$(missing_packages)
+[ -z "$missing" ] && exit 0
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+    sudo="sudo"
+    # Without a terminal nobody can type a password, so it must work without one.
+    [ -t 0 ] || sudo="sudo -n"
+    command -v sudo >/dev/null || sudo="false"
+fi
+
+echo "Installing: $(echo "$missing" | tr '\n' ' ')"
+# shellcheck disable=SC2086  # word splitting is wanted
+{
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
+        $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
+} </dev/null >/dev/null || true
+
+missing=$(missing_packages)
+if [ -n "$missing" ]; then
+    echo "These packages are missing and could not be installed (no rights, no network, or no such package):" >&2
+    echo "$missing" | sed 's/^/  /' >&2
+    exit 1
+fi

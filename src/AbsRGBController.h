@@ -1,0 +1,78 @@
+#pragma once
+
+#include "controllers/ControlOptions.h"
+#include "controllers/LV_RGB.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QSharedPointer>
+#include <QTimer>
+#include <QVariant>
+
+/// One LED device, physical or virtual: its settings, their persistence, and the colour pipeline
+/// (brightness, gamma, enable gate) from an effect's colours to the transport of the subclass.
+/// Lives on the main thread. Repeats the last picture when nobody feeds it for 800 ms.
+class AbsRGBController : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AbsRGBController(QObject* parent = nullptr);
+    ~AbsRGBController() override;
+
+    const ControlOptions& options() const { return m_options; }
+
+    void setBrightness(float brightness);
+    void setEnable(bool enable);
+    void setInstallDirection(uint32_t dir);
+    void setKindName(const QString& kindName);
+    void setNbLeds(uint32_t nbLeds);
+    void setSubMode(const QString& subMode);
+    void setWorkMode(const QString& workMode);
+
+    /// Overlays the stored settings of this device; false when nothing is stored.
+    bool loadConfig();
+    void saveProperty(const QString& key, const QVariant& value);
+    void saveConfig();
+
+public slots:
+    /// Takes a complete picture, LED 0 first, and sends it through the pipeline.
+    virtual void update(QVector<LV_RGB> colors);
+
+public:
+    /// Sends one processed picture on the transport.
+    virtual void writeColors(const QVector<LV_RGB>& colors) = 0;
+    /// The LED count changed: adapt the transport.
+    virtual void rebuildHeader() = 0;
+
+signals:
+    void statusChanged(uint32_t status, QString description);
+    void kindNameChanged(QString kindName);
+    void enableChanged(bool enable);
+    void brightnessChanged(float brightness);
+    void gamaChanged(float gama);
+    void workModeChanged();
+    void subModeChanged(QString subMode);
+    void installDirectionChanged(uint32_t dir);
+    void devActionActived(int action);
+
+protected:
+    const QVector<LV_RGB>& blackColors() const { return m_blackColors; }
+
+    ControlOptions m_options;
+
+private slots:
+    void internalUpdate();
+    void onStrapColorOffsetParamChanged(QString key);
+
+private:
+    QTimer m_refreshTimer;
+    QVector<LV_RGB> m_rawColors;
+    QVector<LV_RGB> m_blackColors;
+    QElapsedTimer m_updateTimer;
+    qint64 m_updateMsSum = 0;
+    qint64 m_updateCount = 0;
+};
+
+using AbsRGBControllerPtr = QSharedPointer<AbsRGBController>;
+Q_DECLARE_METATYPE(AbsRGBControllerPtr)

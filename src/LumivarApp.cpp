@@ -1,0 +1,8 @@
+#include "LumivarApp.h"
+
+LumivarApp::LumivarApp(QObject* parent)
+    : QObject(parent)
+{
+}
+
+LumivarApp::~LumivarApp() = default;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "AbsRGBController.h"
+
+#include <QObject>
+#include <QtPlugin>
+
+/// Finds devices and hands over finished controllers. Also the interface of enumerator plug-ins, which may
+/// emit from any thread.
+class IDeviceEnumerator : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+signals:
+    void deviceEnabled(AbsRGBControllerPtr controller);
+};
+
+#define IDeviceEnumerator_iid "id.interface.DeviceManagerInterface"
+Q_DECLARE_INTERFACE(IDeviceEnumerator, IDeviceEnumerator_iid)

@@ -1,0 +1,64 @@
+#include "effects/AbsAnimatedEffect.h"
+
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QDebug>
+
+AbsAnimatedEffect::AbsAnimatedEffect(QObject* parent)
+    : IEffectWorker(parent)
+{
+}
+
+AbsAnimatedEffect::AbsAnimatedEffect(const EffectWorkerOptions& options, QObject* parent, bool autoStart)
+    : IEffectWorker(parent)
+    , m_effectOptions(options)
+    , m_updateInterval(
+          ConfigurationManager::instance()->appConfig(ConfigKeys::kDevUpdateIntervalMs.key).toInt(0))
+{
+    m_frameClock.start();
+    if (autoStart)
+        start();
+}
+
+AbsAnimatedEffect::~AbsAnimatedEffect()
+{
+    if (m_timer)
+        stop();
+}
+
+EffectWorkerOptions AbsAnimatedEffect::options()
+{
+    return m_effectOptions;
+}
+
+void AbsAnimatedEffect::start()
+{
+    if (m_timer)
+        stop();
+    m_frameClock.restart();
+    m_timer = new QTimer(this);
+    m_timer->setInterval(m_updateInterval);
+    m_timer->setTimerType(Qt::PreciseTimer);
+    connect(m_timer, &QTimer::timeout, this, &AbsAnimatedEffect::tick);
+    m_timer->start();
+    qDebug() << "[AbsAnimatedEffect]: The effect timer has been started, id:" << m_timer->timerId();
+}
+
+void AbsAnimatedEffect::stop()
+{
+    qDebug() << "[AbsAnimatedEffect]: The effect timer has been stopped, id:" << m_timer->timerId();
+    m_timer->stop();
+    m_timer->deleteLater();
+    m_timer = nullptr;
+}
+
+void AbsAnimatedEffect::tick()
+{
+    update(m_frameClock.restart() / 1000.0);
+}
+
+void AbsAnimatedEffect::onCtlDirChanged(uint32_t) {}
+void AbsAnimatedEffect::onCtlBrightnessChanged(float) {}
+void AbsAnimatedEffect::onCtlKindNameChanged(QString) {}
+void AbsAnimatedEffect::onCtlEnableChanged(bool) {}

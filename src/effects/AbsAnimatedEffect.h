@@ -1,0 +1,43 @@
+#pragma once
+
+#include "effects/IEffectWorker.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+/// A worker with a clock: `update` runs at a fixed interval with the time since the step before.
+class AbsAnimatedEffect : public IEffectWorker
+{
+    Q_OBJECT
+
+public:
+    /// Period of 33 ms, not started; the subclass keeps the options itself and calls start().
+    explicit AbsAnimatedEffect(QObject* parent);
+    /// Period from the configuration. With autoStart `update` is called before `load`.
+    AbsAnimatedEffect(const EffectWorkerOptions& options, QObject* parent, bool autoStart);
+    ~AbsAnimatedEffect() override;
+
+    EffectWorkerOptions options() override;
+
+    void start();
+    /// Only while started.
+    void stop();
+
+public slots:
+    void onCtlDirChanged(uint32_t dir) override;
+    void onCtlBrightnessChanged(float brightness) override;
+    void onCtlKindNameChanged(QString kindName) override;
+    void onCtlEnableChanged(bool enable) override;
+
+protected:
+    virtual void update(double seconds) = 0;
+
+    EffectWorkerOptions m_effectOptions;
+
+private:
+    void tick();
+
+    QTimer* m_timer = nullptr;
+    int m_updateInterval = 33;
+    QElapsedTimer m_frameClock;
+};

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QString>
+
+/// Every configuration key of the program with its type and default. No other file spells a key.
+namespace ConfigKeys {
+
+/// A key whose value has type T; `fallback` is used (and, for first-use keys, written) when it is absent.
+template <typename T>
+struct Setting
+{
+    const char* key;
+    T fallback;
+};
+
+// Application store.
+inline constexpr Setting<const char*> kLanguage{"language", ""};
+inline constexpr Setting<int> kDevUpdateIntervalMs{"devUpdateInterval", 80};
+inline constexpr Setting<int> kPixmapStreamReadIntervalMs{"pixmapStreamReadInterval", 80};
+inline constexpr Setting<double> kGama{"runtime.gama", 1.0};
+inline constexpr Setting<bool> kSingleControlMode{"runtime.singleControlMode", true};
+inline constexpr Setting<bool> kEnableMultiDeviceControlView{"runtime.enableMultiDeviceControlView", false};
+inline constexpr Setting<const char*> kCloseButtonAction{"runtime.closeButtonAction", ""};
+inline constexpr Setting<int> kPhyBtnAction{"runtime.phyBtnAction", 0};
+inline constexpr Setting<bool> kPhyBtnSingleCtrlMode{"runtime.phyBtnSingleCtrlMode", false};
+inline constexpr Setting<bool> kScreenSyncAdvancedMode{"runtime.isEnableScreenSyncAdvanedMode", false};
+inline constexpr Setting<bool> kScreenEditEnable{"runtime.screenEditEnable", false};
+inline constexpr Setting<bool> kScreenshotEnable{"runtime.screenshotEnable", false};
+inline constexpr Setting<bool> kLoopLogEnable{"runtime.loopLogEnable", false};
+inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDarkSide", false};
+
+// Application store, one key a device; the functions append the controller id.
+inline constexpr Setting<bool> kAutoWipeDarkSideOf{"runtime.screenSync.autoWipeDarkSide.", false};
+inline constexpr Setting<const char*> kSourceIndexOf{"runtime.screenSync.sourceIndex.", ""};
+inline QString autoWipeDarkSideKey(const QString& controllerId)
+{
+    return QLatin1String(kAutoWipeDarkSideOf.key) + controllerId;
+}
+inline QString sourceIndexKey(const QString& controllerId)
+{
+    return QLatin1String(kSourceIndexOf.key) + controllerId;
+}
+inline QString isMarqueeEffectKey(const QString& controllerId)
+{
+    return QStringLiteral("runtime.phyBtnStatus.%1.isMarqueeEffect").arg(controllerId);
+}
+inline QString disconnectionScheduleKey(const QString& controllerId)
+{
+    return QStringLiteral("devicesHistory.%1.disconnectionSchedule").arg(controllerId);
+}
+inline QString hotkeyBindingKey(const QString& actionId)
+{
+    return QStringLiteral("hotkeyBinding.%1").arg(actionId);
+}
+
+// Global store.
+inline constexpr Setting<bool> kCleanStartup{"cleanStartup", false};
+inline constexpr Setting<const char*> kLatestVersion{"latestVerion.version", ""};
+inline QString lastBindingKey(const QString& controllerId, const QString& groupId)
+{
+    return QStringLiteral("lastBinding.%1.%2").arg(controllerId, groupId);
+}
+
+// Controller store: members of a device's object. The defaults are those for a key that is missing on load.
+inline constexpr Setting<const char*> kKindName{"kindName", ""}; // absent: the model
+inline constexpr Setting<double> kBrightness{"brightness", 0.8};
+inline constexpr Setting<bool> kEnable{"enable", true};
+inline constexpr Setting<int> kInstallDirection{"installDirection", 0};
+inline constexpr Setting<const char*> kSubMode{"subMode", ""};
+inline constexpr Setting<const char*> kWorkMode{"workMode", ""};
+inline constexpr Setting<int> kNbLeds{"nbLeds", 0};
+inline constexpr Setting<int> kLedPerUnit{"ledPerUnit", 1};
+inline constexpr Setting<bool> kAdjustableLength{"adjustableLength", false};
+inline constexpr Setting<const char*> kUnavailableModes{"unavailable_modes", ""}; // an array, absent: empty
+
+// Effect store: keys below effect id and controller id.
+inline constexpr char kAllControllers[] = "__all__"; ///< pseudo controller id for data of all devices
+inline constexpr Setting<unsigned> kSingleColor{"color", 0xFF4F24D3u}; // 0xAARRGGBB
+inline constexpr Setting<double> kFlowingSpeed{"speed", 0.0};          // phase a step, 0.0 to 0.05
+inline constexpr Setting<int> kMarqueeSpeed{"speed", 45};
+inline constexpr Setting<int> kColorMapSpeed{"speed", 1};
+inline constexpr Setting<double> kBlurStrength{"blurStrength", 0.5};
+inline constexpr Setting<double> kSaturationStrength{"saturationStrength", 1.0};
+inline constexpr char kLedMap[] = "map"; ///< object with screenWidth, screenHeight, ledMap
+
+} // namespace ConfigKeys

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs all tests. Usage: ./test.sh [PRESET] [ctest arguments]
+# PRESET is dev (the default), asan or tsan.
+set -eu
+cd "$(dirname "$0")"
+preset=dev
+case "${1:-}" in dev | asan | tsan) preset=$1; shift ;; esac
+
+scripts/deps.sh build test
+scripts/build.sh "$preset"
+ctest --test-dir "build/$preset" --output-on-failure -j 2 "$@"
