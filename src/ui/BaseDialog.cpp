@@ -1,0 +1,63 @@
+#include "ui/BaseDialog.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOption>
+#include <QWindow>
+
+BaseDialog::BaseDialog(QWidget* parent)
+    : QDialog(parent, Qt::Window | Qt::FramelessWindowHint)
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+BaseDialog::~BaseDialog()
+{
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+void BaseDialog::setHeaderSize(int headerSize)
+{
+    if (m_headerSize == headerSize)
+        return;
+    m_headerSize = headerSize;
+    emit headerSizeChanged();
+}
+
+bool BaseDialog::isCaption(QPoint offset, int width, double headerSize)
+{
+    return offset.y() < headerSize && offset.x() < width - headerSize;
+}
+
+void BaseDialog::paintEvent(QPaintEvent*)
+{
+    // Without this a style sheet's background does not show on a subclass.
+    QStyleOption option;
+    option.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}
+
+void BaseDialog::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !isCaption(event->pos(), width(), m_headerSize))
+        return QDialog::mousePressEvent(event);
+    if (windowHandle() && windowHandle()->startSystemMove())
+        return;
+    m_dragging = true;
+    m_dragOffset = event->globalPos() - frameGeometry().topLeft();
+}
+
+void BaseDialog::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_dragging)
+        return QDialog::mouseMoveEvent(event);
+    move(event->globalPos() - m_dragOffset);
+}
+
+void BaseDialog::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_dragging = false;
+    QDialog::mouseReleaseEvent(event);
+}

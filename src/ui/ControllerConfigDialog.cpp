@@ -1,0 +1,134 @@
+#include "ui/ControllerConfigDialog.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int kMinLeds = 1;
+constexpr int kMaxLeds = 300;
+constexpr int kMargin = 24;
+} // namespace
+
+ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
+    : BaseDialog(parent)
+{
+    setWindowTitle(tr("灯带配置"));
+    setHeaderSize(40);
+    setMinimumWidth(420);
+
+    m_deviceNameLabel = new QLabel(this);
+    m_deviceNameLabel->setObjectName(QStringLiteral("deviceNameLabel"));
+    // The name is the user's own text: never markup, and never wider than the dialog.
+    m_deviceNameLabel->setTextFormat(Qt::PlainText);
+    m_deviceNameLabel->setWordWrap(true);
+    auto* help = new QLabel(tr("调整LED数量，使所有LED全部亮起。"), this);
+    help->setProperty("class", "hint");
+    help->setWordWrap(true);
+
+    auto* content = new QVBoxLayout;
+    content->setContentsMargins(kMargin, 8, kMargin, kMargin);
+    content->setSpacing(16);
+    content->addWidget(m_deviceNameLabel);
+    content->addWidget(makeCountRow());
+    content->addWidget(help);
+    content->addStretch();
+    content->addWidget(makeButtons());
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(makeHeader());
+    layout->addLayout(content);
+    m_nbLEDBox->setFocus();
+}
+
+QWidget* ControllerConfigDialog::makeHeader()
+{
+    auto* header = new QWidget(this);
+    header->setFixedHeight(headerSize());
+    auto* title = new QLabel(windowTitle(), header);
+    title->setProperty("class", "dialogTitle");
+    auto* close = new QToolButton(header);
+    close->setObjectName(QStringLiteral("toolButton"));
+    close->setProperty("class", "closeButton");
+    close->setText(QStringLiteral("✕"));
+    close->setAccessibleName(tr("取消"));
+    close->setFixedSize(headerSize(), headerSize());
+    close->setFocusPolicy(Qt::NoFocus);
+    connect(close, &QToolButton::clicked, this, &QDialog::reject);
+
+    auto* layout = new QHBoxLayout(header);
+    layout->setContentsMargins(kMargin, 0, 0, 0);
+    layout->addWidget(title);
+    layout->addStretch();
+    layout->addWidget(close);
+    return header;
+}
+
+QWidget* ControllerConfigDialog::makeCountRow()
+{
+    auto* row = new QWidget(this);
+    auto* totalLabel = new QLabel(tr("LED总数："), row);
+    totalLabel->setObjectName(QStringLiteral("totalLabel"));
+    m_nbLEDBox = new QSpinBox(row);
+    m_nbLEDBox->setObjectName(QStringLiteral("nbLEDBox"));
+    m_nbLEDBox->setRange(kMinLeds, kMaxLeds);
+    m_nbLEDBox->setValue(m_nbLed);
+    m_nbLEDBox->setMinimumWidth(120);
+    totalLabel->setBuddy(m_nbLEDBox);
+    connect(m_nbLEDBox, qOverload<int>(&QSpinBox::valueChanged), this, [this](int value) {
+        m_nbLed = value;
+        emit nbLEDChanged(value);
+    });
+
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(totalLabel);
+    layout->addStretch();
+    layout->addWidget(m_nbLEDBox);
+    return row;
+}
+
+QWidget* ControllerConfigDialog::makeButtons()
+{
+    auto* row = new QWidget(this);
+    auto* rejectBtn = new QPushButton(tr("取消"), row);
+    rejectBtn->setObjectName(QStringLiteral("rejectBtn"));
+    rejectBtn->setAutoDefault(false);
+    connect(rejectBtn, &QPushButton::clicked, this, &QDialog::reject);
+    auto* okBtn = new QPushButton(tr("确定"), row);
+    okBtn->setObjectName(QStringLiteral("okBtn"));
+    okBtn->setProperty("class", "Button1");
+    okBtn->setDefault(true);
+    connect(okBtn, &QPushButton::clicked, this, &QDialog::accept);
+
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
+    layout->addWidget(rejectBtn);
+    layout->addWidget(okBtn);
+    return row;
+}
+
+void ControllerConfigDialog::setNbLed(int nbLed)
+{
+    if (nbLed == m_nbLed)
+        return;
+    m_nbLed = nbLed;
+    {
+        const QSignalBlocker blocker(m_nbLEDBox);
+        m_nbLEDBox->setValue(nbLed);
+    }
+    emit nbLEDChanged(nbLed);
+}
+
+void ControllerConfigDialog::setDeviceName(const QString& deviceName)
+{
+    m_deviceName = deviceName;
+    m_deviceNameLabel->setText(deviceName);
+}
