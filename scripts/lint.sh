@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Runs clang-tidy with the settings of .clang-tidy. Usage: scripts/lint.sh [file.cpp ...], default: all sources
+set -eu
+cd "$(dirname "$0")/.."
+scripts/deps.sh build test lint
+scripts/build.sh dev
+if [ $# -eq 0 ]; then
+    mapfile -t files < <(git ls-files 'src/*.cpp' 'tools/*.cpp' 'plugins/*.cpp' 'tests/*.cpp' | grep -v '_win\.cpp$')
+    set -- "${files[@]}"
+fi
+printf '%s\0' "$@" | nice xargs -0 -P"$(nproc)" -n 4 clang-tidy --quiet -p build/dev 2>/dev/null
