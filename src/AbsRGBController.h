@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/ColorCurve.h"
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
 
@@ -44,6 +45,10 @@ public:
     virtual void writeColors(const QVector<LV_RGB>& colors) = 0;
     /// The LED count changed: adapt the transport.
     virtual void rebuildHeader() = 0;
+    /// Starts to switch the device off without waiting for it; the destructor waits. Call it on every
+    /// controller before destroying several, so that they go dark at the same time. Nothing is sent
+    /// afterwards.
+    virtual void beginRelease() {}
 
 signals:
     void statusChanged(uint32_t status, QString description);
@@ -66,9 +71,13 @@ private slots:
     void onStrapColorOffsetParamChanged(QString key);
 
 private:
+    /// Refresh warning and the average interval, for the loop log.
+    void reportPace(const QVector<LV_RGB>& out);
+
     QTimer m_refreshTimer;
     QVector<LV_RGB> m_rawColors;
     QVector<LV_RGB> m_blackColors;
+    ColorCurve m_curve;
     QElapsedTimer m_updateTimer;
     qint64 m_updateMsSum = 0;
     qint64 m_updateCount = 0;

@@ -1,0 +1,214 @@
+#include "AbsRGBController.h"
+
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <QJsonObject>
+
+namespace {
+
+constexpr int kRefreshMs = 800;
+constexpr qint64 kReportMs = 3000;
+constexpr int kMaxLeds = 0xFFFF; ///< what the devices' frames can state
+
+float configuredGama()
+{
+    const auto value = ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kGama.key));
+    return static_cast<float>(value.toDouble(ConfigKeys::kGama.fallback));
+}
+
+template <typename T>
+QJsonValue member(const QJsonObject& object, const ConfigKeys::Setting<T>& setting)
+{
+    return object.value(QLatin1String(setting.key));
+}
+
+} // namespace
+
+AbsRGBController::AbsRGBController(QObject* parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<QVector<QVector<LV_RGB>>>("QVector<QVector<LV_RGB>>");
+    qRegisterMetaType<QVector<LV_RGB>>("QVector<LV_RGB>");
+    qRegisterMetaType<uint32_t>("uint32_t");
+    connect(&m_refreshTimer, &QTimer::timeout, this, &AbsRGBController::internalUpdate);
+    m_refreshTimer.setInterval(kRefreshMs);
+    m_refreshTimer.start();
+    m_updateTimer.start();
+    m_options.gama = configuredGama();
+    connect(ConfigurationManager::instance(), &ConfigurationManager::appConfigChanged, this,
+            &AbsRGBController::onStrapColorOffsetParamChanged, Qt::QueuedConnection);
+}
+
+AbsRGBController::~AbsRGBController()
+{
+    qDebug().noquote() << m_options.id << "destructed";
+}
+
+void AbsRGBController::setBrightness(float brightness)
+{
+    if (m_options.brightness == brightness)
+        return;
+    m_options.brightness = brightness;
+    saveProperty(QLatin1String(ConfigKeys::kBrightness.key), brightness);
+    emit brightnessChanged(brightness);
+    internalUpdate();
+}
+
+void AbsRGBController::setEnable(bool enable)
+{
+    if (m_options.enable == enable)
+        return;
+    m_options.enable = enable;
+    m_blackColors = QVector<LV_RGB>(static_cast<int>(m_options.nbLeds));
+    internalUpdate();
+    saveProperty(QLatin1String(ConfigKeys::kEnable.key), enable);
+    emit enableChanged(enable);
+}
+
+void AbsRGBController::setInstallDirection(uint32_t dir)
+{
+    if (m_options.installDirection == dir)
+        return;
+    m_options.installDirection = dir;
+    saveProperty(QLatin1String(ConfigKeys::kInstallDirection.key), dir);
+    emit installDirectionChanged(dir);
+}
+
+void AbsRGBController::setKindName(const QString& kindName)
+{
+    if (m_options.kindName == kindName)
+        return;
+    m_options.kindName = kindName;
+    saveProperty(QLatin1String(ConfigKeys::kKindName.key), kindName);
+    emit kindNameChanged(kindName);
+}
+
+void AbsRGBController::setNbLeds(uint32_t nbLeds)
+{
+    if (m_options.nbLeds == nbLeds)
+        return;
+    m_options.nbLeds = nbLeds;
+    rebuildHeader();
+    saveConfig();
+}
+
+void AbsRGBController::setSubMode(const QString& subMode)
+{
+    if (m_options.subMode == subMode)
+        return;
+    m_options.subMode = subMode;
+    saveProperty(QLatin1String(ConfigKeys::kSubMode.key), subMode);
+    emit subModeChanged(subMode);
+}
+
+void AbsRGBController::setWorkMode(const QString& workMode)
+{
+    if (m_options.workMode == workMode)
+        return;
+    m_options.workMode = workMode;
+    saveProperty(QLatin1String(ConfigKeys::kWorkMode.key), workMode);
+    emit workModeChanged();
+}
+
+bool AbsRGBController::loadConfig()
+{
+    using namespace ConfigKeys;
+    // Loading goes by id, saving by storeKey(): a device without serial does not get its settings back,
+    // because nothing tells it from the next one of its model.
+    const QJsonObject object = ConfigurationManager::instance()->controllerJsonObj(m_options.id);
+    if (object.isEmpty())
+        return false;
+    m_options.kindName = member(object, kKindName).toString(m_options.model);
+    if (m_options.kindName == m_options.portName)
+        m_options.kindName = m_options.model;
+    m_options.brightness = static_cast<float>(member(object, kBrightness).toDouble(kBrightness.fallback));
+    m_options.enable = member(object, kEnable).toBool(kEnable.fallback);
+    m_options.installDirection =
+        static_cast<uint32_t>(member(object, kInstallDirection).toInt(kInstallDirection.fallback));
+    m_options.subMode = member(object, kSubMode).toString();
+    m_options.workMode = member(object, kWorkMode).toString();
+    const int nbLeds = member(object, kNbLeds).toInt(kNbLeds.fallback);
+    if (nbLeds < 0 || nbLeds > kMaxLeds)
+        qWarning().noquote() << "[Controller]:" << m_options.id
+                             << "has an impossible stored LED count:" << nbLeds;
+    m_options.nbLeds = nbLeds < 0 || nbLeds > kMaxLeds ? 0 : static_cast<uint32_t>(nbLeds);
+    m_options.ledPerUnit = member(object, kLedPerUnit).toInt(kLedPerUnit.fallback);
+    m_options.adjustableLength = member(object, kAdjustableLength).toBool(kAdjustableLength.fallback);
+    m_options.unavailable_modes = member(object, kUnavailableModes).toArray();
+    return true;
+}
+
+void AbsRGBController::saveProperty(const QString& key, const QVariant& value)
+{
+    auto* config = ConfigurationManager::instance();
+    const QString storeKey = m_options.storeKey();
+    config->controllerJsonObj(storeKey)[key] = QJsonValue::fromVariant(value);
+    config->saveControllerJsonObj(storeKey);
+}
+
+void AbsRGBController::saveConfig()
+{
+    using namespace ConfigKeys;
+    auto* config = ConfigurationManager::instance();
+    const QString storeKey = m_options.storeKey();
+    QJsonObject& object = config->controllerJsonObj(storeKey);
+    object[QLatin1String(kKindName.key)] = m_options.kindName;
+    object[QLatin1String(kBrightness.key)] = static_cast<double>(m_options.brightness);
+    object[QLatin1String(kEnable.key)] = m_options.enable;
+    object[QLatin1String(kInstallDirection.key)] = static_cast<int>(m_options.installDirection);
+    object[QLatin1String(kWorkMode.key)] = m_options.workMode;
+    object[QLatin1String(kSubMode.key)] = m_options.subMode;
+    object[QLatin1String(kNbLeds.key)] = static_cast<int>(m_options.nbLeds);
+    object[QLatin1String(kLedPerUnit.key)] = m_options.ledPerUnit;
+    object[QLatin1String(kAdjustableLength.key)] = m_options.adjustableLength;
+    object[QLatin1String(kUnavailableModes.key)] = m_options.unavailable_modes;
+    config->saveControllerJsonObj(storeKey);
+}
+
+void AbsRGBController::update(QVector<LV_RGB> colors)
+{
+    m_rawColors = colors;
+    internalUpdate();
+}
+
+void AbsRGBController::internalUpdate()
+{
+    QVector<LV_RGB> out = m_rawColors;
+    m_curve.prepare(m_options.brightness, m_options.gama);
+    for (LV_RGB& led : out)
+        led = {m_curve[led.red], m_curve[led.green], m_curve[led.blue]};
+    writeColors(m_options.enable ? out : m_blackColors);
+    reportPace(out);
+    m_refreshTimer.start();
+}
+
+void AbsRGBController::reportPace(const QVector<LV_RGB>& out)
+{
+    const qint64 elapsed = m_updateTimer.restart();
+    if (elapsed >= kRefreshMs)
+        qWarning().noquote().nospace() << "[[loop]][Controller]: " << m_options.id
+                                       << ": The automatic refresh of the controller is triggered";
+    m_updateMsSum += elapsed;
+    ++m_updateCount;
+    if (m_updateMsSum <= kReportMs)
+        return;
+    const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(out.constData()),
+                                               out.size() * static_cast<int>(sizeof(LV_RGB)));
+    qDebug().noquote().nospace() << "[[loop]][Controller]" << m_options.id << ", Avg update interval: "
+                                 << static_cast<double>(m_updateMsSum) / static_cast<double>(m_updateCount)
+                                 << "ms, \r\n"
+                                 << "  Current worker: " << m_options.subMode << "\r\n"
+                                 << "  Current raw led data: \r\n"
+                                 << bytes.toHex() << "\r\n \r\n";
+    m_updateMsSum = 0;
+    m_updateCount = 0;
+}
+
+void AbsRGBController::onStrapColorOffsetParamChanged(QString key)
+{
+    if (hashPropertyKey(key) == hashPropertyKey(ConfigKeys::kGama.key))
+        m_options.gama = configuredGama();
+}
