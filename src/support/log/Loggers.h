@@ -4,8 +4,14 @@
 #include <log4cplus/logger.h>
 #include <log4cplus/loggingmacros.h>
 
-/// Named loggers that are written to directly; their appenders are set up by LogSystem at start.
+/// The program's four loggers; LogSystem gives them their appenders at start. Usable on any thread.
 /// Usage: LOG4CPLUS_INFO(deviceLogger(), toLogString(text)).
+
+/// Where every Qt message goes that is not marked for the loop file. Use QMessageLogger, not this.
+log4cplus::Logger& appLogger();
+/// Qt messages that start with "[[loop]]": whatever is logged per frame or per second. Use QMessageLogger.
+log4cplus::Logger& loopLogger();
+/// Device discovery and button events.
 log4cplus::Logger& deviceLogger();
 /// What the user did that changes the lights.
 log4cplus::Logger& usrOptionsLogger();

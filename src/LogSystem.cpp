@@ -1,0 +1,173 @@
+#include "LogSystem.h"
+
+#include "LVAppLogAppender.h"
+#include "support/log/Loggers.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QMessageLogContext>
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <locale>
+#include <log4cplus/fileappender.h>
+#include <log4cplus/layout.h>
+#include <stdexcept>
+
+namespace {
+
+constexpr long kRollingFileBytes = 10L * 1024 * 1024;
+constexpr int kRollingBackups = 1;
+constexpr char kLoopMark[] = "[[loop]]";
+
+log4cplus::LogLevel toLogLevel(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return log4cplus::DEBUG_LOG_LEVEL;
+    case QtInfoMsg:
+        return log4cplus::INFO_LOG_LEVEL;
+    case QtWarningMsg:
+        return log4cplus::WARN_LOG_LEVEL;
+    case QtCriticalMsg:
+        return log4cplus::ERROR_LOG_LEVEL;
+    case QtFatalMsg:
+        return log4cplus::FATAL_LOG_LEVEL;
+    }
+    return log4cplus::ALL_LOG_LEVEL;
+}
+
+void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& msg)
+{
+    const log4cplus::Logger& logger = msg.startsWith(QLatin1String(kLoopMark)) ? loopLogger() : appLogger();
+    logger.log(toLogLevel(type), toLogString(msg), context.file, context.line, context.function);
+}
+
+/// The locale that makes the files UTF-8, or the best there is: machines come without any of them.
+std::locale logLocale()
+{
+    for (const char* name : {"en_US.UTF-8", "C.UTF-8"}) {
+        try {
+            // Numbers stay plain: no grouping in what is streamed to a logger.
+            return {std::locale(name), std::locale::classic(), std::locale::numeric};
+        } catch (const std::runtime_error&) {
+            continue;
+        }
+    }
+    return std::locale::classic();
+}
+
+void setLayout(const log4cplus::SharedAppenderPtr& appender)
+{
+    appender->setLayout(std::make_unique<log4cplus::PatternLayout>(
+        LOG4CPLUS_TEXT("%D{%m/%d/%y %H:%M:%S %Q} [%t] %-5p %c %L - %m %n")));
+}
+
+log4cplus::SharedAppenderPtr createRollingAppender(const QString& path)
+{
+    log4cplus::SharedFileAppenderPtr appender(
+        new log4cplus::RollingFileAppender(toLogString(path), kRollingFileBytes, kRollingBackups,
+                                           /*immediateFlush=*/true, /*createDirs=*/true));
+    appender->imbue(std::locale());
+    log4cplus::SharedAppenderPtr result(appender.get());
+    setLayout(result);
+    return result;
+}
+
+/// Deletes the oldest matching files until `kept` remain. The files of this run start with `ownPrefix`
+/// and are not counted.
+void keepNewest(const QDir& dir, const QString& pattern, int kept, const QString& ownPrefix)
+{
+    QStringList oldestFirst = dir.entryList({pattern}, QDir::Files, QDir::Time | QDir::Reversed);
+    const auto isOwn = [&](const QString& name) { return name.startsWith(ownPrefix); };
+    oldestFirst.erase(std::remove_if(oldestFirst.begin(), oldestFirst.end(), isOwn), oldestFirst.end());
+    for (int i = 0; i < oldestFirst.size() - kept; ++i) {
+        QFile::remove(dir.filePath(oldestFirst[i]));
+        QFile::remove(dir.filePath(oldestFirst[i] + QLatin1String(".1"))); // a rolling file's backup
+    }
+}
+
+} // namespace
+
+LogSystem::LogSystem(const QString& logsPath)
+    : m_logsPath(logsPath)
+{
+    std::locale::global(logLocale());
+    std::wclog.imbue(std::locale());
+    m_fileName =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy_MM_dd_hh_mm_ss")) + QLatin1String(".log");
+
+    m_debugAppender = createDebugAppender();
+    setLayout(m_debugAppender);
+    log4cplus::SharedFileAppenderPtr fileAppender(new LVAppLogAppender(toLogString(filePath())));
+    fileAppender->imbue(std::locale());
+    m_fileAppender = log4cplus::SharedAppenderPtr(fileAppender.get());
+    setLayout(m_fileAppender);
+
+    setUpAppAndLoop();
+    setUpDevice();
+    setUpUsrOptions();
+    deleteOldFiles();
+    m_previousHandler = qInstallMessageHandler(handleQtMessage);
+    // exit() unwinds no stack: without this, messages of static destructors would reach dead loggers.
+    std::atexit([] { qInstallMessageHandler(nullptr); });
+}
+
+LogSystem::~LogSystem()
+{
+    shutdown();
+}
+
+QString LogSystem::filePath() const
+{
+    return m_logsPath + QLatin1Char('/') + m_fileName;
+}
+
+void LogSystem::shutdown()
+{
+    if (!m_isRunning) {
+        return;
+    }
+    m_isRunning = false;
+    qInstallMessageHandler(m_previousHandler);
+    log4cplus::Logger::shutdown();
+}
+
+void LogSystem::setUpAppAndLoop()
+{
+    appLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
+    appLogger().addAppender(m_fileAppender);
+    appLogger().addAppender(m_debugAppender);
+
+    const QString baseName = m_fileName.chopped(int(qstrlen(".log")));
+    loopLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
+    loopLogger().addAppender(createRollingAppender(m_logsPath + QLatin1Char('/') + baseName + ".loop.log"));
+}
+
+void LogSystem::setUpDevice()
+{
+    deviceLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
+    deviceLogger().addAppender(m_debugAppender);
+    deviceLogger().addAppender(createRollingAppender(m_logsPath + "/devices/" + m_fileName));
+}
+
+void LogSystem::setUpUsrOptions()
+{
+    usrOptionsLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
+    usrOptionsLogger().addAppender(m_debugAppender);
+    usrOptionsLogger().addAppender(m_fileAppender);
+}
+
+void LogSystem::deleteOldFiles() const
+{
+    const QString ownPrefix = m_fileName.chopped(int(qstrlen(".log")));
+    QDir dir(m_logsPath);
+    keepNewest(dir, QStringLiteral("*.log"), 40, ownPrefix);
+    // A folder that is missing leaves the walk where it is; the next cleaning then works on that folder.
+    dir.cd(QStringLiteral("devices"));
+    keepNewest(dir, QStringLiteral("*.log"), 20, ownPrefix);
+    dir.cd(QStringLiteral("../usrOptions"));
+    keepNewest(dir, QStringLiteral("*.log"), 20, ownPrefix);
+    dir.cd(QStringLiteral("../../dumps"));
+    keepNewest(dir, QStringLiteral("*.dmp"), 20, ownPrefix);
+}

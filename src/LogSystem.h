@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+#include <log4cplus/appender.h>
+#include <log4cplus/initializer.h>
+
+/// Sets up the program's loggers and sends every Qt message to them. A local object of main(), so that it
+/// exists from the moment the log folder is known to the end of the program. Main thread.
+/// A log folder that cannot be written is no failure: lines still go to the debug output.
+class LogSystem
+{
+public:
+    /// Opens the files below `logsPath`, deletes the oldest ones of earlier runs and takes over Qt's
+    /// messages.
+    explicit LogSystem(const QString& logsPath);
+    ~LogSystem();
+    LogSystem(const LogSystem&) = delete;
+    LogSystem& operator=(const LogSystem&) = delete;
+
+    /// The main log file of this run.
+    QString filePath() const;
+
+    /// Gives Qt's messages back to the handler found at the start and closes all appenders; no logger may be
+    /// used afterwards.
+    void shutdown();
+
+private:
+    void setUpAppAndLoop();
+    void setUpDevice();
+    void setUpUsrOptions();
+    void deleteOldFiles() const;
+
+    QString m_logsPath;
+    log4cplus::Initializer m_initializer;
+    QString m_fileName; ///< start time and ".log"
+    log4cplus::SharedAppenderPtr m_debugAppender;
+    log4cplus::SharedAppenderPtr m_fileAppender;
+    QtMessageHandler m_previousHandler = nullptr;
+    bool m_isRunning = true;
+};
+
+/// The system's debug output: standard error, or the debugger where the system has a channel for it.
+log4cplus::SharedAppenderPtr createDebugAppender();

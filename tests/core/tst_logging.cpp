@@ -1,0 +1,212 @@
+#include "LogSystem.h"
+#include "support/log/Loggers.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <log4cplus/initializer.h>
+#include <thread>
+
+/// The log files as they stand after the log system has written them.
+class tst_logging : public QObject
+{
+    Q_OBJECT
+
+private:
+    log4cplus::Initializer m_keepsLibraryAlive;
+    std::unique_ptr<QTemporaryDir> m_dir;
+
+    QString logs() const { return m_dir->filePath("logs"); }
+
+    static QStringList lines(const QString& path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        QStringList result = QString::fromUtf8(file.readAll()).split('\n');
+        result.removeLast();
+        return result;
+    }
+
+    static QStringList texts(const QString& path)
+    {
+        QStringList result;
+        for (const QString& line : lines(path)) {
+            result << line.section(" - ", 1).trimmed();
+        }
+        return result;
+    }
+
+    static QString writeOldFile(const QString& path, int ageMinutes)
+    {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        const bool isOpen = file.open(QIODevice::WriteOnly);
+        Q_ASSERT(isOpen);
+        Q_UNUSED(isOpen);
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-60LL * ageMinutes),
+                         QFileDevice::FileModificationTime);
+        return path;
+    }
+
+private slots:
+    void init() { m_dir = std::make_unique<QTemporaryDir>(); }
+
+    void runsCollapseToTheirEnds_data()
+    {
+        // A statement a letter: upper and lower case are the same line of two files.
+        QTest::addColumn<QString>("statements");
+        QTest::addColumn<QStringList>("written");
+        QTest::newRow("five, then another") << "AAAAAB" << QStringList{"A0", "A4", "B5"};
+        QTest::newRow("two, then another") << "AAB" << QStringList{"A0", "A1", "B2"};
+        QTest::newRow("alternating") << "ABABA" << QStringList{"A0", "B1", "A2", "B3", "A4"};
+        QTest::newRow("run after run") << "AAABBBC" << QStringList{"A0", "A2", "B3", "B5", "C6"};
+        QTest::newRow("back to an earlier one") << "AABAA" << QStringList{"A0", "A1", "B2", "A3"};
+        QTest::newRow("same line of two files") << "AaAa" << QStringList{"A0", "a1", "A2", "a3"};
+        QTest::newRow("run at the end") << "BAAA" << QStringList{"B0", "A1"};
+    }
+
+    void runsCollapseToTheirEnds()
+    {
+        QFETCH(QString, statements);
+        QFETCH(QStringList, written);
+        LogSystem log(logs());
+        for (int i = 0; i < statements.size(); ++i) {
+            const QChar letter = statements[i];
+            const char* file = letter.isUpper() ? "upper.cpp" : "lower.cpp";
+            QMessageLogger(file, letter.toUpper().unicode(), "f").info("%c%d", letter.toLatin1(), i);
+        }
+        QCOMPARE(texts(log.filePath()), written);
+    }
+
+    void aHeldLineKeepsItsThread()
+    {
+        LogSystem log(logs());
+        std::thread([] {
+            for (int i = 0; i < 2; ++i) {
+                QMessageLogger("a.cpp", 1, "f").info("in the thread");
+            }
+        }).join();
+        QMessageLogger("a.cpp", 2, "f").info("outside");
+
+        const QStringList written = lines(log.filePath());
+        QCOMPARE(written.size(), 3);
+        const auto threadOf = [&](int i) { return written[i].section('[', 1).section(']', 0, 0); };
+        QCOMPARE(threadOf(1), threadOf(0));
+        QVERIFY(threadOf(2) != threadOf(0));
+    }
+
+    void onlyThePrefixLeadsToTheLoopFile()
+    {
+        LogSystem log(logs());
+        qInfo("[[loop]] first");
+        qWarning("not a [[loop]] line");
+        const QString loopFile = log.filePath().chopped(4) + ".loop.log";
+        QCOMPARE(texts(loopFile), QStringList{"[[loop]] first"});
+        QCOMPARE(texts(log.filePath()), QStringList{"not a [[loop]] line"});
+    }
+
+    void everyLineTellsLevelLoggerAndLine()
+    {
+        LogSystem log(logs());
+        QMessageLogger("a.cpp", 12345, "f").warning("灯带 %d", 54321);
+        QMessageLogger().debug("without a context");
+        LOG4CPLUS_INFO(usrOptionsLogger(), toLogString("clicked ") << 54321);
+        LOG4CPLUS_ERROR(deviceLogger(), toLogString("lost"));
+
+        const QString head = R"(^\d\d/\d\d/\d\d \d\d:\d\d:\d\d \d+\.\d+ \[\d+\] )";
+        const QStringList shared = lines(log.filePath());
+        QCOMPARE(shared.size(), 3);
+        QVERIFY2(QRegularExpression(head + "WARN  app 12345 - 灯带 54321 $").match(shared[0]).hasMatch(),
+                 qPrintable(shared[0]));
+        QVERIFY2(QRegularExpression(head + "DEBUG app 0 - without a context $").match(shared[1]).hasMatch(),
+                 qPrintable(shared[1]));
+        QVERIFY2(QRegularExpression(head + R"(INFO  usrOptions \d+ - clicked 54321 $)")
+                     .match(shared[2])
+                     .hasMatch(),
+                 qPrintable(shared[2]));
+        const QStringList device = lines(logs() + "/devices/" + QFileInfo(log.filePath()).fileName());
+        QCOMPARE(device.size(), 1);
+        QVERIFY2(QRegularExpression(head + R"(ERROR device \d+ - lost $)").match(device[0]).hasMatch(),
+                 qPrintable(device[0]));
+    }
+
+    void theLoopFileRollsOverOnce()
+    {
+        LogSystem log(logs());
+        const std::string filler(1024 * 1024, 'x');
+        for (int i = 0; i < 24; ++i) {
+            qInfo("[[loop]] %d %s", i, filler.c_str());
+        }
+        const QString loopFile = log.filePath().chopped(4) + ".loop.log";
+        QVERIFY(QFileInfo(loopFile).size() < 11 * 1024 * 1024);
+        QVERIFY(QFileInfo(loopFile + ".1").size() >= 10 * 1024 * 1024);
+        QVERIFY(!QFile::exists(loopFile + ".2"));
+    }
+
+    void theOldestFilesGoAtTheStart()
+    {
+        const auto oldFiles = [this](const QString& folder, const QString& suffix, int count) {
+            QStringList paths;
+            for (int i = 0; i < count; ++i) {
+                // Names run against the times, so only the time can have decided.
+                const QString name = QStringLiteral("2020_01_%1.%2").arg(99 - i).arg(suffix);
+                paths << writeOldFile(logs() + folder + name, 1000 - i);
+            }
+            return paths;
+        };
+        const QStringList main = oldFiles("/", "log", 41);
+        const QString other = writeOldFile(logs() + "/notes.txt", 9999);
+        const QStringList devices = oldFiles("/devices/", "log", 25);
+        const QStringList dumps = oldFiles("/../dumps/", "dmp", 22);
+        const QString backup = writeOldFile(main[0] + ".1", 1000);
+
+        LogSystem log(logs());
+        qInfo("new");
+        const auto expectKept = [](const QStringList& paths, int deleted) {
+            for (int i = 0; i < paths.size(); ++i) {
+                QVERIFY2(QFile::exists(paths[i]) == (i >= deleted), qPrintable(paths[i]));
+            }
+        };
+        expectKept(main, 1);
+        expectKept(devices, 5);
+        expectKept(dumps, 2);
+        QVERIFY(QFile::exists(other));
+        QVERIFY(!QFile::exists(backup));
+        QCOMPARE(texts(log.filePath()), QStringList{"new"});
+    }
+
+    void aFolderThatCannotBeWrittenIsSurvived()
+    {
+        QFile obstacle(m_dir->filePath("file"));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        LogSystem log(obstacle.fileName() + "/logs");
+        qInfo("nowhere");
+        qInfo("[[loop]] nowhere");
+        LOG4CPLUS_INFO(deviceLogger(), toLogString("nowhere"));
+        QVERIFY(!QFile::exists(log.filePath()));
+    }
+
+    void theEarlierMessageHandlerComesBack()
+    {
+        static QStringList received;
+        received.clear();
+        const QtMessageHandler testHandler = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& msg) { received << msg; });
+        {
+            LogSystem log(logs());
+            qInfo("during");
+            log.shutdown();
+            qInfo("after the shutdown");
+        }
+        qInfo("after the end");
+        qInstallMessageHandler(testHandler);
+        QCOMPARE(received, (QStringList{"after the shutdown", "after the end"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_logging)
+#include "tst_logging.moc"
