@@ -1,0 +1,329 @@
+#include "effects/screenSync/AbsScreenSync.h"
+
+#include "effects/screenSync/FrameFilters.h"
+#include "effects/screenSync/ScreenshotTask.h"
+#include "support/capture/IDeskDuplManager.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QImage>
+#include <QJsonValue>
+#include <QThreadPool>
+#include <algorithm>
+#include <opencv2/core.hpp>
+
+namespace {
+
+constexpr int kFrameWidthPx = 120;
+constexpr qint64 kScreenshotIntervalMs = 5000;
+constexpr int kFramesPerLogLine = 90;
+
+ConfigurationManager* config()
+{
+    return ConfigurationManager::instance();
+}
+
+double storedStrength(const QString& effectId, const QString& controllerId,
+                      const ConfigKeys::Setting<double>& setting)
+{
+    bool ok = false;
+    const double value = config()->effectVariant(effectId, controllerId, setting.key).toDouble(&ok);
+    return ok ? value : setting.fallback;
+}
+
+bool appFlag(const QString& key, bool fallback)
+{
+    return config()->appConfig(key).toBool(fallback);
+}
+
+bool wipeDarkSideAllowed()
+{
+    const auto& setting = ConfigKeys::kScreenSyncAutoWipeDarkSide;
+    return appFlag(setting.key, setting.fallback);
+}
+
+} // namespace
+
+AbsScreenSync::AbsScreenSync(const EffectWorkerOptions& options, QObject* parent)
+    : AbsAnimatedEffect(options, parent, false)
+    , m_screenshotEnabled(QCoreApplication::instance()->property("isScreenshot").toBool() ||
+                          appFlag(ConfigKeys::kScreenshotEnable.key, ConfigKeys::kScreenshotEnable.fallback))
+{
+    if (m_screenshotEnabled) {
+        if (!QDir().mkpath(ScreenshotTask::folder()))
+            qWarning().noquote() << "[AbsScreenSync]: Cannot create" << ScreenshotTask::folder();
+        m_screenshotTimer.start();
+    }
+    m_frameTimer.start();
+    onAppConfigChanged(ConfigKeys::kScreenSyncAdvancedMode.key);
+}
+
+AbsScreenSync::~AbsScreenSync()
+{
+    qDebug().noquote() << "[AbsScreenSync]:" << effectId() << "used to" << controllerId()
+                       << "has been destructed";
+}
+
+int AbsScreenSync::load(const ControlOptions& ctlOptions)
+{
+    FrameFilters::keepOnThisThread();
+    m_colors.resize(static_cast<int>(ctlOptions.nbLeds));
+    m_direction = ctlOptions.installDirection;
+    m_ctlOptions = ctlOptions;
+
+    m_blurStrength = storedStrength(effectId(), controllerId(), ConfigKeys::kBlurStrength);
+    m_saturationStrength = storedStrength(effectId(), controllerId(), ConfigKeys::kSaturationStrength);
+
+    const auto& permission = ConfigKeys::kScreenSyncAutoWipeDarkSide;
+    const QJsonValue allowed = config()->appConfig(permission.key);
+    if (allowed.isUndefined() || allowed.isNull())
+        config()->setAppConfig(permission.key, permission.fallback);
+    m_autoWipeDarkSide =
+        appFlag(ConfigKeys::autoWipeDarkSideKey(controllerId()), ConfigKeys::kAutoWipeDarkSideOf.fallback) &&
+        wipeDarkSideAllowed();
+
+    if (!m_deskDuplManager) {
+        qCritical() << "[AbsScreenSync]: DeskDuplManager is not injected";
+        return 0;
+    }
+    start();
+
+    const QList<QString> capturers = m_deskDuplManager->allCapturer();
+    QString sourceIdx = config()->appConfig(ConfigKeys::sourceIndexKey(controllerId())).toString();
+    if (capturers.isEmpty()) {
+        qWarning() << "[AbsScreenSync]: Cannot connect to any capture";
+        return 0;
+    }
+    if (sourceIdx.isEmpty())
+        sourceIdx = capturers.first();
+    setInputSourceIdx(sourceIdx);
+    return 0;
+}
+
+void AbsScreenSync::unload()
+{
+    config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kBlurStrength.key, m_blurStrength);
+    config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
+                               m_saturationStrength);
+    config()->saveEffectJsonObj(effectId());
+    config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), m_sourceIdx);
+    config()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), m_autoWipeDarkSide);
+    // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
+    if (m_deskDuplManager)
+        m_deskDuplManager->disconnect(this);
+    releaseCapturer();
+}
+
+void AbsScreenSync::DIDeskDuplication(IDeskDuplManager* mgr)
+{
+    if (m_deskDuplManager) {
+        qWarning() << "[AbsScreenSync]: The DeskDuplManager has been set";
+        return;
+    }
+    if (!mgr) {
+        qCritical() << "[AbsScreenSync]: mgr == nullptr in DIDeskDuplication";
+        return;
+    }
+    m_deskDuplManager = mgr;
+    connect(mgr, &IDeskDuplManager::capturerReady, this, &AbsScreenSync::onCapturerReady);
+    connect(mgr, &IDeskDuplManager::capturerFailed, this, &AbsScreenSync::onCapturerFailed);
+}
+
+void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
+{
+    if (!m_deskDuplManager) {
+        qCritical() << "[AbsScreenSync]: DeskDupManager is nullptr";
+        return;
+    }
+    if (sourceIdx.isEmpty()) {
+        qCritical().noquote() << "[AbsScreenSync]: Invalied sourceIdx:" << sourceIdx;
+        return;
+    }
+    // Acquired before the old one is released, so that a change to the same capturer does not stop it.
+    const QSharedPointer<IDeskCapture> acquired = m_deskDuplManager->acquireCapturer(sourceIdx);
+    if (!acquired) {
+        qCritical().noquote() << "[AbsScreenSync]: Failed to acquire capture :" << sourceIdx;
+        return;
+    }
+    if (m_capturer) {
+        qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is disconnected from the" << m_sourceIdx
+                          << "capturer.";
+        releaseCapturer();
+    }
+    m_capturer = acquired;
+    m_sourceIdx = sourceIdx;
+    adaptOutputSize(sourceIdx);
+    qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
+                      << "capturer"
+                      << "\r\n outputSize:" << m_capturer->outputSize();
+    config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), sourceIdx);
+}
+
+void AbsScreenSync::releaseCapturer()
+{
+    if (!m_capturer)
+        return;
+    m_capturer.reset();
+    m_deskDuplManager->releaseCapturer(m_sourceIdx);
+}
+
+void AbsScreenSync::adaptOutputSize(const QString& sourceIdx)
+{
+    const QSize output = m_capturer->outputSize();
+    const QSize source = m_capturer->sourceSize();
+    if (source.isEmpty()) {
+        qWarning().noquote() << "[AbsScreenSync]: Capturer" << sourceIdx << "has no size yet:" << source;
+        return;
+    }
+    const double aspect = static_cast<double>(source.width()) / source.height();
+    const int height = std::max(1, static_cast<int>(kFrameWidthPx / aspect));
+    if (output != QSize(kFrameWidthPx, height))
+        m_capturer->setOutputSize(kFrameWidthPx, height);
+}
+
+void AbsScreenSync::onCapturerReady(const QString& id)
+{
+    qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is available.";
+    if (!m_capturer)
+        setInputSourceIdx(id);
+}
+
+void AbsScreenSync::onCapturerFailed(const QString& id)
+{
+    qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is lost.";
+    if (id == m_sourceIdx)
+        setInputSourceIdx(m_deskDuplManager->defaultCapturer());
+}
+
+void AbsScreenSync::update(double)
+{
+    if (!m_capturer)
+        return;
+    const cv::Mat frame = m_capturer->grabFrame();
+    if (!frame.empty())
+        frameInput(frame);
+}
+
+void AbsScreenSync::frameInput(cv::Mat frame)
+{
+    if (frame.empty())
+        return;
+    QVector<LV_RGB> result;
+    try {
+        result = conditionedColors(frame);
+    } catch (const cv::Exception& e) {
+        reportOnce(QStringLiteral("%1:%2").arg(QString::fromStdString(e.func)).arg(e.line),
+                   QStringLiteral("[AbsScreenSync]: The frame is skipped: ") + QLatin1String(e.what()));
+        return;
+    } catch (const std::exception& e) {
+        reportOnce(QLatin1String(e.what()),
+                   QStringLiteral("[AbsScreenSync]: The frame is skipped: ") + QLatin1String(e.what()));
+        return;
+    }
+    emit updateColors(result);
+    countFrame();
+}
+
+QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
+{
+    // The modes read pixels of four bytes.
+    CV_Assert(frame.type() == CV_8UC4);
+    const cv::Mat work = m_autoWipeDarkSide ? wipeDarkSide(frame) : frame;
+    cv::UMat sharp;
+    work.copyTo(sharp);
+    cv::Mat out;
+    blurFrame(sharp, m_blurStrength).copyTo(out);
+    takeScreenshot(out);
+    if (m_direction == 1)
+        cv::flip(out, out, 1);
+    QVector<LV_RGB> result = frameToColors(out);
+    for (LV_RGB& color : result)
+        color = adjustSaturation(color, m_saturationStrength);
+    return result;
+}
+
+void AbsScreenSync::takeScreenshot(const cv::Mat& frame)
+{
+    if (!m_screenshotEnabled || m_screenshotTimer.elapsed() <= kScreenshotIntervalMs)
+        return;
+    const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
+                      QImage::Format_RGBA8888);
+    QThreadPool::globalInstance()->start(new ScreenshotTask(view.copy(), effectId()), 0);
+    m_screenshotTimer.restart();
+}
+
+void AbsScreenSync::countFrame()
+{
+    m_frameTimeSum += m_frameTimer.restart();
+    if (++m_frameCount <= kFramesPerLogLine)
+        return;
+    qDebug().noquote() << "[[loop]][AbsScreenSync]:" << controllerId()
+                       << "avg frame time:" << static_cast<double>(m_frameTimeSum) / m_frameCount << "ms";
+    m_frameTimeSum = 0;
+    m_frameCount = 0;
+}
+
+void AbsScreenSync::reportOnce(const QString& kind, const QString& text)
+{
+    if (m_reported.contains(kind))
+        return;
+    m_reported.insert(kind);
+    qWarning().noquote() << text;
+}
+
+LV_RGB AbsScreenSync::adjustSaturation(LV_RGB color, double strength)
+{
+    return FrameFilters::adjustSaturation(color, strength);
+}
+
+cv::Mat AbsScreenSync::blurFrame(cv::Mat src, double)
+{
+    return FrameFilters::blur(src, m_blurStrength);
+}
+
+cv::UMat AbsScreenSync::blurFrame(cv::UMat src, double)
+{
+    return FrameFilters::blur(src, m_blurStrength);
+}
+
+cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
+{
+    cv::Mat result = frame;
+    try {
+        FrameFilters::wipeDarkSide(frame, result);
+    } catch (...) {
+        reportOnce(QStringLiteral("wipeDarkSide"),
+                   QStringLiteral("*** QImageOpencvProess::wipeDarkSide Exception"));
+    }
+    return result;
+}
+
+void AbsScreenSync::onCtlDirChanged(uint32_t dir)
+{
+    m_direction = dir;
+}
+
+void AbsScreenSync::setBlurStrength(float strength)
+{
+    m_blurStrength = static_cast<double>(strength);
+    config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kBlurStrength.key, m_blurStrength);
+    config()->saveEffectJsonObj(effectId());
+}
+
+void AbsScreenSync::setSaturationStrength(float strength)
+{
+    m_saturationStrength = static_cast<double>(strength);
+    config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
+                               m_saturationStrength);
+    config()->saveEffectJsonObj(effectId());
+}
+
+void AbsScreenSync::onAppConfigChanged(QString key)
+{
+    const auto& setting = ConfigKeys::kScreenSyncAdvancedMode;
+    if (key == QLatin1String(setting.key))
+        m_advancedMode = appFlag(setting.key, setting.fallback);
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "effects/AbsAnimatedEffect.h"
+
+#include <QElapsedTimer>
+#include <QSet>
+#include <QSharedPointer>
+#include <QString>
+#include <QVector>
+#include <opencv2/core/mat.hpp>
+
+class IDeskCapture;
+class IDeskDuplManager;
+
+/// Base of the effects that follow the screen: binds one capturer, pulls a frame on every tick, conditions
+/// it, lets the mode turn it into one colour per LED and emits the colours. Lives on one thread; no failure
+/// reaches the caller. A frame that OpenCV refuses is skipped with one log line for each kind of failure.
+class AbsScreenSync : public AbsAnimatedEffect
+{
+    Q_OBJECT
+
+public:
+    AbsScreenSync(const EffectWorkerOptions& options, QObject* parent);
+    ~AbsScreenSync() override;
+
+    int load(const ControlOptions& ctlOptions) override;
+    QJsonValue effectProperty(const QString& key) override;
+    void setEffectProperty(const QString& key, const QJsonValue& val) override;
+    void unload() override;
+
+    /// Injects the source of capturers, once, before load; `mgr` must outlive the worker's use of it.
+    Q_INVOKABLE void DIDeskDuplication(IDeskDuplManager* mgr);
+
+public slots:
+    /// The whole way from a frame to `updateColors`.
+    void frameInput(cv::Mat frame);
+    /// Changes to another capturer; when it cannot be had, the old one stays.
+    void setInputSourceIdx(QString sourceIdx);
+    void onCtlDirChanged(uint32_t dir) override;
+    /// 0.0 to 1.0, stored at once.
+    void setBlurStrength(float strength);
+    /// -1.0 to 1.0, stored at once.
+    void setSaturationStrength(float strength);
+
+protected:
+    void update(double seconds) override;
+
+    /// One colour per LED from a conditioned frame; may throw what OpenCV throws.
+    virtual QVector<LV_RGB> frameToColors(cv::Mat frame) = 0;
+    virtual LV_RGB adjustSaturation(LV_RGB color, double strength);
+    /// Both use the worker's own blur strength, whatever the argument says.
+    virtual cv::Mat blurFrame(cv::Mat src, double strength);
+    virtual cv::UMat blurFrame(cv::UMat src, double strength);
+    virtual cv::Mat wipeDarkSide(cv::Mat frame);
+
+    QString effectId() const { return m_effectOptions.id; }
+    QString controllerId() const { return m_ctlOptions.id; }
+
+    QVector<LV_RGB> m_colors; ///< one entry per LED since load
+    uint32_t m_direction = 0; ///< 1: the strip runs mirrored
+    ControlOptions m_ctlOptions;
+
+private slots:
+    /// Called once, by the constructor: a running worker keeps the value it started with.
+    void onAppConfigChanged(QString key);
+
+private:
+    void onCapturerReady(const QString& id);
+    void onCapturerFailed(const QString& id);
+    void releaseCapturer();
+    void adaptOutputSize(const QString& sourceIdx);
+    QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
+    void takeScreenshot(const cv::Mat& frame);
+    void countFrame();
+    void reportOnce(const QString& kind, const QString& text);
+    QJsonValue captureList() const;
+
+    IDeskDuplManager* m_deskDuplManager = nullptr;
+
+    QString m_sourceIdx;
+    QSharedPointer<IDeskCapture> m_capturer;
+    double m_saturationStrength = 1.0;
+    double m_blurStrength = 0.5;
+    QElapsedTimer m_screenshotTimer;
+    QElapsedTimer m_frameTimer;
+    bool m_screenshotEnabled = false; ///< read once, so that a frame costs no look-up
+    qint64 m_frameTimeSum = 0;        ///< ms
+    int m_frameCount = 0;
+    bool m_autoWipeDarkSide = false;
+    bool m_advancedMode = false;
+    QSet<QString> m_reported; ///< kinds of failure already in the log
+};

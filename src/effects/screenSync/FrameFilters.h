@@ -1,0 +1,29 @@
+#pragma once
+
+#include "controllers/LV_RGB.h"
+
+#include <opencv2/core/mat.hpp>
+
+/// The steps between a captured frame and the colours that do not depend on the mode. Functions on values,
+/// usable from any thread. A frame is 8-bit with four channels in the order red, green, blue, alpha. What
+/// OpenCV refuses comes back as a cv::Exception.
+namespace FrameFilters {
+
+/// Side in pixels of the Gaussian kernel for a blur strength of 0.0 to 1.0: always odd, 1 means no blur.
+int blurKernelSize(double strength);
+
+cv::Mat blur(const cv::Mat& src, double strength);
+cv::UMat blur(const cv::UMat& src, double strength);
+
+/// Sets `result` to `frame` cut to the rectangle around its bright pixels and enlarged to the old size again,
+/// or to `frame` itself when there are two bright pixels or fewer. When a step throws, `result` is what the
+/// steps before it have left.
+void wipeDarkSide(const cv::Mat& frame, cv::Mat& result);
+
+/// Adds `strength` (-1.0 to 1.0) to the HSV saturation; hue and value stay. Grey has no hue and stays grey.
+LV_RGB adjustSaturation(LV_RGB color, double strength);
+
+/// Keeps OpenCV's computations of the calling thread on this thread, see the source for why.
+void keepOnThisThread();
+
+} // namespace FrameFilters

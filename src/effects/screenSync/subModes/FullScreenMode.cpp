@@ -1,0 +1,238 @@
+#include "effects/screenSync/subModes/FullScreenMode.h"
+
+#include "effects/screenSync/LedMap.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMutexLocker>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+
+namespace {
+
+constexpr QSize kLargestCanvas{300, 200};
+/// A layout file may ask for any canvas; beyond this side length a frame would cost too much memory.
+constexpr int kCanvasLimitPx = 2048;
+
+QPoint pointOf(const QJsonValue& value)
+{
+    return {value["x"].toInt(), value["y"].toInt()};
+}
+
+} // namespace
+
+FullScreenMode::FullScreenMode(const EffectWorkerOptions& options, QObject* parent)
+    : AbsScreenSync(options, parent)
+{
+}
+
+int FullScreenMode::load(const ControlOptions& ctlOptions)
+{
+    const int result = AbsScreenSync::load(ctlOptions);
+    const QMutexLocker sizeLock(&m_sizeMutex);
+    const QMutexLocker mapLock(&m_ledMapMutex);
+    resetLedMap(LEDMapConfigJsonObj(ctlOptions));
+    return result;
+}
+
+void FullScreenMode::unload()
+{
+    {
+        const QMutexLocker sizeLock(&m_sizeMutex);
+        const QMutexLocker mapLock(&m_ledMapMutex);
+        storeLedMap({m_screenSize, m_ledMap});
+    }
+    AbsScreenSync::unload();
+}
+
+QJsonObject FullScreenMode::LEDMapConfigDefJsonObj(const ControlOptions& ctlOptions)
+{
+    QFile file(QStringLiteral("controler_config/%1.json").arg(ctlOptions.model));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qInfo().noquote() << "[FullScreenMode]: Not found default LED configuration file"
+                          << file.errorString();
+        return {};
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        qWarning().noquote() << "[FullScreenMode]: Failed to parser default LED configuration json file"
+                             << error.errorString();
+        return {};
+    }
+    return document.object();
+}
+
+QJsonObject FullScreenMode::LEDMapConfigJsonObj(const ControlOptions& ctlOptions)
+{
+    const QJsonValue stored =
+        ConfigurationManager::instance()->effectJsonValue(effectId(), ctlOptions.id, ConfigKeys::kLedMap);
+    if (!stored.isObject())
+        return LEDMapConfigDefJsonObj(ctlOptions);
+    qDebug().noquote() << "[FullScreenMode]: The LED configuration has loaded from user configuration file"
+                       << ctlOptions.id;
+    return stored.toObject();
+}
+
+void FullScreenMode::resetLedMap(const QJsonObject& config)
+{
+    LedMap map = LedMap::defaultGrid(static_cast<int>(m_ctlOptions.nbLeds));
+    map.apply(config);
+    m_screenSize = map.screenSize;
+    m_ledMap = map.points;
+}
+
+void FullScreenMode::restoreDefaultLayout()
+{
+    bool resized = false;
+    {
+        const QMutexLocker sizeLock(&m_sizeMutex);
+        const QMutexLocker mapLock(&m_ledMapMutex);
+        const QSize before = m_screenSize;
+        resetLedMap(LEDMapConfigDefJsonObj(m_ctlOptions));
+        resized = m_screenSize != before;
+    }
+    if (resized)
+        emit effectPropertyChanged(QStringLiteral("screenSize"),
+                                   effectProperty(QStringLiteral("screenSize")));
+    emit effectPropertyChanged(QStringLiteral("LEDMap"), effectProperty(QStringLiteral("LEDMap")));
+}
+
+void FullScreenMode::storeLedMap(const LedMap& map)
+{
+    ConfigurationManager* config = ConfigurationManager::instance();
+    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kLedMap, map.toConfig());
+    config->saveEffectJsonObj(effectId());
+}
+
+QSize FullScreenMode::screenSize()
+{
+    const QMutexLocker lock(&m_sizeMutex);
+    return m_screenSize;
+}
+
+void FullScreenMode::setScreenSize(const QSize& size)
+{
+    if (size.width() < 0 || size.height() < 0 || size.height() > kLargestCanvas.height() ||
+        size.width() > kLargestCanvas.width()) {
+        qWarning() << "[FullScreenMode]: The size is invalid";
+        return;
+    }
+    const QMutexLocker sizeLock(&m_sizeMutex);
+    const QMutexLocker mapLock(&m_ledMapMutex);
+    LedMap map{m_screenSize, m_ledMap};
+    map.resize(size);
+    m_screenSize = map.screenSize;
+    m_ledMap = map.points;
+    storeLedMap(map);
+}
+
+void FullScreenMode::setLEDPos(int id, QPoint pos)
+{
+    const QSize size = screenSize();
+    if (pos.x() < 0 || pos.y() < 0 || pos.x() >= size.width() || pos.y() >= size.height()) {
+        qWarning() << "[FullScreenMode]: The LED position:" << pos << "is out of range";
+        return;
+    }
+    const QMutexLocker lock(&m_ledMapMutex);
+    if (id < 0 || id >= m_ledMap.size()) {
+        qWarning() << "[FullScreenMode]: The id" << id << "of LED is out of range";
+        return;
+    }
+    m_ledMap[id] = pos;
+    storeLedMap({size, m_ledMap});
+}
+
+void FullScreenMode::onCtlDirChanged(uint32_t dir)
+{
+    AbsScreenSync::onCtlDirChanged(dir);
+    emit deviceDirChanged(static_cast<int>(dir));
+}
+
+QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
+{
+    const QSize size = screenSize();
+    CV_Assert(size.width() <= kCanvasLimitPx && size.height() <= kCanvasLimitPx);
+    cv::resize(frame, frame, cv::Size(size.width(), size.height()), 0, 0, cv::INTER_LINEAR);
+
+    const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
+                      QImage::Format_RGBA8888);
+    emit frameSnapshot(view.copy());
+
+    const QMutexLocker lock(&m_ledMapMutex);
+    readColors(frame, m_ledMap, m_colors);
+    return m_colors;
+}
+
+QJsonValue FullScreenMode::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey("screenSize"): {
+        const QSize size = screenSize();
+        return QJsonObject{{"w", size.width()}, {"h", size.height()}};
+    }
+    case hashPropertyKey("LEDMap"): {
+        const QMutexLocker lock(&m_ledMapMutex);
+        return LedMap{{}, m_ledMap}.toProperty();
+    }
+    case hashPropertyKey("deviceDir"):
+        return static_cast<int>(m_direction);
+    case hashPropertyKey("effectObject"):
+        // How the layout editor finds the worker whose frames it shows; valid while the worker lives.
+        return QString::number(reinterpret_cast<quintptr>(this), 16);
+    case hashPropertyKey(""): {
+        QJsonObject all;
+        for (const char* name : {"screenSize", "LEDMap", "deviceDir", "effectObject"})
+            all[QLatin1String(name)] = FullScreenMode::effectProperty(QLatin1String(name));
+        const QJsonObject base = AbsScreenSync::effectProperty(key).toObject();
+        for (auto member = base.begin(); member != base.end(); ++member)
+            all[member.key()] = member.value();
+        return all;
+    }
+    default:
+        return AbsScreenSync::effectProperty(key);
+    }
+}
+
+void FullScreenMode::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey("screenSize"):
+        setScreenSize(QSize(val["w"].toInt(), val["h"].toInt()));
+        break;
+    case hashPropertyKey("LEDMap"): {
+        const QJsonArray leds = val.toArray();
+        for (const QJsonValue& led : leds)
+            setEffectProperty(QStringLiteral("LEDPos"), led);
+        break;
+    }
+    case hashPropertyKey("LEDPos"):
+        setLEDPos(val["id"].toInt(), pointOf(val));
+        break;
+    case hashPropertyKey("resetCmd"):
+        restoreDefaultLayout();
+        break;
+    case hashPropertyKey(""):
+        setAllProperties(val);
+        break;
+    default:
+        AbsScreenSync::setEffectProperty(key, val);
+        break;
+    }
+}
+
+void FullScreenMode::setAllProperties(const QJsonValue& val)
+{
+    const QJsonObject all = val.toObject();
+    for (const char* name : {"screenSize", "LEDMap"}) {
+        const auto member = all.find(QLatin1String(name));
+        if (member != all.end())
+            setEffectProperty(QLatin1String(name), member.value());
+    }
+    AbsScreenSync::setEffectProperty(QString(), val);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "effects/screenSync/AbsScreenSync.h"
+
+#include <QImage>
+#include <QJsonObject>
+#include <QMutex>
+#include <QPoint>
+#include <QSize>
+
+struct LedMap;
+
+/// Every LED has a free place on a small model of the screen and shows the pixel there. The layout comes from
+/// the user's edits or from the default file of the device's model, and may change while frames run:
+/// setScreenSize, setLEDPos and the properties of the layout may be used from any thread.
+class FullScreenMode : public AbsScreenSync
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE FullScreenMode(const EffectWorkerOptions& options, QObject* parent);
+
+    int load(const ControlOptions& ctlOptions) override;
+    QJsonValue effectProperty(const QString& key) override;
+    void setEffectProperty(const QString& key, const QJsonValue& val) override;
+    void unload() override;
+    void onCtlDirChanged(uint32_t dir) override;
+
+    /// The default layout of the device's model, empty when there is none.
+    QJsonObject LEDMapConfigDefJsonObj(const ControlOptions& ctlOptions);
+    /// The user's layout, or else the default one.
+    QJsonObject LEDMapConfigJsonObj(const ControlOptions& ctlOptions);
+
+    /// Canvas in pixels, up to 300 by 200; LEDs outside move to its border. Stored at once.
+    void setScreenSize(const QSize& size);
+
+signals:
+    /// The frame at canvas size, for every frame; the image owns its pixels.
+    void frameSnapshot(QImage frame);
+    void deviceDirChanged(int dir);
+
+public slots:
+    /// Moves LED `id` (from 0) to a pixel of the canvas. Stored at once.
+    void setLEDPos(int id, QPoint pos);
+
+protected:
+    QVector<LV_RGB> frameToColors(cv::Mat frame) override;
+
+private:
+    QSize screenSize();
+    void resetLedMap(const QJsonObject& config);
+    void restoreDefaultLayout();
+    void setAllProperties(const QJsonValue& val);
+    /// The caller holds what it needs for the values it passes.
+    void storeLedMap(const LedMap& map);
+
+    QVector<QPoint> m_ledMap; ///< index = LED number, canvas pixels
+    QMutex m_ledMapMutex;     ///< guards m_ledMap; taken after m_sizeMutex where both are needed
+    QMutex m_sizeMutex;       ///< guards m_screenSize
+    QSize m_screenSize;
+};
