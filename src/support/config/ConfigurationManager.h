@@ -22,22 +22,27 @@ public:
     ~ConfigurationManager() override;
 
     QJsonValue appConfig(const QString& key) const;
+    /// Emits appConfigChanged, also for the value that is there already. Null clears the key for its readers.
     void setAppConfig(const QString& key, const QJsonValue& value);
+    /// The whole application store; what is written through it counts after saveAppConfigJsonObj().
     QJsonObject& AppConfigJsonObj();
     void saveAppConfigJsonObj();
 
     QJsonValue globalValue(const QString& key) const;
     void setGlobalValue(const QString& key, const QJsonValue& value);
 
-    /// The device's object, empty for an unknown key; the reference stays valid until reset().
+    /// The device's object, empty for an unknown key; the reference stays valid.
     QJsonObject& controllerJsonObj(const QString& key);
     void saveControllerJsonObj(const QString& key);
 
+    /// Any thread. An empty key stands for the whole object of the controller.
     QJsonValue effectJsonValue(const QString& effectId, const QString& controllerId,
                                const QString& key) const;
-    /// The stored value merged over the object in `defaultFile`; an empty key stands for the whole object.
+    /// The stored value over the one in the object of `defaultFile`, relative to the working directory; two
+    /// objects are merged member by member. Without a good file the stored value alone.
     QJsonValue effectJsonValue(const QString& effectId, const QString& controllerId, const QString& key,
                                const QString& defaultFile) const;
+    /// In memory; saveEffectJsonObj() brings it to the disk.
     void setEffectJsonValue(const QString& effectId, const QString& controllerId, const QString& key,
                             const QJsonValue& value);
     QVariant effectVariant(const QString& effectId, const QString& controllerId, const QString& key) const;
@@ -45,14 +50,17 @@ public:
                           const QVariant& value);
     void saveEffectJsonObj(const QString& effectId);
 
+    /// Folder of the stores, dumps, logs and the user's pictures; without a slash at the end, as the others.
     QString configPath() const;
     QString logsPath() const;
+    /// Folder of what was downloaded.
     QString resourcesPath() const;
 
-    /// Writes everything at once.
+    /// Writes everything at once, unsaved effect values included, and brings the backups up to date.
     void save();
-    /// Forgets the application, controller and effect stores; the global store stays.
+    /// Forgets the application, controller and effect stores with files and backups; the global store stays.
     void reset();
+    /// The next start resets.
     void EnableCleanStartup();
 
 signals:

@@ -1,0 +1,357 @@
+#include "support/config/ConfigurationManager.h"
+
+#include "support/config/ConfigKeys.h"
+#include "support/config/EffectStore.h"
+#include "support/config/JsonFile.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
+#include <map>
+
+namespace {
+
+constexpr int kWriteDelayMs = 1000;
+constexpr int kLongestRetryMs = 60000;
+
+/// A flat object and its file, read at first use: by then the log system stands and hears of damage.
+class FlatStore
+{
+public:
+    explicit FlatStore(const QString& path)
+        : m_file(path)
+    {
+    }
+
+    QJsonObject& values()
+    {
+        if (!m_loaded) {
+            m_loaded = true;
+            m_values = m_file.load();
+        }
+        return m_values;
+    }
+    /// True when that changed something.
+    bool set(const QString& key, const QJsonValue& value)
+    {
+        const QJsonValue old = values().value(key);
+        if (old == value)
+            return false;
+        m_values.insert(key, value);
+        return true;
+    }
+    bool write() { return !m_loaded || m_file.write(m_values); }
+    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(m_values); }
+    bool reset()
+    {
+        m_loaded = true;
+        m_values = QJsonObject();
+        return m_file.remove();
+    }
+
+private:
+    JsonFile m_file;
+    QJsonObject m_values;
+    bool m_loaded = false;
+};
+
+/// The objects of all devices in one file. Every object has an address of its own, good for ever.
+class ControllerStore
+{
+public:
+    explicit ControllerStore(const QString& path)
+        : m_file(path)
+    {
+    }
+
+    QJsonObject& object(const QString& key)
+    {
+        if (!m_loaded)
+            load();
+        return m_objects[key];
+    }
+    bool write() { return !m_loaded || m_file.write(toJson()); }
+    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(toJson()); }
+    bool reset()
+    {
+        m_loaded = true;
+        m_others = QJsonObject();
+        for (auto& entry : m_objects)
+            entry.second = QJsonObject();
+        return m_file.remove();
+    }
+
+private:
+    void load()
+    {
+        m_loaded = true;
+        m_others = m_file.load();
+        for (auto member = m_others.begin(); member != m_others.end();) {
+            if (member.value().isObject()) {
+                m_objects[member.key()] = member.value().toObject();
+                member = m_others.erase(member);
+            } else {
+                ++member;
+            }
+        }
+    }
+    QJsonObject toJson() const
+    {
+        QJsonObject all = m_others;
+        for (const auto& [key, object] : m_objects) {
+            if (!object.isEmpty()) // an unknown device that somebody asked for
+                all.insert(key, object);
+        }
+        return all;
+    }
+
+    JsonFile m_file;
+    std::map<QString, QJsonObject> m_objects;
+    QJsonObject m_others; // members that are no device
+    bool m_loaded = false;
+};
+
+QString standardFolder(QStandardPaths::StandardLocation location)
+{
+    // Not the location of the application: the crash reporter and the tests look in the same place.
+    return QStandardPaths::writableLocation(location) + QLatin1String("/Lumivar");
+}
+
+} // namespace
+
+struct ConfigurationManager::Private
+{
+    Private(const QString& config, const QString& resources)
+        : configPath(config)
+        , resourcesPath(resources)
+        , app(config + QLatin1String("/app.json"))
+        , global(config + QLatin1String("/global.json"))
+        , controllers(config + QLatin1String("/controllers.json"))
+        , effects(config + QLatin1String("/effects"))
+    {
+    }
+
+    /// At most that many ms from now; a sooner appointment stands. Without an event loop save() is left.
+    void schedule(int ms)
+    {
+        if (!QCoreApplication::instance() || (timer.isActive() && timer.remainingTime() <= ms))
+            return;
+        timer.start(ms);
+    }
+    void settle(bool written)
+    {
+        retryMs = written ? kWriteDelayMs : std::min(retryMs * 2, kLongestRetryMs);
+        if (!written)
+            schedule(retryMs);
+    }
+    void writePending()
+    {
+        appDirty = appDirty && !app.write();
+        globalDirty = globalDirty && !global.write();
+        controllersDirty = controllersDirty && !controllers.write();
+        const bool effectsWritten = effects.writePending();
+        settle(effectsWritten && !appDirty && !globalDirty && !controllersDirty);
+    }
+    void mark(bool& dirty)
+    {
+        dirty = true;
+        schedule(kWriteDelayMs);
+    }
+
+    const QString configPath;
+    const QString resourcesPath;
+    FlatStore app;
+    FlatStore global;
+    ControllerStore controllers;
+    EffectStore effects;
+    bool appDirty = false;
+    bool globalDirty = false;
+    bool controllersDirty = false;
+    QTimer timer;
+    int retryMs = kWriteDelayMs;
+};
+
+ConfigurationManager* ConfigurationManager::instance()
+{
+    // Never destroyed: the crash handler and late destructors may still ask for it.
+    static ConfigurationManager* const manager = [] {
+        auto* created = new ConfigurationManager(standardFolder(QStandardPaths::GenericConfigLocation),
+                                                 standardFolder(QStandardPaths::GenericDataLocation));
+        if (QCoreApplication::instance())
+            created->moveToThread(QCoreApplication::instance()->thread());
+        return created;
+    }();
+    return manager;
+}
+
+ConfigurationManager::ConfigurationManager(const QString& configPath, const QString& resourcesPath,
+                                           QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>(configPath, resourcesPath))
+{
+    d->timer.setParent(this); // follows to another thread
+    d->timer.setSingleShot(true);
+    connect(&d->timer, &QTimer::timeout, this, [this] { d->writePending(); });
+    for (const QString& folder : {configPath, resourcesPath}) {
+        if (!QDir().mkpath(folder))
+            qWarning().noquote() << "[ConfigurationManager]: cannot create the folder" << folder;
+    }
+}
+
+ConfigurationManager::~ConfigurationManager()
+{
+    save();
+}
+
+QJsonValue ConfigurationManager::appConfig(const QString& key) const
+{
+    return d->app.values().value(key);
+}
+
+void ConfigurationManager::setAppConfig(const QString& key, const QJsonValue& value)
+{
+    if (d->app.set(key, value))
+        d->mark(d->appDirty);
+    emit appConfigChanged(key);
+}
+
+QJsonObject& ConfigurationManager::AppConfigJsonObj()
+{
+    return d->app.values();
+}
+
+void ConfigurationManager::saveAppConfigJsonObj()
+{
+    d->mark(d->appDirty);
+}
+
+QJsonValue ConfigurationManager::globalValue(const QString& key) const
+{
+    return d->global.values().value(key);
+}
+
+void ConfigurationManager::setGlobalValue(const QString& key, const QJsonValue& value)
+{
+    if (d->global.set(key, value))
+        d->mark(d->globalDirty);
+}
+
+QJsonObject& ConfigurationManager::controllerJsonObj(const QString& key)
+{
+    return d->controllers.object(key);
+}
+
+void ConfigurationManager::saveControllerJsonObj(const QString& key)
+{
+    Q_UNUSED(key) // all devices share a file
+    d->mark(d->controllersDirty);
+}
+
+QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const QString& controllerId,
+                                                 const QString& key) const
+{
+    return d->effects.value(effectId, controllerId, key);
+}
+
+QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const QString& controllerId,
+                                                 const QString& key, const QString& defaultFile) const
+{
+    const QJsonValue stored = d->effects.value(effectId, controllerId, key);
+    QFile file(defaultFile);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qInfo().noquote() << "[ConfigurationManager]: no defaults in" << defaultFile << file.errorString();
+        return stored;
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        qWarning().noquote() << "[ConfigurationManager]: broken defaults in" << defaultFile
+                             << error.errorString();
+        return stored;
+    }
+    const QJsonValue fallback = key.isEmpty() ? document.object() : document.object().value(key);
+    if (stored.isUndefined() || stored.isNull())
+        return fallback;
+    if (!stored.isObject() || !fallback.isObject())
+        return stored;
+    // Member by member, not deeper: a stored list of fragments replaces the default list.
+    QJsonObject merged = fallback.toObject();
+    const QJsonObject own = stored.toObject();
+    for (auto member = own.begin(); member != own.end(); ++member)
+        merged.insert(member.key(), member.value());
+    return merged;
+}
+
+void ConfigurationManager::setEffectJsonValue(const QString& effectId, const QString& controllerId,
+                                              const QString& key, const QJsonValue& value)
+{
+    d->effects.setValue(effectId, controllerId, key, value);
+}
+
+QVariant ConfigurationManager::effectVariant(const QString& effectId, const QString& controllerId,
+                                             const QString& key) const
+{
+    const QJsonValue value = effectJsonValue(effectId, controllerId, key);
+    return value.isNull() ? QVariant() : value.toVariant();
+}
+
+void ConfigurationManager::setEffectVariant(const QString& effectId, const QString& controllerId,
+                                            const QString& key, const QVariant& value)
+{
+    setEffectJsonValue(effectId, controllerId, key, QJsonValue::fromVariant(value));
+}
+
+void ConfigurationManager::saveEffectJsonObj(const QString& effectId)
+{
+    // Queued when this is another thread: the timer and the disk are the main thread's.
+    if (d->effects.markPending(effectId))
+        QMetaObject::invokeMethod(this, [this] { d->schedule(kWriteDelayMs); });
+}
+
+QString ConfigurationManager::configPath() const
+{
+    return d->configPath;
+}
+
+QString ConfigurationManager::logsPath() const
+{
+    return d->configPath + QLatin1String("/logs");
+}
+
+QString ConfigurationManager::resourcesPath() const
+{
+    return d->resourcesPath;
+}
+
+void ConfigurationManager::save()
+{
+    d->timer.stop();
+    d->appDirty = !d->app.writeWithBackup();
+    d->globalDirty = !d->global.writeWithBackup();
+    d->controllersDirty = !d->controllers.writeWithBackup();
+    const bool effectsWritten = d->effects.writeAll();
+    d->settle(effectsWritten && !d->appDirty && !d->globalDirty && !d->controllersDirty);
+}
+
+void ConfigurationManager::reset()
+{
+    if (!d->app.reset())
+        d->mark(d->appDirty);
+    if (!d->controllers.reset())
+        d->mark(d->controllersDirty);
+    d->effects.reset();
+}
+
+void ConfigurationManager::EnableCleanStartup()
+{
+    setGlobalValue(QLatin1String(ConfigKeys::kCleanStartup.key), true);
+    // At once: the reset that the user asked for must not be lost if quitting goes wrong.
+    d->globalDirty = !d->global.write();
+    d->settle(!d->globalDirty);
+}

@@ -1,0 +1,172 @@
+#include "support/config/JsonFile.h"
+
+#include <QDateTime>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <filesystem>
+#include <type_traits>
+
+namespace {
+
+QString backupPath(const QString& path)
+{
+    return path + QLatin1String(".bak");
+}
+
+QByteArray toBytes(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+}
+
+std::filesystem::path nativePath(const QString& path)
+{
+    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
+        return path.toStdWString();
+    else
+        return QFile::encodeName(path).toStdString();
+}
+
+void moveAside(const QString& path, const QString& reason)
+{
+    const QString aside = path + QLatin1String(".corrupt-") +
+                          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss-zzz"));
+    if (QFile::rename(path, aside))
+        qWarning().noquote() << "[ConfigurationManager]:" << path << reason << "and was kept as" << aside;
+    else
+        qWarning().noquote() << "[ConfigurationManager]:" << path << reason << "and cannot be moved aside";
+}
+
+} // namespace
+
+QJsonObject JsonFile::load()
+{
+    QJsonObject object;
+    if (read(m_path, &object)) {
+        m_saved = toBytes(object);
+        return object;
+    }
+    // m_saved stays empty: the next write puts the file back.
+    if (read(backupPath(m_path), &object))
+        qWarning().noquote() << "[ConfigurationManager]: the last good copy of" << m_path << "is used";
+    return object;
+}
+
+bool JsonFile::read(const QString& path, QJsonObject* object) const
+{
+    if (!QFileInfo::exists(path))
+        return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        moveAside(path, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+        return false;
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    file.close();
+    if (error.error == QJsonParseError::NoError && document.isObject()) {
+        *object = document.object();
+        return true;
+    }
+    moveAside(path, error.error == QJsonParseError::NoError
+                        ? QStringLiteral("holds no JSON object")
+                        : QStringLiteral("does not parse (%1 at byte %2)")
+                              .arg(error.errorString(), QString::number(error.offset)));
+    return false;
+}
+
+bool JsonFile::write(const QJsonObject& object)
+{
+    const QByteArray bytes = toBytes(object);
+    if (bytes == m_saved || (object.isEmpty() && m_saved.isEmpty()))
+        return true;
+    QString error;
+    if (replace(m_path, bytes, &error)) {
+        if (m_failing)
+            qInfo().noquote() << "[ConfigurationManager]:" << m_path << "can be written again";
+        m_saved = bytes;
+        m_backupIsEqual = false;
+        m_failing = false;
+        return true;
+    }
+    if (!m_failing) {
+        qWarning().noquote() << "[ConfigurationManager]: cannot write" << m_path << "(" + error + ");"
+                             << "the values stay in memory and writing is tried again";
+    }
+    m_failing = true;
+    return false;
+}
+
+bool JsonFile::writeWithBackup(const QJsonObject& object)
+{
+    if (!m_saved.isEmpty() && !QFileInfo::exists(m_path)) { // deleted behind our back
+        m_saved.clear();
+        m_backupIsEqual = false;
+    }
+    if (!write(object))
+        return false;
+    if (m_saved.isEmpty() || m_backupIsEqual)
+        return true;
+    QFile backup(backupPath(m_path));
+    m_backupIsEqual = backup.open(QIODevice::ReadOnly) && backup.readAll() == m_saved;
+    backup.close();
+    QString error;
+    if (!m_backupIsEqual)
+        m_backupIsEqual = replace(backupPath(m_path), m_saved, &error);
+    if (!m_backupIsEqual)
+        qWarning().noquote() << "[ConfigurationManager]: no backup of" << m_path << "(" + error + ")";
+    return true; // the file itself is safe
+}
+
+bool JsonFile::replace(const QString& path, const QByteArray& bytes, QString* error)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QSaveFile file(path);
+    // Everything is written and flushed before the old file is touched: a full disk costs nothing.
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()) {
+        if (path == m_path && !m_saved.isEmpty())
+            keepAsBackup();
+        if (file.commit())
+            return true;
+    }
+    *error = file.errorString();
+    return false;
+}
+
+/// The whole file that is about to be replaced becomes the backup. A hard link moves no data; where the file
+/// system has none, it is copied. A failure is no reason not to write the new file.
+void JsonFile::keepAsBackup() const
+{
+    namespace fs = std::filesystem;
+    const QString current = QFileInfo(m_path).canonicalFilePath(); // a link to a link would follow the file
+    const QString fresh = backupPath(m_path) + QLatin1String(".new");
+    QFile::remove(fresh);
+    std::error_code error;
+    fs::create_hard_link(nativePath(current), nativePath(fresh), error);
+    if (error && !QFile::copy(current, fresh))
+        return;
+    fs::rename(nativePath(fresh), nativePath(backupPath(m_path)), error);
+    QFile::remove(fresh); // still there when both names were one file already
+}
+
+bool JsonFile::remove()
+{
+    m_saved.clear();
+    m_backupIsEqual = false;
+    m_failing = false;
+    const QFileInfo info(m_path);
+    bool removed = true;
+    const QStringList filters{info.fileName(), info.fileName() + QLatin1String(".*")};
+    for (const QString& name : info.dir().entryList(filters, QDir::Files | QDir::Hidden | QDir::System)) {
+        if (!QFile::remove(info.dir().filePath(name))) {
+            qWarning().noquote() << "[ConfigurationManager]: cannot remove" << info.dir().filePath(name);
+            removed = false;
+        }
+    }
+    if (!removed)
+        m_saved = "?"; // so that even an empty object replaces what is left
+    return removed;
+}
