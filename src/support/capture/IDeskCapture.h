@@ -17,7 +17,7 @@ public:
     /// The newest finished frame at the output size, 8-bit red, green, blue, alpha; empty when none is ready.
     /// The frame owns its pixels.
     virtual cv::Mat grabFrame() = 0;
-    /// Frames handed over since the capture exists.
+    /// Frames grabbed since the capture exists. It stands still while nobody pulls.
     virtual quint64 frameCount() = 0;
     virtual void setOutputSize(int width, int height) = 0;
 };

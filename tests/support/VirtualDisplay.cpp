@@ -1,0 +1,106 @@
+#include "VirtualDisplay.h"
+
+#include <QDebug>
+#include <QProcessEnvironment>
+#include <QRect>
+
+namespace {
+constexpr int kStartMs = 20000;
+constexpr int kProgramMs = 20000;
+
+QProcessEnvironment environmentFor(const QByteArray& display)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    return environment;
+}
+} // namespace
+
+VirtualDisplay::VirtualDisplay(QSize screenSize, int depth)
+    : m_screenSize(screenSize)
+    , m_depth(depth)
+{
+}
+
+VirtualDisplay::~VirtualDisplay()
+{
+    stop();
+}
+
+bool VirtualDisplay::start()
+{
+    // The server writes its number to standard output when it listens.
+    QStringList arguments;
+    if (!m_name.isEmpty())
+        arguments << QString::fromLatin1(m_name);
+    arguments << QStringLiteral("-displayfd") << QStringLiteral("1") << QStringLiteral("-noreset")
+              << QStringLiteral("-nolisten") << QStringLiteral("tcp") << QStringLiteral("-screen")
+              << QStringLiteral("0")
+              << QStringLiteral("%1x%2x%3").arg(m_screenSize.width()).arg(m_screenSize.height()).arg(m_depth);
+    m_server.setStandardErrorFile(QProcess::nullDevice());
+    m_server.start(QStringLiteral("Xvfb"), arguments);
+    QByteArray number;
+    while (!number.endsWith('\n')) {
+        if (!m_server.waitForReadyRead(kStartMs)) {
+            qWarning() << "Xvfb does not start:" << m_server.errorString();
+            stop();
+            return false;
+        }
+        number += m_server.readAllStandardOutput();
+    }
+    m_name = ':' + number.trimmed();
+    return true;
+}
+
+void VirtualDisplay::stop()
+{
+    if (m_server.state() == QProcess::NotRunning)
+        return;
+    m_server.kill();
+    m_server.waitForFinished();
+}
+
+void VirtualDisplay::use() const
+{
+    qputenv("DISPLAY", m_name);
+}
+
+bool VirtualDisplay::run(const QString& program, const QStringList& arguments, QByteArray* output) const
+{
+    QProcess process;
+    startProgram(process, program, arguments);
+    if (!process.waitForFinished(kProgramMs) || process.exitStatus() != QProcess::NormalExit ||
+        process.exitCode() != 0) {
+        qWarning() << program << arguments << "failed:" << process.errorString()
+                   << process.readAllStandardError();
+        return false;
+    }
+    if (output)
+        *output = process.readAllStandardOutput();
+    return true;
+}
+
+void VirtualDisplay::startProgram(QProcess& process, const QString& program,
+                                  const QStringList& arguments) const
+{
+    process.setProcessEnvironment(environmentFor(m_name));
+    process.start(program, arguments);
+}
+
+bool VirtualDisplay::setMonitor(const QString& monitor, const QRect& geometry, bool primary) const
+{
+    // xrandr reads a monitor as width/mm x height/mm + x + y; a star makes it the primary one.
+    const QString place = QStringLiteral("%1/%1x%2/%2+%3+%4")
+                              .arg(geometry.width())
+                              .arg(geometry.height())
+                              .arg(geometry.x())
+                              .arg(geometry.y());
+    const QString shown = primary ? QLatin1Char('*') + monitor : monitor;
+    return run(QStringLiteral("xrandr"),
+               {QStringLiteral("--setmonitor"), shown, place, QStringLiteral("none")});
+}
+
+bool VirtualDisplay::removeMonitor(const QString& monitor) const
+{
+    return run(QStringLiteral("xrandr"), {QStringLiteral("--delmonitor"), monitor});
+}

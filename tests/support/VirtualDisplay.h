@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QSize>
+
+/// An X server of the test's own (Xvfb), on a free display number that the server itself chooses.
+/// Ends with this object.
+class VirtualDisplay
+{
+public:
+    explicit VirtualDisplay(QSize screenSize = QSize(1920, 1080), int depth = 24);
+    ~VirtualDisplay();
+
+    /// Waits until the server listens. Once stopped it comes back under the same number. False, with a
+    /// warning that says why, when it does not come up.
+    bool start();
+    /// Kills the server, as a crash would. Does nothing when it is not running.
+    void stop();
+
+    /// Such as ":7"; empty before the first start.
+    QByteArray name() const { return m_name; }
+    /// Points this process and its children at the display by the environment variable.
+    void use() const;
+
+    /// Runs an X program there and waits for it; false unless it ends with 0. Its standard output is kept
+    /// in `output` where given.
+    bool run(const QString& program, const QStringList& arguments, QByteArray* output = nullptr) const;
+    /// Starts an X program there that stays; the caller owns it.
+    void startProgram(QProcess& process, const QString& program, const QStringList& arguments) const;
+
+    /// Declares a monitor over part of the screen. `primary` also makes it the primary one.
+    bool setMonitor(const QString& monitor, const QRect& geometry, bool primary = false) const;
+    bool removeMonitor(const QString& monitor) const;
+
+private:
+    const QSize m_screenSize;
+    const int m_depth;
+    QByteArray m_name;
+    QProcess m_server;
+};
