@@ -13,12 +13,6 @@ constexpr int kRefreshMs = 800;
 constexpr qint64 kReportMs = 3000;
 constexpr int kMaxLeds = 0xFFFF; ///< what the devices' frames can state
 
-float configuredGama()
-{
-    const auto value = ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kGama.key));
-    return static_cast<float>(value.toDouble(ConfigKeys::kGama.fallback));
-}
-
 template <typename T>
 QJsonValue member(const QJsonObject& object, const ConfigKeys::Setting<T>& setting)
 {
@@ -40,6 +34,12 @@ AbsRGBController::AbsRGBController(QObject* parent)
     m_options.gama = configuredGama();
     connect(ConfigurationManager::instance(), &ConfigurationManager::appConfigChanged, this,
             &AbsRGBController::onStrapColorOffsetParamChanged, Qt::QueuedConnection);
+}
+
+float AbsRGBController::configuredGama()
+{
+    const auto value = ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kGama.key));
+    return static_cast<float>(value.toDouble(ConfigKeys::kGama.fallback));
 }
 
 AbsRGBController::~AbsRGBController()

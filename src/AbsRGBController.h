@@ -22,6 +22,8 @@ public:
     ~AbsRGBController() override;
 
     const ControlOptions& options() const { return m_options; }
+    /// The gamma that the settings give to every device.
+    static float configuredGama();
 
     void setBrightness(float brightness);
     void setEnable(bool enable);

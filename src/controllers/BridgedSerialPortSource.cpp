@@ -1,0 +1,109 @@
+#include "controllers/BridgedSerialPortSource.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace {
+constexpr int kDebounceMs = 20;
+constexpr int kPollMs = 2000; ///< for folders that cannot be watched or do not exist yet
+constexpr qint64 kMaxFileBytes = 1 << 20;
+} // namespace
+
+BridgedSerialPortSource::BridgedSerialPortSource(const QString& file, QObject* parent)
+    : ISerialPortSource(parent)
+    , m_file(QFileInfo(file).absoluteFilePath())
+{
+    m_debounce.setSingleShot(true);
+    m_debounce.setInterval(kDebounceMs);
+    connect(&m_debounce, &QTimer::timeout, this, &BridgedSerialPortSource::reload);
+    connect(&m_poll, &QTimer::timeout, this, &BridgedSerialPortSource::reload);
+    const auto soon = [this] { m_debounce.start(); };
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, soon);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, soon);
+    watchFile();
+    read();
+    m_poll.start(kPollMs);
+}
+
+QString BridgedSerialPortSource::fileFromEnvironment()
+{
+    return qEnvironmentVariable("LUMIVAR_SERIAL_PORTS");
+}
+
+std::optional<QList<SerialPortRecord>> BridgedSerialPortSource::parse(const QByteArray& json, QString* error)
+{
+    QJsonParseError parseError{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
+    if (!document.isArray()) {
+        *error = document.isNull() ? parseError.errorString() : QStringLiteral("not an array");
+        return std::nullopt;
+    }
+    QList<SerialPortRecord> ports;
+    const QJsonArray array = document.array();
+    for (const QJsonValue& value : array) {
+        const QJsonObject entry = value.toObject();
+        const SerialPortRecord record{entry.value(QLatin1String("name")).toString(),
+                                      entry.value(QLatin1String("location")).toString(),
+                                      entry.value(QLatin1String("description")).toString()};
+        if (record.isValid() && !record.systemLocation.isEmpty())
+            ports.append(record);
+    }
+    return ports;
+}
+
+void BridgedSerialPortSource::watchFile()
+{
+    // Writers replace the file, which ends the watch on it; the folder tells of the new one.
+    const QString folder = QFileInfo(m_file).path();
+    if (!m_watcher.directories().contains(folder) && QFileInfo(folder).isDir())
+        m_watcher.addPath(folder);
+    if (!m_watcher.files().contains(m_file) && QFileInfo::exists(m_file))
+        m_watcher.addPath(m_file);
+}
+
+bool BridgedSerialPortSource::read()
+{
+    QFile file(m_file);
+    QByteArray bytes;
+    if (file.open(QIODevice::ReadOnly))
+        bytes = file.read(kMaxFileBytes);
+    else if (file.exists())
+        bytes = m_lastBytes; // not readable at present
+    else
+        m_ports.clear();
+    if (bytes == m_lastBytes)
+        return true;
+    m_lastBytes = bytes;
+    if (bytes.isEmpty())
+        return true;
+    QString error;
+    const auto ports = parse(bytes, &error);
+    if (!ports) {
+        qWarning().noquote() << "[SerialPort]: Ignored broken list of serial ports" << m_file << error;
+        return false;
+    }
+    m_ports = *ports;
+    return true;
+}
+
+void BridgedSerialPortSource::reload()
+{
+    watchFile();
+    const QList<SerialPortRecord> before = m_ports;
+    if (!read())
+        return;
+    const QList<SerialPortRecord> now = m_ports; // a receiver may cause the next reload
+    for (const SerialPortRecord& port : now) {
+        const auto same = [&](const SerialPortRecord& known) {
+            return known.name == port.name && known.systemLocation == port.systemLocation;
+        };
+        if (std::none_of(before.cbegin(), before.cend(), same))
+            emit portArrived(port.name);
+    }
+}

@@ -1,0 +1,62 @@
+#include "controllers/ControllerDefaults.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+constexpr int kMaxLeds = 0xFFFF;
+constexpr int kFamilySize = 4; ///< models that share these characters share pictures
+
+QJsonObject readModel(const QString& path, const QString& model)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qCritical().noquote().nospace()
+            << "[ControllerEnumerator]: Failed to open \"" << path << "\", errStr:" << file.errorString();
+    QJsonParseError error{};
+    const QJsonDocument document =
+        QJsonDocument::fromJson(file.isOpen() ? file.readAll() : QByteArray(), &error);
+    if (error.error != QJsonParseError::NoError)
+        qCritical().noquote().nospace()
+            << "[ControllerEnumerator]: Failed to parse json document from LVController.json, errStr:"
+            << error.errorString();
+    return document.object().value(model).toObject();
+}
+
+QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString& model)
+{
+    const QString path = defaults.value(QLatin1String(kind)).toString();
+    if (path.isEmpty())
+        qWarning().noquote() << "The filename is empty of the" << kind << "of the controller" << model;
+    const QImage picture(path);
+    if (picture.isNull())
+        qWarning().noquote().nospace()
+            << "Failed to load " << kind << " of the controller " << model << ", image path:" << path;
+    return picture;
+}
+
+} // namespace
+
+void ControllerDefaults::apply(ControlOptions& options, const QString& path)
+{
+    const QJsonObject defaults = readModel(path, options.model);
+    options.brightness = static_cast<float>(defaults.value(QLatin1String("brightness")).toDouble(0.8));
+    const int nbLeds = defaults.value(QLatin1String("nbLeds")).toInt(0);
+    options.nbLeds = nbLeds < 0 || nbLeds > kMaxLeds ? 0 : static_cast<std::uint32_t>(nbLeds);
+    options.ledPerUnit = defaults.value(QLatin1String("ledPerUnit")).toInt(1);
+    options.adjustableLength = defaults.value(QLatin1String("adjustableLength")).toBool(false);
+    options.unavailable_modes = defaults.value(QLatin1String("unavailable_modes")).toArray();
+
+    options.icon = loadPicture(defaults, "icon", options.model);
+    options.image = loadPicture(defaults, "image", options.model);
+    if (options.model.size() < kFamilySize)
+        return;
+    const QString family = options.model.left(kFamilySize);
+    if (options.icon.isNull())
+        options.icon.load(QStringLiteral("images/productIcons/%1.jpg").arg(family));
+    if (options.image.isNull())
+        options.image.load(QStringLiteral("images/products/%1.jpg").arg(family));
+}

@@ -1,0 +1,102 @@
+#include "controllers/LVController.h"
+
+#include "controllers/LVSerialPort.h"
+#include "controllers/LedFrame.h"
+#include "controllers/ThreadStartHook.h"
+#include "support/log/Loggers.h"
+
+#include <QDebug>
+#include <QThread>
+
+namespace {
+constexpr int kReleaseMs = 500;
+constexpr int kReleaseGraceMs = 50; ///< for a busy machine, on top of what the port allows itself
+} // namespace
+
+LVController::LVController(const ControlOptions& options, LVSerialPort* serial, QObject* parent)
+    : AbsRGBController(parent)
+    , m_serial(serial)
+{
+    m_options = options;
+    connect(this, &LVController::writeToPort, m_serial, &LVSerialPort::write, Qt::QueuedConnection);
+    connect(m_serial, &LVSerialPort::errorOccurred, this, &LVController::onSerialError, Qt::QueuedConnection);
+    m_thread = new QThread(this);
+    m_thread->setObjectName(QStringLiteral("serial ") + options.portName);
+    connect(m_thread, &QThread::started, [] { runThreadStartHook(); }); // no context: runs on the new thread
+    m_serial->port()->moveToThread(m_thread);
+    m_serial->moveToThread(m_thread);
+    m_thread->start();
+    connect(m_serial, &LVSerialPort::deviceCommand1, this, &LVController::onDevCmd1, Qt::QueuedConnection);
+    connect(m_serial->port(), &QIODevice::readyRead, m_serial, &LVSerialPort::onDevCmdArrival);
+    QMetaObject::invokeMethod(m_serial, &LVSerialPort::startPacing, Qt::QueuedConnection);
+}
+
+LVController::~LVController()
+{
+    beginRelease();
+    const auto timeout = static_cast<int>(m_releaseDeadline.remainingTime()) + kReleaseGraceMs;
+    const bool portClosed = m_release->done.tryAcquire(1, timeout);
+    m_serial->deleteLater();
+    stopThread(portClosed);
+    qDebug().noquote() << "[Controller]:" << m_options.id
+                       << "The port is released, the black buffer is writeen: " << m_release->blackWritten
+                       << ", nbLEDS:" << m_options.nbLeds;
+}
+
+void LVController::writeColors(const QVector<LV_RGB>& colors)
+{
+    if (LedFrame::statedCount(m_header) == 0)
+        return;
+    emit writeToPort(LedFrame::build(m_header, colors));
+}
+
+void LVController::rebuildHeader()
+{
+    m_header = LedFrame::header(m_options.nbLeds);
+}
+
+void LVController::beginRelease()
+{
+    if (m_release)
+        return;
+    m_release = std::make_shared<PortRelease>();
+    m_releaseDeadline = QDeadlineTimer(kReleaseMs, Qt::PreciseTimer);
+    QByteArray black;
+    if (LedFrame::statedCount(m_header) > 0)
+        black = LedFrame::build(m_header, blackColors());
+    QMetaObject::invokeMethod(
+        m_serial,
+        [serial = m_serial, black, deadline = m_releaseDeadline, result = m_release] {
+            serial->release(black, deadline, result);
+        },
+        Qt::QueuedConnection);
+}
+
+void LVController::stopThread(bool portClosed)
+{
+    m_thread->quit();
+    if (portClosed) {
+        m_thread->wait(); // nothing is left on it that could block
+        m_thread->deleteLater();
+        return;
+    }
+    // The driver holds the thread; leaving it behind is better than not ending.
+    qWarning().noquote() << "[Controller]:" << m_options.id << "its port does not close";
+    connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
+    m_thread->setParent(nullptr);
+}
+
+void LVController::onDevCmd1()
+{
+    LOG4CPLUS_INFO(deviceLogger(), toLogString(QStringLiteral("Device button clicked ") + m_options.id));
+    emit devActionActived(0);
+}
+
+void LVController::onSerialError(QSerialPort::SerialPortError error, QString description)
+{
+    const auto status = LVSerialPort::statusOf(error);
+    if (!status || *status == m_options.status)
+        return;
+    m_options.status = *status;
+    emit statusChanged(*status, description);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "AbsRGBController.h"
+
+#include <QDeadlineTimer>
+#include <QSerialPort>
+#include <memory>
+
+class LVSerialPort;
+struct PortRelease;
+class QThread;
+
+/// A physical strip on a serial line. The controller stays on the main thread, its port gets a thread of its
+/// own. Blacks the strip out when it goes.
+class LVController : public AbsRGBController
+{
+    Q_OBJECT
+
+public:
+    /// Takes the open port over.
+    LVController(const ControlOptions& options, LVSerialPort* serial, QObject* parent);
+    /// Waits for the black-out: half a second at most.
+    ~LVController() override;
+
+    void writeColors(const QVector<LV_RGB>& colors) override;
+    void rebuildHeader() override;
+    void beginRelease() override;
+
+signals:
+    void writeToPort(QByteArray bytes);
+
+private slots:
+    void onDevCmd1();
+    void onSerialError(QSerialPort::SerialPortError error, QString description);
+
+private:
+    void stopThread(bool portClosed);
+
+    QByteArray m_header;
+    LVSerialPort* m_serial;
+    QThread* m_thread = nullptr;
+    std::shared_ptr<PortRelease> m_release;
+    QDeadlineTimer m_releaseDeadline;
+};

@@ -1,0 +1,183 @@
+#include "controllers/LVControllerEnumerator.h"
+
+#include "controllers/ControllerDefaults.h"
+#include "controllers/LVController.h"
+#include "controllers/LVSerialPort.h"
+#include "controllers/ProbeDialogue.h"
+#include "support/log/Loggers.h"
+
+#include <QDebug>
+#include <QThread>
+
+namespace {
+
+void logInfo(const QString& text)
+{
+    LOG4CPLUS_INFO(deviceLogger(), toLogString(text));
+}
+
+void logWarning(const QString& text)
+{
+    LOG4CPLUS_WARN(deviceLogger(), toLogString(text));
+}
+
+QString quoted(const QString& text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+/// The last reference may go within a signal of the controller, so it is deleted later; its light goes out
+/// now, and several that go together do so at the same time.
+void releaseController(AbsRGBController* controller)
+{
+    if (controller->thread() == QThread::currentThread())
+        controller->beginRelease();
+    controller->deleteLater();
+}
+
+} // namespace
+
+LVControllerEnumerator::LVControllerEnumerator(std::unique_ptr<ISerialPortSource> source,
+                                               DiscoveryTiming timing, QObject* parent)
+    : IDeviceEnumerator(parent)
+    , m_source(source ? std::move(source) : CombinedSerialPortSource::createDefault())
+    , m_timing(timing)
+{
+    qRegisterMetaType<AbsRGBControllerPtr>("AbsRGBControllerPtr");
+    qRegisterMetaType<AbsRGBControllerPtr>("QSharedPointer<AbsRGBController>");
+    walkPorts();
+    connect(this, &LVControllerEnumerator::deviceArrival, this, &LVControllerEnumerator::onDeviceArrival,
+            Qt::QueuedConnection);
+    connect(m_source.get(), &ISerialPortSource::portArrived, this, [this](const QString& name) {
+        logInfo(QStringLiteral("Received a new device from system event: ") + name);
+        emit deviceArrival(name);
+    });
+    m_scanTimer.setInterval(m_timing.scanMs);
+    connect(&m_scanTimer, &QTimer::timeout, this, &LVControllerEnumerator::scanCH340Devices);
+    m_scanTimer.start();
+}
+
+LVControllerEnumerator::~LVControllerEnumerator() = default;
+
+void LVControllerEnumerator::walkPorts()
+{
+    logInfo(QStringLiteral("Begin scan devices list"));
+    auto* walk = new QTimer(this);
+    connect(walk, &QTimer::timeout, this, [this, walk, ports = m_source->availablePorts()]() mutable {
+        if (ports.isEmpty()) {
+            logInfo(QStringLiteral("End scan devices list"));
+            walk->stop();
+            walk->deleteLater();
+            return;
+        }
+        makeController(ports.takeFirst().name);
+    });
+    walk->start(m_timing.walkMs);
+}
+
+void LVControllerEnumerator::onDeviceArrival(QString deviceName)
+{
+    QTimer::singleShot(m_timing.arrivalMs, this, [this, deviceName] { makeController(deviceName); });
+}
+
+void LVControllerEnumerator::scanCH340Devices()
+{
+    if (m_pendingDevices.isEmpty())
+        return;
+    QSet<QString> present;
+    const QList<SerialPortRecord> ports = m_source->availablePorts();
+    for (const SerialPortRecord& port : ports)
+        present.insert(port.name);
+    const QSet<QString> names = m_pendingDevices;
+    for (const QString& name : names) {
+        const QPointer<LVController> controller = m_adopted.value(name);
+        if (controller && controller->options().status == 0)
+            m_pendingDevices.remove(name); // a second arrival failed on the port that is ours already
+        else if (present.contains(name))   // the others wait silently for their return
+            onDeviceArrival(name);
+    }
+}
+
+void LVControllerEnumerator::makeController(const QString& portName)
+{
+    logInfo(QStringLiteral("Start verifying device: ") + portName);
+    const SerialPortRecord record = m_source->find(portName);
+    if (!record.description.contains(QLatin1String("CH340"))) {
+        logInfo(QStringLiteral("Unknown device ") + portName);
+        return;
+    }
+    auto* dialogue = new ProbeDialogue(record, this);
+    connect(dialogue, &ProbeDialogue::answered, this,
+            [this, dialogue](const QByteArray& raw) { onReply(dialogue, raw); });
+    connect(dialogue, &ProbeDialogue::timedOut, this, [this, dialogue] { onTimedOut(dialogue); });
+    connect(dialogue, &ProbeDialogue::lost, this, [this, dialogue] { refuse(dialogue); });
+    if (!dialogue->start(m_timing.replyMs)) {
+        logWarning(QStringLiteral("Failed to init the serial port ") + portName);
+        m_pendingDevices.insert(portName);
+        delete dialogue;
+    }
+}
+
+void LVControllerEnumerator::onTimedOut(ProbeDialogue* dialogue)
+{
+    logInfo(QStringLiteral("device response timeout\uFF1A") + dialogue->portName());
+    m_pendingDevices.insert(dialogue->portName());
+    dialogue->deleteLater();
+}
+
+void LVControllerEnumerator::refuse(ProbeDialogue* dialogue)
+{
+    logInfo(QStringLiteral("Failed to verify deviece ") + dialogue->portName());
+    m_pendingDevices.insert(dialogue->portName());
+    dialogue->deleteLater();
+}
+
+void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& raw)
+{
+    const ProbeReply reply = ProbeReply::parse(raw);
+    if (!reply.isValid()) {
+        refuse(dialogue);
+        return;
+    }
+    const QString portName = dialogue->portName();
+    logInfo(quoted(portName) + QStringLiteral(" removed the raw string tail: ") + quoted(reply.text));
+    if (reply.hasSerial)
+        logInfo(QStringLiteral("Loading device serial and model: ") + reply.text);
+    else
+        logWarning(QStringLiteral("The device has no serial: ") + reply.text);
+    logInfo(quoted(portName) + QStringLiteral(" id: ") + quoted(reply.id));
+
+    LVController* controller = adopt(dialogue, reply);
+    const AbsRGBControllerPtr shared(controller, &releaseController);
+    logInfo(QStringLiteral("ControllerEnumerator found a device:") + controller->options().id);
+    m_pendingDevices.remove(portName);
+    m_adopted.insert(portName, controller);
+    // A controller that failed, or that was refused because its predecessor was still there, frees the port:
+    // the scan brings the device back even where the system reports no new arrival.
+    connect(controller, &QObject::destroyed, this, [this, portName] { m_pendingDevices.insert(portName); });
+    emit deviceEnabled(shared);
+}
+
+LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const ProbeReply& reply)
+{
+    ControlOptions options;
+    options.portName = dialogue->portName();
+    options.model = reply.model;
+    options.serial = reply.serial;
+    options.id = reply.id;
+    options.gama = AbsRGBController::configuredGama();
+    ControllerDefaults::apply(options);
+    if (options.icon.isNull())
+        options.icon.load(QStringLiteral(":/images/Lv0127Icon.jpg"));
+    if (options.image.isNull())
+        options.image = options.icon;
+
+    auto* controller = new LVController(options, dialogue->takePort(), nullptr);
+    dialogue->deleteLater();
+    controller->loadConfig();
+    if (controller->options().kindName.isEmpty())
+        controller->setKindName(controller->options().model);
+    controller->rebuildHeader();
+    controller->saveConfig();
+    return controller;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "controllers/IDeviceEnumerator.h"
+#include "controllers/ProbeReply.h"
+#include "controllers/SerialPortSource.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+
+class LVController;
+class ProbeDialogue;
+
+/// How long discovery takes its time, in ms; tests shorten it.
+struct DiscoveryTiming
+{
+    int walkMs = 100;    ///< between two ports of the start-up scan
+    int scanMs = 5000;   ///< between two retries of failed ports
+    int arrivalMs = 500; ///< a port settles after its arrival
+    int replyMs = 5000;  ///< a device answers within
+};
+
+/// Finds the strips on serial ports: asks every port that may have one at start, when it arrives, and again
+/// as long as it fails. Main thread.
+class LVControllerEnumerator : public IDeviceEnumerator
+{
+    Q_OBJECT
+
+public:
+    /// Without a source it follows the system's ports and those named in the environment.
+    explicit LVControllerEnumerator(std::unique_ptr<ISerialPortSource> source = nullptr,
+                                    DiscoveryTiming timing = {}, QObject* parent = nullptr);
+    ~LVControllerEnumerator() override;
+
+    /// The ports whose verification failed and that are tried again.
+    const QSet<QString>& pendingDevices() const { return m_pendingDevices; }
+
+signals:
+    void deviceArrival(QString deviceName);
+
+private slots:
+    void onDeviceArrival(QString deviceName);
+    void scanCH340Devices();
+
+private:
+    void walkPorts();
+    void makeController(const QString& portName);
+    void onTimedOut(ProbeDialogue* dialogue);
+    void onReply(ProbeDialogue* dialogue, const QByteArray& raw);
+    void refuse(ProbeDialogue* dialogue);
+    LVController* adopt(ProbeDialogue* dialogue, const ProbeReply& reply);
+
+    std::unique_ptr<ISerialPortSource> m_source;
+    DiscoveryTiming m_timing;
+    QSet<QString> m_pendingDevices;
+    QTimer m_scanTimer;
+    QHash<QString, QPointer<LVController>> m_adopted; ///< by port name
+};

@@ -1,0 +1,227 @@
+#include "controllers/LVSerialPort.h"
+
+#include <QDebug>
+
+namespace {
+
+constexpr qint64 kReportMs = 5000;
+constexpr int kDrainPollMs = 2;
+constexpr int kSettleMs = 15; ///< lets the adapter pass on its last bytes before the port closes
+constexpr int kLoggedBytes = 256;
+
+} // namespace
+
+LVSerialPort::LVSerialPort(QObject* parent)
+    : QObject(parent)
+    , m_port(new QSerialPort)
+{
+    qRegisterMetaType<QByteArray>("QByteArray");
+    qRegisterMetaType<QSerialPort::SerialPortError>();
+    m_clock.start();
+    for (QTimer* timer : {&m_paceTimer, &m_drainTimer}) {
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+    }
+    connect(&m_paceTimer, &QTimer::timeout, this, &LVSerialPort::sendWaiting);
+    connect(&m_drainTimer, &QTimer::timeout, this, &LVSerialPort::checkDrained);
+}
+
+LVSerialPort::~LVSerialPort()
+{
+    m_port->disconnect(this);
+    if (m_port->isOpen())
+        m_port->close();
+    m_port->deleteLater();
+}
+
+bool LVSerialPort::init(const SerialPortRecord& record)
+{
+    m_name = record.name;
+    m_port->setPortName(record.systemLocation);
+    m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
+    m_port->setDataBits(QSerialPort::Data8);
+    m_port->setParity(QSerialPort::NoParity);
+    if (!m_port->open(QIODevice::ReadWrite)) {
+        qWarning().noquote().nospace() << "[SerialPort]: Failed to open the serial port " << m_name
+                                       << "\r\n\terror: " << static_cast<int>(m_port->error());
+        return false;
+    }
+    m_port->clear(QSerialPort::AllDirections);
+    connect(m_port, &QSerialPort::errorOccurred, this, &LVSerialPort::onPortError);
+    connect(m_port, &QSerialPort::bytesWritten, this, &LVSerialPort::sendWaiting);
+    return true;
+}
+
+void LVSerialPort::startPacing()
+{
+    m_writeTimer.start();
+    m_dropReportTimer.start();
+    m_paced = true;
+}
+
+void LVSerialPort::write(QByteArray bytes)
+{
+    if (m_dead || m_release || !m_port->isOpen())
+        return;
+    if (!m_paced) {
+        m_port->write(bytes);
+        return;
+    }
+    if (!m_waiting.isEmpty()) {
+        ++m_dropped;
+        reportDrops();
+    }
+    m_waiting = bytes;
+    sendWaiting();
+}
+
+void LVSerialPort::sendWaiting()
+{
+    if (m_waiting.isEmpty() || m_dead || m_port->bytesToWrite() > 0)
+        return; // bytesWritten() leads back here
+    const qint64 delayUs = m_pacer.delayUs(nowUs(), m_waiting.size());
+    if (delayUs > 0) {
+        m_paceTimer.start(static_cast<int>((delayUs + 999) / 1000));
+        return;
+    }
+    m_paceTimer.stop();
+    const QByteArray frame = m_waiting;
+    m_waiting.clear();
+    transmit(frame);
+    reportWrite();
+}
+
+void LVSerialPort::transmit(const QByteArray& bytes)
+{
+    m_port->write(bytes);
+    m_pacer.sent(nowUs(), bytes.size());
+}
+
+void LVSerialPort::reportWrite()
+{
+    m_writeTimeSum += static_cast<double>(m_writeTimer.restart());
+    ++m_writeCount;
+    if (m_writeTimeSum > static_cast<double>(kReportMs) && m_writeCount >= 1) {
+        qInfo().noquote().nospace() << "[[loop]][SerialPort]: Mean write time: "
+                                    << m_writeTimeSum / m_writeCount << "ms";
+        m_writeTimeSum = 0.0;
+        m_writeCount = 0;
+    }
+}
+
+void LVSerialPort::reportDrops()
+{
+    if (m_dropReportTimer.elapsed() < kReportMs)
+        return;
+    qInfo().noquote().nospace() << "[[loop]][SerialPort]: " << m_name << " could not carry "
+                                << m_dropped - m_reportedDrops << " frames in " << m_dropReportTimer.restart()
+                                << "ms";
+    m_reportedDrops = m_dropped;
+}
+
+void LVSerialPort::onDevCmdArrival()
+{
+    // A device that talks without end must not fill the log.
+    const QByteArray data = m_port->readAll();
+    const QByteArray shown = data.left(kLoggedBytes);
+    qDebug() << "*****Received some data from " << m_name << shown << "toint() " << shown.toInt(nullptr, 10)
+             << " QByteArray::fromHex(00) " << QByteArray::fromHex("00");
+    // Stops at the first NUL, so whatever follows a leading 0x00 still counts as a press.
+    if (QString::fromUtf8(data.constData()).isEmpty()) {
+        qDebug() << "======================Received click signal from" << m_name
+                 << " rawData======================" << shown;
+        emit deviceCommand1();
+    } else {
+        qDebug() << "======================Received a unknown data ======================" << shown;
+    }
+}
+
+std::optional<quint32> LVSerialPort::statusOf(QSerialPort::SerialPortError error)
+{
+    switch (static_cast<int>(error)) {
+    case 0: // NoError
+        return 0;
+    case 7: // WriteError
+    case 8: // ReadError
+    case 9: // ResourceError
+        return 2;
+    case 1:  // DeviceNotFoundError
+    case 2:  // PermissionError
+    case 3:  // OpenError
+    case 10: // UnsupportedOperationError
+    case 11: // UnknownError
+    case 12: // TimeoutError
+    case 13: // NotOpenError
+        return 3;
+    default: // parity, framing and break say nothing about the device
+        return std::nullopt;
+    }
+}
+
+void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
+{
+    // A hung-up port signals without end until it is closed: the first error is the only one that counts.
+    if (m_dead)
+        return;
+    if (statusOf(error).value_or(0) != 0) {
+        m_dead = true;
+        m_waiting.clear();
+        m_paceTimer.stop();
+        QMetaObject::invokeMethod(this, &LVSerialPort::closeDead, Qt::QueuedConnection);
+    }
+    emit errorOccurred(error, m_port->errorString());
+}
+
+void LVSerialPort::closeDead()
+{
+    if (m_release)
+        finishRelease(false);
+    else if (m_port->isOpen())
+        m_port->close();
+}
+
+void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
+                           std::shared_ptr<PortRelease> result)
+{
+    if (m_release)
+        return;
+    m_release = std::move(result);
+    m_releaseDeadline = deadline;
+    m_waiting.clear();
+    m_paceTimer.stop();
+    if (m_dead || !m_port->isOpen() || black.isEmpty()) {
+        finishRelease(false);
+        return;
+    }
+    // What was written before is at most half a frame ahead of it, so the last one need not wait.
+    transmit(black);
+    checkDrained();
+}
+
+void LVSerialPort::checkDrained()
+{
+    if (!m_release || m_release->done.available() > 0)
+        return;
+    const qint64 backlogUs = m_pacer.backlogUs(nowUs());
+    if (m_port->bytesToWrite() == 0 && backlogUs == 0) {
+        QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { finishRelease(true); });
+    } else if (m_releaseDeadline.remainingTime() <= kSettleMs) {
+        m_port->clear(QSerialPort::AllDirections); // or closing would wait for the rest
+        finishRelease(false);
+    } else {
+        const qint64 untilIdleMs = (backlogUs + 999) / 1000;
+        m_drainTimer.start(static_cast<int>(
+            qBound<qint64>(kDrainPollMs, untilIdleMs, m_releaseDeadline.remainingTime() - kSettleMs)));
+    }
+}
+
+void LVSerialPort::finishRelease(bool blackWritten)
+{
+    if (m_release->done.available() > 0)
+        return;
+    m_drainTimer.stop();
+    if (m_port->isOpen())
+        m_port->close();
+    m_release->blackWritten = blackWritten && !m_dead;
+    m_release->done.release();
+}

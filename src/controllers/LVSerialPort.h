@@ -1,0 +1,90 @@
+#pragma once
+
+#include "controllers/LinePacer.h"
+#include "controllers/SerialPortSource.h"
+
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QSerialPort>
+#include <QTimer>
+#include <atomic>
+#include <optional>
+
+/// How a port tells another thread that it is closed for good.
+struct PortRelease
+{
+    QSemaphore done;
+    std::atomic<bool> blackWritten{false};
+};
+
+/// The serial line of one device. Lives on the thread that probes it and, once adopted by a controller, on a
+/// thread of its own, where the line decides the pace: one frame waits at most, and a newer one replaces it.
+/// An error that means a lost device is reported once and closes the port.
+class LVSerialPort : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit LVSerialPort(QObject* parent = nullptr);
+    ~LVSerialPort() override;
+
+    /// Opens the port with the line settings of the devices; false and a warning when that fails.
+    bool init(const SerialPortRecord& record);
+    QSerialPort* port() const { return m_port; }
+    QString portName() const { return m_name; }
+    /// The port reported an error and is closed, or about to be; asked on the port's thread.
+    bool isDead() const { return m_dead; }
+
+    /// From now on frames are paced by the line; called on the port's thread.
+    void startPacing();
+    /// Last act, on the port's thread: `black` replaces whatever waits, is drained within the deadline, and
+    /// the port is closed. An empty frame closes at once.
+    void release(const QByteArray& black, QDeadlineTimer deadline, std::shared_ptr<PortRelease> result);
+
+    /// Frames replaced by newer ones before the line could take them. Any thread.
+    quint64 droppedFrames() const { return m_dropped; }
+    /// The controller status that an error stands for; nothing where it is to be ignored.
+    static std::optional<quint32> statusOf(QSerialPort::SerialPortError error);
+
+signals:
+    /// The button of the device was pressed.
+    void deviceCommand1();
+    void errorOccurred(QSerialPort::SerialPortError error, QString description);
+
+public slots:
+    /// Sends the bytes when the line can take them, at once until pacing starts.
+    void write(QByteArray bytes);
+    void onDevCmdArrival();
+
+private:
+    void onPortError(QSerialPort::SerialPortError error);
+    void closeDead();
+    void sendWaiting();
+    void transmit(const QByteArray& bytes);
+    void reportWrite();
+    void reportDrops();
+    void checkDrained();
+    void finishRelease(bool blackWritten);
+    qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
+
+    QSerialPort* m_port;
+    QElapsedTimer m_writeTimer;
+    double m_writeTimeSum = 0.0;
+    int m_writeCount = 0;
+
+    QString m_name;
+    bool m_dead = false;
+    bool m_paced = false;
+    QByteArray m_waiting;
+    QTimer m_paceTimer{this};
+    QElapsedTimer m_clock;
+    LinePacer m_pacer;
+    std::atomic<quint64> m_dropped{0};
+    quint64 m_reportedDrops = 0;
+    QElapsedTimer m_dropReportTimer;
+
+    std::shared_ptr<PortRelease> m_release;
+    QDeadlineTimer m_releaseDeadline;
+    QTimer m_drainTimer{this};
+};

@@ -1,0 +1,67 @@
+#include "controllers/ProbeDialogue.h"
+
+#include "controllers/LVSerialPort.h"
+
+namespace {
+constexpr char kProbe[] = "Moni-A";
+}
+
+ProbeDialogue::ProbeDialogue(const SerialPortRecord& record, QObject* parent)
+    : QObject(parent)
+    , m_record(record)
+    , m_serial(new LVSerialPort)
+{
+    m_replyTimer.setSingleShot(true);
+}
+
+ProbeDialogue::~ProbeDialogue()
+{
+    delete m_serial; // its QSerialPort goes by deleteLater(), so this is safe below its signals
+}
+
+bool ProbeDialogue::start(int replyMs)
+{
+    if (!m_serial->init(m_record))
+        return false;
+    // Queued, so that the port may change its thread in the handler.
+    connect(m_serial->port(), &QIODevice::readyRead, this, &ProbeDialogue::onReadyRead, Qt::QueuedConnection);
+    connect(m_serial, &LVSerialPort::errorOccurred, this, &ProbeDialogue::onPortError, Qt::QueuedConnection);
+    m_serial->write(QByteArray(kProbe));
+    connect(&m_replyTimer, &QTimer::timeout, this, [this] {
+        if (finish())
+            emit timedOut();
+    });
+    m_replyTimer.start(replyMs);
+    return true;
+}
+
+LVSerialPort* ProbeDialogue::takePort()
+{
+    QObject::disconnect(m_serial->port(), nullptr, this, nullptr);
+    QObject::disconnect(m_serial, nullptr, this, nullptr);
+    return std::exchange(m_serial, nullptr);
+}
+
+void ProbeDialogue::onReadyRead()
+{
+    const bool dead = m_serial->isDead(); // an answer from a port that is gone by now is of no use
+    const QByteArray reply = m_serial->port()->readAll();
+    if (!finish())
+        return;
+    if (dead)
+        emit lost();
+    else
+        emit answered(reply);
+}
+
+void ProbeDialogue::onPortError()
+{
+    if (m_serial->isDead() && finish())
+        emit lost();
+}
+
+bool ProbeDialogue::finish()
+{
+    m_replyTimer.stop();
+    return !std::exchange(m_finished, true);
+}

@@ -1,0 +1,38 @@
+#include "controllers/SystemSerialPortSource.h"
+
+#include <QSerialPortInfo>
+
+namespace {
+constexpr quint16 kAdapterVendor = 0x1A86;
+constexpr quint16 kAdapterProducts[] = {0x7522, 0x7523};
+} // namespace
+
+SystemSerialPortSource::SystemSerialPortSource(QObject* parent)
+    : ISerialPortSource(parent)
+{
+    auto* arrival = new SerialArrival(this);
+    connect(arrival, &SerialArrival::arrived, this, &ISerialPortSource::portArrived);
+}
+
+QList<SerialPortRecord> SystemSerialPortSource::availablePorts()
+{
+    QList<SerialPortRecord> records;
+    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& port : ports) {
+        const UsbIds ids = port.hasVendorIdentifier()
+                               ? UsbIds{port.vendorIdentifier(), port.productIdentifier()}
+                               : SerialArrival::usbIds(port.portName());
+        records.append({port.portName(), port.systemLocation(), describe(port.description(), ids)});
+    }
+    return records;
+}
+
+QString SystemSerialPortSource::describe(const QString& systemDescription, UsbIds ids)
+{
+    const QLatin1String chip("CH340");
+    const bool known = ids.vendor == kAdapterVendor &&
+                       (ids.product == kAdapterProducts[0] || ids.product == kAdapterProducts[1]);
+    if (!known || systemDescription.contains(chip))
+        return systemDescription;
+    return QStringLiteral("%1 (%2)").arg(systemDescription, chip).trimmed();
+}

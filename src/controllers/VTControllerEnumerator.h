@@ -1,0 +1,15 @@
+#pragma once
+
+#include "controllers/IDeviceEnumerator.h"
+
+/// Produces the three virtual devices, one second after it was made. Main thread.
+class VTControllerEnumerator : public IDeviceEnumerator
+{
+    Q_OBJECT
+
+public:
+    explicit VTControllerEnumerator(QObject* parent = nullptr);
+
+private:
+    void makeControllers();
+};
