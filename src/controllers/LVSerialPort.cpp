@@ -79,7 +79,7 @@ void LVSerialPort::sendWaiting()
 {
     if (m_waiting.isEmpty() || m_dead || m_port->bytesToWrite() > 0)
         return; // bytesWritten() leads back here
-    const qint64 delayUs = m_pacer.delayUs(nowUs(), m_waiting.size());
+    const qint64 delayUs = m_line.delayUs(nowUs(), m_waiting.size());
     if (delayUs > 0) {
         m_paceTimer.start(static_cast<int>((delayUs + 999) / 1000));
         return;
@@ -94,7 +94,7 @@ void LVSerialPort::sendWaiting()
 void LVSerialPort::transmit(const QByteArray& bytes)
 {
     m_port->write(bytes);
-    m_pacer.sent(nowUs(), bytes.size());
+    m_line.sent(nowUs(), bytes.size());
 }
 
 void LVSerialPort::reportWrite()
@@ -202,7 +202,7 @@ void LVSerialPort::checkDrained()
 {
     if (!m_release || m_release->done.available() > 0)
         return;
-    const qint64 backlogUs = m_pacer.backlogUs(nowUs());
+    const qint64 backlogUs = m_line.backlogUs(nowUs());
     if (m_port->bytesToWrite() == 0 && backlogUs == 0) {
         QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { finishRelease(true); });
     } else if (m_releaseDeadline.remainingTime() <= kSettleMs) {

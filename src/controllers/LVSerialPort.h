@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controllers/LinePacer.h"
+#include "controllers/LineBudget.h"
 #include "controllers/SerialPortSource.h"
 
 #include <QDeadlineTimer>
@@ -79,7 +79,7 @@ private:
     QByteArray m_waiting;
     QTimer m_paceTimer{this};
     QElapsedTimer m_clock;
-    LinePacer m_pacer;
+    LineBudget m_line;
     std::atomic<quint64> m_dropped{0};
     quint64 m_reportedDrops = 0;
     QElapsedTimer m_dropReportTimer;

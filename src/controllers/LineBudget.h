@@ -5,13 +5,13 @@
 /// Keeps account of what a serial line has yet to carry. The operating system cannot tell: its buffers take
 /// seconds of line time in one go. A token bucket with room for one and a half frames, kept as the time at
 /// which the line falls silent. Times are microseconds of any steady clock, handed in by the caller.
-class LinePacer
+class LineBudget
 {
 public:
     /// 115200 baud with start and stop bit is 11520 bytes a second; the margin lets the line catch up.
     static constexpr double kBytesPerSecond = 11520.0 * 0.95;
 
-    explicit LinePacer(double bytesPerSecond = kBytesPerSecond)
+    explicit LineBudget(double bytesPerSecond = kBytesPerSecond)
         : m_usPerByte(1e6 / bytesPerSecond)
     {
     }
