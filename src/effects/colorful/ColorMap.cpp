@@ -1,0 +1,123 @@
+#include "effects/colorful/ColorMap.h"
+
+#include "effects/colorful/paintUnits.h"
+#include "effects/rgb.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <QJsonObject>
+#include <cmath>
+
+namespace {
+
+constexpr int kMaxSpeed = 200;
+constexpr double kRowsPerSecond = 30.0; // at factor 1.0
+constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
+
+/// 0.5 at 0, 1.0 at 100, 4.0 at 200.
+double speedFactor(int speed)
+{
+    return speed < 100 ? speed * 0.005 + 0.5 : speed * 0.03 - 2.0;
+}
+
+} // namespace
+
+ColorMap::ColorMap(const EffectWorkerOptions& options, QObject* parent)
+    : AbsAnimatedEffect(parent)
+    , m_effectOptions(options)
+{
+    start();
+}
+
+int ColorMap::load(const ControlOptions& ctlOptions)
+{
+    const QString path = QStringLiteral("effects/colorful/%1.png").arg(m_effectOptions.id.section(u'.', -1));
+    m_colorMap.load(path);
+    if (m_colorMap.isNull()) {
+        qCritical().nospace().noquote() << "[ColorMap]: Not found file:" << path;
+        m_colorMap = QImage(300, 300, QImage::Format_RGB888);
+        m_colorMap.fill(Qt::black); // dark rather than whatever the memory held
+    }
+    m_speed = qBound(0,
+                     ConfigurationManager::instance()
+                         ->effectJsonValue(m_effectOptions.id, ctlOptions.id, kSpeedKey)
+                         .toInt(ConfigKeys::kColorMapSpeed.fallback),
+                     kMaxSpeed);
+    m_ctlOptions = ctlOptions;
+    return 0;
+}
+
+EffectWorkerOptions ColorMap::options()
+{
+    return m_effectOptions;
+}
+
+QJsonValue ColorMap::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        return m_speed;
+    case hashPropertyKey(""):
+        return QJsonObject{{kSpeedKey, m_speed}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+void ColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        setSpeed(val.toInt(0));
+        break;
+    case hashPropertyKey(""): {
+        const QJsonObject all = val.toObject();
+        if (all.contains(QLatin1String(kSpeedKey)))
+            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void ColorMap::unload()
+{
+    storeSpeed();
+}
+
+void ColorMap::setSpeed(int speed)
+{
+    m_speed = speed;
+    storeSpeed();
+}
+
+void ColorMap::storeSpeed()
+{
+    ConfigurationManager* config = ConfigurationManager::instance();
+    config->setEffectJsonValue(m_effectOptions.id, m_ctlOptions.id, kSpeedKey, m_speed);
+    config->saveEffectJsonObj(m_effectOptions.id);
+}
+
+void ColorMap::advance(double seconds)
+{
+    m_row += 1.0 / m_colorMap.height() * seconds * kRowsPerSecond * speedFactor(m_speed);
+    m_row -= std::floor(m_row); // floor, so that a negative speed goes backwards
+}
+
+void ColorMap::update(double seconds)
+{
+    QVector<LV_RGB> colors(static_cast<int>(m_ctlOptions.nbLeds));
+    if (!m_colorMap.isNull()) { // there is no picture before load()
+        advance(seconds);
+        // Just below zero, floor rounds up to a whole 1.0.
+        const int y = qMin(static_cast<int>(m_colorMap.height() * m_row), m_colorMap.height() - 1);
+        const double nbLeds = m_ctlOptions.nbLeds;
+        paintUnits(colors, m_ctlOptions.ledPerUnit, [this, y, nbLeds](int i) {
+            return toLedColor(m_colorMap.pixel(static_cast<int>(m_colorMap.width() * (i / nbLeds)), y));
+        });
+    }
+    emit updateColors(colors);
+}

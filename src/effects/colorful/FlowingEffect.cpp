@@ -1,0 +1,129 @@
+#include "effects/colorful/FlowingEffect.h"
+
+#include "effects/colorful/paintUnits.h"
+#include "effects/rgb.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <QJsonObject>
+#include <QTimer>
+#include <cmath>
+
+namespace {
+
+constexpr double kMaxSpeed = 0.05; // phase a step at the end of the slider
+constexpr double kSliderMax = 200.0;
+constexpr const char* kSpeedKey = ConfigKeys::kFlowingSpeed.key;
+
+LV_RGB rainbowColor(double hue)
+{
+    // A negative speed runs the phase below zero: there the rainbow goes on backwards.
+    if (hue < 0.0)
+        hue = qMax(0.0, hue - std::floor(hue));
+    return toLedColor(QColor::fromHsvF(hue < 1.0 ? hue : 0.0, 1.0, 1.0, 1.0));
+}
+
+} // namespace
+
+FlowingEffect::FlowingEffect(const EffectWorkerOptions& options, QObject* parent)
+    : IEffectWorker(parent)
+    , m_effectOptions(options)
+{
+}
+
+int FlowingEffect::load(const ControlOptions& ctlOptions)
+{
+    m_nbLeds = ctlOptions.nbLeds;
+    m_controllerId = ctlOptions.id;
+    m_ledPerUnit = ctlOptions.ledPerUnit;
+
+    ConfigurationManager* config = ConfigurationManager::instance();
+    auto* timer = new QTimer(this);
+    timer->setInterval(config->appConfig(ConfigKeys::kDevUpdateIntervalMs.key).toInt(0));
+    timer->setTimerType(Qt::PreciseTimer);
+    connect(timer, &QTimer::timeout, this, &FlowingEffect::update);
+    timer->start();
+
+    m_speed = qBound(0.0,
+                     config->effectJsonValue(m_effectOptions.id, m_controllerId, kSpeedKey)
+                         .toDouble(ConfigKeys::kFlowingSpeed.fallback),
+                     kMaxSpeed);
+    qInfo().nospace().noquote() << "[FlowingEffect]: Succeeded to load FlowingEffect, controller: "
+                                << m_controllerId << "speed: " << m_speed;
+    return 0;
+}
+
+EffectWorkerOptions FlowingEffect::options()
+{
+    return m_effectOptions;
+}
+
+QJsonValue FlowingEffect::effectProperty(const QString& key)
+{
+    const int speed = static_cast<int>(m_speed / kMaxSpeed * kSliderMax);
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        return speed;
+    case hashPropertyKey(""):
+        return QJsonObject{{kSpeedKey, speed}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+void FlowingEffect::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        setSpeed(val.toInt(0));
+        break;
+    case hashPropertyKey(""): {
+        const QJsonObject all = val.toObject();
+        if (all.contains(QLatin1String(kSpeedKey)))
+            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void FlowingEffect::unload()
+{
+    qInfo().nospace().noquote() << "[FlowingEffect]: The FlowingEffect has been unload, controller: "
+                                << m_controllerId << "speed: " << m_speed;
+}
+
+void FlowingEffect::setSpeed(int speed)
+{
+    m_speed = speed / kSliderMax * kMaxSpeed;
+    ConfigurationManager* config = ConfigurationManager::instance();
+    config->setEffectJsonValue(m_effectOptions.id, m_controllerId, kSpeedKey, m_speed);
+    config->saveEffectJsonObj(m_effectOptions.id);
+}
+
+void FlowingEffect::update()
+{
+    QVector<LV_RGB> colors(static_cast<int>(m_nbLeds));
+    if (colors.isEmpty())
+        return;
+    const double step = 1.0 / m_nbLeds;
+    double hue = m_phase;
+    paintUnits(colors, m_ledPerUnit, [&hue, step](int) {
+        hue += step;
+        if (hue >= 1.0)
+            hue -= 1.0;
+        return rainbowColor(hue);
+    });
+    m_phase += m_speed;
+    if (m_phase >= 1.0)
+        m_phase = 0.0;
+    emit updateColors(colors);
+}
+
+void FlowingEffect::onCtlDirChanged(uint32_t) {}
+void FlowingEffect::onCtlBrightnessChanged(float) {}
+void FlowingEffect::onCtlKindNameChanged(QString) {}
+void FlowingEffect::onCtlEnableChanged(bool) {}

@@ -1,0 +1,87 @@
+#include "effects/colorful/SFrmColorMap.h"
+
+#include "support/config/ConfigKeys.h"
+#include "support/config/hashPropertyKey.h"
+#include "support/log/Loggers.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QJsonObject>
+#include <QLabel>
+#include <QSlider>
+
+namespace {
+
+constexpr int kHeight = 50;
+constexpr int kMargin = 18;
+constexpr int kMinSliderHeight = 20;
+constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
+
+} // namespace
+
+SFrmColorMap::SFrmColorMap(QWidget* parent)
+    : AbsWorkerWidget(parent)
+    , m_speedLabel(new QLabel(this))
+    , m_speedSlider(new QSlider(Qt::Horizontal, this))
+{
+    setFixedHeight(kHeight);
+    m_speedLabel->setObjectName(QStringLiteral("speedLabel"));
+    m_speedSlider->setObjectName(QStringLiteral("speedSlider"));
+    m_speedSlider->setRange(1, 200);
+    m_speedSlider->setMinimumHeight(kMinSliderHeight);
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    row->addWidget(m_speedLabel);
+    row->addWidget(m_speedSlider);
+    retranslate();
+
+    connect(m_speedSlider, &QSlider::valueChanged, this, &SFrmColorMap::onSpeedSliderChanged);
+}
+
+void SFrmColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        m_speedSlider->setValue(val.toInt(0));
+        break;
+    case hashPropertyKey(""): {
+        const QJsonObject all = val.toObject();
+        if (all.contains(QLatin1String(kSpeedKey)))
+            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+QJsonValue SFrmColorMap::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kSpeedKey):
+        return m_speedSlider->value();
+    case hashPropertyKey(""):
+        return QJsonObject{{kSpeedKey, m_speedSlider->value()}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+void SFrmColorMap::onSpeedSliderChanged(int v)
+{
+    emit effectPropertyChanged(kSpeedKey, v);
+    LOG4CPLUS_INFO(usrOptionsLogger(), toLogString(QStringLiteral("Speed changed to %1").arg(v)));
+}
+
+void SFrmColorMap::retranslate()
+{
+    m_speedLabel->setText(tr("速度："));
+}
+
+void SFrmColorMap::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    AbsWorkerWidget::changeEvent(event);
+}

@@ -1,0 +1,171 @@
+#include "effects/singlecolor/FrmSingleColor.h"
+
+#include "effects/rgb.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/hashPropertyKey.h"
+#include "ui/controls/ColorWheel.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QEvent>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QJsonObject>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+
+namespace {
+
+constexpr int kHeight = 180;
+constexpr int kWheelSize = 160;
+constexpr const char* kColorKey = ConfigKeys::kSingleColor.key;
+
+/// The main window leaves its address in a property of the application.
+QWidget* mainWindow()
+{
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<QWidget*>(
+        static_cast<quintptr>(qApp->property("mainWindowPointer").toULongLong()));
+}
+
+} // namespace
+
+FrmSingleColor::FrmSingleColor(QWidget* parent)
+    : AbsWorkerWidget(parent)
+    , m_colorWheel(new ColorWheel(this))
+    , m_redBox(addBox("Rbox"))
+    , m_greenBox(addBox("Gbox"))
+    , m_blueBox(addBox("Bbox"))
+    , m_selectColorBtn(new QPushButton(this))
+{
+    setFixedHeight(kHeight);
+    m_colorWheel->setObjectName(QStringLiteral("colorWheel"));
+    m_colorWheel->setFixedSize(kWheelSize, kWheelSize);
+    m_selectColorBtn->setObjectName(QStringLiteral("selectColorBtn"));
+    m_selectColorBtn->setProperty("class", "Button1");
+    buildLayout();
+    retranslate();
+    showColor(Qt::red);
+
+    connect(m_colorWheel, &ColorWheel::colorChanged, this, &FrmSingleColor::onColorWheelChanged);
+    connect(m_selectColorBtn, &QPushButton::clicked, this, &FrmSingleColor::onSelectColorBtnClicked);
+}
+
+QSpinBox* FrmSingleColor::addBox(const char* name)
+{
+    auto* box = new QSpinBox(this);
+    box->setObjectName(QLatin1String(name));
+    box->setRange(0, 255);
+    box->setAlignment(Qt::AlignRight);
+    connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this, &FrmSingleColor::onRGBBoxChanged);
+    return box;
+}
+
+void FrmSingleColor::buildLayout()
+{
+    auto* numbers = new QFormLayout;
+    numbers->setLabelAlignment(Qt::AlignRight);
+    numbers->setVerticalSpacing(8);
+    numbers->addRow(QStringLiteral("R: "), m_redBox);
+    numbers->addRow(QStringLiteral("G: "), m_greenBox);
+    numbers->addRow(QStringLiteral("B: "), m_blueBox);
+
+    auto* right = new QVBoxLayout;
+    right->addStretch();
+    right->addLayout(numbers);
+    right->addSpacing(10);
+    right->addWidget(m_selectColorBtn);
+    right->addStretch();
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(18, 10, 18, 10);
+    row->setSpacing(24);
+    row->addWidget(m_colorWheel);
+    row->addLayout(right);
+    row->addStretch();
+}
+
+void FrmSingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kColorKey):
+        if (val.isArray())
+            showColor(colorFromRgbArray(val.toArray()));
+        break;
+    case hashPropertyKey(""):
+        setEffectProperty(kColorKey, val.toObject().value(QLatin1String(kColorKey)));
+        break;
+    default:
+        break;
+    }
+}
+
+QJsonValue FrmSingleColor::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kColorKey):
+        return toRgbArray(boxColor());
+    case hashPropertyKey(""):
+        return QJsonObject{{kColorKey, toRgbArray(boxColor())}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+void FrmSingleColor::onColorWheelChanged(QColor color)
+{
+    const QSignalBlocker red(m_redBox);
+    const QSignalBlocker green(m_greenBox);
+    const QSignalBlocker blue(m_blueBox);
+    m_redBox->setValue(color.red());
+    m_greenBox->setValue(color.green());
+    m_blueBox->setValue(color.blue());
+    report();
+}
+
+void FrmSingleColor::onRGBBoxChanged(int)
+{
+    const QSignalBlocker wheel(m_colorWheel);
+    m_colorWheel->setColor(boxColor());
+    report();
+}
+
+void FrmSingleColor::onSelectColorBtnClicked()
+{
+    const QColor color = QColorDialog::getColor(boxColor(), mainWindow(), tr("选择颜色"));
+    if (color.isValid())
+        showColor(color);
+}
+
+void FrmSingleColor::showColor(const QColor& color)
+{
+    {
+        const QSignalBlocker wheel(m_colorWheel);
+        m_colorWheel->setColor(color);
+    }
+    onColorWheelChanged(color);
+}
+
+QColor FrmSingleColor::boxColor() const
+{
+    return {m_redBox->value(), m_greenBox->value(), m_blueBox->value(), 255};
+}
+
+void FrmSingleColor::report()
+{
+    emit effectPropertyChanged(kColorKey, toRgbArray(boxColor()));
+    emit colorChanged(boxColor());
+}
+
+void FrmSingleColor::retranslate()
+{
+    m_selectColorBtn->setText(tr("选择颜色"));
+}
+
+void FrmSingleColor::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    AbsWorkerWidget::changeEvent(event);
+}

@@ -1,0 +1,105 @@
+#include "effects/singlecolor/SingleColor.h"
+
+#include "effects/rgb.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <QJsonObject>
+
+namespace {
+
+constexpr int kRefreshMs = 500;
+constexpr const char* kColorKey = ConfigKeys::kSingleColor.key;
+
+} // namespace
+
+SingleColor::SingleColor(const EffectWorkerOptions& options, QObject* parent)
+    : IEffectWorker(parent)
+    , m_effectOptions(options)
+{
+}
+
+int SingleColor::load(const ControlOptions& ctlOptions)
+{
+    m_colors.resize(static_cast<int>(ctlOptions.nbLeds));
+    bool ok = false;
+    // m_ctlOptions is still empty here: what these calls write through goes to the store's nameless
+    // controller, and the device's own entry is written from the first tick on.
+    setColor(QColor(ConfigurationManager::instance()
+                        ->effectVariant(m_effectOptions.id, ctlOptions.id, kColorKey)
+                        .toUInt(&ok)));
+    if (!ok) {
+        qInfo().nospace().noquote() << "[SingleColor]: Not found single color mode configuration "
+                                    << ctlOptions.id;
+        setColor(QColor(ConfigKeys::kSingleColor.fallback));
+    } else {
+        qInfo().nospace().noquote() << "[SingleColor]: Single color mode is starting, current color:"
+                                    << m_color << ", controller: " << ctlOptions.id;
+    }
+    m_ctlOptions = ctlOptions;
+    m_refreshTimer.setInterval(kRefreshMs);
+    connect(&m_refreshTimer, &QTimer::timeout, this, [this] { setColor(m_color); });
+    m_refreshTimer.start();
+    return 0;
+}
+
+EffectWorkerOptions SingleColor::options()
+{
+    return m_effectOptions;
+}
+
+QJsonValue SingleColor::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kColorKey):
+        return toRgbArray(m_color);
+    case hashPropertyKey(""):
+        return QJsonObject{{kColorKey, toRgbArray(m_color)}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+void SingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kColorKey):
+        if (val.isArray())
+            m_color = colorFromRgbArray(val.toArray());
+        break;
+    case hashPropertyKey(""):
+        setEffectProperty(kColorKey, val.toObject().value(QLatin1String(kColorKey)));
+        break;
+    default:
+        break;
+    }
+}
+
+void SingleColor::unload()
+{
+    storeColor();
+    qInfo().nospace().noquote() << "[Single color]: Single color mode is stopping, controller: "
+                                << m_ctlOptions.id << "color: " << m_color;
+}
+
+void SingleColor::setColor(QColor color)
+{
+    m_color = color;
+    m_colors.fill(toLedColor(color));
+    storeColor();
+    emit updateColors(m_colors);
+}
+
+void SingleColor::storeColor()
+{
+    ConfigurationManager* config = ConfigurationManager::instance();
+    config->setEffectVariant(m_effectOptions.id, m_ctlOptions.id, kColorKey, m_color.rgb());
+    config->saveEffectJsonObj(m_effectOptions.id);
+}
+
+void SingleColor::onCtlDirChanged(uint32_t) {}
+void SingleColor::onCtlBrightnessChanged(float) {}
+void SingleColor::onCtlKindNameChanged(QString) {}
+void SingleColor::onCtlEnableChanged(bool) {}
