@@ -1,0 +1,17 @@
+#include "EffectThread.h"
+
+#include <QCoreApplication>
+
+EffectThread::EffectThread(QObject* worker)
+    : m_worker(worker)
+{
+}
+
+void EffectThread::run()
+{
+    exec();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // Somebody still holds the worker: here nothing would ever delete it any more.
+    if (m_worker)
+        m_worker->moveToThread(QCoreApplication::instance()->thread());
+}

@@ -1,0 +1,266 @@
+#include "EffectsManager.h"
+
+#include "EffectThread.h"
+#include "GuardedCall.h"
+#include "effects/IColorStrapManager.h"
+#include "effects/IEffectFactory.h"
+#include "effects/InternalEffectFactory.h"
+#include "support/capture/IDeskDuplManager.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QMetaMethod>
+
+namespace {
+
+constexpr char kFallbackGroup[] = "id.effect.colorful";
+
+/// Ends the thread when the last reference goes; the worker's pending deletion is run before it ends.
+void destroyThread(QThread* thread)
+{
+    qInfo() << "Destroying effect thread" << thread;
+    thread->quit();
+    thread->wait();
+    delete thread;
+}
+
+/// Invalid where the worker does not declare the method.
+QMetaMethod injectionMethod(const IEffectWorker* worker, const char* signature)
+{
+    return worker->metaObject()->method(worker->metaObject()->indexOfMethod(signature));
+}
+
+} // namespace
+
+EffectsManager::EffectsManager(QObject* parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<IDeskDuplManager*>("IDeskDuplManager*");
+    qRegisterMetaType<IColorStrapManager*>("IColorStrapManager*");
+
+    auto* config = ConfigurationManager::instance();
+    const auto& interval = ConfigKeys::kDevUpdateIntervalMs;
+    const QJsonValue stored = config->appConfig(interval.key);
+    if (stored.isUndefined() || stored.isNull())
+        config->setAppConfig(interval.key, interval.fallback);
+    qInfo().noquote() << "Devcie update interval:" << config->appConfig(interval.key).toVariant().toString();
+
+    loadGroupsInfo();
+    loadExternalWorkers();
+    // Last, so that a plug-in which claims the id of a built-in effect loses.
+    loadWorkersFromFactory(new InternalEffectFactory(this), nullptr);
+}
+
+EffectsManager::~EffectsManager()
+{
+    for (const EffectBinding& binding : qAsConst(m_bindings))
+        unload(binding);
+    delete m_deskDuplManager;
+    delete m_colorStrapManager;
+    m_bindings.clear();
+}
+
+QSharedPointer<IEffectWorker> EffectsManager::bindController(QSharedPointer<AbsRGBController> controller,
+                                                             const QString& effectId)
+{
+    if (!controller) {
+        qCritical() << "[EffectsManager]: Cannot bind an empty controller";
+        return {};
+    }
+    const ControlOptions ctlOptions = controller->options();
+    if (m_bindings.contains(ctlOptions.id)) {
+        if (boundEffectId(ctlOptions.id) == effectId)
+            return boundWorker(ctlOptions.id);
+        unbindController(ctlOptions.id);
+    }
+
+    const auto entry = m_factories.constFind(effectId);
+    if (entry == m_factories.constEnd()) {
+        qCritical().noquote() << "[EffectsManager]: Not found worker factory for this effect, id:"
+                              << effectId;
+        return {};
+    }
+    const QSharedPointer<IEffectWorker> worker = createWorker(entry->factory, effectId);
+    if (!worker) {
+        qCritical().noquote() << "[EffectsManager]: Failed to create effect worker, id:" << effectId;
+        return {};
+    }
+
+    injectServices(worker.data());
+    connectWorker(worker.data(), controller.data());
+
+    QSharedPointer<QThread> thread;
+    if (m_workerOptions.value(effectId).async) {
+        qInfo().noquote() << "The effect is async, we will create a new thread by effect" << effectId;
+        thread = loadInNewThread(worker, controller);
+    } else {
+        guardedCall("load", [&] { worker->load(ctlOptions); });
+    }
+
+    m_bindings.insert(ctlOptions.id, {thread, controller, worker});
+    qInfo().noquote() << ctlOptions.id << "has connected to" << effectId;
+    ConfigurationManager::instance()->setGlobalValue(
+        ConfigKeys::lastBindingKey(ctlOptions.id, EffectWorkerOptions::groupOf(effectId)), effectId);
+    return worker;
+}
+
+void EffectsManager::unbindController(const QString& controllerId)
+{
+    if (!m_bindings.contains(controllerId)) {
+        qWarning().noquote() << "Not found controller in EffectsManager::unbindController" << controllerId;
+        return;
+    }
+    const EffectBinding binding = m_bindings.take(controllerId);
+    QObject::disconnect(binding.worker.data(), nullptr, binding.controller.data(), nullptr);
+    qInfo().noquote() << controllerId << "has disconected to" << binding.worker->options().id;
+    unload(binding);
+}
+
+QJsonValue EffectsManager::effectProperty(const QString& controllerId, const QString& key)
+{
+    const QSharedPointer<IEffectWorker> worker = boundWorker(controllerId);
+    QJsonValue value;
+    if (!worker) {
+        qCritical().noquote() << "Not found bingding of controller:" << controllerId;
+        return value;
+    }
+    const auto read = [&] { guardedCall("effectProperty", [&] { value = worker->effectProperty(key); }); };
+    if (worker->thread() == QThread::currentThread())
+        read();
+    else
+        QMetaObject::invokeMethod(worker.data(), read, Qt::BlockingQueuedConnection);
+    return value;
+}
+
+void EffectsManager::setEffectProperty(const QString& controllerId, const QString& key, QJsonValue val)
+{
+    const QSharedPointer<IEffectWorker> worker = boundWorker(controllerId);
+    if (!worker) {
+        qCritical().noquote() << "Not found bingding of controller:" << controllerId;
+        return;
+    }
+    // The plain pointer: the call waits in the worker's own queue and dies with it.
+    const auto write = [target = worker.data(), key, val] {
+        guardedCall("setEffectProperty", [&] { target->setEffectProperty(key, val); });
+    };
+    if (worker->thread() == QThread::currentThread())
+        write();
+    else
+        QMetaObject::invokeMethod(worker.data(), write, Qt::QueuedConnection);
+}
+
+QString EffectsManager::lastBindingEffect(const QString& controllerId, const QString& groupId)
+{
+    if (groupId.isEmpty())
+        return defaultEffect(QLatin1String(kFallbackGroup));
+    if (controllerId.isEmpty())
+        return defaultEffect(groupId);
+    const QString last = ConfigurationManager::instance()
+                             ->globalValue(ConfigKeys::lastBindingKey(controllerId, groupId))
+                             .toString();
+    return last.isEmpty() ? defaultEffect(groupId) : last;
+}
+
+QString EffectsManager::boundEffectId(const QString& controllerId)
+{
+    const auto binding = m_bindings.constFind(controllerId);
+    return binding == m_bindings.constEnd() ? QString() : binding->worker->options().id;
+}
+
+QSharedPointer<IEffectWorker> EffectsManager::boundWorker(const QString& controllerId)
+{
+    return m_bindings.value(controllerId).worker;
+}
+
+QSharedPointer<IEffectWorker> EffectsManager::createWorker(IEffectFactory* factory, const QString& effectId)
+{
+    IEffectWorker* worker = nullptr;
+    guardedCall("createWorker", [&] { worker = factory->createWorker(effectId); });
+    return {worker, &QObject::deleteLater};
+}
+
+void EffectsManager::injectServices(IEffectWorker* worker)
+{
+    const char* className = worker->metaObject()->className();
+    const QMetaMethod takeDesk = injectionMethod(worker, "DIDeskDuplication(IDeskDuplManager*)");
+    if (takeDesk.isValid()) {
+        if (!m_deskDuplManager)
+            m_deskDuplManager = createDeskDuplManager();
+        if (m_deskDuplManager) {
+            guardedCall("DIDeskDuplication", [&] {
+                takeDesk.invoke(worker, Qt::DirectConnection, Q_ARG(IDeskDuplManager*, m_deskDuplManager));
+            });
+            qInfo().noquote() << "The DeskDuplManager has injected to" << className;
+        } else {
+            qWarning().noquote() << "[EffectsManager]: There is no DeskDuplManager for" << className;
+        }
+    }
+    const QMetaMethod takeStraps = injectionMethod(worker, "DIColorStrapManager(IColorStrapManager*)");
+    if (takeStraps.isValid()) {
+        if (!m_colorStrapManager)
+            m_colorStrapManager = createColorStrapManager();
+        if (m_colorStrapManager) {
+            guardedCall("DIColorStrapManager", [&] {
+                takeStraps.invoke(worker, Qt::DirectConnection,
+                                  Q_ARG(IColorStrapManager*, m_colorStrapManager));
+            });
+            qInfo().noquote() << "The ColorStrapManager has injected to" << className;
+        } else {
+            qWarning().noquote() << "[EffectsManager]: There is no ColorStrapManager for" << className;
+        }
+    }
+}
+
+void EffectsManager::connectWorker(IEffectWorker* worker, AbsRGBController* controller)
+{
+    connect(worker, &IEffectWorker::updateColors, controller, &AbsRGBController::update,
+            Qt::QueuedConnection);
+    connect(controller, &AbsRGBController::installDirectionChanged, worker, &IEffectWorker::onCtlDirChanged,
+            Qt::QueuedConnection);
+    connect(controller, &AbsRGBController::brightnessChanged, worker, &IEffectWorker::onCtlBrightnessChanged,
+            Qt::QueuedConnection);
+    connect(controller, &AbsRGBController::kindNameChanged, worker, &IEffectWorker::onCtlKindNameChanged,
+            Qt::QueuedConnection);
+    connect(controller, &AbsRGBController::enableChanged, worker, &IEffectWorker::onCtlEnableChanged,
+            Qt::QueuedConnection);
+}
+
+QSharedPointer<QThread> EffectsManager::loadInNewThread(const QSharedPointer<IEffectWorker>& worker,
+                                                        const QSharedPointer<AbsRGBController>& controller)
+{
+    const QSharedPointer<QThread> thread(new EffectThread(worker.data()), destroyThread);
+    qInfo() << "Starting effect thread" << thread.data();
+    qInfo().noquote() << "Relate effect id:" << worker->options().id << "controller id"
+                      << controller->options().id;
+    thread->start(QThread::InheritPriority);
+    worker->moveToThread(thread.data());
+    // The options are copied here: the controller changes them on the main thread.
+    QMetaObject::invokeMethod(
+        worker.data(),
+        [worker, controller, options = controller->options()] {
+            guardedCall("load", [&] { worker->load(options); });
+        },
+        Qt::QueuedConnection);
+    return thread;
+}
+
+void EffectsManager::unload(const EffectBinding& binding)
+{
+    // A load that has not begun must not follow the unload, and while it waits it holds worker and
+    // controller.
+    if (binding.thread)
+        QCoreApplication::removePostedEvents(binding.worker.data(), QEvent::MetaCall);
+    guardedCall("unload", [&] { binding.worker->unload(); });
+}
+
+IDeskDuplManager* EffectsManager::createDeskDuplManager()
+{
+    return nullptr;
+}
+
+IColorStrapManager* EffectsManager::createColorStrapManager()
+{
+    return nullptr;
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/// The file name pattern of this system's plug-in libraries.
+QString pluginFilePattern();

@@ -1,0 +1,6 @@
+#include "PluginFiles.h"
+
+QString pluginFilePattern()
+{
+    return QStringLiteral("*.dll");
+}
