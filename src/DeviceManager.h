@@ -1,0 +1,70 @@
+#pragma once
+
+#include "AbsRGBController.h"
+#include "EffectsManager.h"
+#include "controllers/IDeviceEnumerator.h"
+
+#include <QHash>
+#include <QJsonValue>
+#include <QList>
+#include <QObject>
+#include <QSharedPointer>
+
+class LumivarApp;
+
+/// The registry of live devices and the owner of the effect engine. Main thread.
+class DeviceManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `app` gives the parent of dialogs; null is fine. The enumerators start at once.
+    DeviceManager(LumivarApp* app, QObject* parent);
+    /// Lets the effects go, then blacks every strip out and releases its port.
+    ~DeviceManager() override;
+
+    /// Null for an unknown id.
+    AbsRGBControllerPtr controller(const QString& id) const;
+    /// An invalid record for an unknown id.
+    const ControlOptions& controlOptions(const QString& id) const;
+    QList<QString> controllerIds() const;
+    EffectsManager& effects() { return m_effects; }
+
+    /// Forgets the device and emits controllerFailed; nothing happens for an unknown id.
+    void removeController(const QString& id);
+    /// Binds an effect; `enable` also turns the light on.
+    void setControllerEffect(const QString& id, const QString& effectId, bool enable);
+    /// Asks the user for the LED count; false when rejected or unknown.
+    bool setControllerLayout(const QString& id);
+
+signals:
+    void newController(QString ctlName);
+    void controllerFailed(QString ctlName);
+    /// A property that the bound effect changed by itself.
+    void effectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val);
+
+private slots:
+    void addController(AbsRGBControllerPtr controller);
+    void onEffectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val);
+
+private:
+    void loadExternalDeviceEnumerators();
+    void createBuiltInEnumerators();
+    void addEnumerator(const QString& key, const QSharedPointer<IDeviceEnumerator>& enumerator);
+    bool setControllerLayout(AbsRGBController& controller);
+    void bindFirstEffect(const ControlOptions& options);
+    void onControllerStatusChanged(const QString& id, uint32_t status, const QString& description);
+    void warnOfDisconnections(const QString& id);
+    QWidget* dialogParent() const;
+
+    struct DeferredDeletes
+    {
+        ~DeferredDeletes();
+    };
+
+    DeferredDeletes m_deferredDeletes; ///< first, so that it goes last
+    QHash<QString, AbsRGBControllerPtr> m_controllers;
+    QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
+    LumivarApp* m_app;
+    EffectsManager m_effects;
+};

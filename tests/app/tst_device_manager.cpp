@@ -1,0 +1,228 @@
+#include "DeviceManager.h"
+#include "DisconnectionHistory.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/ControllerConfigDialog.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+/// A device without a line: remembers what it was asked to show.
+class FakeController : public AbsRGBController
+{
+    Q_OBJECT
+
+public:
+    FakeController(const QString& id, uint32_t nbLeds)
+    {
+        m_options.id = id;
+        m_options.model = id.section(u':', 0, 0);
+        m_options.serial = id.section(u':', 1);
+        m_options.nbLeds = nbLeds;
+        m_options.brightness = 1.0F;
+    }
+    void writeColors(const QVector<LV_RGB>& colors) override { shown = colors; }
+    void rebuildHeader() override { counts.append(m_options.nbLeds); }
+    void fail(uint32_t status) { emit statusChanged(status, QStringLiteral("pulled out")); }
+
+    QVector<LV_RGB> shown;
+    QVector<uint32_t> counts; ///< every LED count the transport was built for
+};
+
+const QString kId = QStringLiteral("LV0127:01");
+
+template <typename Action>
+void whenDialogOpens(Action action)
+{
+    auto* poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, [poll, action] {
+        if (auto* dialog = qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget())) {
+            poll->deleteLater();
+            action(*dialog);
+        }
+    });
+    poll->start(5);
+}
+
+QJsonArray timesAgo(const QVector<double>& secondsAgo, const QDateTime& now)
+{
+    QJsonArray history;
+    for (double seconds : secondsAgo)
+        history = DisconnectionHistory::withFailure(history, now.addMSecs(qRound64(-seconds * 1000)));
+    return history;
+}
+
+} // namespace
+
+class DeviceManagerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        ConfigurationManager::instance()->reset();
+        qputenv("LUMIVAR_SERIAL_PORTS", "no-such-file.json");
+        m_manager = std::make_unique<DeviceManager>(nullptr, nullptr);
+    }
+    void cleanup() { m_manager.reset(); }
+
+    void refusesWhatItCannotKeep()
+    {
+        QSignalSpy added(m_manager.get(), &DeviceManager::newController);
+        add({});
+        add(QSharedPointer<FakeController>::create(QString(), 10));
+        QVERIFY(m_manager->controllerIds().isEmpty());
+
+        const auto first = QSharedPointer<FakeController>::create(kId, 10);
+        add(first);
+        add(QSharedPointer<FakeController>::create(kId, 20));
+        QCOMPARE(m_manager->controllerIds(), QList<QString>{kId});
+        QCOMPARE(m_manager->controller(kId), AbsRGBControllerPtr(first));
+        QCOMPARE(added.size(), 1);
+        QVERIFY(!m_manager->controlOptions(QStringLiteral("nobody")).isValid());
+    }
+
+    void bindsTheStoredEffectOrTheDefault_data()
+    {
+        QTest::addColumn<QString>("workMode");
+        QTest::addColumn<QString>("subMode");
+        QTest::addColumn<bool>("kept");
+        QTest::newRow("stored") << "id.effect.screenSync"
+                                << "id.effect.screenSync.topHalfScreen" << true;
+        QTest::newRow("no longer exists") << "id.effect.gone"
+                                          << "id.effect.gone.forever" << false;
+        QTest::newRow("group missing") << ""
+                                       << "id.effect.screenSync.topHalfScreen" << false;
+        QTest::newRow("nothing stored") << ""
+                                        << "" << false;
+    }
+    void bindsTheStoredEffectOrTheDefault()
+    {
+        QFETCH(QString, workMode);
+        QFETCH(QString, subMode);
+        QFETCH(bool, kept);
+        const auto device = QSharedPointer<FakeController>::create(kId, 10);
+        device->setWorkMode(workMode);
+        device->setSubMode(subMode);
+        add(device);
+
+        const QString expected =
+            kept ? subMode : m_manager->effects().defaultEffect(QStringLiteral("id.effect.colorful"));
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(m_manager->effects().boundEffectId(kId), expected);
+        QCOMPARE(device->options().subMode, expected);
+        QCOMPARE(device->options().workMode, EffectWorkerOptions::groupOf(expected));
+    }
+
+    void countDialogShowsTheNumberLiveAndKeepsIt_data()
+    {
+        QTest::addColumn<bool>("accept");
+        QTest::addColumn<uint32_t>("kept");
+        QTest::newRow("accepted") << true << 30U;
+        QTest::newRow("rejected") << false << 1U;
+    }
+    void countDialogShowsTheNumberLiveAndKeepsIt()
+    {
+        QFETCH(bool, accept);
+        QFETCH(uint32_t, kept);
+        const auto device = QSharedPointer<FakeController>::create(kId, 0);
+        bool asked = false;
+        whenDialogOpens([&](ControllerConfigDialog& dialog) {
+            asked = true;
+            auto* box = dialog.findChild<QSpinBox*>(QStringLiteral("nbLEDBox"));
+            box->setValue(50);
+            QCOMPARE(device->options().nbLeds, 200U);
+            box->setValue(250);
+            QCOMPARE(device->options().nbLeds, 250U);
+            box->setValue(30);
+            QCOMPARE(device->options().nbLeds, 250U); // the dark rest must stay addressed
+            QCOMPARE(device->shown, QVector<LV_RGB>(30, LV_RGB{255, 0, 0}));
+            const QString button = accept ? QStringLiteral("okBtn") : QStringLiteral("rejectBtn");
+            dialog.findChild<QPushButton*>(button)->click();
+        });
+        add(device);
+        QVERIFY(asked);
+        QCOMPARE(device->options().nbLeds, kept);
+        QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty());
+    }
+
+    void deviceThatFailsWhileItsDialogIsOpenGoes()
+    {
+        const auto device = QSharedPointer<FakeController>::create(kId, 0);
+        connect(m_manager.get(), &DeviceManager::controllerFailed, m_manager.get(),
+                [this](const QString& id) { m_manager->removeController(id); });
+        QSignalSpy added(m_manager.get(), &DeviceManager::newController);
+        whenDialogOpens([&](ControllerConfigDialog&) { device->fail(2); });
+        add(device);
+        QVERIFY(m_manager->controllerIds().isEmpty());
+        QCOMPARE(added.size(), 0);
+    }
+
+    void threeFailuresInUnderTwentySecondsWarnOnce()
+    {
+        const auto device = QSharedPointer<FakeController>::create(kId, 10);
+        add(device);
+        QSignalSpy failed(m_manager.get(), &DeviceManager::controllerFailed);
+        auto* config = ConfigurationManager::instance();
+        const QString key = ConfigKeys::disconnectionScheduleKey(kId);
+
+        device->fail(0);
+        QCOMPARE(failed.size(), 0);
+        device->fail(2);
+        device->fail(3);
+        QCOMPARE(config->appConfig(key).toArray().size(), 2);
+        QVERIFY(messageBoxes().isEmpty());
+        device->fail(2);
+        QCOMPARE(failed.size(), 3);
+        QVERIFY(config->appConfig(key).isNull());
+        QCOMPARE(messageBoxes().size(), 1);
+        QCOMPARE(messageBoxes().first()->windowTitle(), QStringLiteral("Lumivar"));
+        QVERIFY(messageBoxes().first()->text().contains(QStringLiteral("灯带频烦断开")));
+        delete messageBoxes().first();
+        device->fail(2);
+        QCOMPARE(config->appConfig(key).toArray().size(), 1);
+    }
+
+    void historyKeepsTheNewestThreeAndJudgesThem()
+    {
+        using namespace DisconnectionHistory;
+        const QDateTime now = QDateTime::currentDateTime();
+        QCOMPARE(timesAgo({90, 60, 40, 20}, now), timesAgo({60, 40, 20}, now));
+        QCOMPARE(judge(timesAgo({10, 5}, now)), Verdict::Fine);
+        QCOMPARE(judge(timesAgo({19.999, 5, 0}, now)), Verdict::TooOften);
+        QCOMPARE(judge(timesAgo({20.0, 5, 0}, now)), Verdict::Fine);
+        QCOMPARE(judge(QJsonArray{"rubbish", "x", "y"}), Verdict::FirstUnreadable);
+        QJsonArray broken = timesAgo({3, 2, 1}, now);
+        broken[2] = 17;
+        QCOMPARE(judge(broken), Verdict::LastUnreadable);
+    }
+
+private:
+    void add(const AbsRGBControllerPtr& controller)
+    {
+        QVERIFY(QMetaObject::invokeMethod(m_manager.get(), "addController",
+                                          Q_ARG(AbsRGBControllerPtr, controller)));
+    }
+    static QList<QMessageBox*> messageBoxes()
+    {
+        QList<QMessageBox*> boxes;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* box = qobject_cast<QMessageBox*>(widget))
+                boxes.append(box);
+        }
+        return boxes;
+    }
+
+    std::unique_ptr<DeviceManager> m_manager;
+};
+
+QTEST_MAIN(DeviceManagerTest)
+#include "tst_device_manager.moc"
