@@ -1,6 +1,18 @@
 #include "effects/EffectTypes.h"
 
 #include "effects/EffectWorkerOptions.h"
+#include "effects/colorful/ColorMap.h"
+#include "effects/colorful/FlowingEffect.h"
+#include "effects/colorful/Marquee.h"
+#include "effects/colorful/SFrmColorMap.h"
+#include "effects/screenSync/subModes/BottomHalfScreen.h"
+#include "effects/screenSync/subModes/CinemaScreen.h"
+#include "effects/screenSync/subModes/FullScreenMode.h"
+#include "effects/screenSync/subModes/LeftHalfScreen.h"
+#include "effects/screenSync/subModes/RightHalfScreen.h"
+#include "effects/screenSync/subModes/TopHalfScreen.h"
+#include "effects/singlecolor/FrmSingleColor.h"
+#include "effects/singlecolor/SingleColor.h"
 
 #include <QMetaType>
 
@@ -17,5 +29,7 @@ void registerPointers()
 void registerEffectTypes()
 {
     qRegisterMetaType<EffectWorkerOptions>("EffectWorkerOptions");
-    registerPointers<>();
+    registerPointers<Marquee, SingleColor, FlowingEffect, ColorMap, FullScreenMode, TopHalfScreen,
+                     BottomHalfScreen, LeftHalfScreen, RightHalfScreen, CinemaScreen>();
+    registerPointers<FrmSingleColor, SFrmColorMap>();
 }

@@ -71,12 +71,13 @@ LV_RGB adjustSaturation(LV_RGB color, double strength)
 
 void keepOnThisThread()
 {
-    // Two threads blur a frame in 0.30 ms instead of 0.40 ms, but burn 0.60 ms of processor time for it, all day
-    // long. The setting holds for the whole process.
+    // Two threads blur a frame in 0.30 ms instead of 0.40 ms, but burn 0.60 ms of processor time for it, all
+    // day long. The setting holds for the whole process.
     static const bool sequential = (cv::setNumThreads(0), true);
     static_cast<void>(sequential);
-    // The first UMat would load whatever OpenCL runtime there is, with its memory and threads, and the way of a
-    // frame this small to an accelerator and back takes longer than the blur. The setting holds for one thread.
+    // The first UMat would load whatever OpenCL runtime there is, with its memory and threads, and the way of
+    // a frame this small to an accelerator and back takes longer than the blur. The setting holds for one
+    // thread.
     cv::ocl::setUseOpenCL(false);
 }
 
