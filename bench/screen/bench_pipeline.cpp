@@ -17,8 +17,9 @@ cv::Mat desktopFrame()
     cv::Mat frame(67, 120, CV_8UC4);
     for (int y = 0; y < frame.rows; ++y)
         for (int x = 0; x < frame.cols; ++x)
-            frame.at<cv::Vec4b>(y, x) = cv::Vec4b(cv::saturate_cast<uchar>(2 * x), cv::saturate_cast<uchar>(3 * y),
-                                                  static_cast<uchar>((x * 37 + y * 101) % 256), 255);
+            frame.at<cv::Vec4b>(y, x) =
+                cv::Vec4b(cv::saturate_cast<uchar>(2 * x), cv::saturate_cast<uchar>(3 * y),
+                          static_cast<uchar>((x * 37 + y * 101) % 256), 255);
     return frame;
 }
 
