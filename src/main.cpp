@@ -1,10 +1,148 @@
+#include "BuildInfo.h"
+#include "CrashHandler.h"
+#include "DisplayCheck.h"
+#include "LogSystem.h"
 #include "LumivarApp.h"
+#include "TerminationSignals.h"
+#include "WakeUp.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QDebug>
+#include <QDir>
+#include <QFont>
+#include <QLockFile>
+#include <memory>
+
+namespace {
+
+constexpr int kLockPatienceMs = 100;
+
+/// A switch of the command line and the property of the application object that tells others of it.
+struct Switch
+{
+    const char* option;
+    const char* description;
+    const char* property;
+};
+
+constexpr Switch kSwitches[] = {
+    {"advanced", "Enable advanced function", "isAdvanced"},
+    {"enable_crash_test", "Enable crash test", "enableCrashTest"},
+    {"screenshot", "Enable capturer screenshot", "isScreenshot"},
+    {"auto_startup", "Enable bootstrap", "isAutoStartup"},
+    {"enable_VTController", "Enable VTController", "enable VTController"},
+};
+
+/// What has to be settled before there is an application object.
+void setHighDpiAttributes()
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+}
+
+/// `isPlatformChosen`: the platform comes from the list for machines without a display.
+void describeApplication(QApplication& app, bool isPlatformChosen)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Lumivar")); // names the user's folders
+    QCoreApplication::setApplicationVersion(QLatin1String(BuildInfo::kAppVersion));
+    QApplication::setFont(QFont(QStringLiteral("Arial")));
+    QApplication::setQuitOnLastWindowClosed(false); // the tray keeps the program running
+    app.setProperty("isHeadless", isPlatformChosen && app.platformName() == QLatin1String("offscreen"));
+    if (isPlatformChosen) {
+        forgetChosenPlatform();
+    }
+}
+
+/// Ends the process for --help, --version and unknown options.
+void readCommandLine(QApplication& app)
+{
+    QCommandLineParser parser;
+    for (const Switch& entry : kSwitches) {
+        parser.addOption({QLatin1String(entry.option), QLatin1String(entry.description)});
+    }
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.process(app);
+    for (const Switch& entry : kSwitches) {
+        app.setProperty(entry.property, parser.isSet(QLatin1String(entry.option)));
+    }
+}
+
+/// False when another process of the program runs. A lock that cannot be had for other reasons, such as a
+/// temporary folder that cannot be written, keeps nobody from starting.
+bool isOnlyInstance(QLockFile& lock)
+{
+    return lock.tryLock(kLockPatienceMs) || lock.error() != QLockFile::LockFailedError;
+}
+
+void cleanUpConfigurationIfAsked()
+{
+    ConfigurationManager* config = ConfigurationManager::instance();
+    const QLatin1String key(ConfigKeys::kCleanStartup.key);
+    if (!config->globalValue(key).toBool(ConfigKeys::kCleanStartup.fallback)) {
+        return;
+    }
+    qInfo() << "The program will clean up all configuration files";
+    config->reset();
+    config->setGlobalValue(key, false);
+}
+
+void logStart(const QApplication& app)
+{
+    qInfo() << "Startup parameters: \r\n \t" << QCoreApplication::arguments();
+    qInfo().noquote().nospace() << "Runtime directory: " << QCoreApplication::applicationDirPath();
+    qInfo().noquote().nospace() << "Env base path:" << QDir(QString()).absolutePath();
+    qInfo().noquote().nospace() << "Build info : \r\n "
+                                << "\t Git branch : " << BuildInfo::kGitBranch << "\r\n"
+                                << "\t Git commit : " << BuildInfo::kGitCommit << "\r\n"
+                                << "\t Build date : " << BuildInfo::kBuildDate << "\r\n"
+                                << "\t App version : " << BuildInfo::kAppVersion << "\r\n";
+    if (app.property("isHeadless").toBool()) {
+        qInfo() << "[main]: no display can be reached, running without a visible window";
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    setHighDpiAttributes();
+    const bool isPlatformChosen = choosePlatformWithoutDisplay();
     QApplication app(argc, argv);
-    LumivarApp lumivar(nullptr);
-    return QApplication::exec();
+    describeApplication(app, isPlatformChosen);
+    QDir::setCurrent(QCoreApplication::applicationDirPath());
+    readCommandLine(app);
+
+    QLockFile lock(QDir::temp().filePath(QStringLiteral("LumivarSingleApp.lock")));
+    if (!isOnlyInstance(lock)) {
+        sendWakeUp();
+        return 0;
+    }
+    WakeUpServer wakeUps;
+    wakeUps.listen();
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::terminationRequested, &app, &QCoreApplication::quit);
+
+    LogSystem log(ConfigurationManager::instance()->logsPath());
+    cleanUpConfigurationIfAsked();
+    logStart(app);
+    installCrashHandler(log.filePath());
+
+    auto controller = std::make_unique<LumivarApp>(nullptr);
+    refreshCrashReporterArguments(); // the first start has only now chosen a language
+    QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
+                     &LumivarApp::onWakeUpRequested);
+    if (termination.isRequested()) {
+        // A dialog's own event loop took the request while the controller came up.
+        QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
+    }
+    const int exitCode = QApplication::exec();
+    controller.reset();
+    ConfigurationManager::instance()->save();
+    log.shutdown();
+    return exitCode;
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+/// Lets the program run where there is no display: call it before the application object, which would end the
+/// process there. Without a reachable X server, Qt gets a list of platforms to try, the offscreen one last; a
+/// choice made through QT_QPA_PLATFORM is left alone. True when the list was given: then
+/// QGuiApplication::platformName() tells whether anything will be visible.
+bool choosePlatformWithoutDisplay();
+
+/// Takes the list back out of the environment, so that programs started from here choose for themselves.
+void forgetChosenPlatform();

@@ -1,0 +1,10 @@
+#include "DisplayCheck.h"
+
+// A Windows session always has a desktop to draw on.
+
+bool choosePlatformWithoutDisplay()
+{
+    return false;
+}
+
+void forgetChosenPlatform() {}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+/// Asks the running program of this user to show its window; called by a second process. Returns false when
+/// nobody took the request within a second, which is no reason for anything but a log line.
+bool sendWakeUp();
+
+/// Receives the requests of second processes. Main thread; only the holder of the single-instance lock may
+/// listen, because it removes what a killed predecessor has left behind.
+class WakeUpServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WakeUpServer(QObject* parent = nullptr);
+    ~WakeUpServer() override;
+
+    /// False when requests cannot be received; the program works without them.
+    bool listen();
+
+signals:
+    void wakeUpRequested();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
