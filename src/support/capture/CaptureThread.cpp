@@ -1,0 +1,177 @@
+#include "support/capture/CaptureThread.h"
+
+#include "support/ThreadStartHook.h"
+#include "support/capture/DeskCapture.h"
+#include "support/capture/ScreenGrabber.h"
+
+#include <QDebug>
+#include <algorithm>
+#include <utility>
+
+namespace {
+constexpr qint64 kLookUs = 2000000; // between two tries to open, and between two looks at the sources
+constexpr int kFirstLookMs = 1000;
+constexpr unsigned long kEndMs = 500;
+
+const CaptureSource* find(const CaptureSources& sources, const QString& id)
+{
+    const auto it = std::find_if(sources.begin(), sources.end(),
+                                 [&id](const CaptureSource& source) { return source.id == id; });
+    return it == sources.end() ? nullptr : &*it;
+}
+
+void tell(DeskCapture& capture, const CaptureSources& sources)
+{
+    if (const CaptureSource* source = find(sources, capture.id()))
+        capture.setSource(source->geometry.size());
+    else
+        capture.setLost();
+}
+} // namespace
+
+CaptureThread::CaptureThread(std::shared_ptr<ScreenGrabber> grabber)
+    : m_grabber(std::move(grabber))
+{
+    setObjectName(QStringLiteral("capture"));
+}
+
+CaptureThread::~CaptureThread()
+{
+    for (const QSharedPointer<DeskCapture>& capture : captures())
+        detach(capture);
+    m_stop = true;
+    m_grabber->wake();
+    if (!wait(kEndMs)) {
+        m_grabber->abort();
+        wait();
+    }
+}
+
+void CaptureThread::begin()
+{
+    start();
+    m_firstLook.tryAcquire(1, kFirstLookMs);
+}
+
+CaptureSources CaptureThread::sources() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_sources;
+}
+
+void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
+{
+    capture->setWaker([weak = std::weak_ptr<ScreenGrabber>(m_grabber)] {
+        if (const std::shared_ptr<ScreenGrabber> grabber = weak.lock())
+            grabber->wake();
+    });
+    {
+        QMutexLocker lock(&m_mutex);
+        m_captures += capture;
+        tell(*capture, m_sources);
+    }
+    m_grabber->wake();
+}
+
+void CaptureThread::detach(const QSharedPointer<DeskCapture>& capture)
+{
+    QMutexLocker lock(&m_mutex);
+    m_captures.removeAll(capture);
+    capture->setWaker({});
+    capture->setLost();
+}
+
+void CaptureThread::run()
+{
+    runThreadStartHook();
+    qint64 nextLookUs = 0;
+    while (!m_stop) {
+        const qint64 now = DeskCapture::nowUs();
+        bool shouldLook = now >= nextLookUs;
+        if (m_grabber->isOpen())
+            shouldLook = m_grabber->takeSourcesChanged() || shouldLook;
+        else if (shouldLook)
+            shouldLook = openGrabber();
+        if (now >= nextLookUs)
+            nextLookUs = now + kLookUs;
+        if (m_grabber->isOpen() && shouldLook)
+            look();
+        if (m_firstLook.available() == 0)
+            m_firstLook.release();
+
+        qint64 wakeUs = nextLookUs;
+        if (m_grabber->isOpen()) {
+            const qint64 due = grabWhatIsDue();
+            wakeUs = due < 0 ? wakeUs : qMin(wakeUs, due);
+        }
+        if (!m_grabber->isOpen() && !sources().isEmpty()) {
+            qWarning() << "[DeskDuplManager]: The connection to the display is lost";
+            m_grabber->close();
+            setSources({});
+        }
+        const qint64 waitUs = wakeUs - DeskCapture::nowUs();
+        if (waitUs > 0 && !m_stop)
+            m_grabber->wait(std::chrono::microseconds(waitUs));
+    }
+    m_grabber->close();
+}
+
+QList<QSharedPointer<DeskCapture>> CaptureThread::captures() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_captures;
+}
+
+bool CaptureThread::openGrabber()
+{
+    m_grabber->close();
+    if (!m_grabber->open())
+        return false;
+    qInfo() << "[DeskDuplManager]: Connected to the display";
+    return true;
+}
+
+void CaptureThread::look()
+{
+    const CaptureSources found = m_grabber->sources();
+    if (m_grabber->isOpen())
+        setSources(found);
+}
+
+void CaptureThread::setSources(const CaptureSources& sources)
+{
+    {
+        QMutexLocker lock(&m_mutex);
+        if (sources == m_sources)
+            return;
+        m_sources = sources;
+        for (const QSharedPointer<DeskCapture>& capture : qAsConst(m_captures))
+            tell(*capture, sources);
+    }
+    emit sourcesChanged();
+}
+
+qint64 CaptureThread::grabWhatIsDue()
+{
+    qint64 earliest = -1;
+    for (const QSharedPointer<DeskCapture>& capture : captures()) {
+        qint64 due = capture->nextGrabUs(DeskCapture::nowUs());
+        if (due >= 0 && due <= DeskCapture::nowUs()) {
+            grab(*capture);
+            due = capture->nextGrabUs(DeskCapture::nowUs());
+        }
+        if (due >= 0)
+            earliest = earliest < 0 ? due : qMin(earliest, due);
+    }
+    return earliest;
+}
+
+void CaptureThread::grab(DeskCapture& capture)
+{
+    const qint64 startUs = DeskCapture::nowUs();
+    cv::Mat frame;
+    const CaptureSources all = sources();
+    if (const CaptureSource* source = find(all, capture.id()))
+        m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame);
+    capture.finishGrab(frame, startUs);
+}

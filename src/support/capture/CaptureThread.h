@@ -1,0 +1,55 @@
+#pragma once
+
+#include "support/capture/CaptureSource.h"
+
+#include <QMutex>
+#include <QSemaphore>
+#include <QSharedPointer>
+#include <QThread>
+#include <atomic>
+#include <memory>
+
+class DeskCapture;
+class ScreenGrabber;
+
+/// Grabs and scales for all captures of one ScreenGrabber, follows its sources and opens it again when its
+/// connection breaks. The operations may be called from any thread.
+class CaptureThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    explicit CaptureThread(std::shared_ptr<ScreenGrabber> grabber);
+    /// Ends the thread, a hanging call into the system included.
+    ~CaptureThread() override;
+
+    /// Starts the thread and waits for the first look at the sources, about a second at most.
+    void begin();
+
+    CaptureSources sources() const;
+    void attach(const QSharedPointer<DeskCapture>& capture);
+    void detach(const QSharedPointer<DeskCapture>& capture);
+
+signals:
+    /// From this thread.
+    void sourcesChanged();
+
+protected:
+    void run() override;
+
+private:
+    QList<QSharedPointer<DeskCapture>> captures() const;
+    bool openGrabber();
+    void look();
+    void setSources(const CaptureSources& sources);
+    /// Returns when the earliest of the next grabs is due; -1 for none.
+    qint64 grabWhatIsDue();
+    void grab(DeskCapture& capture);
+
+    const std::shared_ptr<ScreenGrabber> m_grabber;
+    std::atomic<bool> m_stop{false};
+    QSemaphore m_firstLook;
+    mutable QMutex m_mutex; // guards what follows
+    CaptureSources m_sources;
+    QList<QSharedPointer<DeskCapture>> m_captures;
+};
