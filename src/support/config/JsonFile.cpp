@@ -30,6 +30,19 @@ std::filesystem::path nativePath(const QString& path)
         return QFile::encodeName(path).toStdString();
 }
 
+/// Goes on after a part was taken, because only a write that takes nothing tells the reason.
+bool writeWhole(QIODevice& device, const QByteArray& bytes)
+{
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 taken = device.write(bytes.constData() + done, bytes.size() - done);
+        if (taken <= 0)
+            return false;
+        done += taken;
+    }
+    return true;
+}
+
 void moveAside(const QString& path, const QString& reason)
 {
     const QString aside = path + QLatin1String(".corrupt-") +
@@ -125,8 +138,8 @@ bool JsonFile::replace(const QString& path, const QByteArray& bytes, QString* er
 {
     QDir().mkpath(QFileInfo(path).path());
     QSaveFile file(path);
-    // Everything is written and flushed before the old file is touched: a full disk costs nothing.
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()) {
+    // Everything is written before the old file is touched: a full disk costs nothing.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeWhole(file, bytes)) {
         if (path == m_path && !m_saved.isEmpty())
             keepAsBackup();
         if (file.commit())
@@ -142,6 +155,8 @@ void JsonFile::keepAsBackup() const
 {
     namespace fs = std::filesystem;
     const QString current = QFileInfo(m_path).canonicalFilePath(); // a link to a link would follow the file
+    if (current.isEmpty())
+        return; // deleted behind our back
     const QString fresh = backupPath(m_path) + QLatin1String(".new");
     QFile::remove(fresh);
     std::error_code error;
