@@ -1,0 +1,194 @@
+#include "AbsRGBController.h"
+#include "MessageLog.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+class RecordingController : public AbsRGBController
+{
+public:
+    RecordingController()
+    {
+        m_options.model = QStringLiteral("LV0127");
+        m_options.serial = QStringLiteral("AB");
+        m_options.id = m_options.storeKey();
+        m_options.portName = QStringLiteral("ttyUSB0");
+        m_options.brightness = 1.0F;
+    }
+    void writeColors(const QVector<LV_RGB>& colors) override { written.append(colors); }
+    void rebuildHeader() override { ++headers; }
+    ControlOptions& record() { return m_options; }
+
+    QVector<QVector<LV_RGB>> written;
+    int headers = 0;
+};
+
+QJsonObject stored(const QString& key)
+{
+    return ConfigurationManager::instance()->controllerJsonObj(key);
+}
+
+} // namespace
+
+class ColourPipelineTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { ConfigurationManager::instance()->reset(); }
+
+    void oneByteGoesThroughBrightnessThenGamma_data()
+    {
+        QTest::addColumn<float>("brightness");
+        QTest::addColumn<float>("gama");
+        QTest::addColumn<int>("raw");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("half of white is cut") << 0.5F << 1.0F << 255 << 127;
+        QTest::newRow("gamma on top of brightness") << 0.5F << 2.0F << 255 << 63;
+        QTest::newRow("gamma below one keeps white") << 1.0F << 0.5F << 255 << 255;
+        QTest::newRow("gamma below one lifts the darks") << 1.0F << 0.5F << 16 << 64;
+        QTest::newRow("single precision: 0.7 of 10 is 7") << 0.7F << 1.0F << 10 << 7;
+        QTest::newRow("black by brightness") << 0.0F << 1.0F << 255 << 0;
+        QTest::newRow("above one wraps as a byte does") << 2.0F << 1.0F << 200 << 144;
+        const float nan = std::numeric_limits<float>::quiet_NaN();
+        QTest::newRow("no number") << nan << 1.0F << 200 << 0;
+        QTest::newRow("infinite power") << 0.0F << -1.0F << 200 << 0;
+    }
+    void oneByteGoesThroughBrightnessThenGamma()
+    {
+        QFETCH(float, brightness);
+        QFETCH(float, gama);
+        QFETCH(int, raw);
+        QFETCH(int, expected);
+        RecordingController controller;
+        controller.record().brightness = brightness;
+        controller.record().gama = gama;
+        const auto byte = static_cast<uint8_t>(raw);
+        controller.update({{byte, 0, 0}, {0, byte, 0}, {0, 0, byte}});
+        const auto out = static_cast<uint8_t>(expected);
+        QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{out, 0, 0}, {0, out, 0}, {0, 0, out}}));
+    }
+
+    void theTableEqualsTheFormulaForEveryByte()
+    {
+        RecordingController controller;
+        for (const float brightness : {1.0F, 0.8F, 0.333F, 0.01F}) {
+            for (const float gama : {1.0F, 0.45F, 1.8F, 2.2F, 3.0F}) {
+                controller.record().brightness = brightness;
+                controller.record().gama = gama;
+                for (int raw = 0; raw < 256; ++raw) {
+                    const auto byte = static_cast<uint8_t>(raw);
+                    const auto x = static_cast<uint8_t>(static_cast<float>(byte) * brightness);
+                    const double y = std::pow(double(x) * 0.00390625, double(gama)) * 256.0;
+                    controller.update({{byte, 0, 0}});
+                    QCOMPARE(controller.written.last().at(0).red, static_cast<uint8_t>(y));
+                }
+            }
+        }
+    }
+
+    void aSwitchedOffDeviceGetsBlackOfItsLength()
+    {
+        RecordingController controller;
+        controller.setNbLeds(3);
+        QSignalSpy changed(&controller, &AbsRGBController::enableChanged);
+        controller.update({{1, 2, 3}});
+        controller.setEnable(false);
+        QCOMPARE(controller.written.last(), QVector<LV_RGB>(3));
+        controller.update({{9, 9, 9}});
+        QCOMPARE(controller.written.last(), QVector<LV_RGB>(3));
+        controller.setEnable(true);
+        QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{9, 9, 9}}));
+        QCOMPARE(changed.count(), 2);
+    }
+
+    void anIdleDeviceIsRepaintedAndThePaceIsReported()
+    {
+        MessageLog log;
+        RecordingController controller;
+        controller.setSubMode(QStringLiteral("id.effect.x.y"));
+        controller.update({{1, 2, 3}});
+        QTRY_VERIFY_WITH_TIMEOUT(!log.containing(QStringLiteral(", Avg update interval: ")).isEmpty(), 20000);
+        QVERIFY(controller.written.size() >= 4);
+        QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{1, 2, 3}}));
+        QVERIFY(log.containing(QStringLiteral("[[loop]][Controller]: LV0127:AB: The automatic refresh of the "
+                                              "controller is triggered"))
+                    .size() >= 3);
+        const QString report = log.containing(QStringLiteral("[[loop]][Controller]LV0127:AB, Avg")).value(0);
+        QVERIFY2(report.endsWith(QStringLiteral("ms, \r\n  Current worker: id.effect.x.y\r\n"
+                                                "  Current raw led data: \r\n010203\r\n \r\n")),
+                 qPrintable(report));
+    }
+
+    void settersSaveAndTellOnlyChanges()
+    {
+        RecordingController controller;
+        QSignalSpy brightness(&controller, &AbsRGBController::brightnessChanged);
+        controller.setBrightness(1.0F);
+        QVERIFY(brightness.isEmpty() && controller.written.isEmpty());
+        controller.setBrightness(0.25F);
+        QCOMPARE(brightness.count(), 1);
+        QCOMPARE(controller.written.size(), 1);
+        controller.setKindName(QStringLiteral("desk"));
+        controller.setInstallDirection(1);
+        controller.setNbLeds(7);
+        controller.setNbLeds(7);
+        QCOMPARE(controller.headers, 1);
+        const QJsonObject object = stored(QStringLiteral("LV0127:AB"));
+        QCOMPARE(object.value(QLatin1String("brightness")).toDouble(), 0.25);
+        QCOMPARE(object.value(QLatin1String("kindName")).toString(), QStringLiteral("desk"));
+        QCOMPARE(object.value(QLatin1String("installDirection")).toInt(), 1);
+        QCOMPARE(object.value(QLatin1String("nbLeds")).toInt(), 7);
+        QCOMPARE(object.size(), 10);
+    }
+
+    void settingsComeBackFromTheStore()
+    {
+        auto& object = ConfigurationManager::instance()->controllerJsonObj(QStringLiteral("LV0127:AB"));
+        object = {{QStringLiteral("kindName"), QStringLiteral("ttyUSB0")},
+                  {QStringLiteral("brightness"), 0.0},
+                  {QStringLiteral("nbLeds"), -5}};
+        RecordingController controller;
+        QVERIFY(controller.loadConfig());
+        QCOMPARE(controller.options().kindName, QStringLiteral("LV0127")); // a port name is no name
+        QCOMPARE(controller.options().brightness, 0.0F);
+        QCOMPARE(controller.options().ledPerUnit, 1);
+        QCOMPARE(controller.options().nbLeds, 0U); // and no device has minus five LEDs
+        object = {{QStringLiteral("enable"), false}};
+        QVERIFY(controller.loadConfig());
+        QCOMPARE(controller.options().brightness, 0.8F);
+        QVERIFY(!controller.options().enable);
+    }
+
+    void aDeviceWithoutSerialDoesNotGetItsSettingsBack()
+    {
+        RecordingController controller;
+        controller.record().serial.clear();
+        controller.record().id = QStringLiteral("LV0127");
+        controller.setBrightness(0.1F);
+        QCOMPARE(stored(QStringLiteral("LV0127:")).value(QLatin1String("brightness")).toDouble(),
+                 double(0.1F));
+        QVERIFY(!controller.loadConfig());
+        QCOMPARE(controller.options().brightness, 0.1F);
+    }
+
+    void theGammaOfTheSettingsIsFollowed()
+    {
+        auto* config = ConfigurationManager::instance();
+        config->setAppConfig(QStringLiteral("runtime.gama"), 1.5);
+        RecordingController controller;
+        QCOMPARE(controller.options().gama, 1.5F);
+        config->setAppConfig(QStringLiteral("runtime.gama"), 2.0);
+        QTRY_COMPARE(controller.options().gama, 2.0F);
+        QVERIFY(controller.written.isEmpty()); // waits for the next run
+    }
+};
+
+QTEST_GUILESS_MAIN(ColourPipelineTest)
+#include "tst_colour_pipeline.moc"
