@@ -1,5 +1,6 @@
 #include "controllers/BridgedSerialPortSource.h"
 
+#include <QDateTime>
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
@@ -7,7 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 constexpr int kDebounceMs = 20;
@@ -28,6 +29,7 @@ BridgedSerialPortSource::BridgedSerialPortSource(const QString& file, QObject* p
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, soon);
     watchFile();
     read();
+    m_identities = identities();
     m_poll.start(kPollMs);
 }
 
@@ -92,18 +94,28 @@ bool BridgedSerialPortSource::read()
     return true;
 }
 
+QStringList BridgedSerialPortSource::identities() const
+{
+    QStringList list;
+    for (const SerialPortRecord& port : m_ports) {
+        const QFileInfo node(port.systemLocation);
+        list.append(QStringLiteral("%1\n%2\n%3\n%4")
+                        .arg(port.name, port.systemLocation, node.canonicalFilePath())
+                        .arg(node.metadataChangeTime().toMSecsSinceEpoch()));
+    }
+    return list;
+}
+
 void BridgedSerialPortSource::reload()
 {
     watchFile();
-    const QList<SerialPortRecord> before = m_ports;
     if (!read())
         return;
-    const QList<SerialPortRecord> now = m_ports; // a receiver may cause the next reload
-    for (const SerialPortRecord& port : now) {
-        const auto same = [&](const SerialPortRecord& known) {
-            return known.name == port.name && known.systemLocation == port.systemLocation;
-        };
-        if (std::none_of(before.cbegin(), before.cend(), same))
-            emit portArrived(port.name);
+    const QStringList before = std::exchange(m_identities, identities());
+    const QStringList now = m_identities;          // a receiver may cause the next reload
+    const QList<SerialPortRecord> ports = m_ports; // likewise
+    for (int i = 0; i < now.size(); ++i) {
+        if (!before.contains(now.at(i)))
+            emit portArrived(ports.at(i).name);
     }
 }

@@ -29,9 +29,12 @@ private:
     void watchFile();
     /// False when the file is broken.
     bool read();
+    /// Tells whether a port is the one it was: a device that is plugged in anew may get the same location.
+    QStringList identities() const;
 
     QString m_file;
     QList<SerialPortRecord> m_ports;
+    QStringList m_identities; ///< one for each of m_ports
     QByteArray m_lastBytes;
     QFileSystemWatcher m_watcher;
     QTimer m_debounce;

@@ -152,9 +152,14 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
     logInfo(QStringLiteral("ControllerEnumerator found a device:") + controller->options().id);
     m_pendingDevices.remove(portName);
     m_adopted.insert(portName, controller);
-    // A controller that failed, or that was refused because its predecessor was still there, frees the port:
-    // the scan brings the device back even where the system reports no new arrival.
-    connect(controller, &QObject::destroyed, this, [this, portName] { m_pendingDevices.insert(portName); });
+    // The scan brings a failed device back even where the system reports no new arrival, and one whose
+    // controller was refused because its predecessor was still there.
+    const auto tryAgain = [this, portName] { m_pendingDevices.insert(portName); };
+    connect(controller, &QObject::destroyed, this, tryAgain);
+    connect(controller, &AbsRGBController::statusChanged, this, [tryAgain](uint32_t status) {
+        if (status != 0)
+            tryAgain();
+    });
     emit deviceEnabled(shared);
 }
 

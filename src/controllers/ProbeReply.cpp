@@ -14,7 +14,7 @@ ProbeReply ProbeReply::parse(const QByteArray& bytes)
     const QByteArray raw = bytes.left(kMaxReplyBytes);
     if (!raw.toUpper().startsWith("LV"))
         return reply;
-    reply.text = QString::fromLatin1(raw);
+    reply.text = QString::fromLatin1(raw.constData(), raw.size()); // with the size: NULs belong to it
     reply.text.chop(kTailSize);
     reply.hasSerial = reply.text.mid(kModelSize, 1) == QLatin1String(",");
     if (!reply.hasSerial) {
