@@ -1,0 +1,54 @@
+#include "Glow.h"
+
+Glow::Glow(const QSize& size)
+    : m_size(size)
+    , m_light(size.width() * size.height())
+{
+}
+
+void Glow::add(const QPointF& at, double sigma, const Color& color)
+{
+    const int reach = static_cast<int>(sigma * 3) + 1;
+    const int left = std::max(0, static_cast<int>(at.x()) - reach);
+    const int right = std::min(m_size.width() - 1, static_cast<int>(at.x()) + reach);
+    const int top = std::max(0, static_cast<int>(at.y()) - reach);
+    const int bottom = std::min(m_size.height() - 1, static_cast<int>(at.y()) + reach);
+    const double scale = -0.5 / (sigma * sigma);
+    for (int y = top; y <= bottom; ++y) {
+        for (int x = left; x <= right; ++x) {
+            const double dx = x + 0.5 - at.x();
+            const double dy = y + 0.5 - at.y();
+            Color& pixel = m_light[y * m_size.width() + x];
+            pixel = pixel + color * std::exp((dx * dx + dy * dy) * scale);
+        }
+    }
+}
+
+void Glow::reflect(double y, double strength)
+{
+    const int line = static_cast<int>(y);
+    for (int below = line; below < m_size.height(); ++below) {
+        const int above = 2 * line - below - 1;
+        const double fade = strength * (1.0 - double(below - line) / (m_size.height() - line));
+        for (int x = 0; x < m_size.width(); ++x) {
+            const Color mirrored = above < 0 ? Color() : m_light[above * m_size.width() + x];
+            m_light[below * m_size.width() + x] = mirrored * fade;
+        }
+    }
+}
+
+QImage Glow::over(const QImage& ground) const
+{
+    QImage result = ground.convertToFormat(QImage::Format_RGB32);
+    const auto expose = [](double below, double light) { return 1 - (1 - below) * std::exp(-light); };
+    for (int y = 0; y < m_size.height(); ++y) {
+        for (int x = 0; x < m_size.width(); ++x) {
+            const QRgb was = result.pixel(x, y);
+            const Color& light = m_light[y * m_size.width() + x];
+            result.setPixel(x, y,
+                            toRgb({expose(qRed(was) / 255.0, light.r), expose(qGreen(was) / 255.0, light.g),
+                                   expose(qBlue(was) / 255.0, light.b)}));
+        }
+    }
+    return result;
+}

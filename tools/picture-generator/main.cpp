@@ -1,0 +1,28 @@
+// Draws the pictures that are shipped beside the program. Run by the build.
+#include "colorMapPictures.h"
+#include "productPictures.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv); // for the picture formats, which are plug-ins
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 4) {
+        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER FALLBACK_ICON\n", stderr);
+        return 2;
+    }
+    const QString maps = arguments.at(2) + QLatin1String("/effects/colorful");
+    const QString images = arguments.at(2) + QLatin1String("/images");
+    for (const QString& folder : {maps, images + QLatin1String("/products"),
+                                  images + QLatin1String("/productIcons"), QFileInfo(arguments.at(3)).path()})
+        QDir().mkpath(folder);
+    if (!writeColorMapPictures(maps) || !writeProductPictures(arguments.at(1), images, arguments.at(3))) {
+        std::fputs("picture-generator: a file could not be read or written\n", stderr);
+        return 1;
+    }
+    return 0;
+}
