@@ -1,5 +1,7 @@
 #include "EffectThread.h"
 
+#include "controllers/ThreadStartHook.h"
+
 #include <QCoreApplication>
 
 EffectThread::EffectThread(QObject* worker)
@@ -9,6 +11,7 @@ EffectThread::EffectThread(QObject* worker)
 
 void EffectThread::run()
 {
+    runThreadStartHook();
     exec();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     // Somebody still holds the worker: here nothing would ever delete it any more.

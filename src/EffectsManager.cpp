@@ -5,7 +5,7 @@
 #include "effects/IColorStrapManager.h"
 #include "effects/IEffectFactory.h"
 #include "effects/InternalEffectFactory.h"
-#include "support/capture/IDeskDuplManager.h"
+#include "support/capture/DeskDuplManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -26,10 +26,25 @@ void destroyThread(QThread* thread)
     delete thread;
 }
 
-/// Invalid where the worker does not declare the method.
-QMetaMethod injectionMethod(const IEffectWorker* worker, const char* signature)
+/// Hands the service to a worker that declares the method; the first of them has the service made.
+template <typename Service, typename Create>
+void inject(IEffectWorker* worker, const char* signature, const char* name, Service*& service, Create create)
 {
-    return worker->metaObject()->method(worker->metaObject()->indexOfMethod(signature));
+    const QMetaObject* meta = worker->metaObject();
+    const QMetaMethod method = meta->method(meta->indexOfMethod(signature));
+    if (!method.isValid())
+        return;
+    if (!service)
+        service = create();
+    if (!service) {
+        qWarning("[EffectsManager]: There is no %s for %s", name, meta->className());
+        return;
+    }
+    const QByteArray type = method.parameterTypes().constFirst();
+    guardedCall(signature, [&] {
+        method.invoke(worker, Qt::DirectConnection, QGenericArgument(type.constData(), &service));
+    });
+    qInfo("The %s has injected to %s", name, meta->className());
 }
 
 } // namespace
@@ -183,34 +198,10 @@ QSharedPointer<IEffectWorker> EffectsManager::createWorker(IEffectFactory* facto
 
 void EffectsManager::injectServices(IEffectWorker* worker)
 {
-    const char* className = worker->metaObject()->className();
-    const QMetaMethod takeDesk = injectionMethod(worker, "DIDeskDuplication(IDeskDuplManager*)");
-    if (takeDesk.isValid()) {
-        if (!m_deskDuplManager)
-            m_deskDuplManager = createDeskDuplManager();
-        if (m_deskDuplManager) {
-            guardedCall("DIDeskDuplication", [&] {
-                takeDesk.invoke(worker, Qt::DirectConnection, Q_ARG(IDeskDuplManager*, m_deskDuplManager));
-            });
-            qInfo().noquote() << "The DeskDuplManager has injected to" << className;
-        } else {
-            qWarning().noquote() << "[EffectsManager]: There is no DeskDuplManager for" << className;
-        }
-    }
-    const QMetaMethod takeStraps = injectionMethod(worker, "DIColorStrapManager(IColorStrapManager*)");
-    if (takeStraps.isValid()) {
-        if (!m_colorStrapManager)
-            m_colorStrapManager = createColorStrapManager();
-        if (m_colorStrapManager) {
-            guardedCall("DIColorStrapManager", [&] {
-                takeStraps.invoke(worker, Qt::DirectConnection,
-                                  Q_ARG(IColorStrapManager*, m_colorStrapManager));
-            });
-            qInfo().noquote() << "The ColorStrapManager has injected to" << className;
-        } else {
-            qWarning().noquote() << "[EffectsManager]: There is no ColorStrapManager for" << className;
-        }
-    }
+    inject(worker, "DIDeskDuplication(IDeskDuplManager*)", "DeskDuplManager", m_deskDuplManager,
+           [this] { return createDeskDuplManager(); });
+    inject(worker, "DIColorStrapManager(IColorStrapManager*)", "ColorStrapManager", m_colorStrapManager,
+           [this] { return createColorStrapManager(); });
 }
 
 void EffectsManager::connectWorker(IEffectWorker* worker, AbsRGBController* controller)
@@ -257,7 +248,7 @@ void EffectsManager::unload(const EffectBinding& binding)
 
 IDeskDuplManager* EffectsManager::createDeskDuplManager()
 {
-    return nullptr;
+    return new DeskDuplManager(this);
 }
 
 IColorStrapManager* EffectsManager::createColorStrapManager()

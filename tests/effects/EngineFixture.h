@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QUuid>
 
@@ -76,6 +77,22 @@ public:
     QString capturerDesc(QString) override { return {}; }
 };
 
+class FakeStrapManager : public IColorStrapManager
+{
+    Q_OBJECT
+
+public:
+    using IColorStrapManager::IColorStrapManager;
+
+    ColorStrap strap(int) override { return {}; }
+    int strapCount() override { return 0; }
+    bool isValidStrapIndex(int) override { return false; }
+    void removeStrap(int) override {}
+    int addStrap(const ColorStrap&) override { return 0; }
+    int addDefaultStrap() override { return 0; }
+    void setStrap(int, const ColorStrap&) override {}
+};
+
 /// The manager with a capture service that touches no screen.
 class TestManager : public EffectsManager
 {
@@ -87,6 +104,7 @@ public:
     {
     }
 
+    bool hasStraps = true;
     int deskManagersMade = 0;
     QPointer<IDeskDuplManager> deskManager;
 
@@ -95,5 +113,9 @@ protected:
     {
         ++deskManagersMade;
         return deskManager = new FakeDeskManager(this);
+    }
+    IColorStrapManager* createColorStrapManager() override
+    {
+        return hasStraps ? new FakeStrapManager : nullptr;
     }
 };

@@ -1,7 +1,7 @@
 #include "EngineFixture.h"
+#include "LogCapture.h"
 #include "controllers/IDeviceEnumerator.h"
 #include "effects/InternalEffectFactory.h"
-#include "support/LogCapture.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -147,9 +147,9 @@ private slots:
     void the_first_group_wins_its_id_and_its_order();
     void groups_are_walked_in_order_and_wrap();
     void without_the_folder_the_builtin_effects_remain();
-    void a_bad_plugin_stops_nothing();
     void the_example_effect_breathes();
     void the_example_enumerator_offers_a_strip();
+    void a_bad_plugin_stops_nothing(); // last: it loads the example enumerator, which offers its strip once
 
 private:
     std::unique_ptr<WorkingFolder> m_folder;
@@ -182,7 +182,7 @@ void TestEffectEngine::the_catalogue_is_consistent_and_fits_the_shipped_groups()
         QCOMPARE(all.size(), 25);
     }
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, false);
-    QCOMPARE(m_log->count("group order conflict"), 0);
+    QVERIFY(!m_log->contains("Group order conflict"));
 
     // What is registered can be created, and knows which entry it is of.
     InternalEffectFactory factory(nullptr);
@@ -287,14 +287,12 @@ void TestEffectEngine::a_worker_lives_from_bind_to_unbind()
     QVERIFY(manager.effectProperty(controller->id(), "other").isNull());
     manager.setEffectProperty(controller->id(), "throw", 1);
 
-    QJsonArray expected{"desk main"};
+    QJsonArray expected{"desk main", "straps main"};
     for (const char* call :
          {"load", "dir 1", "brightness 0.25", "name desk lamp", "enable 0", "set value", "set throw", "read"})
         expected += QString("%1 %2").arg(call, place);
     QCOMPARE(journalOf(manager, *controller), expected);
 
-    const auto stale = manager.boundWorker(controller->id()).data();
-    QObject::connect(stale, &QObject::destroyed, [] {});
     manager.unbindController(controller->id());
     expected += "unload main";
     QCOMPARE(storedJournal(effectId, *controller), expected);
@@ -311,11 +309,13 @@ void TestEffectEngine::binding_the_same_effect_again_changes_nothing()
 {
     WorkingFolder::addPlugin(PROBE_PLUGIN);
     TestManager manager;
+    manager.hasStraps = false;
     const auto controller = QSharedPointer<FakeController>::create();
     const auto other = QSharedPointer<FakeController>::create();
     const auto worker = manager.bindController(controller, kSync);
     QVERIFY(worker != manager.bindController(other, kSync));
     QCOMPARE(manager.deskManagersMade, 1); // shared by both
+    QCOMPARE(m_log->count("[EffectsManager]: There is no ColorStrapManager for ProbeWorker"), 2);
 
     ConfigurationManager::instance()->setGlobalValue(ConfigKeys::lastBindingKey(controller->id(), "id.probe"),
                                                      "untouched");
@@ -374,7 +374,6 @@ void TestEffectEngine::an_async_worker_ends_cleanly_at_any_moment()
     WorkingFolder::addPlugin(PROBE_PLUGIN);
     TestManager manager;
     const auto controller = QSharedPointer<FakeController>::create();
-    const QWeakPointer<FakeController> held = controller;
     constexpr int kRounds = 200;
     std::atomic<int> deleted{0};
     for (int i = 0; i < kRounds; ++i) {
@@ -399,8 +398,7 @@ void TestEffectEngine::the_manager_unloads_what_is_bound_when_it_goes()
 {
     WorkingFolder::addPlugin(PROBE_PLUGIN);
     auto manager = std::make_unique<TestManager>();
-    const QPointer<IDeskDuplManager> noneYet = manager->deskManager;
-    QVERIFY(!noneYet);
+    QVERIFY(!manager->deskManager); // made only when the first worker asks
     const auto one = QSharedPointer<FakeController>::create();
     const auto two = QSharedPointer<FakeController>::create();
     manager->bindController(one, kSync);
@@ -507,30 +505,6 @@ void TestEffectEngine::without_the_folder_the_builtin_effects_remain()
     QCOMPARE(manager.previousGroupByOrder("id.effect.graphics"), "id.effect.colorful");
 }
 
-void TestEffectEngine::a_bad_plugin_stops_nothing()
-{
-    QFile good(PROBE_PLUGIN);
-    QVERIFY(good.open(QIODevice::ReadOnly));
-    WorkingFolder::writeFile("0-cut.so", good.read(good.size() / 2));
-    WorkingFolder::writeFile("0-empty.so", {});
-    WorkingFolder::writeFile("0-text.so", "this is no library");
-    QVERIFY(QDir().mkdir("effects/0-folder.so"));
-    WorkingFolder::addPlugin(EXAMPLE_ENUMERATOR);
-    WorkingFolder::addPlugin(THROWING_PLUGIN);
-    WorkingFolder::addPlugin(PROBE_PLUGIN);
-    EffectsManager manager(nullptr);
-    const QString path = QDir::currentPath() + "/effects/";
-    for (const char* name : {"0-cut.so", "0-empty.so", "0-text.so", "0-folder.so", "example-enumerator.so"})
-        QCOMPARE(m_log->count("Failed to load IEffectFactory instance by path: " + path + name + " reason: "),
-                 1);
-    QVERIFY(m_log->contains("An exception left workerOptionsList: no list today"));
-    // Of the probe the sound entries are there, those without a group are not, and a built-in effect keeps
-    // its id.
-    QCOMPARE(manager.groupInfo("id.probe").workers.size(), 5);
-    QVERIFY(manager.groupInfo("").id.isEmpty() && manager.effectOptions("nodot").id.isEmpty());
-    QCOMPARE(manager.effectOptions("id.effect.singleColor.singleColor1").name, "单色模式");
-}
-
 void TestEffectEngine::the_example_effect_breathes()
 {
     WorkingFolder::addPlugin(EXAMPLE_EFFECT);
@@ -568,6 +542,30 @@ void TestEffectEngine::the_example_enumerator_offers_a_strip()
     strip->update(QVector<LV_RGB>(2, LV_RGB{255, 0, 0}));
     QVERIFY(m_log->contains("[[loop]][ExampleStrip]: picture 1"));
     disconnect(connection);
+}
+
+void TestEffectEngine::a_bad_plugin_stops_nothing()
+{
+    QFile good(PROBE_PLUGIN);
+    QVERIFY(good.open(QIODevice::ReadOnly));
+    WorkingFolder::writeFile("0-cut.so", good.read(good.size() / 2));
+    WorkingFolder::writeFile("0-empty.so", {});
+    WorkingFolder::writeFile("0-text.so", "this is no library");
+    QVERIFY(QDir().mkdir("effects/0-folder.so"));
+    WorkingFolder::addPlugin(EXAMPLE_ENUMERATOR);
+    WorkingFolder::addPlugin(THROWING_PLUGIN);
+    WorkingFolder::addPlugin(PROBE_PLUGIN);
+    EffectsManager manager(nullptr);
+    const QString path = QDir::currentPath() + "/effects/";
+    for (const char* name : {"0-cut.so", "0-empty.so", "0-text.so", "0-folder.so", "example-enumerator.so"})
+        QCOMPARE(m_log->count("Failed to load IEffectFactory instance by path: " + path + name + " reason: "),
+                 1);
+    QVERIFY(m_log->contains("An exception left workerOptionsList: no list today"));
+    // Of the probe the sound entries are there, those without a group are not, and a built-in effect keeps
+    // its id.
+    QCOMPARE(manager.groupInfo("id.probe").workers.size(), 5);
+    QVERIFY(manager.groupInfo("").id.isEmpty() && manager.effectOptions("nodot").id.isEmpty());
+    QCOMPARE(manager.effectOptions("id.effect.singleColor.singleColor1").name, "单色模式");
 }
 
 QTEST_MAIN(TestEffectEngine)
