@@ -46,8 +46,12 @@ void LightWindow::paintEvent(QPaintEvent* /*event*/)
     }
     const QRectF area = gridArea();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setPen(Qt::NoPen);
+    paintSockets(painter, area);
+    painter.setCompositionMode(QPainter::CompositionMode_Plus);
     paintHalo(painter, area);
     paintDots(painter, area);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setPen(kInk);
     painter.drawText(rect().adjusted(0, 0, 0, -12), Qt::AlignHCenter | Qt::AlignBottom,
                      QStringLiteral("%1 LEDs").arg(m_colors.size()));
@@ -63,6 +67,22 @@ QRectF LightWindow::gridArea() const
     return {QPointF((width() - size.width()) / 2, (height() - size.height()) / 2), size};
 }
 
+QPointF LightWindow::centreOf(int led, const QRectF& area) const
+{
+    const LightGrid grid = LightGrid::of(m_colors.size());
+    const double cell = area.width() / grid.columns;
+    return {area.left() + (led % grid.columns + 0.5) * cell, area.top() + (led / grid.columns + 0.5) * cell};
+}
+
+/// What an unlit LED looks like.
+void LightWindow::paintSockets(QPainter& painter, const QRectF& area)
+{
+    const double radius = 0.26 * area.width() / LightGrid::of(m_colors.size()).columns;
+    painter.setBrush(kUnlit);
+    for (int i = 0; i < m_colors.size(); ++i)
+        painter.drawEllipse(centreOf(i, area), radius, radius);
+}
+
 /// A picture with a pixel a LED, scaled up twice, is as soft as a blur and much cheaper.
 void LightWindow::paintHalo(QPainter& painter, const QRectF& area)
 {
@@ -74,22 +94,14 @@ void LightWindow::paintHalo(QPainter& painter, const QRectF& area)
     const QImage soft =
         pixels.scaled(pixels.size() * kHaloSteps, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const double cell = area.width() / grid.columns;
-    painter.setCompositionMode(QPainter::CompositionMode_Plus);
     painter.drawImage(area.adjusted(-2 * cell, -2 * cell, 2 * cell, 2 * cell), soft);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 void LightWindow::paintDots(QPainter& painter, const QRectF& area)
 {
-    const LightGrid grid = LightGrid::of(m_colors.size());
-    const double cell = area.width() / grid.columns;
-    painter.setPen(Qt::NoPen);
+    const double cell = area.width() / LightGrid::of(m_colors.size()).columns;
     for (int i = 0; i < m_colors.size(); ++i) {
-        const QPointF centre(area.left() + (i % grid.columns + 0.5) * cell,
-                             area.top() + (i / grid.columns + 0.5) * cell);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        painter.setBrush(kUnlit);
-        painter.drawEllipse(centre, 0.26 * cell, 0.26 * cell);
+        const QPointF centre = centreOf(i, area);
         const LV_RGB color = m_colors[i];
         if (color == LV_RGB{})
             continue;
@@ -97,7 +109,6 @@ void LightWindow::paintDots(QPainter& painter, const QRectF& area)
         glow.setColorAt(0, lit(color, 1.5));
         glow.setColorAt(0.5, lit(color));
         glow.setColorAt(1, Qt::black); // adds nothing
-        painter.setCompositionMode(QPainter::CompositionMode_Plus);
         painter.setBrush(glow);
         painter.drawEllipse(centre, 0.38 * cell, 0.38 * cell);
     }

@@ -20,6 +20,8 @@ protected:
 
 private:
     QRectF gridArea() const;
+    QPointF centreOf(int led, const QRectF& area) const;
+    void paintSockets(QPainter& painter, const QRectF& area);
     void paintHalo(QPainter& painter, const QRectF& area);
     void paintDots(QPainter& painter, const QRectF& area);
 
