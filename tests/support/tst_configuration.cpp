@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -47,8 +48,7 @@ QJsonObject onDisk(const QString& path)
 void put(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
 
 ino_t inodeOf(const QString& path)
@@ -73,425 +73,351 @@ private slots:
     }
     void cleanup()
     {
-        qInstallMessageHandler(nullptr);
         m_config.reset();
+        qInstallMessageHandler(nullptr);
     }
 
-    void values_survive_a_restart();
-    void effect_ids_become_safe_file_names();
-    void null_clears_a_value();
-    void the_timer_writes_what_changed_and_nothing_else();
-    void save_writes_what_came_through_the_references();
-    void a_damaged_file_is_replaced_by_its_backup_data();
-    void a_damaged_file_is_replaced_by_its_backup();
-    void a_damaged_file_without_backup_is_a_first_run();
-    void a_kill_at_any_instant_leaves_whole_files();
-    void a_refused_write_is_made_up_for_when_the_fault_is_gone();
-    void a_full_disk_leaves_the_old_files_whole();
-    void unknown_members_are_kept();
-    void effects_are_stored_from_several_threads();
-    void stored_values_go_over_the_defaults_of_a_file();
-    void reset_leaves_only_the_global_store();
-    void a_clean_start_is_on_the_disk_at_once();
-    void folders_do_not_depend_on_the_running_program();
-    void property_hashes_are_the_published_ones();
+    void values_survive_a_restart()
+    {
+        const QJsonObject binding{{"keyCode", 65}, {"modifiers", 3}};
+        m_config->setAppConfig("hotkeyBinding.id.next", binding);
+        m_config->setAppConfig("runtime.gama", 2.2);
+        m_config->setAppConfig("runtime.gama", QJsonValue());
+        m_config->setGlobalValue("lastBinding.Moni-A:0001.group", kEffect);
+        m_config->controllerJsonObj(kDevice)["brightness"] = 0.25;
+        m_config->setEffectVariant(kEffect, kDevice, "color", 0xFF4F24D3u); // in memory: save() is to see it
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", QJsonValue());
+        m_config->setEffectJsonValue(kEffect, ConfigKeys::kAllControllers, "list", QJsonArray{1, "二"});
+
+        restart();
+        QCOMPARE(m_config->appConfig("hotkeyBinding.id.next"), QJsonValue(binding));
+        QVERIFY(m_config->appConfig("hotkeyBinding").isUndefined()); // a dot is no nesting
+        QVERIFY(m_config->appConfig("runtime.gama").isNull());
+        QCOMPARE(m_config->globalValue("lastBinding.Moni-A:0001.group").toString(), kEffect);
+        QCOMPARE(m_config->controllerJsonObj(kDevice), (QJsonObject{{"brightness", 0.25}}));
+        QVERIFY(m_config->controllerJsonObj("Moni-A:").isEmpty());
+        QCOMPARE(m_config->effectVariant(kEffect, kDevice, "color").toUInt(), 0xFF4F24D3u);
+        QVERIFY(!m_config->effectVariant(kEffect, kDevice, "speed").isValid());
+        QVERIFY(!m_config->effectVariant(kEffect, "other", "color").isValid());
+        QCOMPARE(m_config->effectJsonValue(kEffect, ConfigKeys::kAllControllers, "list").toArray().size(), 2);
+        QCOMPARE(warnings.load(), 0);
+    }
+
+    void effect_ids_become_safe_file_names()
+    {
+        const QStringList ids{
+            kEffect, "",    ".",          "..",    "../../app",        "a/b",
+            "a\\b",  "con", "%",          "%2e",   "光.效果",          "a:b*?\"<>",
+            "a\nb ", "a%b", "a.json.bak", "Nul.x", QString(5000, 'x'), QString(5000, 'x') + 'y'};
+        for (const QString& id : ids)
+            m_config->setEffectJsonValue(id, kDevice, "key", id);
+        restart();
+        for (const QString& id : ids)
+            QCOMPARE(m_config->effectJsonValue(id, kDevice, "key"), QJsonValue(id));
+        const QStringList names = QDir(path("effects")).entryList({"*.json"}, QDir::Files | QDir::Hidden);
+        QCOMPARE(names.size(), ids.size());
+        QVERIFY(names.contains(kEffect + ".json"));
+        const QRegularExpression unsafe("^\\.|^(con|nul)\\.|[\\\\:*?\"<>|\\s]",
+                                        QRegularExpression::CaseInsensitiveOption);
+        QCOMPARE(names.filter(unsafe), QStringList());
+    }
+
+    void the_timer_writes_what_changed_and_nothing_else()
+    {
+        m_config->setAppConfig("language", "de");
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
+        m_config->saveEffectJsonObj(kEffect);
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
+        m_config->saveControllerJsonObj(kDevice);
+        const QStringList files{path("app.json"), path("controllers.json"), effectFile()};
+        std::vector<ino_t> inodes;
+        for (const QString& file : files) {
+            QTRY_VERIFY(QFile::exists(file));
+            inodes.push_back(inodeOf(file));
+        }
+
+        QSignalSpy changed(m_config.get(), &ConfigurationManager::appConfigChanged);
+        for (const char* language : {"fr", "de", "de"})
+            m_config->setAppConfig("language", language);
+        QCOMPARE(changed.size(), 3);
+        QCOMPARE(changed.at(2).at(0).toString(), QString("language"));
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 4);
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
+        m_config->saveEffectJsonObj(kEffect);
+        m_config->saveControllerJsonObj(kDevice);
+        m_config->setEffectJsonValue("id.effect.z", kDevice, "mark", 1); // the last file of a turn
+        m_config->saveEffectJsonObj("id.effect.z");
+        QTRY_VERIFY(QFile::exists(path("effects/id.effect.z.json")));
+        for (std::size_t i = 0; i < inodes.size(); ++i)
+            QCOMPARE(inodeOf(files.at(int(i))), inodes.at(i));
+
+        m_config->setAppConfig("language", "ja");
+        QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
+        QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
+        m_config->save();
+        QCOMPARE(bytesOf(path("app.json.bak")), bytesOf(path("app.json")));
+        QVERIFY(inodeOf(path("app.json.bak")) != inodeOf(path("app.json"))); // damage to one spares the other
+    }
+
+    void save_writes_what_came_through_the_references()
+    {
+        QJsonObject& app = m_config->AppConfigJsonObj();
+        QJsonObject& device = m_config->controllerJsonObj(kDevice);
+        for (int i = 0; i < 1000; ++i) {
+            m_config->setAppConfig(QString::number(i), i);
+            m_config->controllerJsonObj(QString::number(i))["nbLeds"] = i;
+        }
+        m_config->save();
+        m_config->reset();
+        QVERIFY(app.isEmpty() && device.isEmpty());
+        app["language"] = "en";
+        device["nbLeds"] = 31;
+        m_config->save();
+        QCOMPARE(onDisk(path("app.json")), (QJsonObject{{"language", "en"}}));
+        QCOMPARE(onDisk(path("controllers.json")), (QJsonObject{{kDevice, QJsonObject{{"nbLeds", 31}}}}));
+
+        QVERIFY(QFile::remove(path("app.json"))); // somebody tidied up while the program ran
+        m_config->save();
+        QVERIFY(QFile::exists(path("app.json")));
+    }
+
+    void a_damaged_file_is_replaced_by_its_backup_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("damage");
+        for (const char* name : {"app.json", "global.json", "controllers.json", "effects/id.effect.a.json"})
+            QTest::addRow("%s cut in half", name) << name << QByteArray("half");
+        QTest::newRow("empty") << "app.json" << QByteArray();
+        QTest::newRow("no object") << "controllers.json" << QByteArray("[1, 2]");
+        QTest::newRow("object and rubbish") << "app.json" << QByteArray("{\"language\": \"xx\"}}");
+    }
+    void a_damaged_file_is_replaced_by_its_backup()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, damage);
+        m_config->setAppConfig("language", "de");
+        m_config->setGlobalValue("latestVerion.version", "1.2");
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
+        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 5);
+        restart();
+        const QByteArray good = bytesOf(path(name));
+        if (damage == "half")
+            damage = good.left(good.size() / 2);
+        put(path(name), damage);
+
+        QCOMPARE(warnings.load(), 0);
+        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
+        QCOMPARE(m_config->globalValue("latestVerion.version").toString(), QString("1.2"));
+        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
+        QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed").toInt(), 5);
+        QVERIFY(warnings > 0);
+        const QFileInfo info(path(name));
+        const QStringList aside = info.dir().entryList({info.fileName() + ".corrupt-*"});
+        QCOMPARE(aside.size(), 1);
+        QCOMPARE(bytesOf(info.dir().filePath(aside.first())), damage);
+        m_config->save();
+        QCOMPARE(bytesOf(path(name)), good);
+        QCOMPARE(bytesOf(path(name + ".bak")), good);
+    }
+
+    void damage_without_a_backup_is_a_first_run()
+    {
+        put(path("app.json"), "{\"language\"");
+        put(path("app.json.bak"), "nonsense");
+        QVERIFY(QDir(path()).mkdir("global.json"));
+        QVERIFY(m_config->appConfig("language").isUndefined());
+        m_config->setGlobalValue("mark", 1);
+        QCOMPARE(QDir(path()).entryList({"*.corrupt-*"}, QDir::AllEntries).size(), 3);
+        restart();
+        QCOMPARE(m_config->globalValue("mark").toInt(), 1);
+    }
+
+    void a_kill_at_any_instant_leaves_whole_files()
+    {
+        int pipe[2];
+        QCOMPARE(::pipe(pipe), 0);
+        for (int round = 1; round <= 15; ++round) {
+            const pid_t test = ::getpid();
+            const pid_t child = ::fork();
+            QVERIFY(child >= 0);
+            if (child == 0) {
+                ConfigurationManager config(path(), path());
+                for (int i = 0; ::getppid() == test; ++i) {
+                    config.setAppConfig("value", QString(i % 50, 'x'));
+                    config.save();
+                    if (i == 1 && ::write(pipe[1], "", 1) != 1)
+                        break;
+                }
+                ::_exit(1);
+            }
+            char saved = 1;
+            QCOMPARE(::read(pipe[0], &saved, 1), ssize_t(1));
+            QTest::qSleep(round); // somewhere within a turn
+            ::kill(child, SIGKILL);
+            QCOMPARE(::waitpid(child, nullptr, 0), child);
+            QVERIFY(onDisk(path("app.json")).contains("value"));
+            QVERIFY(onDisk(path("app.json.bak")).contains("value"));
+        }
+        ::close(pipe[0]);
+        ::close(pipe[1]);
+    }
+
+    void a_refused_write_is_made_up_for_when_the_fault_is_gone()
+    {
+        m_config->setAppConfig("language", "de");
+        m_config->save();
+        const QByteArray before = bytesOf(path("app.json"));
+        m_config->setAppConfig("long", QString(5000, 'x'));
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 7);
+        put(path("effects"), "a file where the folder should be");
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = {};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+        const rlimit tiny = {1000, limit.rlim_max}; // the disk fills up in the middle of a file
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+        m_config->save();
+        m_config->save();
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        QCOMPARE(warnings.load(), 2); // one a file: the same failure is not told again
+        QCOMPARE(bytesOf(path("app.json")), before);
+        QCOMPARE(bytesOf(path("app.json.bak")), before);
+        QCOMPARE(QDir(path()).entryList(QDir::Files), (QStringList{"app.json", "app.json.bak", "effects"}));
+        QCOMPARE(m_config->appConfig("long").toString().size(), 5000);
+
+        QVERIFY(QFile::remove(path("effects")));
+        QTRY_VERIFY_WITH_TIMEOUT(onDisk(path("app.json")).contains("long"), 20000);
+        QTRY_VERIFY(onDisk(effectFile()).contains(kDevice));
+    }
+
+    void unknown_members_are_kept()
+    {
+        QVERIFY(QDir().mkpath(path("effects")));
+        put(path("controllers.json"), "{\"format\": 2, \"Moni-A:0001\": {\"fromTheFuture\": 1}}");
+        put(effectFile(), "{\"format\": 2, \"Moni-A:0001\": {\"fromTheFuture\": 1}}");
+        m_config->controllerJsonObj(kDevice)["speed"] = 5;
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
+        m_config->save();
+        const QJsonObject all{{"format", 2}, {kDevice, QJsonObject{{"fromTheFuture", 1}, {"speed", 5}}}};
+        QCOMPARE(onDisk(path("controllers.json")), all);
+        QCOMPARE(onDisk(effectFile()), all);
+    }
+
+    void effects_are_stored_from_several_threads()
+    {
+        constexpr int kThreads = 4;
+        constexpr int kKeys = 200;
+        std::atomic<int> running{kThreads};
+        std::vector<std::thread> threads(kThreads);
+        for (int t = 0; t < kThreads; ++t) {
+            threads[std::size_t(t)] = std::thread([this, t, &running] {
+                for (int i = 0; i < kKeys; ++i) {
+                    for (const QString& id : {kEffect, QString::number(t)}) {
+                        m_config->setEffectJsonValue(id, QString::number(t), QString::number(i), i);
+                        m_config->saveEffectJsonObj(id);
+                    }
+                }
+                --running;
+            });
+        }
+        while (running > 0)
+            m_config->save(); // writing while they change
+        for (std::thread& thread : threads)
+            thread.join();
+        m_config->save();
+        for (int t = 0; t < kThreads; ++t) {
+            for (const QString& id : {kEffect, QString::number(t)})
+                QCOMPARE(onDisk(effectFile(id)).value(QString::number(t)).toObject().size(), kKeys);
+        }
+        std::thread([this] { // from there on the timer alone, which is the main thread's
+            m_config->setEffectJsonValue(kEffect, "late", "key", 1);
+            m_config->saveEffectJsonObj(kEffect);
+        })
+            .join();
+        QTRY_VERIFY(onDisk(effectFile()).contains("late"));
+        QCOMPARE(warnings.load(), 0);
+    }
+
+    void stored_values_go_over_the_defaults_of_a_file()
+    {
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(path()));
+        put("Moni.json", "{\"strength\": 2, \"dir\": 1, \"fragments\": {\"left\": {}}}");
+        put("broken.json", "{\"strength\": ");
+        const auto read = [this](const char* key, const char* file) {
+            return m_config->effectJsonValue(kEffect, kDevice, key, file);
+        };
+        QCOMPARE(read("", "Moni.json").toObject().size(), 3);
+        QVERIFY(read("", "missing.json").isUndefined());
+        const QJsonObject own{{"strength", 9}, {"fragments", QJsonObject{{"right", QJsonObject()}}}};
+        m_config->setEffectJsonValue(kEffect, kDevice, "", own);
+        QJsonObject merged = own;
+        merged["dir"] = 1;
+        QCOMPARE(read("", "Moni.json"), QJsonValue(merged));
+        QCOMPARE(read("dir", "Moni.json").toInt(), 1);
+        QCOMPARE(read("strength", "Moni.json").toInt(), 9);
+        QCOMPARE(read("", "missing.json"), QJsonValue(own)); // so the defaults are not stored
+        QCOMPARE(read("", "broken.json"), QJsonValue(own));
+        QVERIFY(QDir::setCurrent(previous));
+    }
+
+    void a_clean_start_leaves_only_the_global_store()
+    {
+        m_config->setAppConfig("language", "de");
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
+        m_config->EnableCleanStartup();
+        QCOMPARE(onDisk(path("global.json")).value("cleanStartup"), QJsonValue(true)); // without a save()
+
+        restart(); // effects that a run has not touched go as well
+        put(path("app.json"), "damaged");
+        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
+        m_config->reset();
+        const auto files = [this] { return QDir(path()).entryList(QDir::Files | QDir::Hidden); };
+        QCOMPARE(files(), (QStringList{"global.json", "global.json.bak"}));
+        QVERIFY(QDir(path("effects")).isEmpty());
+        QCOMPARE(m_config->globalValue("cleanStartup"), QJsonValue(true));
+        restart();
+        QCOMPARE(files(), (QStringList{"global.json", "global.json.bak"}));
+        QVERIFY(m_config->AppConfigJsonObj().isEmpty());
+        QVERIFY(m_config->controllerJsonObj(kDevice).isEmpty());
+        QVERIFY(m_config->effectJsonValue(kEffect, kDevice, "speed").isUndefined());
+    }
+
+    void folders_do_not_depend_on_the_running_program()
+    {
+        QVERIFY(QCoreApplication::applicationName() != "Lumivar");
+        ConfigurationManager* const config = ConfigurationManager::instance();
+        QCOMPARE(config->configPath(), qEnvironmentVariable("XDG_CONFIG_HOME") + "/Lumivar");
+        QCOMPARE(config->logsPath(), config->configPath() + "/logs");
+        QCOMPARE(config->resourcesPath(), qEnvironmentVariable("XDG_DATA_HOME") + "/Lumivar");
+        QVERIFY(QFileInfo(config->configPath()).isWritable() &&
+                QFileInfo(config->resourcesPath()).isWritable());
+    }
+
+    void property_hashes_are_known_numbers()
+    {
+        QCOMPARE(hashPropertyKey(""), std::uint64_t(0xcbf29ce484222325));
+        QCOMPARE(hashPropertyKey("foobar"), std::uint64_t(0x85944171f73967e8));
+        // Bytes above 127 count as negative numbers, unlike in the published algorithm.
+        QCOMPARE(hashPropertyKey("亮度"), std::uint64_t(0xfde37b71eeee44e));
+        QCOMPARE(hashPropertyKey(QString("亮度")), std::uint64_t(0xfde37b71eeee44e));
+    }
 
 private:
     QString path(const QString& name = QString()) const
     {
         return m_home->filePath(name.isEmpty() ? QString("config") : "config/" + name);
     }
-    ConfigurationManager& restart(bool save = true)
+    QString effectFile(const QString& id = kEffect) const { return path("effects/" + id + ".json"); }
+    void restart()
     {
-        if (save)
-            m_config->save();
+        m_config->save();
         m_config = std::make_unique<ConfigurationManager>(path(), m_home->filePath("resources"));
-        return *m_config;
     }
 
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<ConfigurationManager> m_config;
 };
-
-void ConfigurationTest::values_survive_a_restart()
-{
-    const QJsonObject binding{{"keyCode", 65}, {"modifiers", 3}};
-    m_config->setAppConfig("hotkeyBinding.id.next", binding);
-    m_config->setGlobalValue("lastBinding.Moni-A:0001.group", kEffect);
-    m_config->controllerJsonObj(kDevice)["brightness"] = 0.25;
-    m_config->saveControllerJsonObj(kDevice);
-    m_config->setEffectVariant(kEffect, kDevice, "color", 0xFF4F24D3u); // memory alone: save() is to see it
-    m_config->setEffectJsonValue(kEffect, ConfigKeys::kAllControllers, "list", QJsonArray{1, "二"});
-
-    restart();
-    QCOMPARE(m_config->appConfig("hotkeyBinding.id.next"), QJsonValue(binding));
-    QVERIFY(m_config->appConfig("hotkeyBinding").isUndefined()); // a dot is no nesting
-    QCOMPARE(m_config->globalValue("lastBinding.Moni-A:0001.group").toString(), kEffect);
-    QCOMPARE(m_config->controllerJsonObj(kDevice), (QJsonObject{{"brightness", 0.25}}));
-    QVERIFY(m_config->controllerJsonObj("Moni-A:").isEmpty());
-    QCOMPARE(m_config->effectVariant(kEffect, kDevice, "color").toUInt(), 0xFF4F24D3u);
-    QVERIFY(!m_config->effectVariant(kEffect, "other", "color").isValid());
-    QCOMPARE(m_config->effectJsonValue(kEffect, ConfigKeys::kAllControllers, "list").toArray().size(), 2);
-    QCOMPARE(warnings.load(), 0);
-}
-
-void ConfigurationTest::effect_ids_become_safe_file_names()
-{
-    const QStringList ids{kEffect,     "",      ".",   "..",          "../../app",  "a/b",
-                          "a\\b",      "con",   "%",   "%2e",         "光.效果",    QString(5000, 'x'),
-                          "a:b*?\"<>", "a\nb ", "a%b", "a.json.bak.", "Nul.effect", QString(5000, 'x') + 'y'};
-    for (const QString& id : ids) {
-        m_config->setEffectJsonValue(id, kDevice, "key", id);
-        m_config->saveEffectJsonObj(id);
-    }
-    restart();
-    for (const QString& id : ids)
-        QCOMPARE(m_config->effectJsonValue(id, kDevice, "key"), QJsonValue(id));
-    const QStringList names = QDir(path("effects")).entryList({"*.json"}, QDir::Files | QDir::Hidden);
-    QCOMPARE(names.size(), ids.size());
-    QVERIFY(names.contains(kEffect + ".json"));
-    for (const QString& name : names)
-        QVERIFY2(!name.startsWith('.') && !name.contains(QRegExp("[\\\\:*?\"<>|\\s]")), qPrintable(name));
-}
-
-void ConfigurationTest::null_clears_a_value()
-{
-    m_config->setAppConfig("runtime.gama", 2.2);
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
-    m_config->setAppConfig("runtime.gama", QJsonValue());
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", QJsonValue());
-    restart();
-    QVERIFY(m_config->appConfig("runtime.gama").isNull());
-    QVERIFY(m_config->effectJsonValue(kEffect, kDevice, "speed").isNull());
-    QVERIFY(!m_config->effectVariant(kEffect, kDevice, "speed").isValid());
-    QVERIFY(m_config->appConfig("never.set").isUndefined());
-}
-
-void ConfigurationTest::the_timer_writes_what_changed_and_nothing_else()
-{
-    m_config->setAppConfig("language", "de");
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
-    m_config->saveEffectJsonObj(kEffect);
-    m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-    m_config->saveControllerJsonObj(kDevice);
-    const QStringList files{path("app.json"), path("controllers.json"), path("effects/" + kEffect + ".json")};
-    for (const QString& file : files)
-        QTRY_VERIFY(QFile::exists(file));
-
-    std::vector<ino_t> inodes;
-    for (const QString& file : files)
-        inodes.push_back(inodeOf(file));
-    QSignalSpy changed(m_config.get(), &ConfigurationManager::appConfigChanged);
-    m_config->setAppConfig("language", "fr");
-    m_config->setAppConfig("language", "de");
-    m_config->setAppConfig("language", "de");
-    QCOMPARE(changed.size(), 3);
-    QCOMPARE(changed.at(2).at(0).toString(), QString("language"));
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 4);
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
-    m_config->saveEffectJsonObj(kEffect);
-    m_config->saveControllerJsonObj(kDevice);
-    m_config->setGlobalValue("mark", 1);
-    m_config->setEffectJsonValue("id.effect.z", kDevice, "mark", 1); // the last file of a turn
-    m_config->saveEffectJsonObj("id.effect.z");
-    QTRY_VERIFY(QFile::exists(path("effects/id.effect.z.json")));
-    QVERIFY(QFile::exists(path("global.json")));
-    for (std::size_t i = 0; i < inodes.size(); ++i)
-        QCOMPARE(inodeOf(files.at(int(i))), inodes.at(i));
-
-    m_config->setAppConfig("language", "ja");
-    QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
-    QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
-    m_config->save();
-    QCOMPARE(bytesOf(path("app.json.bak")), bytesOf(path("app.json")));
-    QVERIFY(inodeOf(path("app.json.bak")) != inodeOf(path("app.json"))); // damage to one spares the other
-}
-
-void ConfigurationTest::save_writes_what_came_through_the_references()
-{
-    QJsonObject& app = m_config->AppConfigJsonObj();
-    QJsonObject& device = m_config->controllerJsonObj(kDevice);
-    for (int i = 0; i < 1000; ++i) {
-        m_config->setAppConfig(QString::number(i), i);
-        m_config->controllerJsonObj(QString::number(i))["nbLeds"] = i;
-    }
-    app["language"] = "ko";
-    device["nbLeds"] = 30;
-    QCOMPARE(m_config->appConfig("language").toString(), QString("ko"));
-    m_config->save();
-    m_config->reset();
-    QVERIFY(app.isEmpty() && device.isEmpty());
-    app["language"] = "en";
-    device["nbLeds"] = 31;
-
-    restart();
-    QCOMPARE(m_config->AppConfigJsonObj(), (QJsonObject{{"language", "en"}}));
-    QCOMPARE(onDisk(path("controllers.json")), (QJsonObject{{kDevice, QJsonObject{{"nbLeds", 31}}}}));
-
-    QVERIFY(QFile::remove(path("app.json"))); // somebody tidied up while the program ran
-    m_config->save();
-    QVERIFY(QFile::exists(path("app.json")));
-}
-
-void ConfigurationTest::a_damaged_file_is_replaced_by_its_backup_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("damage");
-    for (const char* name : {"app.json", "global.json", "controllers.json", "effects/id.effect.a.json"})
-        QTest::addRow("%s cut in half", name) << name << QByteArray("half");
-    QTest::newRow("empty") << "app.json" << QByteArray();
-    QTest::newRow("no object") << "controllers.json" << QByteArray("[1, 2]");
-    QTest::newRow("object and rubbish") << "app.json" << QByteArray("{\"language\": \"xx\"}}");
-    QTest::newRow("zeros") << "app.json" << QByteArray(500, '\0');
-}
-
-void ConfigurationTest::a_damaged_file_is_replaced_by_its_backup()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, damage);
-    m_config->setAppConfig("language", "de");
-    m_config->setGlobalValue("latestVerion.version", "1.2");
-    m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-    m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 5);
-    restart();
-    const QByteArray good = bytesOf(path(name));
-    if (damage == "half")
-        damage = good.left(good.size() / 2);
-    put(path(name), damage);
-
-    QCOMPARE(warnings.load(), 0);
-    QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
-    QCOMPARE(m_config->globalValue("latestVerion.version").toString(), QString("1.2"));
-    QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
-    QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed").toInt(), 5);
-    QVERIFY(warnings > 0);
-    const QFileInfo info(path(name));
-    const QStringList aside = info.dir().entryList({info.fileName() + ".corrupt-*"});
-    QCOMPARE(aside.size(), 1);
-    QCOMPARE(bytesOf(info.dir().filePath(aside.first())), damage);
-    m_config->save();
-    QCOMPARE(bytesOf(path(name)), good);
-    QCOMPARE(bytesOf(path(name + ".bak")), good);
-}
-
-void ConfigurationTest::a_damaged_file_without_backup_is_a_first_run()
-{
-    put(path("app.json"), "{\"language\"");
-    put(path("app.json.bak"), "nonsense");
-    QVERIFY(QDir(path()).mkdir("global.json"));
-    QVERIFY(m_config->appConfig("language").isUndefined());
-    QVERIFY(m_config->globalValue("cleanStartup").isUndefined());
-    QCOMPARE(QDir(path()).entryList({"*.corrupt-*"}, QDir::AllEntries).size(), 3);
-    m_config->setAppConfig("language", "de");
-    restart();
-    QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
-}
-
-void ConfigurationTest::a_kill_at_any_instant_leaves_whole_files()
-{
-    int pipe[2];
-    QCOMPARE(::pipe(pipe), 0);
-    for (int round = 0; round < 15; ++round) {
-        const pid_t test = ::getpid();
-        const pid_t child = ::fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            ConfigurationManager config(path(), path());
-            for (int i = 0; ::getppid() == test; ++i) {
-                config.setAppConfig("value", i);
-                config.setAppConfig("filling", QString(i % 50, 'x'));
-                config.save();
-                if (i == 0 && ::write(pipe[1], "", 1) != 1)
-                    break;
-            }
-            ::_exit(1);
-        }
-        char saved = 1;
-        QCOMPARE(::read(pipe[0], &saved, 1), ssize_t(1));
-        QTest::qSleep(round + 1); // somewhere within a turn
-        ::kill(child, SIGKILL);
-        QCOMPARE(::waitpid(child, nullptr, 0), child);
-        QVERIFY(onDisk(path("app.json")).contains("value"));
-        if (QFile::exists(path("app.json.bak")))
-            QVERIFY(onDisk(path("app.json.bak")).contains("value"));
-    }
-    ::close(pipe[0]);
-    ::close(pipe[1]);
-}
-
-void ConfigurationTest::a_refused_write_is_made_up_for_when_the_fault_is_gone()
-{
-    m_config->setAppConfig("language", "de");
-    m_config->save();
-    QVERIFY(QFile::remove(path("app.json")) && QDir(path()).mkdir("app.json"));
-    put(path("effects"), "a file where the folder should be");
-    m_config->setAppConfig("language", "fr");
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 7);
-    m_config->saveEffectJsonObj(kEffect);
-    QTRY_COMPARE(warnings.load(), 2);
-    m_config->save();
-    QCOMPARE(warnings.load(), 2); // the same failure is not told again
-    QCOMPARE(m_config->appConfig("language").toString(), QString("fr"));
-
-    QVERIFY(QDir(path()).rmdir("app.json") && QFile::remove(path("effects")));
-    QTRY_COMPARE_WITH_TIMEOUT(onDisk(path("app.json")).value("language").toString(), QString("fr"), 20000);
-    QTRY_VERIFY(onDisk(path("effects/" + kEffect + ".json")).contains(kDevice));
-}
-
-void ConfigurationTest::a_full_disk_leaves_the_old_files_whole()
-{
-    m_config->setAppConfig("language", "de");
-    m_config->save();
-    const QByteArray before = bytesOf(path("app.json"));
-    m_config->setAppConfig("long", QString(5000, 'x'));
-
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit = {};
-    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const rlimit tiny = {1000, limit.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
-    m_config->save();
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-
-    QCOMPARE(warnings.load(), 1);
-    QCOMPARE(bytesOf(path("app.json")), before);
-    QCOMPARE(bytesOf(path("app.json.bak")), before);
-    QCOMPARE(QDir(path()).entryList(QDir::Files), (QStringList{"app.json", "app.json.bak"}));
-    restart();
-    QCOMPARE(m_config->appConfig("long").toString().size(), 5000);
-}
-
-void ConfigurationTest::unknown_members_are_kept()
-{
-    QVERIFY(QDir().mkpath(path("effects")));
-    put(path("app.json"), "{\"fromTheFuture\": [1]}");
-    put(path("controllers.json"), "{\"format\": 2, \"Moni-A:0001\": {\"fromTheFuture\": 1}}");
-    put(path("effects/" + kEffect + ".json"), "{\"format\": 2, \"Moni-A:0001\": {\"fromTheFuture\": 1}}");
-    m_config->setAppConfig("language", "de");
-    m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
-    m_config->save();
-    QCOMPARE(onDisk(path("app.json")), (QJsonObject{{"fromTheFuture", QJsonArray{1}}, {"language", "de"}}));
-    const QJsonObject device{{"fromTheFuture", 1}, {"nbLeds", 60}};
-    QCOMPARE(onDisk(path("controllers.json")), (QJsonObject{{"format", 2}, {kDevice, device}}));
-    const QJsonObject effect{{"fromTheFuture", 1}, {"speed", 5}};
-    QCOMPARE(onDisk(path("effects/" + kEffect + ".json")), (QJsonObject{{"format", 2}, {kDevice, effect}}));
-}
-
-void ConfigurationTest::effects_are_stored_from_several_threads()
-{
-    constexpr int kThreads = 4;
-    constexpr int kKeys = 200;
-    std::atomic<int> running{kThreads};
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([this, t, &running] {
-            const QString own = QStringLiteral("id.effect.%1").arg(t);
-            for (int i = 0; i < kKeys; ++i) {
-                for (const QString& id : {kEffect, own}) {
-                    m_config->setEffectJsonValue(id, QString::number(t), QString::number(i), i);
-                    m_config->saveEffectJsonObj(id);
-                }
-            }
-            --running;
-        });
-    }
-    while (running > 0)
-        m_config->save(); // writing while they change
-    for (std::thread& thread : threads)
-        thread.join();
-    m_config->save();
-    std::thread([this] { // after that, the timer alone brings it to the disk
-        m_config->setEffectJsonValue(kEffect, "late", "key", 1);
-        m_config->saveEffectJsonObj(kEffect);
-    })
-        .join();
-    QTRY_VERIFY(onDisk(path("effects/" + kEffect + ".json")).contains("late"));
-    for (int t = 0; t < kThreads; ++t) {
-        const QString own = QStringLiteral("id.effect.%1").arg(t);
-        for (const QString& id : {kEffect, own}) {
-            const QJsonValue values = onDisk(path("effects/" + id + ".json")).value(QString::number(t));
-            QCOMPARE(values.toObject().size(), kKeys);
-        }
-    }
-    QCOMPARE(warnings.load(), 0);
-}
-
-void ConfigurationTest::stored_values_go_over_the_defaults_of_a_file()
-{
-    const QString previous = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(path()));
-    put("Moni.json", "{\"strength\": 2, \"dir\": 1, \"fragments\": {\"left\": {}}}");
-    put("broken.json", "{\"strength\": ");
-    const QJsonObject fragments{{"right", QJsonObject{{"dir", 1}}}};
-    const auto read = [this](const char* key, const char* file) {
-        return m_config->effectJsonValue(kEffect, kDevice, key, file);
-    };
-    QCOMPARE(read("", "Moni.json").toObject().size(), 3);
-    QVERIFY(read("", "missing.json").isUndefined());
-    m_config->setEffectJsonValue(kEffect, kDevice, "fragments", fragments);
-    m_config->setEffectJsonValue(kEffect, kDevice, "strength", 9);
-    QCOMPARE(read("", "Moni.json"),
-             QJsonValue(QJsonObject{{"strength", 9}, {"dir", 1}, {"fragments", fragments}}));
-    QCOMPARE(read("dir", "Moni.json").toInt(), 1);
-    QCOMPARE(read("strength", "Moni.json").toInt(), 9);
-    const QJsonValue alone(QJsonObject{{"strength", 9}, {"fragments", fragments}});
-    QCOMPARE(read("", "missing.json"), alone);
-    QCOMPARE(read("", "broken.json"), alone);
-    QCOMPARE(m_config->effectJsonValue(kEffect, kDevice, ""), alone); // the defaults are not stored
-    QVERIFY(QDir::setCurrent(previous));
-}
-
-void ConfigurationTest::reset_leaves_only_the_global_store()
-{
-    m_config->setAppConfig("language", "de");
-    m_config->setGlobalValue("cleanStartup", true);
-    m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-    m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
-    put(path("app.json"), "damaged, so that there is something aside");
-    m_config->save();
-    restart(); // effects that this run has not touched go as well
-    m_config->reset();
-    const auto files = [this] { return QDir(path()).entryList(QDir::Files | QDir::Hidden); };
-    QCOMPARE(files(), (QStringList{"global.json", "global.json.bak"}));
-    QVERIFY(QDir(path("effects")).isEmpty());
-    m_config->setGlobalValue("cleanStartup", false);
-
-    restart();
-    QCOMPARE(files(), (QStringList{"global.json", "global.json.bak"}));
-    QVERIFY(m_config->AppConfigJsonObj().isEmpty());
-    QVERIFY(m_config->controllerJsonObj(kDevice).isEmpty());
-    QVERIFY(m_config->effectJsonValue(kEffect, kDevice, "speed").isUndefined());
-    QCOMPARE(m_config->globalValue("cleanStartup"), QJsonValue(false));
-}
-
-void ConfigurationTest::a_clean_start_is_on_the_disk_at_once()
-{
-    m_config->EnableCleanStartup();
-    QCOMPARE(onDisk(path("global.json")).value("cleanStartup"), QJsonValue(true));
-}
-
-void ConfigurationTest::folders_do_not_depend_on_the_running_program()
-{
-    QVERIFY(QCoreApplication::applicationName() != "Lumivar");
-    ConfigurationManager* const config = ConfigurationManager::instance();
-    QCOMPARE(config, ConfigurationManager::instance());
-    QCOMPARE(config->configPath(), qEnvironmentVariable("XDG_CONFIG_HOME") + "/Lumivar");
-    QCOMPARE(config->logsPath(), config->configPath() + "/logs");
-    QCOMPARE(config->resourcesPath(), qEnvironmentVariable("XDG_DATA_HOME") + "/Lumivar");
-    for (const QString& folder : {config->configPath(), config->resourcesPath()})
-        put(folder + "/written", "by the test");
-}
-
-void ConfigurationTest::property_hashes_are_the_published_ones()
-{
-    static_assert(hashPropertyKey("") == 0xcbf29ce484222325ULL);
-    static_assert(hashPropertyKey("foobar") == 0x85944171f73967e8ULL);
-    // Bytes above 127 count as negative numbers, which the published algorithm does not do.
-    static_assert(hashPropertyKey("亮度") == 0xfde37b71eeee44eULL);
-    QCOMPARE(hashPropertyKey(QString("foobar")), hashPropertyKey("foobar"));
-    QCOMPARE(hashPropertyKey(QString("亮度")), hashPropertyKey("亮度"));
-}
 
 QTEST_GUILESS_MAIN(ConfigurationTest)
 #include "tst_configuration.moc"

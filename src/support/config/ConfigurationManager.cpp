@@ -1,8 +1,9 @@
 #include "support/config/ConfigurationManager.h"
 
 #include "support/config/ConfigKeys.h"
+#include "support/config/ControllerStore.h"
 #include "support/config/EffectStore.h"
-#include "support/config/JsonFile.h"
+#include "support/config/FlatStore.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -13,109 +14,11 @@
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
-#include <map>
 
 namespace {
 
 constexpr int kWriteDelayMs = 1000;
 constexpr int kLongestRetryMs = 60000;
-
-/// A flat object and its file, read at first use: by then the log system stands and hears of damage.
-class FlatStore
-{
-public:
-    explicit FlatStore(const QString& path)
-        : m_file(path)
-    {
-    }
-
-    QJsonObject& values()
-    {
-        if (!m_loaded) {
-            m_loaded = true;
-            m_values = m_file.load();
-        }
-        return m_values;
-    }
-    /// True when that changed something.
-    bool set(const QString& key, const QJsonValue& value)
-    {
-        const QJsonValue old = values().value(key);
-        if (old == value)
-            return false;
-        m_values.insert(key, value);
-        return true;
-    }
-    bool write() { return !m_loaded || m_file.write(m_values); }
-    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(m_values); }
-    bool reset()
-    {
-        m_loaded = true;
-        m_values = QJsonObject();
-        return m_file.remove();
-    }
-
-private:
-    JsonFile m_file;
-    QJsonObject m_values;
-    bool m_loaded = false;
-};
-
-/// The objects of all devices in one file. Every object has an address of its own, good for ever.
-class ControllerStore
-{
-public:
-    explicit ControllerStore(const QString& path)
-        : m_file(path)
-    {
-    }
-
-    QJsonObject& object(const QString& key)
-    {
-        if (!m_loaded)
-            load();
-        return m_objects[key];
-    }
-    bool write() { return !m_loaded || m_file.write(toJson()); }
-    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(toJson()); }
-    bool reset()
-    {
-        m_loaded = true;
-        m_others = QJsonObject();
-        for (auto& entry : m_objects)
-            entry.second = QJsonObject();
-        return m_file.remove();
-    }
-
-private:
-    void load()
-    {
-        m_loaded = true;
-        m_others = m_file.load();
-        for (auto member = m_others.begin(); member != m_others.end();) {
-            if (member.value().isObject()) {
-                m_objects[member.key()] = member.value().toObject();
-                member = m_others.erase(member);
-            } else {
-                ++member;
-            }
-        }
-    }
-    QJsonObject toJson() const
-    {
-        QJsonObject all = m_others;
-        for (const auto& [key, object] : m_objects) {
-            if (!object.isEmpty()) // an unknown device that somebody asked for
-                all.insert(key, object);
-        }
-        return all;
-    }
-
-    JsonFile m_file;
-    std::map<QString, QJsonObject> m_objects;
-    QJsonObject m_others; // members that are no device
-    bool m_loaded = false;
-};
 
 QString standardFolder(QStandardPaths::StandardLocation location)
 {
@@ -262,7 +165,7 @@ QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const 
 QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const QString& controllerId,
                                                  const QString& key, const QString& defaultFile) const
 {
-    const QJsonValue stored = d->effects.value(effectId, controllerId, key);
+    QJsonValue stored = d->effects.value(effectId, controllerId, key);
     QFile file(defaultFile);
     if (!file.open(QIODevice::ReadOnly)) {
         qInfo().noquote() << "[ConfigurationManager]: no defaults in" << defaultFile << file.errorString();
@@ -275,7 +178,7 @@ QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const 
                              << error.errorString();
         return stored;
     }
-    const QJsonValue fallback = key.isEmpty() ? document.object() : document.object().value(key);
+    QJsonValue fallback = key.isEmpty() ? document.object() : document.object().value(key);
     if (stored.isUndefined() || stored.isNull())
         return fallback;
     if (!stored.isObject() || !fallback.isObject())
