@@ -108,22 +108,58 @@ bool writeRegisters(int fd, const ucontext_t& context)
     return s_text.flush(fd);
 }
 
-bool writeBacktrace(int fd, const ucontext_t& context)
+/// Copies memory that may be unmapped: the kernel refuses to write from there, which is no crash.
+bool copyMemory(const CrashFacts& facts, uintptr_t address, unsigned char* copy, size_t size)
+{
+    return write(facts.probePipe[1], reinterpret_cast<const void*>(address), size) == ssize_t(size) &&
+           read(facts.probePipe[0], copy, size) == ssize_t(size);
+}
+
+/// Where a call into nowhere came from, which unwinding cannot tell; 0 if unknown.
+uintptr_t callerOfNowhere(const CrashFacts& facts, const ucontext_t& context)
+{
+#if defined(__aarch64__)
+    static_cast<void>(facts);
+    return context.uc_mcontext.regs[30];
+#else
+    unsigned char bytes[sizeof(uintptr_t)];
+    uintptr_t address = 0;
+    if (copyMemory(facts, stackPointer(context), bytes, sizeof bytes)) {
+        std::memcpy(&address, bytes, sizeof bytes);
+    }
+    return address;
+#endif
+}
+
+/// The frames from the crashed one up; without a usable stack, the crashed one and its caller.
+int collectFrames(void** frames, const CrashFacts& facts, const ucontext_t& context)
+{
+    volatile int count = 0; // survives the jump out of a crashed part
+    volatile int first = 0;
+    runGuarded([&] {
+        count = backtrace(frames, kMaxFrames);
+        // Above the crashed frame are the handler's own.
+        while (first < count && reinterpret_cast<uintptr_t>(frames[first]) != programCounter(context)) {
+            first = first + 1;
+        }
+    });
+    if (count - first > 1) {
+        std::memmove(frames, frames + first, size_t(count - first) * sizeof *frames);
+        return count - first;
+    }
+    frames[0] = reinterpret_cast<void*>(programCounter(context));
+    frames[1] = reinterpret_cast<void*>(callerOfNowhere(facts, context));
+    return 2;
+}
+
+bool writeBacktrace(int fd, const CrashFacts& facts, const ucontext_t& context)
 {
     s_text.put("\nBacktrace:\n");
     const bool isComplete = s_text.flush(fd);
-    const bool isUnwound = runGuarded([&] {
-        void* frames[kMaxFrames];
-        const int count = backtrace(frames, kMaxFrames);
-        int first = 0; // the frame that crashed: above it are the handler's own
-        while (first < count && reinterpret_cast<uintptr_t>(frames[first]) != programCounter(context)) {
-            ++first;
-        }
-        first = first == count ? 0 : first;
-        backtrace_symbols_fd(frames + first, count - first, fd);
-    });
-    if (!isUnwound) {
-        s_text.put("(the rest cannot be unwound) 0x").putHex(programCounter(context)).put("\n");
+    void* frames[kMaxFrames];
+    const int count = collectFrames(frames, facts, context);
+    if (!runGuarded([&] { backtrace_symbols_fd(frames, count, fd); })) {
+        s_text.put("(no names for the rest)\n");
     }
     return s_text.flush(fd) && isComplete;
 }
@@ -141,13 +177,6 @@ bool writeModules(int fd)
     }
     close(maps);
     return isComplete;
-}
-
-/// Copies memory that may be unmapped: the kernel refuses to write from there, which is no crash.
-bool copyMemory(const CrashFacts& facts, uintptr_t address, unsigned char* copy, size_t size)
-{
-    return write(facts.probePipe[1], reinterpret_cast<const void*>(address), size) == ssize_t(size) &&
-           read(facts.probePipe[0], copy, size) == ssize_t(size);
 }
 
 bool writeStack(int fd, const CrashFacts& facts, uintptr_t address)
@@ -222,7 +251,7 @@ bool writeCrashDump(int fd, const CrashFacts& facts, const Crash& crash)
 {
     bool isComplete = writeHeader(fd, facts, crash);
     isComplete = writeRegisters(fd, *crash.context) && isComplete;
-    isComplete = writeBacktrace(fd, *crash.context) && isComplete;
+    isComplete = writeBacktrace(fd, facts, *crash.context) && isComplete;
     isComplete = writeModules(fd) && isComplete;
     isComplete = writeStack(fd, facts, stackPointer(*crash.context)) && isComplete;
     return fsync(fd) == 0 && isComplete;

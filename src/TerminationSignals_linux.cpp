@@ -64,8 +64,9 @@ TerminationSignals::TerminationSignals(QObject* parent)
 
 TerminationSignals::~TerminationSignals()
 {
+    // The process is about to end by itself, with its own exit code.
     for (const int number : kSignals) {
-        setHandler(number, SIG_DFL);
+        setHandler(number, SIG_IGN);
     }
     for (int& end : s_pipe) {
         if (end >= 0) {

@@ -1,0 +1,99 @@
+// Crashes in the way its argument names, with the program's crash handler in place.
+#include "CrashHandler.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/crash/CrashStack.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+extern "C" {
+
+__attribute__((noinline)) void writeToNowhere()
+{
+    *reinterpret_cast<volatile int*>(uintptr_t(0x10)) = 1;
+}
+
+__attribute__((noinline)) int overflowTheStack(int depth)
+{
+    volatile char room[4096];
+    room[depth % 4096] = char(depth);
+    if (depth < 0) { // never, but the compiler must not know that this has no end
+        return 0;
+    }
+    return overflowTheStack(depth + 1) + room[(depth + 1) % 4096];
+}
+
+__attribute__((noinline)) void loseTheStack()
+{
+#if defined(__x86_64__)
+    asm volatile("mov $0x1230, %rsp\n push %rax\n");
+#elif defined(__aarch64__)
+    asm volatile("mov x0, #0x1230\n mov sp, x0\n str x0, [sp, #-16]!\n");
+#endif
+    std::abort();
+}
+
+__attribute__((noinline)) void jumpToNowhere()
+{
+    void (*volatile nowhere)() = nullptr;
+    nowhere();
+    asm volatile(""); // keeps the call from becoming a jump
+}
+
+} // extern "C"
+
+namespace {
+
+void runInThread(void (*crash)())
+{
+    std::thread([crash] {
+        installCrashStackForThread();
+        crash();
+    }).join();
+}
+
+void crashInManyThreads()
+{
+    std::thread threads[8];
+    for (std::thread& thread : threads) {
+        thread = std::thread([] { writeToNowhere(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Lumivar"));
+    ConfigurationManager* config = ConfigurationManager::instance();
+    config->setAppConfig(ConfigKeys::kLanguage.key, "de_DE");
+    installCrashHandler(config->configPath() + "/victim.log");
+    config->setAppConfig(ConfigKeys::kLanguage.key, "fr_FR");
+
+    const char* kind = argc > 1 ? argv[1] : "";
+    if (std::strcmp(kind, "null pointer in a thread") == 0) {
+        runInThread(writeToNowhere);
+    } else if (std::strcmp(kind, "stack overflow") == 0) {
+        overflowTheStack(0);
+    } else if (std::strcmp(kind, "stack overflow in a thread") == 0) {
+        runInThread([] { overflowTheStack(0); });
+    } else if (std::strcmp(kind, "lost stack") == 0) {
+        loseTheStack();
+    } else if (std::strcmp(kind, "wild jump") == 0) {
+        jumpToNowhere();
+    } else if (std::strcmp(kind, "fatal message") == 0) {
+        qFatal("the end");
+    } else if (std::strcmp(kind, "many threads") == 0) {
+        crashInManyThreads();
+    }
+    std::puts("still alive");
+    return 0;
+}

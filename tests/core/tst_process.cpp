@@ -1,0 +1,201 @@
+#include "ProgramSandbox.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+#include <algorithm>
+#include <csignal>
+#include <sys/stat.h>
+#include <vector>
+
+/// The program as a process: one instance, its start in odd surroundings, its end on signals.
+class tst_process : public QObject
+{
+    Q_OBJECT
+
+private:
+    static constexpr int kPatienceMs = 30000;
+    static constexpr char kReady[] = "[CrashHandler]: dumps go to";
+    static constexpr char kWokenUp[] = "woken up by a second start";
+
+    std::unique_ptr<ProgramSandbox> m_sandbox;
+
+    int count(const char* text) const { return m_sandbox->output().count(text); }
+
+    std::unique_ptr<QProcess> start(const QStringList& arguments = {})
+    {
+        return m_sandbox->start(PROGRAM, arguments);
+    }
+
+    static bool endsWell(QProcess& process)
+    {
+        return process.waitForFinished(kPatienceMs) && process.exitStatus() == QProcess::NormalExit &&
+               process.exitCode() == 0;
+    }
+
+    static bool terminateWell(QProcess& process)
+    {
+        process.terminate();
+        return endsWell(process);
+    }
+
+    QJsonObject stored(const QString& file) const
+    {
+        return QJsonDocument::fromJson(ProgramSandbox::readFile(m_sandbox->configPath(file))).object();
+    }
+
+private slots:
+    void init() { m_sandbox = std::make_unique<ProgramSandbox>(); }
+
+    void aSecondStartOnlyWakesTheFirst()
+    {
+        const auto first = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QVERIFY(endsWell(*start({"--advanced", "--enable_VTController"})));
+        QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 1, kPatienceMs);
+        QVERIFY(endsWell(*start({"--screenshot"})));
+        QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 2, kPatienceMs);
+        QCOMPARE(count("Startup parameters"), 1);
+        QVERIFY(terminateWell(*first));
+    }
+
+    void ofEightSimultaneousStartsOneRuns()
+    {
+        std::vector<std::unique_ptr<QProcess>> processes;
+        for (int i = 0; i < 8; ++i) {
+            processes.push_back(start());
+        }
+        const auto running = [](const auto& process) { return process->state() == QProcess::Running; };
+        const auto nbRunning = [&] { return std::count_if(processes.begin(), processes.end(), running); };
+        QTRY_VERIFY_WITH_TIMEOUT(count(kReady) >= 1 && nbRunning() <= 1, kPatienceMs);
+        QCOMPARE(nbRunning(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 7, kPatienceMs);
+        QCOMPARE(count(kReady), 1);
+        QVERIFY(terminateWell(**std::find_if(processes.begin(), processes.end(), running)));
+        for (const auto& process : processes) {
+            QVERIFY(endsWell(*process) || process->state() == QProcess::NotRunning);
+            QCOMPARE(process->exitCode(), 0);
+        }
+    }
+
+    void whatAKilledProcessLeavesBehindIsNoObstacle()
+    {
+        const auto killed = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        killed->kill();
+        QVERIFY(killed->waitForFinished(kPatienceMs));
+        QVERIFY(QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));
+        QVERIFY(QFile::exists(m_sandbox->path("run/lumivar-wakeup")));
+
+        const auto next = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 2, kPatienceMs);
+        QVERIFY(endsWell(*start()));
+        QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 1, kPatienceMs);
+        QVERIFY(terminateWell(*next));
+    }
+
+    void withoutARuntimeFolderTheWakeUpGoesThroughAPrivateOne()
+    {
+        m_sandbox->environment.remove("XDG_RUNTIME_DIR");
+        const auto first = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QVERIFY(endsWell(*start()));
+        QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 1, kPatienceMs);
+        QVERIFY(terminateWell(*first));
+    }
+
+    void aCleanStartResetsOnceAndFirst()
+    {
+        m_sandbox->writeConfig("global.json", R"({"cleanStartup": true, "kept": 1})");
+        m_sandbox->writeConfig("app.json", R"({"marker": 1})");
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QVERIFY(terminateWell(*process));
+
+        const QString output = m_sandbox->output();
+        const int cleaned = output.indexOf("The program will clean up all configuration files");
+        QVERIFY(cleaned >= 0 && cleaned < output.indexOf("Startup parameters"));
+        QCOMPARE(stored("global.json").value("cleanStartup"), QJsonValue(false));
+        QCOMPARE(stored("global.json").value("kept"), QJsonValue(1));
+        QVERIFY(!stored("app.json").contains("marker"));
+    }
+
+    void everyTerminationSignalIsAQuit_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGINT") << SIGINT;
+        QTest::newRow("SIGHUP") << SIGHUP;
+    }
+
+    void everyTerminationSignalIsAQuit()
+    {
+        QFETCH(int, signal);
+        // The start changes this value; that it arrives on the disk shows that the exit has saved.
+        m_sandbox->writeConfig("global.json", R"({"cleanStartup": true})");
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        for (int i = 0; i < 5; ++i) { // more of them change nothing
+            ::kill(pid_t(process->processId()), signal);
+        }
+        QVERIFY(endsWell(*process));
+        QCOMPARE(stored("global.json").value("cleanStartup"), QJsonValue(false));
+        QVERIFY(!QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));
+    }
+
+    void theWorkingDirectoryIsTheProgramsFolder()
+    {
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        const QString folder = QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(process->processId()));
+        QCOMPARE(folder, QFileInfo(PROGRAM).canonicalPath());
+        QVERIFY(m_sandbox->output().contains("Runtime directory: " + folder));
+        QVERIFY(terminateWell(*process));
+    }
+
+    void withoutADisplayTheProgramRunsUnseen()
+    {
+        for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+            m_sandbox->environment.remove(name);
+        }
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QCOMPARE(count("no display can be reached"), 1);
+        QVERIFY(terminateWell(*process));
+    }
+
+    void aBadHomeDoesNotPreventTheStart_data()
+    {
+        QTest::addColumn<QString>("variable");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("configuration below a file") << "XDG_CONFIG_HOME"
+                                                    << "/dev/null/config";
+        QTest::newRow("temporary folder missing") << "TMPDIR"
+                                                  << "/nowhere/at/all";
+        QTest::newRow("runtime folder missing") << "XDG_RUNTIME_DIR"
+                                                << "/nowhere/at/all";
+    }
+
+    void aBadHomeDoesNotPreventTheStart()
+    {
+        QFETCH(QString, variable);
+        QFETCH(QString, value);
+        m_sandbox->environment.insert(variable, value);
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QVERIFY(terminateWell(*process));
+    }
+
+    void aBrokenConfigurationDoesNotPreventTheStart()
+    {
+        m_sandbox->writeConfig("app.json", "{ broken");
+        m_sandbox->writeConfig("global.json", "[1, 2");
+        const auto process = start();
+        QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
+        QVERIFY(terminateWell(*process));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_process)
+#include "tst_process.moc"
