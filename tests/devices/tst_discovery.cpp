@@ -386,7 +386,7 @@ private slots:
         simulator.setReplyMode(StripSimulator::ReplyMode::Normal);
         QVERIFY(simulator.plugIn());
         QTRY_COMPARE(discovery.found.size(), 2);
-        QVERIFY(!discovery.isPending());
+        QTRY_VERIFY(!discovery.isPending());
     }
 };
 
