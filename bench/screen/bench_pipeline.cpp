@@ -2,7 +2,12 @@
 #include "effects/screenSync/FrameFilters.h"
 #include "effects/screenSync/LedMap.h"
 #include "effects/screenSync/ScreenBand.h"
+#include "effects/screenSync/subModes/CinemaScreen.h"
+#include "effects/screenSync/subModes/TopHalfScreen.h"
+#include "support/config/ConfigurationManager.h"
 
+#include <QCoreApplication>
+#include <QStandardPaths>
 #include <benchmark/benchmark.h>
 #include <opencv2/core.hpp>
 
@@ -23,9 +28,52 @@ cv::Mat desktopFrame()
     return frame;
 }
 
+/// The whole frame, as the effect timer drives it.
+template <typename Mode>
+void frameToLeds(benchmark::State& state)
+{
+    EffectWorkerOptions effect;
+    effect.id = QStringLiteral("id.effect.screenSync.bench");
+    ControlOptions controller;
+    controller.id = QStringLiteral("BENCH:01");
+    controller.nbLeds = kLeds;
+    Mode worker(effect, nullptr);
+    worker.load(controller);
+    worker.setEffectProperty(QStringLiteral("wipeDarkSide"), state.range(0) != 0);
+    int emitted = 0;
+    QObject::connect(&worker, &AbsScreenSync::updateColors, &worker,
+                     [&](const QVector<LV_RGB>&) { ++emitted; });
+    const cv::Mat frame = desktopFrame();
+    for (auto _ : state)
+        worker.frameInput(frame);
+    if (emitted < static_cast<int>(state.iterations()))
+        state.SkipWithError("frames were lost");
+}
+BENCHMARK_TEMPLATE(frameToLeds, FullScreenMode)
+    ->ArgName("wipe")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_TEMPLATE(frameToLeds, CinemaScreen)->ArgName("wipe")->Arg(0)->Unit(benchmark::kMicrosecond);
+BENCHMARK_TEMPLATE(frameToLeds, TopHalfScreen)->ArgName("wipe")->Arg(0)->Unit(benchmark::kMicrosecond);
+
+/// Taking over a whole layout, LED by LED, as a copy from another device does.
+void layoutOfAllLeds(benchmark::State& state)
+{
+    ControlOptions controller;
+    controller.id = QStringLiteral("BENCH:01");
+    controller.nbLeds = kLeds;
+    FullScreenMode worker({}, nullptr);
+    worker.load(controller);
+    const QJsonValue map = worker.effectProperty(QStringLiteral("LEDMap"));
+    for (auto _ : state)
+        worker.setEffectProperty(QStringLiteral("LEDMap"), map);
+}
+BENCHMARK(layoutOfAllLeds)->Unit(benchmark::kMillisecond);
+
 void blurOnUMat(benchmark::State& state)
 {
-    FrameFilters::keepOnThisThread();
+    FrameFilters::disableOpenCL();
     const cv::Mat frame = desktopFrame();
     const double strength = static_cast<double>(state.range(0)) / 100.0;
     for (auto _ : state) {
@@ -72,4 +120,12 @@ BENCHMARK(halfScreenLine)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

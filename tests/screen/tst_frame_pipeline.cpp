@@ -81,6 +81,23 @@ private slots:
         QTEST(FrameFilters::blurKernelSize(strength), "size");
     }
 
+    void theBlurIsGaussianToTheBit()
+    {
+        for (const cv::Size size : {cv::Size(120, 67), cv::Size(120, 213), cv::Size(3, 2)}) {
+            for (int kernel = 1; kernel <= 75; kernel += 2) {
+                cv::Mat frame(size, CV_8UC4);
+                cv::randu(frame, 0, 256);
+                cv::Mat expected;
+                cv::GaussianBlur(frame, expected, cv::Size(kernel, kernel), 0, 0, cv::BORDER_DEFAULT);
+                const double strength = (kernel + 0.5) / 75.0;
+                QVERIFY2(same(FrameFilters::blur(frame, strength), expected),
+                         qPrintable(QString::number(kernel)));
+            }
+            const cv::Mat white(size, CV_8UC4, cv::Scalar::all(255));
+            QVERIFY(same(FrameFilters::blur(white, 1.0), white));
+        }
+    }
+
     void saturationIsAddedToTheColor()
     {
         using FrameFilters::adjustSaturation;

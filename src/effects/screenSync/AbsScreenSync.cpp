@@ -69,7 +69,7 @@ AbsScreenSync::~AbsScreenSync()
 
 int AbsScreenSync::load(const ControlOptions& ctlOptions)
 {
-    FrameFilters::keepOnThisThread();
+    FrameFilters::disableOpenCL();
     m_colors.resize(static_cast<int>(ctlOptions.nbLeds));
     m_direction = ctlOptions.installDirection;
     m_ctlOptions = ctlOptions;
