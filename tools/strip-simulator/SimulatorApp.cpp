@@ -194,7 +194,10 @@ void SimulatorApp::onGuestFinished(int exitCode, QProcess::ExitStatus status)
 {
     const bool crashed = status == QProcess::CrashExit;
     const QString how = crashed ? QStringLiteral("by a crash") : QStringLiteral("with %1").arg(exitCode);
-    failIf(!m_quitting || crashed || exitCode != 0, QStringLiteral("The program ended ") + how);
+    if (!m_quitting || crashed || exitCode != 0)
+        m_summary += QStringLiteral("The program ended ") + how;
+    if (crashed || exitCode != 0 || (m_options.check && !m_quitting))
+        m_exitCode = 1;
     m_quitting = true;
     QTimer::singleShot(kDrainMs, this, &SimulatorApp::leave);
 }
@@ -285,7 +288,7 @@ void SimulatorApp::leave()
         failIf(!m_options.guest.isEmpty() && !black,
                strip->label + QStringLiteral(": the strip was left lit"));
     }
-    QCoreApplication::exit(m_options.check ? m_exitCode : 0);
+    QCoreApplication::exit(m_exitCode);
 }
 
 void SimulatorApp::failIf(bool failed, const QString& why)

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and starts the program; where there is no LED device or no display, the
+# demo: a simulated strip in this terminal that the program lights for real.
+# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [arguments of the program]
+#   --app        only the program, whatever is connected
+#   --demo       the demo, even with a device
+#   --seconds N  the demo ends after so long; without a terminal it takes 10 seconds
+#   --plain      the demo prints lines of text instead of drawing
+#   --virtual    the demo follows a virtual screen even where there is a display
+set -eu
+cd "$(dirname "$0")"
+
+mode=auto
+demo=()
+while [ $# -gt 0 ]; do
+    case $1 in
+    --app) mode=app ;;
+    --demo) mode=demo ;;
+    --plain | --virtual) mode=demo; demo+=("$1") ;;
+    --seconds)
+        [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
+        mode=demo; demo+=(--seconds "$2"); shift ;;
+    --usage) sed -n '2,9s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    --) shift; break ;;
+    *) break ;;
+    esac
+    shift
+done
+
+have_device() {
+    local port
+    for port in /dev/ttyUSB* /dev/ttyACM*; do
+        [ -e "$port" ] && return 0
+    done
+    return 1
+}
+have_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
+
+# The release build configures the benchmarks as well, so their package must be there.
+scripts/deps.sh build run bench
+scripts/build.sh release lumivar strip-simulator moving-picture light-viewer
+
+if [ "$mode" = app ] || { [ "$mode" = auto ] && have_device && have_display; }; then
+    exec build/release/bin/lumivar "$@"
+fi
+exec scripts/demo.sh build/release/bin ${demo[@]+"${demo[@]}"} -- "$@"

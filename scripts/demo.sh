@@ -1,0 +1,130 @@
+#!/usr/bin/env bash
+# Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen. Probe,
+# screen capture, colour pipeline and serial line are the program's own. Nothing of the user's is touched.
+# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [-- arguments of the program]
+# Without a terminal it prints a line a second, ends after 10 seconds and fails unless the light moved.
+set -u
+bin=$(cd "$1" && pwd) || exit 2
+shift
+
+seconds=""
+plain=""
+virtual=""
+while [ $# -gt 0 ]; do
+    case $1 in
+    --seconds) seconds=$2; shift ;;
+    --plain) plain=yes ;;
+    --virtual) virtual=yes ;;
+    --) shift; break ;;
+    *) break ;;
+    esac
+    shift
+done
+[ -t 1 ] || plain=yes
+[ -n "$plain" ] && virtual=yes # what a user's own screen shows need not move
+[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || virtual=yes
+[ -n "$plain" ] && [ ! -t 1 ] && seconds=${seconds:-10}
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/lumivar-demo.XXXXXX") || exit 1
+helpers=()
+simulator=""
+status=1
+
+cleanup() {
+    trap '' INT TERM HUP
+    if [ -n "$simulator" ] && kill -0 "$simulator" 2>/dev/null; then
+        kill "$simulator" # it ends the program and tells how the strip was left
+        wait "$simulator"
+        status=$?
+    fi
+    [ ${#helpers[@]} -gt 0 ] && kill "${helpers[@]}" 2>/dev/null
+    wait
+    rm -rf "$work"
+    exit "$status"
+}
+trap cleanup EXIT
+trap 'exit' INT TERM HUP
+
+fail() {
+    echo "demo.sh: $1" >&2
+    exit 1
+}
+
+start_virtual_screen() {
+    # A session of their own keeps a Ctrl-C in the terminal from them, so that the screen outlives the program.
+    setsid Xvfb -displayfd 3 -screen 0 1280x720x24 -noreset -nolisten tcp 3>"$work/display" \
+        >"$work/xvfb.log" 2>&1 </dev/null &
+    helpers+=($!)
+    local tries
+    for ((tries = 0; tries < 100; ++tries)); do
+        [ -s "$work/display" ] && break
+        kill -0 "${helpers[0]}" 2>/dev/null || break
+        sleep 0.1
+    done
+    [ -s "$work/display" ] || { cat "$work/xvfb.log" >&2; fail "no virtual screen"; }
+    DISPLAY=":$(<"$work/display")"
+    export DISPLAY
+    unset WAYLAND_DISPLAY
+    export QT_QPA_PLATFORM=xcb
+    # The virtual screen has no part in the user's desktop session.
+    export DBUS_SESSION_BUS_ADDRESS="unix:path=$work/run/no-bus"
+    setsid "$bin/moving-picture" >"$work/picture.log" 2>&1 </dev/null &
+    helpers+=($!)
+}
+
+# Sound and display servers are found through the folder that is about to change.
+keep_servers_reachable() {
+    local old=${XDG_RUNTIME_DIR:-}
+    [ -n "$old" ] || return 0
+    if [ -n "${WAYLAND_DISPLAY:-}" ] && [ "${WAYLAND_DISPLAY#/}" = "$WAYLAND_DISPLAY" ]; then
+        export WAYLAND_DISPLAY="$old/$WAYLAND_DISPLAY"
+    fi
+    [ -S "$old/pulse/native" ] && export PULSE_SERVER="${PULSE_SERVER:-unix:$old/pulse/native}"
+    export PIPEWIRE_RUNTIME_DIR="${PIPEWIRE_RUNTIME_DIR:-$old}"
+}
+
+use_private_folders() {
+    mkdir -p "$work"/{config/Lumivar,data,cache,tmp}
+    mkdir -m 700 "$work/run"
+    keep_servers_reachable
+    export XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache"
+    export XDG_RUNTIME_DIR="$work/run" TMPDIR="$work/tmp"
+    cat >"$work/config/Lumivar/controllers.json" <<'JSON'
+{
+    "LV0127:01020304": {
+        "kindName": "Demo strip",
+        "brightness": 0.8,
+        "enable": true,
+        "installDirection": 0,
+        "workMode": "id.effect.screenSync",
+        "subMode": "id.effect.screenSync.fullScreen",
+        "nbLeds": 120,
+        "ledPerUnit": 1,
+        "adjustableLength": false,
+        "unavailable_modes": []
+    }
+}
+JSON
+}
+
+use_private_folders
+if [ -n "$virtual" ]; then
+    start_virtual_screen
+    set -- --auto_startup "$@" # its window would cover what there is to follow
+fi
+
+arguments=(--ports "$work/ports.json" --model LV0127 --serial 01020304 --leds 120 --rate 11520
+    --log "$work/program.log")
+[ -n "$plain" ] && arguments+=(--plain)
+[ -n "$seconds" ] && arguments+=(--quit-after "${seconds}s" --patience 60s --check)
+
+# In the background, because only then a signal to this script is handled at once.
+"$bin/strip-simulator" "${arguments[@]}" -- "$bin/lumivar" "$@" <&0 &
+simulator=$!
+wait "$simulator"
+status=$?
+simulator=""
+if [ "$status" -ne 0 ]; then
+    echo "--- the program's last words:" >&2
+    tail -n 40 "$work/program.log" >&2
+fi
