@@ -51,6 +51,8 @@ public:
     /// controller before destroying several, so that they go dark at the same time. Nothing is sent
     /// afterwards.
     virtual void beginRelease() {}
+    /// Waits until a release that was begun is over; half a second at most.
+    virtual void waitForRelease() {}
 
 signals:
     void statusChanged(uint32_t status, QString description);

@@ -47,6 +47,14 @@ DeviceManager::~DeviceManager()
         controller->beginRelease();
 }
 
+void DeviceManager::releaseAll()
+{
+    for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
+        controller->beginRelease();
+    for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
+        controller->waitForRelease();
+}
+
 DeviceManager::DeferredDeletes::~DeferredDeletes()
 {
     // The event loop has ended by now, so nobody else would carry out the deleteLater of the pointers.

@@ -14,6 +14,9 @@ public:
     explicit LumivarApp(QObject* parent);
     ~LumivarApp() override;
 
+    /// Blacks every strip out when the process ends without the destructor; half a second at most.
+    void releaseDevices() { m_deviceManager.releaseAll(); }
+
 public slots:
     /// A second start asks to see this one.
     void onWakeUpRequested();

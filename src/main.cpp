@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFont>
 #include <QLockFile>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -106,6 +107,19 @@ void logStart(const QApplication& app)
     }
 }
 
+LumivarApp* runningController = nullptr;
+
+/// The toolkit ends the process by exit() when its display server goes: no strip may keep burning then, and
+/// nothing stored may be lost.
+void leaveInOrder()
+{
+    if (runningController == nullptr) {
+        return;
+    }
+    runningController->releaseDevices();
+    ConfigurationManager::instance()->save();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -133,6 +147,8 @@ int main(int argc, char** argv)
     installCrashHandler(log.filePath());
 
     auto controller = std::make_unique<LumivarApp>(nullptr);
+    runningController = controller.get();
+    std::atexit(leaveInOrder);
     refreshCrashReporterArguments(); // the first start has only now chosen a language
     QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
                      &LumivarApp::onWakeUpRequested);
@@ -141,6 +157,7 @@ int main(int argc, char** argv)
         QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
     }
     const int exitCode = QApplication::exec();
+    runningController = nullptr;
     controller.reset();
     ConfigurationManager::instance()->save();
     log.shutdown();

@@ -34,10 +34,9 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
 LVController::~LVController()
 {
     beginRelease();
-    const auto timeout = static_cast<int>(m_releaseDeadline.remainingTime()) + kReleaseGraceMs;
-    const bool portClosed = m_release->done.tryAcquire(1, timeout);
+    waitForRelease();
     m_serial->deleteLater();
-    stopThread(portClosed);
+    stopThread();
     qDebug().noquote() << "[Controller]:" << m_options.id
                        << "The port is released, the black buffer is writeen: " << m_release->blackWritten
                        << ", nbLEDS:" << m_options.nbLeds;
@@ -72,10 +71,18 @@ void LVController::beginRelease()
         Qt::QueuedConnection);
 }
 
-void LVController::stopThread(bool portClosed)
+void LVController::waitForRelease()
+{
+    if (!m_release || m_portClosed)
+        return;
+    const auto timeout = static_cast<int>(m_releaseDeadline.remainingTime()) + kReleaseGraceMs;
+    m_portClosed = m_release->done.tryAcquire(1, timeout);
+}
+
+void LVController::stopThread()
 {
     m_thread->quit();
-    if (portClosed) {
+    if (m_portClosed) {
         m_thread->wait(); // nothing is left on it that could block
         m_thread->deleteLater();
         return;

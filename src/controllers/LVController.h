@@ -25,6 +25,7 @@ public:
     void writeColors(const QVector<LV_RGB>& colors) override;
     void rebuildHeader() override;
     void beginRelease() override;
+    void waitForRelease() override;
 
 signals:
     void writeToPort(QByteArray bytes);
@@ -34,11 +35,12 @@ private slots:
     void onSerialError(QSerialPort::SerialPortError error, QString description);
 
 private:
-    void stopThread(bool portClosed);
+    void stopThread();
 
     QByteArray m_header;
     LVSerialPort* m_serial;
     QThread* m_thread = nullptr;
     std::shared_ptr<PortRelease> m_release;
     QDeadlineTimer m_releaseDeadline;
+    bool m_portClosed = false;
 };
