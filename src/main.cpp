@@ -52,7 +52,8 @@ void describeApplication(QApplication& app, bool isPlatformChosen)
     QCoreApplication::setApplicationVersion(QLatin1String(BuildInfo::kAppVersion));
     QApplication::setFont(QFont(QStringLiteral("Arial")));
     QApplication::setQuitOnLastWindowClosed(false); // the tray keeps the program running
-    app.setProperty("isHeadless", isPlatformChosen && app.platformName() == QLatin1String("offscreen"));
+    app.setProperty("isHeadless",
+                    isPlatformChosen && QGuiApplication::platformName() == QLatin1String("offscreen"));
     if (isPlatformChosen) {
         forgetChosenPlatform();
     }

@@ -54,7 +54,7 @@ QString ProgramSandbox::copyBesideFakeReporter(const QString& program) const
     for (const QFileInfo& entry : original.dir().entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         QFile::link(entry.filePath(), path("bin/" + entry.fileName()));
     }
-    const QString copy = path("bin/" + original.fileName());
+    QString copy = path("bin/" + original.fileName());
     QFile::copy(program, copy);
     writeFile(path("bin/CrashReporter"), kFakeReporter);
     QFile::setPermissions(path("bin/CrashReporter"), QFile::permissions(copy));

@@ -62,9 +62,9 @@ private slots:
 
     void ofEightSimultaneousStartsOneRuns()
     {
-        std::vector<std::unique_ptr<QProcess>> processes;
-        for (int i = 0; i < 8; ++i) {
-            processes.push_back(start());
+        std::vector<std::unique_ptr<QProcess>> processes(8);
+        for (auto& process : processes) {
+            process = start();
         }
         const auto running = [](const auto& process) { return process->state() == QProcess::Running; };
         const auto nbRunning = [&] { return std::count_if(processes.begin(), processes.end(), running); };
