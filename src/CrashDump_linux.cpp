@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <link.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
@@ -108,10 +109,11 @@ bool writeRegisters(int fd, const ucontext_t& context)
     return s_text.flush(fd);
 }
 
-/// Copies memory that may be unmapped: the kernel refuses to write from there, which is no crash.
+/// Copies memory that may be unmapped: the kernel refuses to write from there, which is no crash. The bare
+/// system call, because a sanitizer's write() would object to memory that is no object of ours.
 bool copyMemory(const CrashFacts& facts, uintptr_t address, unsigned char* copy, size_t size)
 {
-    return write(facts.probePipe[1], reinterpret_cast<const void*>(address), size) == ssize_t(size) &&
+    return syscall(SYS_write, facts.probePipe[1], address, size) == long(size) &&
            read(facts.probePipe[0], copy, size) == ssize_t(size);
 }
 
