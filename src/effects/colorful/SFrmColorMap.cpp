@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kHeight = 50;
 constexpr int kMargin = 18;
-constexpr int kMinSliderHeight = 20;
+constexpr int kMinRowHeight = 20; // more than the margins leave, or the text would be cut
 constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
 
 } // namespace
@@ -28,7 +28,8 @@ SFrmColorMap::SFrmColorMap(QWidget* parent)
     m_speedLabel->setObjectName(QStringLiteral("speedLabel"));
     m_speedSlider->setObjectName(QStringLiteral("speedSlider"));
     m_speedSlider->setRange(1, 200);
-    m_speedSlider->setMinimumHeight(kMinSliderHeight);
+    m_speedSlider->setMinimumHeight(kMinRowHeight);
+    m_speedLabel->setMinimumHeight(kMinRowHeight);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);

@@ -66,15 +66,16 @@ void FrmSingleColor::buildLayout()
 {
     auto* numbers = new QFormLayout;
     numbers->setLabelAlignment(Qt::AlignRight);
-    numbers->setVerticalSpacing(8);
+    numbers->setVerticalSpacing(6);
     numbers->addRow(QStringLiteral("R: "), m_redBox);
     numbers->addRow(QStringLiteral("G: "), m_greenBox);
     numbers->addRow(QStringLiteral("B: "), m_blueBox);
 
     auto* right = new QVBoxLayout;
+    right->setSpacing(0); // 180 pixels are few in a large font
     right->addStretch();
     right->addLayout(numbers);
-    right->addSpacing(10);
+    right->addSpacing(8);
     right->addWidget(m_selectColorBtn);
     right->addStretch();
 
