@@ -87,17 +87,19 @@ void TestShippedData::everyLedHasItsPlace()
 
     QSet<int> ids;
     QSet<QPair<int, int>> places;
-    for (const QJsonValue& led : map.value("key_array").toArray()) {
+    const QJsonArray leds = map.value("key_array").toArray();
+    for (const QJsonValue& led : leds) {
         const QPoint at(led["x"].toInt(-1), led["y"].toInt(-1));
         QVERIFY2(QRect(QPoint(0, 0), canvas).contains(at), qPrintable(QString::number(led["id"].toInt())));
         ids.insert(led["id"].toInt());
         places.insert({at.x(), at.y()});
     }
-    QCOMPARE(map.value("key_array").toArray().size(), nbLeds);
+    QCOMPARE(leds.size(), nbLeds);
     QCOMPARE(places.size(), nbLeds); // no two LEDs in one place
     for (int id = 1; id <= nbLeds; ++id)
         QVERIFY2(ids.contains(id), qPrintable(QString::number(id)));
-    for (const QJsonValue& segment : map.value("key_music").toArray())
+    const QJsonArray segments = map.value("key_music").toArray();
+    for (const QJsonValue& segment : segments)
         QVERIFY(segment["start"].toInt() >= 1 && segment["stop"].toInt() <= map.value("key_num").toInt());
 }
 

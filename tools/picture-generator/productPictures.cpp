@@ -28,7 +28,8 @@ ProductScene sceneOf(const QString& model, const QJsonObject& map)
     const double width = map.value(QLatin1String("key_len")).toInt(120);
     const double height = map.value(QLatin1String("key_wid")).toInt(67);
     QVector<QPointF> leds;
-    for (const QJsonValue& led : map.value(QLatin1String("key_array")).toArray()) {
+    const QJsonArray array = map.value(QLatin1String("key_array")).toArray();
+    for (const QJsonValue& led : array) {
         leds.append({(led[QLatin1String("x")].toInt() + 0.5) / width,
                      (led[QLatin1String("y")].toInt() + 0.5) / height});
     }
