@@ -36,7 +36,7 @@ QJsonArray readEffectGroupFile(const QString& path)
         logParseFailure(error.errorString());
         return {};
     }
-    const QJsonArray groups = document.object().value(QLatin1String("groups")).toArray();
+    QJsonArray groups = document.object().value(QLatin1String("groups")).toArray();
     if (groups.isEmpty())
         qCritical().noquote() << "Not found groups in file:" << path;
     return groups;

@@ -97,7 +97,7 @@ QSharedPointer<IEffectWorker> EffectsManager::bindController(QSharedPointer<AbsR
                               << effectId;
         return {};
     }
-    const QSharedPointer<IEffectWorker> worker = createWorker(entry->factory, effectId);
+    QSharedPointer<IEffectWorker> worker = createWorker(entry->factory, effectId);
     if (!worker) {
         qCritical().noquote() << "[EffectsManager]: Failed to create effect worker, id:" << effectId;
         return {};
@@ -221,7 +221,7 @@ void EffectsManager::connectWorker(IEffectWorker* worker, AbsRGBController* cont
 QSharedPointer<QThread> EffectsManager::loadInNewThread(const QSharedPointer<IEffectWorker>& worker,
                                                         const QSharedPointer<AbsRGBController>& controller)
 {
-    const QSharedPointer<QThread> thread(new EffectThread(worker.data()), destroyThread);
+    QSharedPointer<QThread> thread(new EffectThread(worker.data()), destroyThread);
     qInfo() << "Starting effect thread" << thread.data();
     qInfo().noquote() << "Relate effect id:" << worker->options().id << "controller id"
                       << controller->options().id;

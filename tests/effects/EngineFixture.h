@@ -2,7 +2,6 @@
 
 #include "AbsRGBController.h"
 #include "EffectsManager.h"
-#include "effects/IColorStrapManager.h"
 #include "support/capture/IDeskDuplManager.h"
 
 #include <QDir>
@@ -77,23 +76,7 @@ public:
     QString capturerDesc(QString) override { return {}; }
 };
 
-class FakeStrapManager : public IColorStrapManager
-{
-    Q_OBJECT
-
-public:
-    using IColorStrapManager::IColorStrapManager;
-
-    ColorStrap strap(int) override { return {}; }
-    int strapCount() override { return 0; }
-    bool isValidStrapIndex(int) override { return false; }
-    void removeStrap(int) override {}
-    int addStrap(const ColorStrap&) override { return 0; }
-    int addDefaultStrap() override { return 0; }
-    void setStrap(int, const ColorStrap&) override {}
-};
-
-/// The manager with a capture service that touches no screen.
+/// The manager with a capture service that touches no screen, and without colour straps.
 class TestManager : public EffectsManager
 {
     Q_OBJECT
@@ -104,7 +87,6 @@ public:
     {
     }
 
-    bool hasStraps = true;
     int deskManagersMade = 0;
     QPointer<IDeskDuplManager> deskManager;
 
@@ -114,8 +96,5 @@ protected:
         ++deskManagersMade;
         return deskManager = new FakeDeskManager(this);
     }
-    IColorStrapManager* createColorStrapManager() override
-    {
-        return hasStraps ? new FakeStrapManager : nullptr;
-    }
+    IColorStrapManager* createColorStrapManager() override { return nullptr; }
 };
