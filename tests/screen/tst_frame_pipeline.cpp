@@ -370,11 +370,11 @@ private slots:
 
     void screenshotsShowTheUnflippedFrameEveryFiveSeconds()
     {
-        qApp->setProperty("isScreenshot", true);
+        QCoreApplication::instance()->setProperty("isScreenshot", true);
         QDir folder(config()->configPath() + "/capturerScreenshot");
         folder.removeRecursively();
         ProbeMode worker;
-        qApp->setProperty("isScreenshot", QVariant());
+        QCoreApplication::instance()->setProperty("isScreenshot", QVariant());
         worker.load(controller(1, 1));
         passThrough(worker);
         QElapsedTimer running;
