@@ -9,16 +9,10 @@
 namespace {
 constexpr int kEndMs = 10000;
 
-QString programFolder()
-{
-    // Tests run beside the program's data files.
-    return QDir::currentPath();
-}
-
 } // namespace
 
-ProgramUnderTest::ProgramUnderTest()
-    : m_program(programFolder() + QStringLiteral("/lumivar"))
+ProgramUnderTest::ProgramUnderTest(const QString& folder)
+    : m_folder(folder)
     , m_environment(QProcessEnvironment::systemEnvironment())
 {
     QDir home(m_home.path());
@@ -49,7 +43,7 @@ void ProgramUnderTest::setDisplay(const QByteArray& display)
 
 QString ProgramUnderTest::useCopyOfProgramFolder()
 {
-    const QDir from(programFolder());
+    const QDir from(m_folder);
     const QDir to(m_home.filePath(QStringLiteral("program/bin")));
     QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
@@ -60,14 +54,14 @@ QString ProgramUnderTest::useCopyOfProgramFolder()
     // The program looks for its libraries beside its own folder.
     QFile::link(QDir::cleanPath(from.filePath(QStringLiteral("../lib"))),
                 m_home.filePath(QStringLiteral("program/lib")));
-    m_program = to.filePath(QStringLiteral("lumivar"));
-    return to.path();
+    m_folder = to.path();
+    return m_folder;
 }
 
 void ProgramUnderTest::start(const QStringList& arguments)
 {
     m_process.setProcessEnvironment(m_environment);
-    m_process.start(m_program, arguments);
+    m_process.start(m_folder + QStringLiteral("/lumivar"), arguments);
     m_process.waitForStarted();
 }
 

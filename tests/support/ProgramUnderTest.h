@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QJsonObject>
 #include <QProcess>
 #include <QString>
@@ -11,7 +12,8 @@
 class ProgramUnderTest
 {
 public:
-    ProgramUnderTest();
+    /// `folder` holds the program and its data files; by default it is the working directory.
+    explicit ProgramUnderTest(const QString& folder = QDir::currentPath());
     ~ProgramUnderTest();
 
     /// Environment variables for the next start; the display is none unless given.
@@ -36,7 +38,7 @@ public:
 
 private:
     QTemporaryDir m_home;
-    QString m_program;
+    QString m_folder;
     QProcessEnvironment m_environment;
     QProcess m_process;
     QString m_standardError;

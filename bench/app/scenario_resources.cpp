@@ -1,0 +1,85 @@
+// What the whole program costs beside games and films: one strip of 120 LEDs on screen synchronisation over a
+// moving picture, and on a still colour.
+// Usage: scenario_resources [seconds a case, default 30]
+#include "ProcessUsage.h"
+#include "ProgramUnderTest.h"
+#include "StripSimulator.h"
+#include "VirtualDisplay.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <cstdio>
+
+namespace {
+
+struct Case
+{
+    const char* name;
+    const char* effect;
+    double maxCpuPercent;
+    double maxResidentMb;
+};
+
+constexpr Case kCases[] = {
+    {"screen synchronisation", "id.effect.screenSync.fullScreen", 4.0, 110},
+    {"still colour", "id.effect.singleColor.singleColor1", 1.0, 110},
+};
+constexpr int kSettleSeconds = 5;
+
+bool run(const Case& scenario, const VirtualDisplay& display, int seconds)
+{
+    ProgramUnderTest program(QCoreApplication::applicationDirPath());
+    program.setDisplay(display.name());
+    const QString effect = QLatin1String(scenario.effect);
+    program.writeConfig(QStringLiteral("controllers.json"),
+                        {{"LV0127:01020304", QJsonObject{{"nbLeds", 120},
+                                                         {"brightness", 0.8},
+                                                         {"enable", true},
+                                                         {"workMode", effect.section('.', 0, -2)},
+                                                         {"subMode", effect}}}});
+    StripSimulator::Options options;
+    options.portsFile = program.portsFile();
+    options.bytesPerSecond = 11520;
+    StripSimulator strip(options);
+    if (!strip.plugIn())
+        return false;
+    program.start();
+    QThread::sleep(kSettleSeconds);
+
+    const auto pid = program.process().processId();
+    const ProcessUsage before = ProcessUsage::of(pid);
+    strip.clear();
+    QElapsedTimer clock;
+    clock.start();
+    QThread::sleep(static_cast<unsigned long>(seconds));
+    const double elapsed = clock.elapsed() / 1000.0;
+    const ProcessUsage after = ProcessUsage::of(pid);
+    const double cpu = 100 * (after.cpuSeconds - before.cpuSeconds) / elapsed;
+    const bool good = cpu < scenario.maxCpuPercent && after.residentMb < scenario.maxResidentMb &&
+                      strip.counters().frames > 0;
+    std::printf("%-24s %5.2f %% of a core (limit %.0f), %5.1f MB resident (limit %.0f), %.1f frames/s%s\n",
+                scenario.name, cpu, scenario.maxCpuPercent, after.residentMb, scenario.maxResidentMb,
+                strip.counters().frames / elapsed, good ? "" : "  TOO MUCH");
+    return program.terminate() && good;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    const int seconds = argc > 1 ? atoi(argv[1]) : 30;
+    VirtualDisplay display(QSize(1920, 1080));
+    if (!display.start())
+        return 2;
+    QProcess picture;
+    display.startProgram(picture, QCoreApplication::applicationDirPath() + QStringLiteral("/moving-picture"),
+                         {});
+    bool good = true;
+    for (const Case& scenario : kCases)
+        good &= run(scenario, display, seconds);
+    picture.kill();
+    picture.waitForFinished();
+    return good ? 0 : 1;
+}
