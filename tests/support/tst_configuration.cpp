@@ -1,3 +1,4 @@
+#include "LogCapture.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/config/hashPropertyKey.h"
@@ -23,16 +24,6 @@ namespace {
 
 const QString kEffect = QStringLiteral("id.effect.colorful.Flowing");
 const QString kDevice = QStringLiteral("Moni-A:0001");
-
-std::atomic<int> warnings{0};
-QtMessageHandler previousHandler = nullptr;
-
-void countWarnings(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    if (type == QtWarningMsg)
-        ++warnings;
-    previousHandler(type, context, text);
-}
 
 QByteArray bytesOf(const QString& path)
 {
@@ -68,13 +59,12 @@ private slots:
     {
         m_home = std::make_unique<QTemporaryDir>();
         m_config = std::make_unique<ConfigurationManager>(path(), m_home->filePath("resources"));
-        previousHandler = qInstallMessageHandler(countWarnings);
-        warnings = 0;
+        m_log = std::make_unique<LogCapture>();
     }
     void cleanup()
     {
         m_config.reset();
-        qInstallMessageHandler(nullptr);
+        m_log.reset();
     }
 
     void values_survive_a_restart()
@@ -100,7 +90,7 @@ private slots:
         QVERIFY(!m_config->effectVariant(kEffect, kDevice, "speed").isValid());
         QVERIFY(!m_config->effectVariant(kEffect, "other", "color").isValid());
         QCOMPARE(m_config->effectJsonValue(kEffect, ConfigKeys::kAllControllers, "list").toArray().size(), 2);
-        QCOMPARE(warnings.load(), 0);
+        QVERIFY(!m_log->contains("[ConfigurationManager]: "));
     }
 
     void effect_ids_become_safe_file_names()
@@ -205,12 +195,12 @@ private slots:
             damage = good.left(good.size() / 2);
         put(path(name), damage);
 
-        QCOMPARE(warnings.load(), 0);
+        QVERIFY(!m_log->contains("[ConfigurationManager]: "));
         QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
         QCOMPARE(m_config->globalValue("latestVerion.version").toString(), QString("1.2"));
         QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
         QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed").toInt(), 5);
-        QVERIFY(warnings > 0);
+        QVERIFY(m_log->contains("[ConfigurationManager]: the last good copy of " + path(name)));
         const QFileInfo info(path(name));
         const QStringList aside = info.dir().entryList({info.fileName() + ".corrupt-*"});
         QCOMPARE(aside.size(), 1);
@@ -278,7 +268,8 @@ private slots:
         m_config->save();
         m_config->save();
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-        QCOMPARE(warnings.load(), 2); // one a file: the same failure is not told again
+        QCOMPARE(m_log->count("[ConfigurationManager]: cannot write"),
+                 2); // one a file: the same failure is not told again
         QCOMPARE(bytesOf(path("app.json")), before);
         QCOMPARE(bytesOf(path("app.json.bak")), before);
         QCOMPARE(QDir(path()).entryList(QDir::Files), (QStringList{"app.json", "app.json.bak", "effects"}));
@@ -334,7 +325,7 @@ private slots:
         })
             .join();
         QTRY_VERIFY(onDisk(effectFile()).contains("late"));
-        QCOMPARE(warnings.load(), 0);
+        QVERIFY(!m_log->contains("[ConfigurationManager]: "));
     }
 
     void stored_values_go_over_the_defaults_of_a_file()
@@ -415,6 +406,7 @@ private:
         m_config = std::make_unique<ConfigurationManager>(path(), m_home->filePath("resources"));
     }
 
+    std::unique_ptr<LogCapture> m_log;
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<ConfigurationManager> m_config;
 };
