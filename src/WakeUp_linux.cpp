@@ -83,6 +83,7 @@ WakeUpServer::WakeUpServer(QObject* parent)
                     return;
                 }
                 if (socket->readLine(kMaxRequestBytes) == kRequest) {
+                    qInfo() << "[WakeUp]: a second process was started";
                     emit wakeUpRequested();
                 }
                 socket->abort();

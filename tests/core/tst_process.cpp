@@ -17,7 +17,7 @@ class tst_process : public QObject
 private:
     static constexpr int kPatienceMs = 30000;
     static constexpr char kReady[] = "[CrashHandler]: dumps go to";
-    static constexpr char kWokenUp[] = "woken up by a second start";
+    static constexpr char kWokenUp[] = "[WakeUp]: a second process was started";
 
     std::unique_ptr<ProgramSandbox> m_sandbox;
 
