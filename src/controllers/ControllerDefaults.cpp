@@ -31,7 +31,7 @@ QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString&
     const QString path = defaults.value(QLatin1String(kind)).toString();
     if (path.isEmpty())
         qWarning().noquote() << "The filename is empty of the" << kind << "of the controller" << model;
-    const QImage picture(path);
+    QImage picture(path);
     if (picture.isNull())
         qWarning().noquote().nospace()
             << "Failed to load " << kind << " of the controller " << model << ", image path:" << path;

@@ -19,7 +19,16 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
 {
     m_options = options;
     connect(this, &LVController::writeToPort, m_serial, &LVSerialPort::write, Qt::QueuedConnection);
-    connect(m_serial, &LVSerialPort::errorOccurred, this, &LVController::onSerialError, Qt::QueuedConnection);
+    // Two hops: an error of the first moment must not overtake the queued hand-over of this controller to its
+    // owner, who would never hear of it.
+    connect(
+        m_serial, &LVSerialPort::errorOccurred, this,
+        [this](QSerialPort::SerialPortError error, const QString& description) {
+            QMetaObject::invokeMethod(
+                this, [this, error, description] { onSerialError(error, description); },
+                Qt::QueuedConnection);
+        },
+        Qt::QueuedConnection);
     m_thread = new QThread(this);
     m_thread->setObjectName(QStringLiteral("serial ") + options.portName);
     connect(m_thread, &QThread::started, [] { runThreadStartHook(); }); // no context: runs on the new thread

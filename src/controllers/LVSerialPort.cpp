@@ -31,7 +31,7 @@ LVSerialPort::~LVSerialPort()
     m_port->disconnect(this);
     if (m_port->isOpen())
         m_port->close();
-    m_port->deleteLater();
+    delete m_port; // deleteLater() within the last events of a thread is never carried out
 }
 
 bool LVSerialPort::init(const SerialPortRecord& record)

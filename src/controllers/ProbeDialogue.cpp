@@ -16,7 +16,7 @@ ProbeDialogue::ProbeDialogue(const SerialPortRecord& record, QObject* parent)
 
 ProbeDialogue::~ProbeDialogue()
 {
-    delete m_serial; // its QSerialPort goes by deleteLater(), so this is safe below its signals
+    delete m_serial; // nothing ends a dialogue from within a signal of the port
 }
 
 bool ProbeDialogue::start(int replyMs)

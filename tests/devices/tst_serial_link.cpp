@@ -309,6 +309,24 @@ private slots:
         QCOMPARE(status.at(2).at(0).toUInt(), 0U);
     }
 
+    void anErrorDoesNotOvertakeTheHandOver()
+    {
+        QTemporaryDir folder;
+        StripSimulator simulator(simulated(folder));
+        QVERIFY(simulator.plugIn());
+        Strip strip(simulator.location(), 1);
+        emit strip.serial->errorOccurred(QSerialPort::ReadError, QString());
+        std::unique_ptr<QSignalSpy> owner; // connects in an event of its own, as a device manager does
+        QMetaObject::invokeMethod(
+            this,
+            [&] {
+                owner =
+                    std::make_unique<QSignalSpy>(strip.controller.get(), &AbsRGBController::statusChanged);
+            },
+            Qt::QueuedConnection);
+        QTRY_VERIFY(owner && owner->count() == 1);
+    }
+
     void aPortThatCannotBeOpenedIsReported()
     {
         MessageLog log;
