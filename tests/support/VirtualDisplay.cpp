@@ -37,6 +37,7 @@ bool VirtualDisplay::start()
               << QStringLiteral("-nolisten") << QStringLiteral("tcp") << QStringLiteral("-screen")
               << QStringLiteral("0")
               << QStringLiteral("%1x%2x%3").arg(m_screenSize.width()).arg(m_screenSize.height()).arg(m_depth);
+    arguments << m_arguments;
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start(QStringLiteral("Xvfb"), arguments);
     QByteArray number;

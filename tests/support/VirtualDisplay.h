@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QSize>
+#include <QStringList>
 
 /// An X server of the test's own (Xvfb), on a free display number that the server itself chooses.
 /// Ends with this object.
@@ -12,6 +13,8 @@ public:
     explicit VirtualDisplay(QSize screenSize = QSize(1920, 1080), int depth = 24);
     ~VirtualDisplay();
 
+    /// Further options for the next start, such as {"-extension", "DAMAGE"}.
+    void setArguments(const QStringList& arguments) { m_arguments = arguments; }
     /// Waits until the server listens. Once stopped it comes back under the same number. False, with a
     /// warning that says why, when it does not come up.
     bool start();
@@ -36,6 +39,7 @@ public:
 private:
     const QSize m_screenSize;
     const int m_depth;
+    QStringList m_arguments;
     QByteArray m_name;
     QProcess m_server;
 };

@@ -41,10 +41,15 @@ CaptureThread::~CaptureThread()
         detach(capture);
     m_stop = true;
     m_grabber->wake();
-    if (!wait(kEndMs)) {
-        m_grabber->abort();
-        wait();
-    }
+    if (wait(kEndMs))
+        return;
+    m_grabber->abort();
+    if (wait(kEndMs))
+        return;
+    // Even a system that answers nothing at all must not hold the program's exit up.
+    qWarning() << "[DeskDuplManager]: The capture thread hangs and is terminated";
+    terminate();
+    wait();
 }
 
 void CaptureThread::begin()
@@ -157,7 +162,7 @@ qint64 CaptureThread::grabWhatIsDue()
     for (const QSharedPointer<DeskCapture>& capture : captures()) {
         qint64 due = capture->nextGrabUs(DeskCapture::nowUs());
         if (due >= 0 && due <= DeskCapture::nowUs()) {
-            grab(*capture);
+            grab(*capture, due);
             due = capture->nextGrabUs(DeskCapture::nowUs());
         }
         if (due >= 0)
@@ -166,12 +171,11 @@ qint64 CaptureThread::grabWhatIsDue()
     return earliest;
 }
 
-void CaptureThread::grab(DeskCapture& capture)
+void CaptureThread::grab(DeskCapture& capture, qint64 dueUs)
 {
-    const qint64 startUs = DeskCapture::nowUs();
     cv::Mat frame;
     const CaptureSources all = sources();
     if (const CaptureSource* source = find(all, capture.id()))
         m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame);
-    capture.finishGrab(frame, startUs);
+    capture.finishGrab(frame, dueUs);
 }

@@ -7,8 +7,7 @@
 namespace {
 constexpr int kMaxOutputPx = 4096;
 constexpr int kDefaultWidthPx = 120;
-constexpr qint64 kLeadUs = 2000;     // for a late wake-up and an early pull
-constexpr qint64 kSamePullUs = 6000; // predictions closer together are one pull
+constexpr qint64 kLeadUs = 2000; // for an early pull
 
 QSize defaultOutputSize(QSize source)
 {
@@ -47,19 +46,23 @@ QSize DeskCapture::sourceSize()
 cv::Mat DeskCapture::grabFrame()
 {
     cv::Mat frame;
+    cv::Mat kept;
     {
         QMutexLocker lock(&m_mutex);
         const qint64 now = nowUs();
-        const bool wasAsleep = m_pace.isAsleep(now);
+        if (m_pace.isAsleep(now))
+            m_urgent = true;
         m_pace.record(now);
         if (m_lost)
             return {};
-        frame = m_frame;
-        if (wasAsleep)
-            wantFrameNow(lock);
+        if (!m_ready.empty())
+            std::swap(frame, m_ready);
+        else
+            kept = m_frame;
+        wakeWhenEarlier(lock, now);
     }
-    // A copy outside the lock: pullers may write into their frame, and the next pull may get it again.
-    return frame.clone();
+    // Pullers may write into their frame, so no two get the same one.
+    return frame.empty() ? kept.clone() : frame;
 }
 
 quint64 DeskCapture::frameCount()
@@ -76,14 +79,17 @@ void DeskCapture::setOutputSize(int width, int height)
         return;
     m_outputSize = size;
     m_frame.release();
-    if (!m_pace.isAsleep(nowUs()))
-        wantFrameNow(lock);
+    m_ready.release();
+    const qint64 now = nowUs();
+    m_urgent = !m_pace.isAsleep(now);
+    wakeWhenEarlier(lock, now);
 }
 
 void DeskCapture::setWaker(std::function<void()> waker)
 {
     QMutexLocker lock(&m_mutex);
     m_waker = std::move(waker);
+    m_plannedUs = -1;
 }
 
 void DeskCapture::setSource(QSize size)
@@ -100,20 +106,14 @@ void DeskCapture::setLost()
     QMutexLocker lock(&m_mutex);
     m_lost = true;
     m_frame.release();
+    m_ready.release();
 }
 
 qint64 DeskCapture::nextGrabUs(qint64 nowUs)
 {
     QMutexLocker lock(&m_mutex);
-    if (m_lost)
-        return -1;
-    if (m_urgent)
-        return nowUs;
-    if (m_pace.isAsleep(nowUs))
-        return -1;
-    const qint64 apart = qMin(kSamePullUs, m_pace.periodUs() / 4);
-    const qint64 next = m_pace.nextAfter(qMax(m_pace.lastUs(), m_targetUs) + apart);
-    return next < 0 ? -1 : next - m_costUs - kLeadUs;
+    m_plannedUs = dueUs(nowUs);
+    return m_plannedUs;
 }
 
 bool DeskCapture::needsNewFrame()
@@ -122,30 +122,62 @@ bool DeskCapture::needsNewFrame()
     return m_frame.empty();
 }
 
-void DeskCapture::finishGrab(cv::Mat frame, qint64 startUs)
+void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
 {
     QMutexLocker lock(&m_mutex);
     const qint64 now = nowUs();
-    m_targetUs = m_urgent ? now : qMax(now, startUs + m_costUs + kLeadUs);
-    // Rises at once and falls slowly, so that a busy server does not make every second frame late.
-    const qint64 cost = now - startUs;
-    m_costUs = qMax(cost, m_costUs + (cost - m_costUs) / 16);
+    m_targetUs = m_urgent ? now : qMax(now, dueUs + leadUs());
+    // From the due time on, so that a busy machine's late wake-ups count. It rises fast and falls slowly.
+    const qint64 cost = now - dueUs;
+    m_costUs += (cost - m_costUs) / (cost > m_costUs ? 2 : 16);
     m_urgent = false;
-    if (frame.empty() || m_lost)
+    if (m_lost)
         return;
-    if (frame.cols != m_outputSize.width() || frame.rows != m_outputSize.height()) {
-        m_urgent = true;
-        return;
+    if (!frame.empty()) {
+        if (frame.cols != m_outputSize.width() || frame.rows != m_outputSize.height()) {
+            m_urgent = true;
+            return;
+        }
+        m_frame = std::move(frame);
+        m_ready.release();
+        ++m_frameCount;
     }
-    m_frame = std::move(frame);
-    ++m_frameCount;
+    // The copy for the next pull is made here, so that a pull is a mere exchange.
+    if (!m_ready.empty())
+        return;
+    const cv::Mat kept = m_frame;
+    lock.unlock();
+    cv::Mat ready = kept.clone();
+    lock.relock();
+    if (kept.data == m_frame.data)
+        m_ready = std::move(ready);
 }
 
-void DeskCapture::wantFrameNow(QMutexLocker& lock)
+qint64 DeskCapture::dueUs(qint64 nowUs) const
 {
-    m_urgent = true;
+    if (m_lost)
+        return -1;
+    if (m_urgent)
+        return nowUs;
+    if (m_pace.isAsleep(nowUs))
+        return -1;
+    const qint64 next = m_pace.nextAfter(qMax(m_pace.lastUs(), m_targetUs) + m_pace.apartUs());
+    return next < 0 ? -1 : next - leadUs();
+}
+
+qint64 DeskCapture::leadUs() const
+{
+    return qMin(m_costUs + kLeadUs, m_pace.periodUs() / 2);
+}
+
+void DeskCapture::wakeWhenEarlier(QMutexLocker& lock, qint64 nowUs)
+{
+    const qint64 due = dueUs(nowUs);
+    const bool planned = m_plannedUs >= 0 && due >= m_plannedUs - kLeadUs;
+    if (due < 0 || planned || !m_waker)
+        return;
+    m_plannedUs = due;
     const std::function<void()> waker = m_waker;
     lock.unlock();
-    if (waker)
-        waker();
+    waker();
 }

@@ -36,27 +36,34 @@ public:
     void setSource(QSize size);
     /// The source is gone: no frames until it is set again.
     void setLost();
-    /// When the next grab is to begin; -1 while none is wanted.
+    /// When the next grab is to begin, -1 while none is wanted. The caller comes back then or when woken.
     qint64 nextGrabUs(qint64 nowUs);
     /// False as long as the last frame may be handed out again if the picture is the same.
     bool needsNewFrame();
-    /// Ends a grab that began at `startUs`. An empty frame leaves the last one; a frame of another than the
+    /// Ends the grab that was due at `dueUs`. An empty frame leaves the last one; a frame of another than the
     /// output size comes too late and is dropped.
-    void finishGrab(cv::Mat frame, qint64 startUs);
+    void finishGrab(cv::Mat frame, qint64 dueUs);
 
 private:
-    void wantFrameNow(QMutexLocker& lock);
+    /// When the next grab is to begin; -1 while none is wanted.
+    qint64 dueUs(qint64 nowUs) const;
+    /// How long before the pull a grab begins.
+    qint64 leadUs() const;
+    /// May end the lock.
+    void wakeWhenEarlier(QMutexLocker& lock, qint64 nowUs);
 
     const QString m_id;
     QMutex m_mutex;
     std::function<void()> m_waker;
     PullPace m_pace;
-    cv::Mat m_frame;
+    cv::Mat m_frame; ///< never handed out itself
+    cv::Mat m_ready; ///< a copy of it for the next pull
     QSize m_sourceSize;
     QSize m_outputSize;
     quint64 m_frameCount = 0;
-    qint64 m_targetUs = 0; ///< the pull that the latest grab was for
-    qint64 m_costUs = 2000;
+    qint64 m_targetUs = 0;   ///< the pull that the latest grab was for
+    qint64 m_costUs = 2000;  ///< from the due time to the finished frame
+    qint64 m_plannedUs = -1; ///< when the back end means to come back
     bool m_urgent = false;
     bool m_lost = false;
 };

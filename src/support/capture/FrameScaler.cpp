@@ -1,20 +1,22 @@
 #include "support/capture/FrameScaler.h"
 
+#include <algorithm>
 #include <opencv2/core/hal/intrin.hpp>
 #include <vector>
 
 namespace {
 constexpr int kChannels = 4;
-// Row weights count eighths of a row: sums of 16 bits then hold 32 rows of white.
-constexpr int kWeightShift = 3;
-constexpr int kFullWeight = 1 << kWeightShift;
-constexpr int kMaxRows = 16; // a mean over more rows gains too little for its time
+constexpr int kMaxRows = 65;    // a mean over more rows gains too little for its time
+constexpr int kMaxWeight = 257; // of this many rows of white, sums of 16 bits are full
+constexpr int kMaxWeightShift = 7;
+constexpr int kRowsAtOnce = 16; // more rows push each other out of the cache
 
 /// The rows that one output row averages.
 struct RowPlan
 {
-    std::vector<const uchar*> full;
-    const uchar* top = nullptr; ///< cut by the area's border, as is bottom
+    int shift = 0;                  ///< a whole row weighs 1 << shift
+    std::vector<const uchar*> full; ///< whole rows
+    const uchar* top = nullptr;     ///< cut by the area's border, as is bottom
     const uchar* bottom = nullptr;
     int topWeight = 0;
     int bottomWeight = 0;
@@ -43,30 +45,31 @@ void planSampledRows(const SourcePixels& source, int from, int to, RowPlan& plan
         const int row = begin + int(unsigned(end - begin) * fraction >> 16);
         plan.full.push_back(source.data + row * source.stride);
     }
-    plan.totalWeight = kMaxRows * kFullWeight;
+    plan.totalWeight = kMaxRows << plan.shift;
 }
 
 void planRows(const SourcePixels& source, int index, int count, RowPlan& plan)
 {
     plan.full.clear();
     plan.topWeight = plan.bottomWeight = 0;
-    const qint64 height = qint64(source.size.height()) * kFullWeight;
+    const int fullWeight = 1 << plan.shift;
+    const qint64 height = qint64(source.size.height()) * fullWeight;
     const int begin = int((height * index + count / 2) / count);
     const int end = int((height * (index + 1) + count / 2) / count);
     const auto row = [&source](int y) {
         return source.data + qMin(y, source.size.height() - 1) * source.stride;
     };
 
-    const int firstFull = (begin + kFullWeight - 1) / kFullWeight;
-    const int endFull = end / kFullWeight;
+    const int firstFull = (begin + fullWeight - 1) / fullWeight;
+    const int endFull = end / fullWeight;
     if (endFull - firstFull > kMaxRows) {
         planSampledRows(source, firstFull, endFull, plan);
         return;
     }
     plan.totalWeight = end - begin;
     if (end <= begin) { // an area thinner than the weights can tell
-        plan.full.push_back(row(begin / kFullWeight));
-        plan.totalWeight = kFullWeight;
+        plan.full.push_back(row(begin / fullWeight));
+        plan.totalWeight = fullWeight;
     } else if (endFull < firstFull) { // within one row
         plan.top = row(endFull);
         plan.topWeight = plan.totalWeight;
@@ -74,10 +77,20 @@ void planRows(const SourcePixels& source, int index, int count, RowPlan& plan)
         for (int y = firstFull; y < endFull; ++y)
             plan.full.push_back(row(y));
         plan.top = row(qMax(0, firstFull - 1));
-        plan.topWeight = firstFull * kFullWeight - begin;
+        plan.topWeight = firstFull * fullWeight - begin;
         plan.bottom = row(endFull);
-        plan.bottomWeight = end - endFull * kFullWeight;
+        plan.bottomWeight = end - endFull * fullWeight;
     }
+}
+
+/// How finely rows can be weighed without an overflow.
+int weightShift(int height, int count)
+{
+    const int rows = qMin(height / count + 2, kMaxRows + 1);
+    int shift = 0;
+    while (shift < kMaxWeightShift && rows << (shift + 1) <= kMaxWeight)
+        ++shift;
+    return shift;
 }
 
 std::vector<ColumnPlan> planColumns(int width, int count)
@@ -100,45 +113,45 @@ std::vector<ColumnPlan> planColumns(int width, int count)
     return plans;
 }
 
-/// Adds the plan's rows up, byte by byte.
-void sumRows(const RowPlan& plan, int bytes, ushort* sums)
+/// Sums up to kRowsAtOnce rows byte by byte, times `weight`, onto the sums so far.
+void addRows(const uchar* const* rows, int count, int weight, int bytes, ushort* sums)
 {
     using namespace cv;
+    const v_uint16x8 weights = v_setall_u16(ushort(weight));
     int x = 0;
     for (; x + 32 <= bytes; x += 32) {
         v_uint16x8 sum[4] = {v_setzero_u16(), v_setzero_u16(), v_setzero_u16(), v_setzero_u16()};
-        v_uint16x8 part[4];
-        const auto load = [&part, x](const uchar* row) {
-            v_expand(v_load(row + x), part[0], part[1]);
-            v_expand(v_load(row + x + 16), part[2], part[3]);
-        };
-        for (const uchar* row : plan.full) {
-            load(row);
+        for (int row = 0; row < count; ++row) {
+            v_uint16x8 part[4];
+            v_expand(v_load(rows[row] + x), part[0], part[1]);
+            v_expand(v_load(rows[row] + x + 16), part[2], part[3]);
             for (int i = 0; i < 4; ++i)
                 sum[i] = v_add_wrap(sum[i], part[i]);
         }
-        for (v_uint16x8& s : sum)
-            s = v_shl<kWeightShift>(s);
-        const auto addWeighted = [&](const uchar* row, int weight) {
-            if (weight == 0)
-                return;
-            load(row);
-            for (int i = 0; i < 4; ++i)
-                sum[i] = v_add_wrap(sum[i], v_mul_wrap(part[i], v_setall_u16(ushort(weight))));
-        };
-        addWeighted(plan.top, plan.topWeight);
-        addWeighted(plan.bottom, plan.bottomWeight);
-        for (int i = 0; i < 4; ++i)
-            v_store(sums + x + 8 * i, sum[i]);
+        for (int i = 0; i < 4; ++i) {
+            ushort* to = sums + x + 8 * i;
+            v_store(to, v_add_wrap(v_load(to), v_mul_wrap(sum[i], weights)));
+        }
     }
     for (; x < bytes; ++x) {
         int sum = 0;
-        for (const uchar* row : plan.full)
-            sum += row[x] << kWeightShift;
-        sum += plan.topWeight ? plan.top[x] * plan.topWeight : 0;
-        sum += plan.bottomWeight ? plan.bottom[x] * plan.bottomWeight : 0;
-        sums[x] = ushort(sum);
+        for (int row = 0; row < count; ++row)
+            sum += rows[row][x];
+        sums[x] = ushort(sums[x] + sum * weight);
     }
+}
+
+void sumRows(const RowPlan& plan, int bytes, std::vector<ushort>& sums)
+{
+    std::fill(sums.begin(), sums.end(), ushort(0));
+    const int count = int(plan.full.size());
+    for (int row = 0; row < count; row += kRowsAtOnce)
+        addRows(&plan.full[size_t(row)], std::min(kRowsAtOnce, count - row), 1 << plan.shift, bytes,
+                sums.data());
+    if (plan.topWeight)
+        addRows(&plan.top, 1, plan.topWeight, bytes, sums.data());
+    if (plan.bottomWeight)
+        addRows(&plan.bottom, 1, plan.bottomWeight, bytes, sums.data());
 }
 
 void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeight,
@@ -176,9 +189,10 @@ cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize)
     const int bytes = source.size.width() * kChannels;
     std::vector<ushort> sums(static_cast<size_t>(bytes));
     RowPlan rows;
+    rows.shift = weightShift(source.size.height(), outputSize.height());
     for (int y = 0; y < outputSize.height(); ++y) {
         planRows(source, y, outputSize.height(), rows);
-        sumRows(rows, bytes, sums.data());
+        sumRows(rows, bytes, sums);
         averageColumns(source, sums.data(), rows.totalWeight, columns, frame.ptr(y));
     }
     return frame;

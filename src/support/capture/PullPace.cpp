@@ -5,6 +5,7 @@
 namespace {
 constexpr qint64 kBurstUs = 4000; // pulls closer together are one: they can share a frame
 constexpr qint64 kIdleUs = 1000000;
+constexpr qint64 kSlowestUs = 10000000;
 constexpr int kCycles = 3; // equal cycles that make a rhythm
 constexpr int kRecentGaps = 8;
 
@@ -16,9 +17,12 @@ qint64 toleranceUs(qint64 periodUs)
 
 void PullPace::record(qint64 nowUs)
 {
-    if (isAsleep(nowUs)) {
+    if (isAsleep(nowUs)) { // the old rhythm is over, but slow pullers have one as well
         m_count = 0;
-        m_used = 0; // the period is kept: slow pulls are not taken for sleep twice
+        m_used = 0;
+        m_periodUs = 0;
+        if (m_lastUs >= 0 && nowUs - m_lastUs < kSlowestUs)
+            m_pulls[m_count++] = m_lastUs;
     }
     m_lastUs = nowUs;
     if (m_count > 0 && nowUs - at(0) < kBurstUs)
@@ -42,6 +46,11 @@ qint64 PullPace::nextAfter(qint64 timeUs) const
         next = qMin(next, at(age) + periods * m_periodUs);
     }
     return next;
+}
+
+qint64 PullPace::apartUs() const
+{
+    return qMin(qMax<qint64>(6000, m_periodUs / 16), m_periodUs / 4);
 }
 
 void PullPace::learn()

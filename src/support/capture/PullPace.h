@@ -14,6 +14,8 @@ public:
     bool isAsleep(qint64 nowUs) const;
     /// The earliest pull to be expected after the given time; -1 while the rhythm is unknown.
     qint64 nextAfter(qint64 timeUs) const;
+    /// Expected pulls closer together than this are one.
+    qint64 apartUs() const;
     /// The latest pull; -1 without any.
     qint64 lastUs() const { return m_lastUs; }
     /// 0 while unknown.

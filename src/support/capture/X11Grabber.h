@@ -4,10 +4,10 @@
 #include "support/capture/ScreenGrabber.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <atomic>
 #include <memory>
 
+class X11ChangeWatch;
 class X11Image;
 struct xcb_connection_t;
 
@@ -33,6 +33,8 @@ public:
 private:
     bool readFormat(int screenNumber);
     void openExtensions();
+    bool hasSharedMemory();
+    CaptureSources monitors();
     void readEvents();
     QString atomName(uint32_t atom);
     void refuse(const QString& reason);
@@ -42,15 +44,12 @@ private:
     std::atomic<int> m_abortFile{-1};
     xcb_connection_t* m_connection = nullptr;
     std::unique_ptr<X11Image> m_image;
+    std::unique_ptr<X11ChangeWatch> m_watch;
     uint32_t m_root = 0;
     QSize m_rootSize;
     SourcePixels m_format; ///< only the places of the colours
     bool m_hasMonitors = false;
     int m_randrEvent = -1; ///< first event code; -1 without the extension
-    int m_damageEvent = -1;
-    uint32_t m_damage = 0;
-    quint64 m_picture = 0;             ///< counts the changes of the screen
-    QHash<QString, quint64> m_grabbed; ///< which picture a source's last frame shows
     bool m_sourcesChanged = false;
     QString m_refused; ///< said already
 };

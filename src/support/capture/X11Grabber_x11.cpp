@@ -1,9 +1,9 @@
 #include "support/capture/X11Grabber.h"
 
+#include "support/capture/X11ChangeWatch.h"
 #include "support/capture/X11Image.h"
 
 #include <QDebug>
-#include <QSysInfo>
 #include <cstdlib>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -94,13 +94,13 @@ void X11Grabber::close()
 {
     if (!m_connection)
         return;
+    m_watch.reset();
     m_image.reset();
     m_abortFile = -1;
     xcb_disconnect(m_connection);
     m_connection = nullptr;
-    m_randrEvent = m_damageEvent = -1;
+    m_randrEvent = -1;
     m_hasMonitors = false;
-    m_grabbed.clear();
 }
 
 bool X11Grabber::isOpen() const
@@ -138,70 +138,70 @@ void X11Grabber::openExtensions()
     xcb_prefetch_extension_data(m_connection, &xcb_randr_id);
     xcb_prefetch_extension_data(m_connection, &xcb_damage_id);
 
-    bool shared = xcb_get_extension_data(m_connection, &xcb_shm_id)->present;
-    if (shared) {
-        const auto version =
-            owned(xcb_shm_query_version_reply(m_connection, xcb_shm_query_version(m_connection), nullptr));
-        shared = version && isAtLeast(version->major_version, version->minor_version, 1, 2);
-    }
-    m_image = std::make_unique<X11Image>(m_connection, m_root, shared);
-
+    m_image = std::make_unique<X11Image>(m_connection, m_root, hasSharedMemory());
+    m_watch = std::make_unique<X11ChangeWatch>(m_connection, m_root);
     const auto* randr = xcb_get_extension_data(m_connection, &xcb_randr_id);
-    if (randr->present) {
-        const auto version = owned(xcb_randr_query_version_reply(
-            m_connection, xcb_randr_query_version(m_connection, 1, 5), nullptr));
-        m_hasMonitors = version && isAtLeast(version->major_version, version->minor_version, 1, 5);
-        m_randrEvent = randr->first_event;
-        xcb_randr_select_input(m_connection, m_root,
-                               XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
-                                   XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-    }
-
-    const auto* damage = xcb_get_extension_data(m_connection, &xcb_damage_id);
-    if (damage->present) {
-        free(xcb_damage_query_version_reply(m_connection, xcb_damage_query_version(m_connection, 1, 1),
-                                            nullptr));
-        m_damageEvent = damage->first_event;
-        m_damage = xcb_generate_id(m_connection);
-        xcb_damage_create(m_connection, m_damage, m_root, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-    }
+    if (!randr || !randr->present)
+        return;
+    const auto version = owned(
+        xcb_randr_query_version_reply(m_connection, xcb_randr_query_version(m_connection, 1, 5), nullptr));
+    m_hasMonitors = version && isAtLeast(version->major_version, version->minor_version, 1, 5);
+    m_randrEvent = randr->first_event;
+    xcb_randr_select_input(m_connection, m_root,
+                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
     xcb_flush(m_connection);
+}
+
+bool X11Grabber::hasSharedMemory()
+{
+    const auto* extension = xcb_get_extension_data(m_connection, &xcb_shm_id);
+    if (!extension || !extension->present)
+        return false;
+    const auto version =
+        owned(xcb_shm_query_version_reply(m_connection, xcb_shm_query_version(m_connection), nullptr));
+    return version && isAtLeast(version->major_version, version->minor_version, 1, 2);
 }
 
 CaptureSources X11Grabber::sources()
 {
     m_sourcesChanged = false;
-    const auto rootCookie = xcb_get_geometry(m_connection, m_root);
-    CaptureSources sources;
-    if (m_hasMonitors) {
-        const auto monitors = owned(xcb_randr_get_monitors_reply(
-            m_connection, xcb_randr_get_monitors(m_connection, m_root, 1), nullptr));
-        for (auto it = monitors ? xcb_randr_get_monitors_monitors_iterator(monitors.get())
-                                : xcb_randr_monitor_info_iterator_t{};
-             it.rem; xcb_randr_monitor_info_next(&it)) {
-            const xcb_randr_monitor_info_t& info = *it.data;
-            const QString name = atomName(info.name);
-            const CaptureSource source{name, name, QRect(info.x, info.y, info.width, info.height),
-                                       info.primary != 0};
-            if (name.isEmpty() || source.geometry.isEmpty())
-                continue;
-            if (source.primary)
-                sources.prepend(source);
-            else
-                sources.append(source);
-        }
-    }
-    if (const auto root = owned(xcb_get_geometry_reply(m_connection, rootCookie, nullptr)))
+    if (const auto root =
+            owned(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, m_root), nullptr)))
         m_rootSize = QSize(root->width, root->height);
-    if (!m_hasMonitors && isOpen())
-        sources += CaptureSource{QStringLiteral("screen"), QStringLiteral("screen"),
-                                 QRect(QPoint(), m_rootSize), true};
+    if (m_hasMonitors)
+        return monitors();
+    const QString name = QStringLiteral("screen");
+    return {CaptureSource{name, name, QRect(QPoint(), m_rootSize), true}};
+}
+
+CaptureSources X11Grabber::monitors()
+{
+    const auto reply = owned(
+        xcb_randr_get_monitors_reply(m_connection, xcb_randr_get_monitors(m_connection, m_root, 1), nullptr));
+    if (!reply)
+        return {};
+    CaptureSources sources;
+    for (auto it = xcb_randr_get_monitors_monitors_iterator(reply.get()); it.rem;
+         xcb_randr_monitor_info_next(&it)) {
+        const xcb_randr_monitor_info_t& info = *it.data;
+        const QString name = atomName(info.name);
+        const CaptureSource source{name, name, QRect(info.x, info.y, info.width, info.height),
+                                   info.primary != 0};
+        if (name.isEmpty() || source.geometry.isEmpty())
+            continue;
+        if (source.primary)
+            sources.prepend(source);
+        else
+            sources.append(source);
+    }
     return sources;
 }
 
 bool X11Grabber::takeSourcesChanged()
 {
     readEvents();
+    m_watch->rest();
     return std::exchange(m_sourcesChanged, false);
 }
 
@@ -209,18 +209,14 @@ ScreenGrabber::Result X11Grabber::grab(const CaptureSource& source, QSize output
                                        cv::Mat& frame)
 {
     readEvents();
-    if (m_damage && !force && m_grabbed.value(source.id, ~quint64(0)) == m_picture)
+    if (!force && m_watch->isUnchanged(source.id))
         return Result::Unchanged;
     const QRect rect = source.geometry & QRect(QPoint(), m_rootSize);
     if (rect.isEmpty())
         return Result::Failed;
-    // Rearmed before the picture is read: a change in between shows in this frame or raises the next event.
-    if (m_damage)
-        xcb_damage_subtract(m_connection, m_damage, XCB_NONE, XCB_NONE);
-    m_grabbed[source.id] = m_picture;
+    m_watch->beforeGrab(source.id);
     const uchar* pixels = m_image->grab(rect);
-    if (!pixels) {
-        m_grabbed.remove(source.id);
+    if (!pixels) { // the screen became smaller, or the server is gone
         m_sourcesChanged = true;
         return Result::Failed;
     }
@@ -229,6 +225,8 @@ ScreenGrabber::Result X11Grabber::grab(const CaptureSource& source, QSize output
     view.stride = qint64(rect.width()) * 4;
     view.size = rect.size();
     frame = scaleFrame(view, outputSize);
+    readEvents();
+    m_watch->afterGrab(source.id, frame);
     return Result::Frame;
 }
 
@@ -269,8 +267,7 @@ void X11Grabber::readEvents()
         if (m_randrEvent >= 0 && (type == m_randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
                                   type == m_randrEvent + XCB_RANDR_NOTIFY))
             m_sourcesChanged = true;
-        else if (m_damageEvent >= 0 && type == m_damageEvent + XCB_DAMAGE_NOTIFY)
-            ++m_picture;
+        m_watch->handleEvent(type, event->full_sequence);
     }
 }
 

@@ -1,0 +1,150 @@
+// Desktop capture on virtual displays of its own: what a frame costs the capture thread, what a pull costs
+// the puller, and how fresh and how true the frames are.
+#include "ScreenPainter.h"
+#include "VirtualDisplay.h"
+#include "support/capture/DeskCapture.h"
+#include "support/capture/DeskDuplManager.h"
+#include "support/capture/FrameScaler.h"
+#include "support/capture/ThreadedCaptureBackend.h"
+#include "support/capture/X11Grabber.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <random>
+#include <vector>
+
+namespace {
+using Values = std::vector<double>;
+
+double threadCpuMs()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+double at(Values& values, double part)
+{
+    const auto it = values.begin() + std::ptrdiff_t(double(values.size() - 1) * part);
+    std::nth_element(values.begin(), it, values.end());
+    return *it;
+}
+
+/// Prints a line; false when the value is over the limit.
+bool report(const char* what, double value, const char* unit, double limit)
+{
+    const bool good = value <= limit;
+    std::printf("  %-46s %8.3f %-3s (limit %g)%s\n", what, value, unit, limit, good ? "" : "  OVER");
+    return good;
+}
+
+/// Windows, text and noise: something of everything that a desktop shows.
+QImage desktopPicture(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    std::minstd_rand random(7);
+    for (int y = 0; y < size.height(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            if (x < size.width() / 3) // lines of text
+                row[x] = (y / 3) % 4 == 0 && random() % 3 ? qRgb(20, 20, 30) : qRgb(240, 240, 235);
+            else if (x < size.width() * 2 / 3)
+                row[x] = 0xFF000000U | uint(random());
+            else
+                row[x] = qRgb(x * 255 / size.width(), y * 255 / size.height(), 90);
+        }
+    }
+    return image;
+}
+
+double meanError(const QImage& picture, const cv::Mat& frame)
+{
+    std::vector<double> sums(size_t(frame.cols) * size_t(frame.rows) * 3);
+    std::vector<double> weights(size_t(frame.cols) * size_t(frame.rows));
+    constexpr int kParts = 4; // a pixel is shared between areas in sixteenths
+    for (int y = 0; y < picture.height() * kParts; ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y / kParts));
+        const qint64 outY = qint64(y) * frame.rows / (qint64(picture.height()) * kParts);
+        for (int x = 0; x < picture.width() * kParts; ++x) {
+            const qint64 outX = qint64(x) * frame.cols / (qint64(picture.width()) * kParts);
+            const size_t cell = size_t(outY * frame.cols + outX);
+            const QRgb pixel = row[x / kParts];
+            sums[cell * 3] += qRed(pixel);
+            sums[cell * 3 + 1] += qGreen(pixel);
+            sums[cell * 3 + 2] += qBlue(pixel);
+            weights[cell] += 1;
+        }
+    }
+    double error = 0;
+    for (size_t cell = 0; cell < weights.size(); ++cell) {
+        for (size_t channel = 0; channel < 3; ++channel)
+            error += std::abs(sums[cell * 3 + channel] / weights[cell] - frame.data[cell * 4 + channel]);
+    }
+    return error / double(sums.size());
+}
+
+bool benchGrab(const VirtualDisplay& display, const QImage& picture, double limitMs)
+{
+    X11Grabber grabber(display.name());
+    if (!grabber.open())
+        return false;
+    const CaptureSource source = grabber.sources().value(0);
+    const QSize output(120, 120 * source.geometry.height() / source.geometry.width());
+    Values cpu;
+    Values wall;
+    cv::Mat frame;
+    for (int i = 0; i < 300; ++i) {
+        const double cpuStart = threadCpuMs();
+        const qint64 start = DeskCapture::nowUs();
+        if (grabber.grab(source, output, true, frame) != ScreenGrabber::Result::Frame)
+            return false;
+        cpu.push_back(threadCpuMs() - cpuStart);
+        wall.push_back(double(DeskCapture::nowUs() - start) / 1e3);
+    }
+    bool good = report("grab and scale, thread time, median", at(cpu, 0.5), "ms", limitMs);
+    std::printf("  %-46s %8.3f ms\n", "grab and scale, elapsed, median", at(wall, 0.5));
+    good &= report("mean error against the exact area average", meanError(picture, frame), "", 4);
+    return good;
+}
+
+bool benchPull(const VirtualDisplay& display)
+{
+    DeskDuplManager manager({{QStringLiteral("X11"), [&display] {
+                                  return std::make_unique<ThreadedCaptureBackend>(
+                                      std::make_shared<X11Grabber>(display.name()));
+                              }}});
+    const auto capture = manager.acquireCapturer(manager.defaultCapturer());
+    if (!capture)
+        return false;
+    Values pulls;
+    for (int i = 0; i < 200; ++i) {
+        QThread::msleep(16);
+        const qint64 start = DeskCapture::nowUs();
+        const cv::Mat frame = capture->grabFrame();
+        pulls.push_back(double(DeskCapture::nowUs() - start));
+    }
+    std::printf("  %-46s %8llu of 200\n", "frames grabbed for as many pulls", capture->frameCount());
+    return report("grabFrame(), median", at(pulls, 0.5), "us", 10);
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    bool good = true;
+    for (const auto& [size, limitMs] :
+         {std::pair(QSize(1920, 1080), 1.0), std::pair(QSize(3840, 2160), 2.5)}) {
+        std::printf("%dx%d\n", size.width(), size.height());
+        VirtualDisplay display(size);
+        if (!display.start())
+            return 1;
+        const QImage picture = desktopPicture(size);
+        ScreenPainter(display.name()).draw(QPoint(), picture);
+        good &= benchGrab(display, picture, limitMs);
+        good &= benchPull(display);
+    }
+    return good ? 0 : 1;
+}
