@@ -1,17 +1,15 @@
 #pragma once
 
-#include "controllers/ControlOptions.h"
-#include "effects/EffectWorkerOptions.h"
+#include "effects/screenSync/AbsScreenSync.h"
 #include "support/capture/IDeskDuplManager.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QCoreApplication>
 #include <QHash>
-#include <QMutex>
+#include <QSignalSpy>
 #include <QStringList>
 #include <opencv2/core.hpp>
 
-/// Hands out one known frame and remembers the sizes it was asked for.
+/// Hands out one known frame and takes every size.
 class FakeCapture : public IDeskCapture
 {
 public:
@@ -26,7 +24,7 @@ public:
     QSize output{640, 360};
 };
 
-/// Knows the capturers in `captures` and counts what is acquired and given back.
+/// Lists `order`, hands out `captures` and counts in `held` what is acquired and not yet given back.
 class FakeDeskDuplManager : public IDeskDuplManager
 {
 public:
@@ -34,100 +32,79 @@ public:
     QString defaultCapturer() override { return order.value(0); }
     QSharedPointer<IDeskCapture> acquireCapturer(QString id) override
     {
-        if (captures.contains(id))
-            ++held[id];
+        held[id] += captures.contains(id) ? 1 : 0;
         return captures.value(id);
     }
     void releaseCapturer(QString id) override { --held[id]; }
     QString capturerDesc(QString id) override { return QStringLiteral("Monitor ") + id; }
 
-    QSharedPointer<FakeCapture> add(const QString& id)
-    {
-        order.append(id);
-        return captures[id] = QSharedPointer<FakeCapture>::create();
-    }
-
-    QList<QString> order;
-    QHash<QString, QSharedPointer<FakeCapture>> captures;
-    QHash<QString, int> held; ///< acquired and not yet given back
+    QList<QString> order{"A", "B"};
+    QHash<QString, QSharedPointer<FakeCapture>> captures{{"A", QSharedPointer<FakeCapture>::create()},
+                                                         {"B", QSharedPointer<FakeCapture>::create()}};
+    QHash<QString, int> held;
 };
 
-/// Collects the log lines while it lives.
+/// Collects the log lines of the test's thread while it lives.
 class LogCatcher
 {
 public:
-    LogCatcher()
-    {
-        s_lines.clear();
-        m_previous = qInstallMessageHandler(&LogCatcher::take);
-    }
+    LogCatcher() { s_lines.clear(), m_previous = qInstallMessageHandler(&LogCatcher::take); }
     ~LogCatcher() { qInstallMessageHandler(m_previous); }
-    static int count(const QString& text)
-    {
-        const QMutexLocker lock(&s_mutex);
-        return s_lines.filter(text).size();
-    }
+    static int count(const QString& text) { return s_lines.filter(text).size(); }
 
 private:
-    static void take(QtMsgType, const QMessageLogContext&, const QString& line)
-    {
-        const QMutexLocker lock(&s_mutex);
-        s_lines.append(line);
-    }
+    static void take(QtMsgType, const QMessageLogContext&, const QString& line) { s_lines.append(line); }
 
-    QtMessageHandler m_previous;
-    static inline QMutex s_mutex;
-    static inline QStringList s_lines;
+    QtMessageHandler m_previous = nullptr;
+    static inline thread_local QStringList s_lines;
 };
 
 namespace ScreenTestKit {
+
+const QString kEffect = QStringLiteral("id.effect.screenSync.test");
+const QString kController = QStringLiteral("LVTEST:01");
 
 inline ConfigurationManager* config()
 {
     return ConfigurationManager::instance();
 }
 
-/// A first-run configuration; the effect timer is too slow to interfere unless a test wants it.
-inline void resetConfig(int updateIntervalMs = 60000)
-{
-    config()->reset();
-    config()->setAppConfig("devUpdateInterval", updateIntervalMs);
-}
-
-inline EffectWorkerOptions effect(const QString& id)
+/// A worker that neither blurs nor saturates: what its mode reads is what comes out.
+template <typename Mode>
+std::unique_ptr<Mode> loaded(unsigned nbLeds, unsigned direction = 0, IDeskDuplManager* manager = nullptr)
 {
     EffectWorkerOptions options;
-    options.id = id;
-    return options;
+    options.id = kEffect;
+    ControlOptions controller;
+    controller.model = QStringLiteral("LVTEST");
+    controller.id = kController;
+    controller.nbLeds = nbLeds;
+    controller.installDirection = direction;
+    auto worker = std::make_unique<Mode>(options, nullptr);
+    if (manager)
+        worker->DIDeskDuplication(manager);
+    worker->load(controller);
+    worker->setBlurStrength(0.0F);
+    worker->setSaturationStrength(0.0F);
+    return worker;
 }
 
-inline ControlOptions controller(unsigned nbLeds, unsigned direction = 0)
+/// What a frame makes the worker emit; empty when it emits nothing.
+inline QVector<LV_RGB> colorsOf(AbsScreenSync& worker, const cv::Mat& frame)
 {
-    ControlOptions options;
-    options.model = QStringLiteral("LVTEST");
-    options.id = QStringLiteral("LVTEST:01");
-    options.nbLeds = nbLeds;
-    options.installDirection = direction;
-    return options;
+    QSignalSpy spy(&worker, &AbsScreenSync::updateColors);
+    worker.frameInput(frame);
+    return spy.isEmpty() ? QVector<LV_RGB>() : spy.last().at(0).value<QVector<LV_RGB>>();
 }
 
 /// Every pixel (2 * column, 3 * row, 7, 255): a colour tells where it was read.
 inline cv::Mat positionFrame(int cols = 120, int rows = 67)
 {
     cv::Mat frame(rows, cols, CV_8UC4);
-    for (int y = 0; y < rows; ++y)
-        for (int x = 0; x < cols; ++x)
-            frame.at<cv::Vec4b>(y, x) =
-                cv::Vec4b(static_cast<uchar>(2 * x), static_cast<uchar>(3 * y), 7, 255);
+    frame.forEach<cv::Vec4b>([](cv::Vec4b& pixel, const int* at) {
+        pixel = cv::Vec4b(static_cast<uchar>(2 * at[1]), static_cast<uchar>(3 * at[0]), 7, 255);
+    });
     return frame;
-}
-
-/// Neither blurred nor saturated: what the mode reads is what comes out.
-template <typename Worker>
-void passThrough(Worker& worker)
-{
-    worker.setBlurStrength(0.0F);
-    worker.setSaturationStrength(0.0F);
 }
 
 } // namespace ScreenTestKit
