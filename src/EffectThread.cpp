@@ -1,6 +1,6 @@
 #include "EffectThread.h"
 
-#include "controllers/ThreadStartHook.h"
+#include "support/crash/CrashStack.h"
 
 #include <QCoreApplication>
 
@@ -11,7 +11,7 @@ EffectThread::EffectThread(QObject* worker)
 
 void EffectThread::run()
 {
-    runThreadStartHook();
+    installCrashStackForThread();
     exec();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     // Somebody still holds the worker: here nothing would ever delete it any more.

@@ -2,7 +2,7 @@
 
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
-#include "controllers/ThreadStartHook.h"
+#include "support/crash/CrashStack.h"
 #include "support/log/Loggers.h"
 
 #include <QDebug>
@@ -31,7 +31,7 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
         Qt::QueuedConnection);
     m_thread = new QThread(this);
     m_thread->setObjectName(QStringLiteral("serial ") + options.portName);
-    connect(m_thread, &QThread::started, [] { runThreadStartHook(); }); // no context: runs on the new thread
+    connect(m_thread, &QThread::started, m_thread, installCrashStackForThread, Qt::DirectConnection);
     m_serial->port()->moveToThread(m_thread);
     m_serial->moveToThread(m_thread);
     m_thread->start();

@@ -1,8 +1,8 @@
 #include "support/capture/CaptureThread.h"
 
-#include "support/ThreadStartHook.h"
 #include "support/capture/DeskCapture.h"
 #include "support/capture/ScreenGrabber.h"
+#include "support/crash/CrashStack.h"
 
 #include <QDebug>
 #include <algorithm>
@@ -88,7 +88,7 @@ void CaptureThread::detach(const QSharedPointer<DeskCapture>& capture)
 
 void CaptureThread::run()
 {
-    runThreadStartHook();
+    installCrashStackForThread();
     qint64 nextLookUs = 0;
     while (!m_stop) {
         const qint64 now = DeskCapture::nowUs();
