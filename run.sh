@@ -20,7 +20,7 @@ while [ $# -gt 0 ]; do
     --seconds)
         [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
         mode=demo; demo+=(--seconds "$2"); shift ;;
-    --usage) sed -n '2,9s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,9s/^# \{0,1\}//p' "$0"; exit 0 ;;
     --) shift; break ;;
     *) break ;;
     esac

@@ -228,6 +228,7 @@ void tst_simulator::tenStripsShareOnePortsFile()
         strips.push_back(std::make_unique<StripSimulator>(one));
     }
     std::vector<std::thread> writers;
+    writers.reserve(strips.size());
     for (const auto& strip : strips) {
         writers.emplace_back([&strip] {
             for (int round = 0; round < 5; ++round) {
@@ -270,28 +271,30 @@ void tst_simulator::theProbeIsAnswered_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QByteArray>("serial");
-    QTest::addColumn<QByteArrayList>("chunks");
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("takesMs");
     QTest::addColumn<bool>("hangsUp");
     const auto row = [](const char* name, StripSimulator::ReplyMode mode, const QByteArray& serial,
-                        const QByteArrayList& chunks, bool hangsUp = false) {
-        QTest::newRow(name) << static_cast<int>(mode) << serial << chunks << hangsUp;
+                        const QByteArray& reply, int takesMs = 0, bool hangsUp = false) {
+        QTest::newRow(name) << static_cast<int>(mode) << serial << reply << takesMs << hangsUp;
     };
     using Mode = StripSimulator::ReplyMode;
     // Bytes that a terminal would act upon show whether the line is raw.
     const QByteArray raw("\x03\x0d\x0a\x11\x00\x7f\xff,", 8);
-    row("normal", Mode::Normal, raw, {"LV0127," + raw + "\r\n"});
-    row("without a serial", Mode::Normal, "", {"LV0127\r\n"});
-    row("silent", Mode::Silent, raw, {});
-    row("garbage", Mode::Garbage, raw, {"\x7f\x11+READY\r\n"});
-    row("two chunks", Mode::TwoChunks, "\x01\x02\x03\x04", {"LV0127", ",\x01\x02\x03\x04\r\n"});
-    row("hang-up in the reply", Mode::HangUpInReply, raw, {}, true);
+    row("normal", Mode::Normal, raw, "LV0127," + raw + "\r\n");
+    row("without a serial", Mode::Normal, "", "LV0127\r\n");
+    row("silent", Mode::Silent, raw, "");
+    row("garbage", Mode::Garbage, raw, "\x7f\x11+READY\r\n");
+    row("two chunks", Mode::TwoChunks, raw, "LV0127," + raw + "\r\n", StripSimulator::kChunkGapMs);
+    row("hang-up in the reply", Mode::HangUpInReply, raw, "", 0, true);
 }
 
 void tst_simulator::theProbeIsAnswered()
 {
     QFETCH(int, mode);
     QFETCH(QByteArray, serial);
-    QFETCH(QByteArrayList, chunks);
+    QFETCH(QByteArray, reply);
+    QFETCH(int, takesMs);
     QFETCH(bool, hangsUp);
     auto chosen = options();
     chosen.serial = serial;
@@ -303,10 +306,17 @@ void tst_simulator::theProbeIsAnswered()
     const Host host(listedLocation());
     QVERIFY(host.isOpen());
 
+    const double startMs = StripSimulator::nowMs();
     QVERIFY(host.write("Moni-A"));
+    QByteArray received;
+    while (received.size() < reply.size()) {
+        const QByteArray chunk = host.read();
+        QVERIFY2(!chunk.isEmpty(), received.toHex().constData());
+        received += chunk;
+    }
+    QCOMPARE(received, reply);
+    QVERIFY(StripSimulator::nowMs() - startMs >= takesMs);
     QTRY_COMPARE(probed.count(), 1);
-    for (const QByteArray& chunk : chunks)
-        QCOMPARE(host.read(), chunk);
     if (hangsUp) {
         QTRY_COMPARE(unplugged.count(), 1);
         QVERIFY(host.hungUp());

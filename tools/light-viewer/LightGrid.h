@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPoint>
+
 /// How a number of LEDs is arranged: the big panel as a matrix, row by row, everything else as a line.
 struct LightGrid
 {
@@ -10,4 +12,6 @@ struct LightGrid
     {
         return leds == 23 * 11 ? LightGrid{23, 11} : LightGrid{leds > 0 ? leds : 1, 1};
     }
+    /// Column and row of a LED.
+    QPoint cellOf(int led) const { return {led % columns, led / columns}; }
 };

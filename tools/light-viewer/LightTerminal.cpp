@@ -55,8 +55,10 @@ void LightTerminal::fit(int leds)
     const double left = (m_canvas.width() - pitch * (grid.columns - 1)) / 2;
     const double top = (m_canvas.height() - 2 - pitch * (grid.rows - 1)) / 2;
     QVector<QPointF> places;
-    for (int i = 0; i < leds; ++i)
-        places.append({left + pitch * (i % grid.columns), top + pitch * (i / grid.columns)});
+    for (int i = 0; i < leds; ++i) {
+        const QPoint cell = grid.cellOf(i);
+        places.append({left + pitch * cell.x(), top + pitch * cell.y()});
+    }
     m_glow = std::make_unique<GlowPicture>(m_canvas.width(), m_canvas.height(), places,
                                            std::max(0.32 * pitch, 0.8), QRectF());
 }

@@ -70,8 +70,7 @@ QRectF LightWindow::gridArea() const
 QPointF LightWindow::centreOf(int led, const QRectF& area) const
 {
     const LightGrid grid = LightGrid::of(m_colors.size());
-    const double cell = area.width() / grid.columns;
-    return {area.left() + (led % grid.columns + 0.5) * cell, area.top() + (led / grid.columns + 0.5) * cell};
+    return area.topLeft() + (QPointF(grid.cellOf(led)) + QPointF(0.5, 0.5)) * (area.width() / grid.columns);
 }
 
 /// What an unlit LED looks like.
@@ -90,7 +89,7 @@ void LightWindow::paintHalo(QPainter& painter, const QRectF& area)
     QImage pixels(grid.columns + 4, grid.rows + 4, QImage::Format_RGB32);
     pixels.fill(Qt::black);
     for (int i = 0; i < m_colors.size(); ++i)
-        pixels.setPixelColor(2 + i % grid.columns, 2 + i / grid.columns, lit(m_colors[i], 0.5));
+        pixels.setPixelColor(grid.cellOf(i) + QPoint(2, 2), lit(m_colors[i], 0.5));
     const QImage soft =
         pixels.scaled(pixels.size() * kHaloSteps, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const double cell = area.width() / grid.columns;

@@ -234,10 +234,12 @@ void SimulatorApp::draw()
 void SimulatorApp::printLines()
 {
     for (const auto& strip : m_strips) {
+        if (!strip->device->isPlugged())
+            continue;
         const QVector<LV_RGB> colors = strip->device->shownColors();
-        QString line = QStringLiteral("%1 frames/s  %2 LEDs  ")
-                           .arg(strip->meter.framesPerSecond(StripSimulator::nowMs()), 0, 'f', 1)
-                           .arg(colors.size());
+        const QString line = QStringLiteral("%1 frames/s  %2 LEDs  ")
+                                 .arg(strip->meter.framesPerSecond(StripSimulator::nowMs()), 0, 'f', 1)
+                                 .arg(colors.size());
         print(stdout, QStringLiteral("%1 s  %2  %3%4")
                           .arg(static_cast<double>(m_clock.elapsed()) / 1000, 6, 'f', 1)
                           .arg(strip->label, line, sample(colors)));

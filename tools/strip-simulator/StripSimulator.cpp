@@ -4,7 +4,6 @@
 #include "SerialPortsFile.h"
 
 #include <QDebug>
-#include <QThread>
 
 #include <algorithm>
 #include <cerrno>
@@ -45,29 +44,29 @@ StripSimulator::~StripSimulator()
 
 StripSimulator::Options StripSimulator::options() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_options;
 }
 
 void StripSimulator::setReplyMode(ReplyMode mode)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_options.replyMode = mode;
 }
 
 void StripSimulator::setHangUpAfterBytes(qint64 bytes)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_options.hangUpAfterBytes = bytes;
 }
 
 bool StripSimulator::plugIn()
 {
-    const QMutexLocker plugging(&m_plugging);
+    const std::lock_guard<std::mutex> plugging(m_plugging);
     if (isPlugged())
         return true;
-    if (m_thread)
-        m_thread->wait(); // the one that hung up
+    if (m_thread.joinable())
+        m_thread.join(); // the one that hung up
     const int master = openPty();
     if (master < 0)
         return false;
@@ -75,7 +74,7 @@ bool StripSimulator::plugIn()
     Options options;
     QString location;
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         options = m_options;
         location = m_location;
         m_master = master;
@@ -87,11 +86,9 @@ bool StripSimulator::plugIn()
     eventfd_t ignored;
     ::eventfd_read(m_wake, &ignored);
     m_stopping = false;
-    m_thread.reset(QThread::create([this, master, options] {
+    m_thread = std::thread([this, master, options] {
         serve(master, options.hangUpAfterBytes, LinePacer(options.bytesPerSecond));
-    }));
-    m_thread->setObjectName(options.portName);
-    m_thread->start();
+    });
     QMetaObject::invokeMethod(
         this, [this, location] { emit plugged(location); }, Qt::QueuedConnection);
     return listed;
@@ -99,25 +96,24 @@ bool StripSimulator::plugIn()
 
 void StripSimulator::unplug()
 {
-    const QMutexLocker plugging(&m_plugging);
-    if (!m_thread)
+    const std::lock_guard<std::mutex> plugging(m_plugging);
+    if (!m_thread.joinable())
         return;
     m_stopping = true;
     ::eventfd_write(m_wake, 1);
-    m_thread->wait();
-    m_thread.reset();
+    m_thread.join();
     closeLine();
 }
 
 bool StripSimulator::isPlugged() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_master >= 0;
 }
 
 QString StripSimulator::location() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_location;
 }
 
@@ -128,38 +124,38 @@ bool StripSimulator::pressButton()
 
 bool StripSimulator::send(const QByteArray& bytes)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_master >= 0 &&
            ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) == bytes.size();
 }
 
 QVector<StripFrame> StripSimulator::frames() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return QVector<StripFrame>(m_frames.begin(), m_frames.end());
 }
 
 StripFrame StripSimulator::lastFrame() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_frames.empty() ? StripFrame() : m_frames.back();
 }
 
 QVector<LV_RGB> StripSimulator::shownColors() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_shown;
 }
 
 StripCounters StripSimulator::counters() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_counters;
 }
 
 void StripSimulator::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_frames.clear();
     m_counters = StripCounters();
 }
@@ -187,7 +183,7 @@ int StripSimulator::openPty()
     }
     ::cfmakeraw(&settings);
     ::tcsetattr(master, TCSANOW, &settings); // acts on the host's side
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_location = QString::fromLocal8Bit(path);
     return master;
 }
@@ -248,7 +244,7 @@ bool StripSimulator::waitForBytes(int master, LinePacer& pacer)
 void StripSimulator::consume(const QByteArray& bytes)
 {
     const double now = nowMs();
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     const qint64 garbageBefore = m_parser.garbageBytes();
     const StripParser::Events events = m_parser.feed(bytes, now);
     m_counters.bytes += bytes.size();
@@ -313,7 +309,7 @@ bool StripSimulator::sendDueReplies()
     for (;;) {
         Reply reply;
         {
-            const QMutexLocker lock(&m_mutex);
+            const std::lock_guard<std::mutex> lock(m_mutex);
             if (m_replies.empty() || m_replies.front().dueMs > now)
                 return false;
             reply = m_replies.front();
@@ -327,7 +323,7 @@ bool StripSimulator::sendDueReplies()
 
 int StripSimulator::msUntilReply() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_replies.empty())
         return -1;
     return std::max(0, static_cast<int>(std::ceil(m_replies.front().dueMs - nowMs())));
@@ -343,7 +339,7 @@ void StripSimulator::sleepMs(int ms) const
 /// The host has closed the port: an unfinished frame will not go on, an unsent reply has no reader.
 void StripSimulator::forgetHost()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     const qint64 garbageBefore = m_parser.garbageBytes();
     m_parser.reset();
     m_counters.garbageBytes += m_parser.garbageBytes() - garbageBefore;
@@ -355,7 +351,7 @@ void StripSimulator::closeLine()
     int master = -1;
     QString location;
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         std::swap(master, m_master);
         std::swap(location, m_location);
     }

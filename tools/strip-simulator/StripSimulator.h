@@ -4,15 +4,14 @@
 #include "StripParser.h"
 
 #include <QByteArray>
-#include <QMutex>
 #include <QObject>
 #include <QString>
 
 #include <atomic>
 #include <deque>
-#include <memory>
+#include <mutex>
+#include <thread>
 
-class QThread;
 class LinePacer;
 
 /// A fake LED strip on a pseudo terminal that speaks the whole dialogue: it answers the probe, takes frames
@@ -113,10 +112,10 @@ private:
     void forgetHost();
     void closeLine();
 
-    mutable QMutex m_mutex; ///< guards everything below but the thread, which plugging guards
-    QMutex m_plugging;      ///< held while the strip is plugged in or out
+    mutable std::mutex m_mutex; ///< guards everything below but the thread, which plugging guards
+    std::mutex m_plugging;      ///< held while the strip is plugged in or out
     Options m_options;
-    std::unique_ptr<QThread> m_thread;
+    std::thread m_thread;
     std::atomic<bool> m_stopping{false};
     int m_wake = -1; ///< eventfd that ends a wait of the thread
     int m_master = -1;
