@@ -389,8 +389,8 @@ private slots:
     void the_example_effect_breathes()
     {
         WorkingFolder::addPlugin(EXAMPLE_EFFECT);
+        const auto controller = QSharedPointer<FakeController>::create(); // outlives the manager
         EffectsManager manager(nullptr);
-        const auto controller = QSharedPointer<FakeController>::create();
         const QString id = controller->id(), effect = "id.effect.colorful.breathing";
         QVERIFY(manager.bindController(controller, effect));
         QVERIFY(manager.boundWorker(id)->thread() != QThread::currentThread());
