@@ -101,9 +101,10 @@ inline QVector<LV_RGB> colorsOf(AbsScreenSync& worker, const cv::Mat& frame)
 inline cv::Mat positionFrame(int cols = 120, int rows = 67)
 {
     cv::Mat frame(rows, cols, CV_8UC4);
-    frame.forEach<cv::Vec4b>([](cv::Vec4b& pixel, const int* at) {
-        pixel = cv::Vec4b(static_cast<uchar>(2 * at[1]), static_cast<uchar>(3 * at[0]), 7, 255);
-    });
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < cols; ++x)
+            frame.at<cv::Vec4b>(y, x) =
+                cv::Vec4b(static_cast<uchar>(2 * x), static_cast<uchar>(3 * y), 7, 255);
     return frame;
 }
 
