@@ -6,7 +6,7 @@
 
 namespace {
 constexpr int kChannels = 4;
-constexpr int kMaxRows = 65;    // a mean over more rows gains too little for its time
+constexpr int kMaxRows = 240;   // whole rows in one sum
 constexpr int kMaxWeight = 257; // of this many rows of white, sums of 16 bits are full
 constexpr int kMaxWeightShift = 7;
 constexpr int kRowsAtOnce = 16; // more rows push each other out of the cache

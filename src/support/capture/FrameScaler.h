@@ -16,5 +16,6 @@ struct SourcePixels
 };
 
 /// The picture at another size, in red, green, blue and alpha 255, every pixel the mean of the area it
-/// covers. Very tall areas are averaged over rows spread across them. Empty without pixels or size.
+/// covers. Areas of more than 240 rows are averaged over rows spread across them. Empty without pixels or
+/// size.
 cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize);
