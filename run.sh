@@ -36,8 +36,7 @@ have_device() {
 }
 have_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
 
-# The release build configures the benchmarks as well, so their package must be there.
-scripts/deps.sh build run bench
+scripts/deps.sh build run
 scripts/build.sh release lumivar strip-simulator moving-picture light-viewer
 
 if [ "$mode" = app ] || { [ "$mode" = auto ] && have_device && have_display; }; then
