@@ -31,8 +31,8 @@ QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString&
     const QString path = defaults.value(QLatin1String(kind)).toString();
     if (path.isEmpty())
         qWarning().noquote() << "The filename is empty of the" << kind << "of the controller" << model;
-    QImage picture(path);
-    if (picture.isNull())
+    QImage picture;
+    if (path.isEmpty() || !picture.load(path))
         qWarning().noquote().nospace()
             << "Failed to load " << kind << " of the controller " << model << ", image path:" << path;
     return picture;

@@ -2,6 +2,8 @@
 
 #include <QDebug>
 
+#include <utility>
+
 namespace {
 
 constexpr qint64 kReportMs = 5000;
@@ -200,7 +202,7 @@ void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
 
 void LVSerialPort::checkDrained()
 {
-    if (!m_release || m_release->done.available() > 0)
+    if (m_released)
         return;
     const qint64 backlogUs = m_line.backlogUs(nowUs());
     if (m_port->bytesToWrite() == 0 && backlogUs == 0) {
@@ -217,7 +219,7 @@ void LVSerialPort::checkDrained()
 
 void LVSerialPort::finishRelease(bool blackWritten)
 {
-    if (m_release->done.available() > 0)
+    if (std::exchange(m_released, true))
         return;
     m_drainTimer.stop();
     if (m_port->isOpen())

@@ -86,5 +86,6 @@ private:
 
     std::shared_ptr<PortRelease> m_release;
     QDeadlineTimer m_releaseDeadline;
+    bool m_released = false; ///< closed for good
     QTimer m_drainTimer{this};
 };

@@ -321,8 +321,9 @@ private slots:
         emit discovery.enumerator->deviceArrival(QStringLiteral("ttySIM0"));
         QTRY_COMPARE(discovery.idAt(0), kId);
         // One more behind its adoption: it fails, and the scan drops it silently.
+        const MessageLog log;
         emit discovery.enumerator->deviceArrival(QStringLiteral("ttySIM0"));
-        QTRY_VERIFY(discovery.isPending());
+        QTRY_VERIFY(!log.containing(QStringLiteral("Failed to open the serial port ttySIM0")).isEmpty());
         QTRY_VERIFY(!discovery.isPending());
         QCOMPARE(discovery.count, 1);
         QCOMPARE(simulator.counters().probes, 1);
@@ -379,8 +380,8 @@ private slots:
         QVERIFY(simulator.plugIn());
         discovery.start();
         QTRY_VERIFY(discovery.isPending());
+        QVERIFY(other.plugIn()); // before the other's location becomes free
         simulator.unplug();
-        QVERIFY(other.plugIn()); // whoever else comes is not held up
         QTRY_COMPARE(discovery.found.size(), 1);
         QVERIFY(discovery.isPending());
         simulator.setReplyMode(StripSimulator::ReplyMode::Normal);
