@@ -41,13 +41,19 @@ CaptureThread::~CaptureThread()
         detach(capture);
     m_stop = true;
     m_grabber->wake();
+    end();
+    if (!m_ended)
+        qWarning() << "[DeskDuplManager]: The capture thread did not end by itself";
+}
+
+void CaptureThread::end()
+{
     if (wait(kEndMs))
         return;
     m_grabber->abort();
     if (wait(kEndMs))
         return;
     // Even a system that answers nothing at all must not hold the program's exit up.
-    qWarning() << "[DeskDuplManager]: The capture thread hangs and is terminated";
     terminate();
     wait();
 }
@@ -60,7 +66,7 @@ void CaptureThread::begin()
 
 CaptureSources CaptureThread::sources() const
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_sources;
 }
 
@@ -71,7 +77,7 @@ void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
             grabber->wake();
     });
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_captures += capture;
         tell(*capture, m_sources);
     }
@@ -80,7 +86,7 @@ void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
 
 void CaptureThread::detach(const QSharedPointer<DeskCapture>& capture)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_captures.removeAll(capture);
     capture->setWaker({});
     capture->setLost();
@@ -119,11 +125,12 @@ void CaptureThread::run()
             m_grabber->wait(std::chrono::microseconds(waitUs));
     }
     m_grabber->close();
+    m_ended = true;
 }
 
 QList<QSharedPointer<DeskCapture>> CaptureThread::captures() const
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_captures;
 }
 
@@ -146,7 +153,7 @@ void CaptureThread::look()
 void CaptureThread::setSources(const CaptureSources& sources)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (sources == m_sources)
             return;
         m_sources = sources;

@@ -2,12 +2,12 @@
 
 #include "support/capture/CaptureSource.h"
 
-#include <QMutex>
 #include <QSemaphore>
 #include <QSharedPointer>
 #include <QThread>
 #include <atomic>
 #include <memory>
+#include <mutex>
 
 class DeskCapture;
 class ScreenGrabber;
@@ -38,6 +38,7 @@ protected:
     void run() override;
 
 private:
+    void end();
     QList<QSharedPointer<DeskCapture>> captures() const;
     bool openGrabber();
     void look();
@@ -48,8 +49,9 @@ private:
 
     const std::shared_ptr<ScreenGrabber> m_grabber;
     std::atomic<bool> m_stop{false};
+    std::atomic<bool> m_ended{false}; ///< orders the thread's last writes where nobody sees inside QThread
     QSemaphore m_firstLook;
-    mutable QMutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards what follows
     CaptureSources m_sources;
     QList<QSharedPointer<DeskCapture>> m_captures;
 };

@@ -1,6 +1,5 @@
 #include "support/capture/DeskCapture.h"
 
-#include <QMutexLocker>
 #include <chrono>
 #include <utility>
 
@@ -33,13 +32,13 @@ DeskCapture::DeskCapture(QString id, QSize sourceSize)
 
 QSize DeskCapture::outputSize()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_outputSize;
 }
 
 QSize DeskCapture::sourceSize()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_sourceSize;
 }
 
@@ -48,7 +47,7 @@ cv::Mat DeskCapture::grabFrame()
     cv::Mat frame;
     cv::Mat kept;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock lock(m_mutex);
         const qint64 now = nowUs();
         if (m_pace.isAsleep(now))
             m_urgent = true;
@@ -67,14 +66,14 @@ cv::Mat DeskCapture::grabFrame()
 
 quint64 DeskCapture::frameCount()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_frameCount;
 }
 
 void DeskCapture::setOutputSize(int width, int height)
 {
     const QSize size(qBound(1, width, kMaxOutputPx), qBound(1, height, kMaxOutputPx));
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock lock(m_mutex);
     if (size == m_outputSize)
         return;
     m_outputSize = size;
@@ -87,14 +86,14 @@ void DeskCapture::setOutputSize(int width, int height)
 
 void DeskCapture::setWaker(std::function<void()> waker)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_waker = std::move(waker);
     m_plannedUs = -1;
 }
 
 void DeskCapture::setSource(QSize size)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (m_lost && !m_pace.isAsleep(nowUs()))
         m_urgent = true;
     m_lost = false;
@@ -103,7 +102,7 @@ void DeskCapture::setSource(QSize size)
 
 void DeskCapture::setLost()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_lost = true;
     m_frame.release();
     m_ready.release();
@@ -111,20 +110,20 @@ void DeskCapture::setLost()
 
 qint64 DeskCapture::nextGrabUs(qint64 nowUs)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_plannedUs = dueUs(nowUs);
     return m_plannedUs;
 }
 
 bool DeskCapture::needsNewFrame()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_frame.empty();
 }
 
 void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock lock(m_mutex);
     const qint64 now = nowUs();
     m_targetUs = m_urgent ? now : qMax(now, dueUs + leadUs());
     // From the due time on, so that a busy machine's late wake-ups count. It rises fast and falls slowly.
@@ -148,7 +147,7 @@ void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
     const cv::Mat kept = m_frame;
     lock.unlock();
     cv::Mat ready = kept.clone();
-    lock.relock();
+    lock.lock();
     if (kept.data == m_frame.data)
         m_ready = std::move(ready);
 }
@@ -170,7 +169,7 @@ qint64 DeskCapture::leadUs() const
     return qMin(m_costUs + kLeadUs, m_pace.periodUs() / 2);
 }
 
-void DeskCapture::wakeWhenEarlier(QMutexLocker& lock, qint64 nowUs)
+void DeskCapture::wakeWhenEarlier(std::unique_lock<std::mutex>& lock, qint64 nowUs)
 {
     const qint64 due = dueUs(nowUs);
     const bool planned = m_plannedUs >= 0 && due >= m_plannedUs - kLeadUs;

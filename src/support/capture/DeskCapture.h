@@ -3,9 +3,9 @@
 #include "support/capture/IDeskCapture.h"
 #include "support/capture/PullPace.h"
 
-#include <QMutex>
 #include <QString>
 #include <functional>
+#include <mutex>
 
 /// What pullers and the capture thread share of one source: the newest frame and the rhythm of the pulls.
 /// All operations may be called from any thread; the lock is held for moments only.
@@ -50,10 +50,10 @@ private:
     /// How long before the pull a grab begins.
     qint64 leadUs() const;
     /// May end the lock.
-    void wakeWhenEarlier(QMutexLocker& lock, qint64 nowUs);
+    void wakeWhenEarlier(std::unique_lock<std::mutex>& lock, qint64 nowUs);
 
     const QString m_id;
-    QMutex m_mutex;
+    std::mutex m_mutex;
     std::function<void()> m_waker;
     PullPace m_pace;
     cv::Mat m_frame; ///< never handed out itself

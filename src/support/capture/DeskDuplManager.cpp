@@ -44,19 +44,19 @@ DeskDuplManager::~DeskDuplManager() = default;
 
 QList<QString> DeskDuplManager::allCapturer()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return idsOf(m_sources);
 }
 
 QString DeskDuplManager::defaultCapturer()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_sources.isEmpty() ? QString() : m_sources.first().id;
 }
 
 QSharedPointer<IDeskCapture> DeskDuplManager::acquireCapturer(QString id)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     const int index = indexOf(id);
     if (index < 0) {
         qWarning() << "[DeskDuplManager]: There is no capturer" << id;
@@ -73,7 +73,7 @@ QSharedPointer<IDeskCapture> DeskDuplManager::acquireCapturer(QString id)
 
 void DeskDuplManager::releaseCapturer(QString id)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     const auto it = m_shared.find(id);
     if (it == m_shared.end()) {
         qWarning() << "[DeskDuplManager]: Nobody holds the capturer" << id;
@@ -87,7 +87,7 @@ void DeskDuplManager::releaseCapturer(QString id)
 
 QString DeskDuplManager::capturerDesc(QString id)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     const int index = indexOf(id);
     if (index < 0)
         return QString();
@@ -101,7 +101,7 @@ void DeskDuplManager::onSourcesChanged()
     QStringList before;
     QStringList after;
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         before = idsOf(m_sources);
         m_sources = m_backend->sources();
         after = idsOf(m_sources);
@@ -120,7 +120,7 @@ void DeskDuplManager::onSourcesChanged()
 void DeskDuplManager::onCurModeChanged(int mode)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         for (const Shared& shared : qAsConst(m_shared))
             m_backend->detach(shared.capture);
         createBackend(mode);

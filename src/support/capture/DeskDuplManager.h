@@ -5,8 +5,8 @@
 #include "support/capture/IDeskDuplManager.h"
 
 #include <QHash>
-#include <QMutex>
 #include <memory>
+#include <mutex>
 
 class CaptureBackend;
 class DeskCapture;
@@ -52,7 +52,7 @@ private:
     const QList<CaptureMode> m_modes;
     DeskCaptureOption* m_option = nullptr;
     std::unique_ptr<CaptureBackend> m_backend;
-    QMutex m_mutex; // guards what follows, and m_backend outside the main thread
+    std::mutex m_mutex; // guards what follows, and m_backend outside the main thread
     CaptureSources m_sources;
     QHash<QString, Shared> m_shared;
 };
