@@ -11,9 +11,13 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <random>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -110,12 +114,16 @@ bool benchGrab(const VirtualDisplay& display, const QImage& picture, double limi
     return good;
 }
 
+CaptureMode modeOn(const VirtualDisplay& display)
+{
+    return {QStringLiteral("X11"), [&display] {
+                return std::make_unique<ThreadedCaptureBackend>(std::make_shared<X11Grabber>(display.name()));
+            }};
+}
+
 bool benchPull(const VirtualDisplay& display)
 {
-    DeskDuplManager manager({{QStringLiteral("X11"), [&display] {
-                                  return std::make_unique<ThreadedCaptureBackend>(
-                                      std::make_shared<X11Grabber>(display.name()));
-                              }}});
+    DeskDuplManager manager({modeOn(display)});
     const auto capture = manager.acquireCapturer(manager.defaultCapturer());
     if (!capture)
         return false;
@@ -128,6 +136,41 @@ bool benchPull(const VirtualDisplay& display)
     }
     std::printf("  %-46s %8llu of 200\n", "frames grabbed for as many pulls", capture->frameCount());
     return report("grabFrame(), median", at(pulls, 0.5), "us", 10);
+}
+/// Paints a new shade every few milliseconds; what a pull brings tells how old its picture is.
+bool benchFreshness(const VirtualDisplay& display, QSize screen)
+{
+    constexpr int kShades = 250;
+    std::array<std::atomic<qint64>, kShades> paintedUs{};
+    std::atomic<bool> stop{false};
+    std::thread painting([&] {
+        ScreenPainter painter(display.name());
+        for (int shade = 0; !stop; shade = (shade + 1) % kShades) {
+            painter.fill(QRect(QPoint(), screen), QColor(shade, 0, 0));
+            paintedUs[size_t(shade)] = DeskCapture::nowUs();
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    });
+    Values ages;
+    {
+        DeskDuplManager manager({modeOn(display)});
+        const auto capture = manager.acquireCapturer(manager.defaultCapturer());
+        auto next = std::chrono::steady_clock::now();
+        for (int i = 0; capture && i < 100; ++i) {
+            std::this_thread::sleep_until(next += std::chrono::milliseconds(33));
+            const cv::Mat frame = capture->grabFrame();
+            const size_t shade =
+                frame.empty() ? kShades : frame.at<cv::Vec4b>(frame.rows / 2, frame.cols / 2)[0];
+            if (i >= 10 && shade < kShades)
+                ages.push_back(double(DeskCapture::nowUs() - paintedUs[shade]) / 1e3);
+        }
+    }
+    stop = true;
+    painting.join();
+    if (ages.empty())
+        return false;
+    std::printf("  %-46s %8.3f ms\n", "age of a pulled picture, 90 % below", at(ages, 0.9));
+    return report("age of a pulled picture, median", at(ages, 0.5), "ms", 10);
 }
 } // namespace
 
@@ -145,6 +188,7 @@ int main(int argc, char** argv)
         ScreenPainter(display.name()).draw(QPoint(), picture);
         good &= benchGrab(display, picture, limitMs);
         good &= benchPull(display);
+        good &= benchFreshness(display, size);
     }
     return good ? 0 : 1;
 }
