@@ -2,6 +2,7 @@
 
 #include "CrashDump_linux.h"
 #include "CrashText_linux.h"
+#include "controllers/CrashBlackOut.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/crash/CrashStack.h"
@@ -124,14 +125,20 @@ void startReporter()
     }
 }
 
+void die(int signal)
+{
+    CrashBlackOut::run(); // once more: other threads may have sent pictures meanwhile
+    setDefaultAction(signal);
+    raise(signal);
+}
+
 void handleCrash(int signal, siginfo_t* info, void* context)
 {
     pid_t crashedThread = 0;
     if (!s_crashedThread.compare_exchange_strong(crashedThread, gettid())) {
         if (crashedThread == gettid()) {
             recoverCrashDump();
-            setDefaultAction(signal);
-            raise(signal);
+            die(signal);
         }
         for (;;) { // another thread already speaks for the process and ends it
             pause();
@@ -142,10 +149,10 @@ void handleCrash(int signal, siginfo_t* info, void* context)
     alarm(kMaxHandlerSeconds);
 
     logLine("WARN ", "Appeared An unknown exception occurred.");
+    CrashBlackOut::run();
     writeDump({signal, info, static_cast<const ucontext_t*>(context)});
     startReporter();
-    setDefaultAction(signal);
-    raise(signal);
+    die(signal);
 }
 
 std::vector<std::string> currentEnvironment()

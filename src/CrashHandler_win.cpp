@@ -1,5 +1,6 @@
 #include "CrashHandler.h"
 
+#include "controllers/CrashBlackOut.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -74,6 +75,7 @@ QString quoted(const QString& argument)
 LONG WINAPI crashHandler(EXCEPTION_POINTERS* exception)
 {
     qWarning() << "Appeared An unknown exception occurred.";
+    CrashBlackOut::run();
     const ConfigurationManager* config = ConfigurationManager::instance();
     writeDump(config->configPath() + QLatin1String("/dumps/") +
                   QDateTime::currentDateTime().toString(QStringLiteral("yyyy_MM_dd_hh_mm_ss")) +

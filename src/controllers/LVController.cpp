@@ -61,6 +61,10 @@ void LVController::writeColors(const QVector<LV_RGB>& colors)
 void LVController::rebuildHeader()
 {
     m_header = LedFrame::header(m_options.nbLeds);
+    QMetaObject::invokeMethod(
+        m_serial,
+        [serial = m_serial, leds = LedFrame::statedCount(m_header)] { serial->setCrashLedCount(leds); },
+        Qt::QueuedConnection);
 }
 
 void LVController::beginRelease()

@@ -31,8 +31,7 @@ LVSerialPort::LVSerialPort(QObject* parent)
 LVSerialPort::~LVSerialPort()
 {
     m_port->disconnect(this);
-    if (m_port->isOpen())
-        m_port->close();
+    closePort();
     delete m_port; // deleteLater() within the last events of a thread is never carried out
 }
 
@@ -49,6 +48,7 @@ bool LVSerialPort::init(const SerialPortRecord& record)
         return false;
     }
     m_port->clear(QSerialPort::AllDirections);
+    m_crashBlackOut.open((std::intptr_t)(m_port->handle())); // a number or a pointer, as the system has it
     connect(m_port, &QSerialPort::errorOccurred, this, &LVSerialPort::onPortError);
     connect(m_port, &QSerialPort::bytesWritten, this, &LVSerialPort::sendWaiting);
     return true;
@@ -178,7 +178,14 @@ void LVSerialPort::closeDead()
 {
     if (m_release)
         finishRelease(false);
-    else if (m_port->isOpen())
+    else
+        closePort();
+}
+
+void LVSerialPort::closePort()
+{
+    m_crashBlackOut.close();
+    if (m_port->isOpen())
         m_port->close();
 }
 
@@ -222,8 +229,7 @@ void LVSerialPort::finishRelease(bool blackWritten)
     if (std::exchange(m_released, true))
         return;
     m_drainTimer.stop();
-    if (m_port->isOpen())
-        m_port->close();
+    closePort();
     m_release->blackWritten = blackWritten && !m_dead;
     m_release->done.release();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/CrashBlackOut.h"
 #include "controllers/LineBudget.h"
 #include "controllers/SerialPortSource.h"
 
@@ -55,11 +56,14 @@ signals:
 public slots:
     /// Sends the bytes when the line can take them, at once until pacing starts.
     void write(QByteArray bytes);
+    /// How many LEDs have to go black should the process crash.
+    void setCrashLedCount(int count) { m_crashBlackOut.setLedCount(count); }
     void onDevCmdArrival();
 
 private:
     void onPortError(QSerialPort::SerialPortError error);
     void closeDead();
+    void closePort();
     void sendWaiting();
     void transmit(const QByteArray& bytes);
     void reportWrite();
@@ -69,6 +73,7 @@ private:
     qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
 
     QSerialPort* m_port;
+    CrashBlackOut m_crashBlackOut;
     QElapsedTimer m_writeTimer;
     double m_writeTimeSum = 0.0;
     int m_writeCount = 0;

@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QtTest>
 #include <algorithm>
+#include <csignal>
 
 namespace {
 
@@ -152,6 +153,20 @@ private slots:
         display.stop();
         // The toolkit ends the process when its server is gone.
         QTRY_VERIFY_WITH_TIMEOUT(!program.isRunning(), kWaitMs);
+        QTRY_VERIFY(isBlack(strip));
+    }
+
+    void stripGoesDarkWhenTheProgramCrashes()
+    {
+        ProgramUnderTest program;
+        StripSimulator strip(::strip(program));
+        QVERIFY(strip.plugIn());
+        program.start();
+        QTRY_VERIFY_WITH_TIMEOUT(strip.counters().frames > 5, kWaitMs);
+        QVERIFY(!isBlack(strip));
+        ::kill(static_cast<pid_t>(program.process().processId()), SIGSEGV);
+        QTRY_VERIFY_WITH_TIMEOUT(!program.isRunning(), kWaitMs);
+        QCOMPARE(program.process().exitStatus(), QProcess::CrashExit);
         QTRY_VERIFY(isBlack(strip));
     }
 
