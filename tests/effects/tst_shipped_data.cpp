@@ -1,3 +1,5 @@
+#include "LightGrid.h"
+
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
@@ -115,6 +117,10 @@ void TestShippedData::matrixIsMappedAsItIsWired()
     QVERIFY(at(24).y() < at(23).y());
     QCOMPARE(at(46).x(), at(1).x()); // and runs back
     QVERIFY(at(253).y() < at(1).y() && at(253).x() == at(23).x());
+    // The light viewer draws the same order.
+    const LightGrid grid = LightGrid::of(leds.size());
+    for (int id = 1; id <= leds.size(); ++id)
+        QCOMPARE(grid.cellOf(id - 1), QPoint(at(id).x() * 23 / 120, at(id).y() * 11 / 67));
 }
 
 void TestShippedData::colorMapsHaveNoSeam_data()
