@@ -215,7 +215,10 @@ bool DeviceManager::setControllerLayout(AbsRGBController& controller)
         if (failed == controller.options().id)
             dialog.reject();
     });
-    return dialog.exec() != QDialog::Rejected;
+    const int result = dialog.exec();
+    if (dialog.isVisible())
+        dialog.reject(); // the program ends: the test pattern's count must not be what is stored
+    return result != QDialog::Rejected;
 }
 
 void DeviceManager::setControllerEffect(const QString& id, const QString& effectId, bool enable)

@@ -154,6 +154,21 @@ private slots:
         QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty());
     }
 
+    void quitWhileTheDialogIsOpenKeepsTheOldCount()
+    {
+        const auto device = QSharedPointer<FakeController>::create(kId, 60);
+        add(device);
+        whenDialogOpens([](ControllerConfigDialog& dialog) {
+            dialog.findChild<QSpinBox*>(QStringLiteral("nbLEDBox"))->setValue(70);
+            QCoreApplication::quit();
+        });
+        bool accepted = true;
+        QTimer::singleShot(0, this, [&] { accepted = m_manager->setControllerLayout(kId); });
+        QCoreApplication::exec();
+        QVERIFY(!accepted);
+        QCOMPARE(device->counts, (QVector<uint32_t>{200, 60}));
+    }
+
     void deviceThatFailsWhileItsDialogIsOpenGoes()
     {
         const auto device = QSharedPointer<FakeController>::create(kId, 0);
