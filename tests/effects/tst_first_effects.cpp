@@ -199,6 +199,10 @@ void TestFirstEffects::flowingSpeedIsClampedWhenRead()
     effect.load(strip(3));
     effect.setEffectProperty("speed", 50);
     QCOMPARE(store()->effectJsonValue(kFlowing, "LV0127:01", "speed").toDouble(), 0.0125);
+    for (int value = 1; value <= 200; ++value) {
+        effect.setSpeed(value);
+        QCOMPARE(effect.effectProperty("speed").toInt(), value); // or it would creep at each report
+    }
 }
 
 void TestFirstEffects::flowingSurvivesAnySpeed()

@@ -25,6 +25,14 @@ LV_RGB rainbowColor(double hue)
     return toLedColor(QColor::fromHsvF(hue < 1.0 ? hue : 0.0, 1.0, 1.0, 1.0));
 }
 
+/// What the slider knows. The division must not lose a step to rounding: the options report back what they
+/// are shown, so that the speed would fall each time they are opened.
+int sliderValue(double speed)
+{
+    constexpr double kRounding = 1e-6;
+    return static_cast<int>(speed / kMaxSpeed * kSliderMax + (speed < 0 ? -kRounding : kRounding));
+}
+
 } // namespace
 
 FlowingEffect::FlowingEffect(const EffectWorkerOptions& options, QObject* parent)
@@ -51,7 +59,7 @@ int FlowingEffect::load(const ControlOptions& ctlOptions)
                          .toDouble(ConfigKeys::kFlowingSpeed.fallback),
                      kMaxSpeed);
     qInfo().nospace().noquote() << "[FlowingEffect]: Succeeded to load FlowingEffect, controller: "
-                                << m_controllerId << "speed: " << m_speed;
+                                << m_controllerId << " speed: " << m_speed;
     return 0;
 }
 
@@ -62,7 +70,7 @@ EffectWorkerOptions FlowingEffect::options()
 
 QJsonValue FlowingEffect::effectProperty(const QString& key)
 {
-    const int speed = static_cast<int>(m_speed / kMaxSpeed * kSliderMax);
+    const int speed = sliderValue(m_speed);
     switch (hashPropertyKey(key)) {
     case hashPropertyKey(kSpeedKey):
         return speed;
@@ -93,7 +101,7 @@ void FlowingEffect::setEffectProperty(const QString& key, const QJsonValue& val)
 void FlowingEffect::unload()
 {
     qInfo().nospace().noquote() << "[FlowingEffect]: The FlowingEffect has been unload, controller: "
-                                << m_controllerId << "speed: " << m_speed;
+                                << m_controllerId << " speed: " << m_speed;
 }
 
 void FlowingEffect::setSpeed(int speed)

@@ -81,7 +81,7 @@ void SingleColor::unload()
 {
     storeColor();
     qInfo().nospace().noquote() << "[Single color]: Single color mode is stopping, controller: "
-                                << m_ctlOptions.id << "color: " << m_color;
+                                << m_ctlOptions.id << " color: " << m_color;
 }
 
 void SingleColor::setColor(QColor color)
