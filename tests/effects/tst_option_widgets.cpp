@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
@@ -38,6 +39,7 @@ private slots:
 
     void numbersWheelAndOutsideStayInStep();
     void colorDialogSetsTheColor();
+    void optionsMayVanishUnderTheColorDialog();
     void nothingIsCutInTheColorOptions();
     void speedSliderReportsEverything();
 
@@ -209,6 +211,19 @@ void TestOptionWidgets::colorDialogSetsTheColor()
     QTimer::singleShot(0, this, [&] { answer(Qt::black); });
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(options.effectProperty("color").toArray(), (QJsonArray{4, 5, 6}));
+}
+
+void TestOptionWidgets::optionsMayVanishUnderTheColorDialog()
+{
+    QPointer<FrmSingleColor> options(new FrmSingleColor(nullptr));
+    options->show();
+    QTimer::singleShot(0, this, [&options] {
+        delete options; // as when the device is unplugged
+        if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
+            dialog->accept();
+    });
+    options->findChild<QPushButton*>("selectColorBtn")->click();
+    QVERIFY(!options);
 }
 
 void TestOptionWidgets::nothingIsCutInTheColorOptions()

@@ -11,6 +11,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QJsonObject>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -134,8 +135,10 @@ void FrmSingleColor::onRGBBoxChanged(int)
 
 void FrmSingleColor::onSelectColorBtnClicked()
 {
+    // The dialog runs its own event loop, in which a device may vanish and these options with it.
+    const QPointer<FrmSingleColor> alive(this);
     const QColor color = QColorDialog::getColor(boxColor(), mainWindow(), tr("选择颜色"));
-    if (color.isValid())
+    if (alive && color.isValid())
         showColor(color);
 }
 
