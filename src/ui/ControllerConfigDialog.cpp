@@ -1,5 +1,6 @@
 #include "ui/ControllerConfigDialog.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -11,27 +12,30 @@
 namespace {
 constexpr int kMinLeds = 1;
 constexpr int kMaxLeds = 300;
+constexpr int kMinContentWidth = 372;
 constexpr int kMargin = 24;
+constexpr int kFrame = 1; ///< what the style sheet draws around the dialog
 } // namespace
 
 ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     : BaseDialog(parent)
 {
     setWindowTitle(tr("灯带配置"));
+    setProperty("class", "DialogBackground");
     setHeaderSize(40);
-    setMinimumWidth(420);
 
     m_deviceNameLabel = new QLabel(this);
     m_deviceNameLabel->setObjectName(QStringLiteral("deviceNameLabel"));
     // The name is the user's own text: never markup, and never wider than the dialog.
     m_deviceNameLabel->setTextFormat(Qt::PlainText);
-    m_deviceNameLabel->setWordWrap(true);
+    m_deviceNameLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* help = new QLabel(tr("调整LED数量，使所有LED全部亮起。"), this);
     help->setProperty("class", "hint");
     help->setWordWrap(true);
+    help->setMinimumWidth(kMinContentWidth);
 
     auto* content = new QVBoxLayout;
-    content->setContentsMargins(kMargin, 8, kMargin, kMargin);
+    content->setContentsMargins(kMargin, 18, kMargin, 20);
     content->setSpacing(16);
     content->addWidget(m_deviceNameLabel);
     content->addWidget(makeCountRow());
@@ -40,7 +44,7 @@ ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     content->addWidget(makeButtons());
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(kFrame, kFrame, kFrame, kFrame);
     layout->setSpacing(0);
     layout->addWidget(makeHeader());
     layout->addLayout(content);
@@ -50,13 +54,13 @@ ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
 QWidget* ControllerConfigDialog::makeHeader()
 {
     auto* header = new QWidget(this);
+    header->setProperty("class", "DialogHeader");
     header->setFixedHeight(headerSize());
     auto* title = new QLabel(windowTitle(), header);
-    title->setProperty("class", "dialogTitle");
     auto* close = new QToolButton(header);
     close->setObjectName(QStringLiteral("toolButton"));
-    close->setProperty("class", "closeButton");
-    close->setText(QStringLiteral("✕"));
+    close->setProperty("class", "SysButton");
+    close->setIcon(QIcon(QStringLiteral(":/images/quit.png")));
     close->setAccessibleName(tr("取消"));
     close->setFixedSize(headerSize(), headerSize());
     close->setFocusPolicy(Qt::NoFocus);
@@ -131,4 +135,24 @@ void ControllerConfigDialog::setDeviceName(const QString& deviceName)
 {
     m_deviceName = deviceName;
     m_deviceNameLabel->setText(deviceName);
+    if (isVisible())
+        showDeviceName();
+}
+
+void ControllerConfigDialog::showDeviceName()
+{
+    const QString shown = m_deviceNameLabel->fontMetrics().elidedText(m_deviceName, Qt::ElideMiddle,
+                                                                      m_deviceNameLabel->width());
+    m_deviceNameLabel->setText(shown);
+    m_deviceNameLabel->setToolTip(
+        shown == m_deviceName ? QString() : QStringLiteral("<qt>%1</qt>").arg(m_deviceName.toHtmlEscaped()));
+}
+
+bool ControllerConfigDialog::event(QEvent* event)
+{
+    const bool handled = BaseDialog::event(event);
+    // By now the layout and the style sheet's font are settled.
+    if (event->type() == QEvent::Show || event->type() == QEvent::Resize)
+        showDeviceName();
+    return handled;
 }

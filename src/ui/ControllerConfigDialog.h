@@ -20,7 +20,11 @@ public:
 signals:
     void nbLEDChanged(int nbLeds);
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void showDeviceName();
     QWidget* makeHeader();
     QWidget* makeCountRow();
     QWidget* makeButtons();

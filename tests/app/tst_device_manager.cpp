@@ -5,6 +5,7 @@
 #include "ui/ControllerConfigDialog.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -167,6 +168,18 @@ private slots:
         QCoreApplication::exec();
         QVERIFY(!accepted);
         QCOMPARE(device->counts, (QVector<uint32_t>{200, 60}));
+    }
+
+    void aLongNameDoesNotWidenTheDialog()
+    {
+        ControllerConfigDialog dialog;
+        dialog.setDeviceName(QString(5000, u'W'));
+        dialog.show();
+        QVERIFY2(dialog.width() < 600, qPrintable(QString::number(dialog.width())));
+        const auto* label = dialog.findChild<QLabel*>(QStringLiteral("deviceNameLabel"));
+        QVERIFY(label->fontMetrics().horizontalAdvance(label->text()) <= label->width());
+        dialog.setDeviceName(QStringLiteral("Desk"));
+        QCOMPARE(label->text(), QStringLiteral("Desk"));
     }
 
     void deviceThatFailsWhileItsDialogIsOpenGoes()

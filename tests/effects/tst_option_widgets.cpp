@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
@@ -228,7 +229,10 @@ void TestOptionWidgets::optionsMayVanishUnderTheColorDialog()
 
 void TestOptionWidgets::nothingIsCutInTheColorOptions()
 {
+    QFile sheet(":/styles/default.qss");
+    QVERIFY(sheet.open(QIODevice::ReadOnly));
     FrmSingleColor options(nullptr);
+    options.setStyleSheet(QString::fromUtf8(sheet.readAll()));
     QCOMPARE(options.height(), 180);
     QVERIFY(options.minimumSizeHint().height() <= 180);
     options.findChild<QPushButton*>()->setText("Выбрать цвет подсветки"); // a long language

@@ -42,7 +42,7 @@ private slots:
     void matrixIsMappedAsItIsWired();
     void colorMapsHaveNoSeam_data();
     void colorMapsHaveNoSeam();
-    void fallbackIconIsCompiledIn();
+    void picturesAreCompiledIn();
 
 private:
     static void addModels();
@@ -155,10 +155,20 @@ void TestShippedData::colorMapsHaveNoSeam()
     QVERIFY2(saturated > map.width() * map.height() * 0.9, "pale colours look dull on a strip");
 }
 
-void TestShippedData::fallbackIconIsCompiledIn()
+void TestShippedData::picturesAreCompiledIn()
 {
     QVERIFY(!QImage(":/images/Lv0127Icon.jpg").isNull());
     QVERIFY(!QImage("://images/Lv0127Icon.jpg").isNull()); // the virtual devices spell it so
+    QFile sheet(":/styles/default.qss");
+    QVERIFY(sheet.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(sheet.readAll());
+    auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(text);
+    QVERIFY(urls.hasNext());
+    while (urls.hasNext()) {
+        const QString name = urls.next().captured(1);
+        for (const char* density : {"", "@2x", "@3x"})
+            QVERIFY2(!QImage(name + density + ".png").isNull(), qPrintable(name + density));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestShippedData)

@@ -1,10 +1,10 @@
-// Draws the pictures that are shipped beside the program. Run by the build.
+// Draws the pictures that are shipped beside the program or compiled into it. Run by the build.
 #include "colorMapPictures.h"
+#include "glyphPictures.h"
 #include "productPictures.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <cstdio>
 
 int main(int argc, char** argv)
@@ -12,15 +12,17 @@ int main(int argc, char** argv)
     const QCoreApplication app(argc, argv); // for the picture formats, which are plug-ins
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4) {
-        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER FALLBACK_ICON\n", stderr);
+        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER COMPILED_IN_FOLDER\n", stderr);
         return 2;
     }
     const QString maps = arguments.at(2) + QLatin1String("/effects/colorful");
     const QString images = arguments.at(2) + QLatin1String("/images");
-    for (const QString& folder : {maps, images + QLatin1String("/products"),
-                                  images + QLatin1String("/productIcons"), QFileInfo(arguments.at(3)).path()})
+    const QString& compiledIn = arguments.at(3);
+    for (const QString& folder :
+         {maps, images + QLatin1String("/products"), images + QLatin1String("/productIcons"), compiledIn})
         QDir().mkpath(folder);
-    if (!writeColorMapPictures(maps) || !writeProductPictures(arguments.at(1), images, arguments.at(3))) {
+    if (!writeColorMapPictures(maps) || !writeGlyphPictures(compiledIn) ||
+        !writeProductPictures(arguments.at(1), images, compiledIn + QLatin1String("/Lv0127Icon.jpg"))) {
         std::fputs("picture-generator: a file could not be read or written\n", stderr);
         return 1;
     }

@@ -66,7 +66,7 @@ QSpinBox* FrmSingleColor::addBox(const char* name)
 void FrmSingleColor::buildLayout()
 {
     auto* numbers = new QFormLayout;
-    numbers->setLabelAlignment(Qt::AlignRight);
+    numbers->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     numbers->setVerticalSpacing(6);
     numbers->addRow(QStringLiteral("R: "), m_redBox);
     numbers->addRow(QStringLiteral("G: "), m_greenBox);
