@@ -217,6 +217,28 @@ private slots:
         QVERIFY(program.terminate());
     }
 
+    void runsPluginsFromItsFolders()
+    {
+        ProgramUnderTest program;
+        const QDir folder(program.useCopyOfProgramFolder());
+        folder.mkpath(QStringLiteral("deviceEnumerators"));
+        QVERIFY(QFile::copy(EXAMPLE_EFFECT, folder.filePath(QStringLiteral("effects/example.so"))));
+        QVERIFY(
+            QFile::copy(EXAMPLE_ENUMERATOR, folder.filePath(QStringLiteral("deviceEnumerators/example.so"))));
+        program.writeConfig(QStringLiteral("controllers.json"),
+                            {{kStripId, storedStrip(QStringLiteral("id.effect.colorful.breathing"))}});
+        StripSimulator strip(::strip(program));
+        QVERIFY(strip.plugIn());
+        program.start();
+        QTRY_VERIFY_WITH_TIMEOUT(strip.counters().frames > 5, kWaitMs);
+        QVERIFY(program.terminate());
+        QTRY_VERIFY(isBlack(strip));
+        const QString log = program.logText();
+        QVERIFY(log.contains(kStripId + " has connected to id.effect.colorful.breathing"));
+        QVERIFY(log.contains("Successed to load EffectPlugin by path example.so"));
+        QCOMPARE(log.count("A new controller has been added to manager: "), 2);
+    }
+
     void survivesBrokenDataFiles_data()
     {
         QTest::addColumn<QStringList>("files");
