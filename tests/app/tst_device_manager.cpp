@@ -123,6 +123,16 @@ private slots:
         QCOMPARE(device->options().workMode, EffectWorkerOptions::groupOf(expected));
     }
 
+    void aNewDeviceLightsUpAndMoves()
+    {
+        const auto device = QSharedPointer<FakeController>::create(kId, 10);
+        add(device);
+        QTRY_COMPARE(device->shown.size(), 10);
+        QTRY_VERIFY(device->shown.count(LV_RGB{}) == 0);
+        const QVector<LV_RGB> first = device->shown;
+        QTRY_VERIFY(device->shown != first);
+    }
+
     void countDialogShowsTheNumberLiveAndKeepsIt_data()
     {
         QTest::addColumn<bool>("accept");
