@@ -58,8 +58,11 @@ EffectsManager::EffectsManager(QObject* parent)
     auto* config = ConfigurationManager::instance();
     const auto& interval = ConfigKeys::kDevUpdateIntervalMs;
     const QJsonValue stored = config->appConfig(interval.key);
-    if (stored.isUndefined() || stored.isNull())
+    if (stored.toInt(0) <= 0) { // the effects' timers would run flat out
+        if (!stored.isUndefined() && !stored.isNull())
+            qWarning() << "[EffectsManager]: Not an update interval:" << stored;
         config->setAppConfig(interval.key, interval.fallback);
+    }
     qInfo().noquote() << "Devcie update interval:" << config->appConfig(interval.key).toVariant().toString();
 
     loadGroupsInfo();
@@ -72,9 +75,10 @@ EffectsManager::~EffectsManager()
 {
     for (const EffectBinding& binding : qAsConst(m_bindings))
         unload(binding);
+    // First of all the threads end: until then their workers may use the services.
+    m_bindings.clear();
     delete m_deskDuplManager;
     delete m_colorStrapManager;
-    m_bindings.clear();
 }
 
 QSharedPointer<IEffectWorker> EffectsManager::bindController(QSharedPointer<AbsRGBController> controller,
@@ -127,7 +131,7 @@ void EffectsManager::unbindController(const QString& controllerId)
         qWarning().noquote() << "Not found controller in EffectsManager::unbindController" << controllerId;
         return;
     }
-    const EffectBinding binding = m_bindings.take(controllerId);
+    const EffectBinding binding = m_bindings.take(controllerId); // first: unload may lead back here
     QObject::disconnect(binding.worker.data(), nullptr, binding.controller.data(), nullptr);
     qInfo().noquote() << controllerId << "has disconected to" << binding.worker->options().id;
     unload(binding);

@@ -64,6 +64,7 @@ public:
 signals:
     /// One effect was taken into the catalogue; happens inside the constructor alone.
     void workerReady(QString effectId);
+    /// Never emitted.
     void groupReady(QString groupId);
 
 protected:

@@ -3,18 +3,16 @@
 #include <QDebug>
 #include <exception>
 
-/// Runs a call into code that may come from a plug-in. An exception ends here: it is logged with the name of
-/// what was called, and the result is false.
+/// Runs a call into code that may come from a plug-in. An exception ends here, logged with the name of what
+/// was called.
 template <typename Call>
-bool guardedCall(const char* what, Call&& call)
+void guardedCall(const char* what, Call&& call)
 {
     try {
         call();
-        return true;
     } catch (const std::exception& error) {
         qCritical("[EffectsManager]: An exception left %s: %s", what, error.what());
     } catch (...) {
         qCritical("[EffectsManager]: An unknown exception left %s", what);
     }
-    return false;
 }

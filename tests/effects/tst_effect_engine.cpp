@@ -108,7 +108,6 @@ private slots:
         auto* config = ConfigurationManager::instance();
         QVERIFY(QFile::remove("effects/a.json") && QFile::remove("effects/probe-plugin.so"));
         QVERIFY(QFile::copy(SHIPPED_GROUPS, "effects/groups.json"));
-        config->setAppConfig("devUpdateInterval", QJsonValue::Null);
         for (const bool advanced : {false, true}) {
             config->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, advanced);
             EffectsManager manager(nullptr);
@@ -128,9 +127,6 @@ private slots:
                 all += group.workers;
             }
             QCOMPARE(all.size(), 25);
-            // The update interval gets its default, once.
-            QCOMPARE(config->appConfig("devUpdateInterval").toInt(), advanced ? 40 : 80);
-            config->setAppConfig("devUpdateInterval", 40);
         }
         config->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, false);
         QVERIFY(!m_log->contains("Group order conflict"));
@@ -144,6 +140,17 @@ private slots:
             QVERIFY(!worker || worker->options().id == effect.id);
         }
         QVERIFY2(created >= 15, qPrintable(QString::number(created)));
+    }
+
+    void no_update_interval_makes_timers_run_flat_out()
+    {
+        auto* config = ConfigurationManager::instance();
+        for (const QJsonValue& stored : {QJsonValue(), QJsonValue("fast"), QJsonValue(0), QJsonValue(40)}) {
+            config->setAppConfig("devUpdateInterval", stored);
+            EffectsManager manager(nullptr);
+            QCOMPARE(config->appConfig("devUpdateInterval").toInt(), stored.toInt() == 40 ? 40 : 80);
+        }
+        QCOMPARE(m_log->count("[EffectsManager]: Not an update interval:"), 2);
     }
 
     void a_worker_is_created_by_the_constructor_it_has()
@@ -297,11 +304,11 @@ private slots:
         manager->bindController(one, kSync);
         manager->bindController(two, kAsync);
         const QPointer<IDeskDuplManager> desk = manager->deskManager;
-        bool deleted = false;
-        connect(manager->boundWorker(two->id()).data(), &QObject::destroyed, [&] { deleted = true; });
+        bool hadServices = false;
+        connect(manager->boundWorker(two->id()).data(), &QObject::destroyed, [&] { hadServices = desk; });
         manager->effectProperty(two->id(), "value"); // loaded now
         manager.reset();
-        QVERIFY(deleted && !desk);
+        QVERIFY(hadServices && !desk); // a worker in its own thread has them to its end
         QCOMPARE(storedJournal(kSync, *one).last().toString(), "unload main");
         QCOMPARE(storedJournal(kAsync, *two).last().toString(), "unload main");
     }
