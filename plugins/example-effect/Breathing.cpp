@@ -72,8 +72,8 @@ void Breathing::setEffectProperty(const QString& key, const QJsonValue& val)
 
 void Breathing::unload()
 {
-    // On the main thread, while the animation may still run: only what never changes is used here.
-    ConfigurationManager::instance()->saveEffectJsonObj(m_effectOptions.id);
+    // What must survive was stored when it changed. This runs on the main thread, while the animation may go
+    // on: whoever has something to do here must guard what both use.
 }
 
 LV_RGB Breathing::colorAt(const QColor& color, double phase)
@@ -103,6 +103,7 @@ void Breathing::applyPeriod(const QJsonValue& val)
 
 void Breathing::store(const char* key, const QJsonValue& val)
 {
-    ConfigurationManager::instance()->setEffectJsonValue(m_effectOptions.id, m_controllerId,
-                                                         QLatin1String(key), val);
+    auto* config = ConfigurationManager::instance(); // its effect store may be used from any thread
+    config->setEffectJsonValue(m_effectOptions.id, m_controllerId, QLatin1String(key), val);
+    config->saveEffectJsonObj(m_effectOptions.id);
 }
