@@ -1,5 +1,5 @@
 #include "AbsRGBController.h"
-#include "MessageLog.h"
+#include "LogCapture.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QSignalSpy>
@@ -110,22 +110,22 @@ private slots:
 
     void anIdleDeviceIsRepaintedAndThePaceIsReported()
     {
-        MessageLog log;
+        LogCapture log;
         RecordingController controller;
         controller.setSubMode(QStringLiteral("id.effect.x.y"));
         controller.update({{1, 2, 3}});
-        QTRY_VERIFY_WITH_TIMEOUT(!log.containing(QStringLiteral(", Avg update interval: ")).isEmpty(), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(log.contains(QStringLiteral(", Avg update interval: ")), 20000);
         QVERIFY(controller.written.size() >= 4);
         QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{1, 2, 3}}));
         const QString warning =
             QStringLiteral("[[loop]][Controller]: LV0127:AB: The automatic refresh of the "
                            "controller is triggered");
-        const int warnings = log.containing(warning).size();
+        const int warnings = log.count(warning);
         controller.update({{1, 2, 3}});
-        QCOMPARE(log.containing(warning).size(), warnings);
+        QCOMPARE(log.count(warning), warnings);
         QTest::qSleep(800); // no event comes through
         controller.update({{1, 2, 3}});
-        QCOMPARE(log.containing(warning).size(), warnings + 1);
+        QCOMPARE(log.count(warning), warnings + 1);
         const QString report = log.containing(QStringLiteral("[[loop]][Controller]LV0127:AB, Avg")).value(0);
         QVERIFY2(report.endsWith(QStringLiteral("ms, \r\n  Current worker: id.effect.x.y\r\n"
                                                 "  Current raw led data: \r\n010203\r\n \r\n")),

@@ -1,4 +1,4 @@
-#include "MessageLog.h"
+#include "LogCapture.h"
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/ControllerDefaults.h"
@@ -148,12 +148,11 @@ private slots:
         QCOMPARE(options.nbLeds, 0U);
         QCOMPARE(options.brightness, 0.8F);
 
-        MessageLog log;
+        LogCapture log;
         write(file, "{broken");
         ControllerDefaults::apply(options, file);
         QCOMPARE(options.ledPerUnit, 1);
-        QCOMPARE(
-            log.containing(QStringLiteral("Failed to parse json document from LVController.json")).size(), 1);
+        QCOMPARE(log.count(QStringLiteral("Failed to parse json document from LVController.json")), 1);
     }
 
     void theChipIsKnownByItsIdentity()
@@ -179,7 +178,7 @@ private slots:
 
     void theListOfBridgedPortsIsFollowed()
     {
-        MessageLog log;
+        LogCapture log;
         QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("ports.json"));
         BridgedSerialPortSource source(file); // not there yet
@@ -201,14 +200,14 @@ private slots:
         const QString warning = QStringLiteral("Ignored broken list of serial ports");
         for (const char* broken : {"[{", "{\"a\": 1}"}) {
             write(file, broken);
-            QTRY_COMPARE(log.containing(warning).size(), *broken == '[' ? 1 : 2);
+            QTRY_COMPARE(log.count(warning), *broken == '[' ? 1 : 2);
             QCOMPARE(source.find(QStringLiteral("a")).systemLocation, QStringLiteral("/x2"));
         }
         QVERIFY(QFile::remove(file));
         QTRY_VERIFY(source.availablePorts().isEmpty());
         write(file, '[' + entry("b", "/y") + ']'); // comes back
         QTRY_COMPARE(arrivals(), QStringLiteral("a b a b"));
-        QCOMPARE(log.containing(warning).size(), 2);
+        QCOMPARE(log.count(warning), 2);
     }
 
     void bothSourcesAreJoined()
@@ -321,9 +320,9 @@ private slots:
         emit discovery.enumerator->deviceArrival(QStringLiteral("ttySIM0"));
         QTRY_COMPARE(discovery.idAt(0), kId);
         // One more behind its adoption: it fails, and the scan drops it silently.
-        const MessageLog log;
+        const LogCapture log;
         emit discovery.enumerator->deviceArrival(QStringLiteral("ttySIM0"));
-        QTRY_VERIFY(!log.containing(QStringLiteral("Failed to open the serial port ttySIM0")).isEmpty());
+        QTRY_VERIFY(log.contains(QStringLiteral("Failed to open the serial port ttySIM0")));
         QTRY_VERIFY(!discovery.isPending());
         QCOMPARE(discovery.count, 1);
         QCOMPARE(simulator.counters().probes, 1);

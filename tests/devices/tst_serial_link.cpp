@@ -1,4 +1,4 @@
-#include "MessageLog.h"
+#include "LogCapture.h"
 #include "StripSimulator.h"
 #include "controllers/LVController.h"
 #include "controllers/LVSerialPort.h"
@@ -160,21 +160,21 @@ private slots:
     void aDeviceWithoutLedsGetsNothing()
     {
         QTemporaryDir folder;
-        MessageLog log;
+        LogCapture log;
         StripSimulator simulator(simulated(folder));
         QVERIFY(simulator.plugIn());
         {
             Strip strip(simulator.location(), 0);
             strip.controller->update(picture(1, 5));
         }
-        QCOMPARE(log.containing(kReleased + QStringLiteral("false , nbLEDS: 0")).size(), 1);
+        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 0")), 1);
         QCOMPARE(simulator.counters().bytes, 0);
     }
 
     void blackIsTheLastThingOnTheWire()
     {
         QTemporaryDir folder;
-        MessageLog log;
+        LogCapture log;
         StripSimulator simulator(simulated(folder, kRealLine));
         QVERIFY(simulator.plugIn());
         {
@@ -182,7 +182,7 @@ private slots:
             for (int i = 1; i <= 500; ++i)
                 strip.controller->update(picture(i, 120));
         }
-        QCOMPARE(log.containing(kReleased + QStringLiteral("true , nbLEDS: 120")).size(), 1);
+        QCOMPARE(log.count(kReleased + QStringLiteral("true , nbLEDS: 120")), 1);
         QTRY_VERIFY(isBlack(simulator.lastFrame(), 120));
         QVERIFY(simulator.counters().frames < 10);
         QCOMPARE(simulator.counters().garbageBytes, 0);
@@ -244,19 +244,19 @@ private slots:
     void aHangUpDuringReleaseDoesNotHoldTheExit()
     {
         QTemporaryDir folder;
-        MessageLog log;
+        LogCapture log;
         StripSimulator simulator(simulated(folder));
         simulator.setHangUpAfterBytes(100);
         QVERIFY(simulator.plugIn());
         {
             Strip strip(simulator.location(), 120);
         }
-        QCOMPARE(log.containing(kReleased + QStringLiteral("false , nbLEDS: 120")).size(), 1);
+        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 120")), 1);
     }
 
     void aDeviceThatNeverReadsDoesNotHoldTheExit()
     {
-        MessageLog log;
+        LogCapture log;
         const int master = posix_openpt(O_RDWR | O_NOCTTY);
         QVERIFY(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
         {
@@ -265,14 +265,14 @@ private slots:
             strip.controller->update(picture(1, 20000));
         }
         close(master);
-        QCOMPARE(log.containing(kReleased + QStringLiteral("false , nbLEDS: 20000")).size(), 1);
-        QVERIFY(log.containing(QStringLiteral("its port does not close")).isEmpty());
+        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 20000")), 1);
+        QVERIFY(!log.contains(QStringLiteral("its port does not close")));
     }
 
     void onlyALeadingNulIsAPress()
     {
         QTemporaryDir folder;
-        MessageLog log;
+        LogCapture log;
         StripSimulator simulator(simulated(folder));
         QVERIFY(simulator.plugIn());
         Strip strip(simulator.location(), 1);
@@ -281,7 +281,7 @@ private slots:
         QTRY_COMPARE(pressed.count(), 1);
         QCOMPARE(pressed.at(0).at(0).toInt(), 0);
         QVERIFY(simulator.send(QByteArray("A\0", 2)));
-        QTRY_COMPARE(log.containing(QStringLiteral("Received a unknown data")).size(), 1);
+        QTRY_COMPARE(log.count(QStringLiteral("Received a unknown data")), 1);
         QVERIFY(simulator.send(QByteArray("\0A", 2)));
         QTRY_COMPARE(pressed.count(), 2);
     }
@@ -329,14 +329,12 @@ private slots:
 
     void aPortThatCannotBeOpenedIsReported()
     {
-        MessageLog log;
+        LogCapture log;
         LVSerialPort port;
         QVERIFY(
             !port.init({QStringLiteral("ttyX"), QStringLiteral("/dev/there-is-no-such-port"), QString()}));
-        QCOMPARE(
-            log.containing(QStringLiteral("[SerialPort]: Failed to open the serial port ttyX\r\n\terror: 1"))
-                .size(),
-            1);
+        QCOMPARE(log.count(QStringLiteral("[SerialPort]: Failed to open the serial port ttyX\r\n\terror: 1")),
+                 1);
     }
 };
 

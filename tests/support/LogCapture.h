@@ -21,12 +21,13 @@ public:
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    /// How many lines hold this text.
-    int count(const QString& text) const
+    /// The lines that hold this text, in their order.
+    QStringList containing(const QString& text) const
     {
         QMutexLocker lock(&m_mutex);
-        return m_lines.filter(text).size();
+        return m_lines.filter(text);
     }
+    int count(const QString& text) const { return containing(text).size(); }
     bool contains(const QString& text) const { return count(text) > 0; }
 
 private:
