@@ -1,4 +1,4 @@
-#include "ProgramSandbox.h"
+#include "ProgramUnderTest.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -12,6 +12,29 @@ class tst_crash : public QObject
 
 private:
     static constexpr int kPatienceMs = 30000;
+    static constexpr char kFakeReporter[] = R"(#!/bin/sh
+here=$(dirname "$0")
+printf '%s\n' "$@" > "$here/arguments.part"
+mv "$here/arguments.part" "$here/arguments"
+)";
+
+    /// Puts the program beside a reporter that writes its arguments down; returns the copy's path.
+    static QString besideFakeReporter(const ProgramUnderTest& sandbox, const QString& program)
+    {
+        const QString reporter = sandbox.path("program/bin/CrashReporter");
+        ProgramUnderTest::writeFile(reporter, kFakeReporter);
+        QFile::setPermissions(reporter, QFile::permissions(program));
+        QString copy = sandbox.path("program/bin/" + QFileInfo(program).fileName());
+        QFile::copy(program, copy);
+        QFile::link(LIBRARY_FOLDER, sandbox.path("program/lib"));
+        return copy;
+    }
+
+    /// What the fake reporter has got, an argument a line; empty until it has run.
+    static QByteArray reporterArguments(const ProgramUnderTest& sandbox)
+    {
+        return ProgramUnderTest::readFile(sandbox.path("program/bin/arguments"));
+    }
 
     /// The only dump, after its name has been checked; empty if there is none.
     static QString readDump(const QString& configPath)
@@ -22,7 +45,7 @@ private:
             qWarning() << "dumps:" << names;
             return {};
         }
-        return QString::fromUtf8(ProgramSandbox::readFile(configPath + "/dumps/" + names[0]));
+        return QString::fromUtf8(ProgramUnderTest::readFile(configPath + "/dumps/" + names[0]));
     }
 
     static QString section(const QString& dump, const QString& title)
@@ -48,14 +71,14 @@ private slots:
     {
         QFETCH(int, signal);
         QFETCH(QString, culprit);
-        ProgramSandbox sandbox;
-        const QString program = sandbox.copyBesideFakeReporter(CRASH_VICTIM);
-        const auto process = sandbox.start(program, {QTest::currentDataTag()});
+        ProgramUnderTest sandbox;
+        const QString program = besideFakeReporter(sandbox, CRASH_VICTIM);
+        const auto process = sandbox.startAnother({QTest::currentDataTag()}, program);
         QVERIFY(process->waitForFinished(kPatienceMs));
         QCOMPARE(process->exitStatus(), QProcess::CrashExit);
         QCOMPARE(process->exitCode(), signal);
 
-        const QString configPath = sandbox.configPath("");
+        const QString configPath = sandbox.configFile("");
         const QString dump = readDump(configPath);
         QVERIFY2(dump.contains(QStringLiteral("\nSignal: %1 (SIG").arg(signal)), qPrintable(dump.left(500)));
         QVERIFY2(section(dump, "Backtrace").contains(culprit), qPrintable(section(dump, "Backtrace")));
@@ -64,67 +87,65 @@ private slots:
         QVERIFY(QRegularExpression(R"(\nBuild id: [0-9a-f]{16,}\n)").match(dump).hasMatch());
 
         const QByteArray expected = "--file\ncrash_victim\n--path\n" +
-                                    sandbox.configPath("").chopped(1).toUtf8() + "\n--language\nfr_FR\n";
-        QTRY_COMPARE_WITH_TIMEOUT(sandbox.reporterArguments(), expected, kPatienceMs);
+                                    sandbox.configFile("").chopped(1).toUtf8() + "\n--language\nfr_FR\n";
+        QTRY_COMPARE_WITH_TIMEOUT(reporterArguments(sandbox), expected, kPatienceMs);
     }
 
     void theProgramItselfHandsOver()
     {
-        ProgramSandbox sandbox;
-        sandbox.writeConfig("app.json", R"({"language": "zh_CN"})");
-        const auto process = sandbox.start(sandbox.copyBesideFakeReporter(PROGRAM));
-        QTRY_VERIFY_WITH_TIMEOUT(sandbox.output().contains("[CrashHandler]: dumps go to"), kPatienceMs);
+        ProgramUnderTest sandbox;
+        sandbox.writeConfig("app.json", {{"language", "zh_CN"}});
+        const auto process = sandbox.startAnother({}, besideFakeReporter(sandbox, PROGRAM));
+        QTRY_VERIFY_WITH_TIMEOUT(sandbox.standardError().contains("[CrashHandler]: dumps go to"),
+                                 kPatienceMs);
         ::kill(pid_t(process->processId()), SIGSEGV);
         QVERIFY(process->waitForFinished(kPatienceMs));
         QCOMPARE(process->exitStatus(), QProcess::CrashExit);
 
-        const QString dump = readDump(sandbox.configPath(""));
+        const QString dump = readDump(sandbox.configFile(""));
         QVERIFY2(section(dump, "Backtrace").contains("lumivar(main+"),
                  qPrintable(section(dump, "Backtrace")));
-        const QByteArray expected = "--file\nlumivar\n--path\n" + sandbox.configPath("").chopped(1).toUtf8() +
+        const QByteArray expected = "--file\nlumivar\n--path\n" + sandbox.configFile("").chopped(1).toUtf8() +
                                     "\n--language\nzh_CN\n";
-        QTRY_COMPARE_WITH_TIMEOUT(sandbox.reporterArguments(), expected, kPatienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(reporterArguments(sandbox), expected, kPatienceMs);
 
-        const QDir logs(sandbox.configPath("logs"));
+        const QDir logs(sandbox.configFile("logs"));
         const QStringList names = logs.entryList({"????_??_??_??_??_??.log"});
         QCOMPARE(names.size(), 1);
-        const QByteArray log = ProgramSandbox::readFile(logs.filePath(names[0]));
+        const QByteArray log = ProgramUnderTest::readFile(logs.filePath(names[0]));
         QVERIFY(log.contains(" WARN  app 0 - Appeared An unknown exception occurred. \n"));
-        QVERIFY(log.contains(" - Sucesseded to write dump file " + sandbox.configPath("dumps/").toUtf8()));
+        QVERIFY(log.contains(" - Sucesseded to write dump file " + sandbox.configFile("dumps/").toUtf8()));
     }
 
     void aDumpThatCannotBeWrittenStillLeadsToTheReporter()
     {
-        ProgramSandbox sandbox;
-        sandbox.writeConfig("dumps", "a file where the folder should be");
-        const auto process = sandbox.start(sandbox.copyBesideFakeReporter(CRASH_VICTIM), {"wild jump"});
+        ProgramUnderTest sandbox;
+        ProgramUnderTest::writeFile(sandbox.configFile("dumps"), "a file where the folder should be");
+        const auto process = sandbox.startAnother({"wild jump"}, besideFakeReporter(sandbox, CRASH_VICTIM));
         QVERIFY(process->waitForFinished(kPatienceMs));
-        QVERIFY(sandbox.output().contains("Failed to create dump file " + sandbox.configPath("dumps/")));
-        QTRY_VERIFY_WITH_TIMEOUT(!sandbox.reporterArguments().isEmpty(), kPatienceMs);
+        QVERIFY(
+            sandbox.standardError().contains("Failed to create dump file " + sandbox.configFile("dumps/")));
+        QTRY_VERIFY_WITH_TIMEOUT(!reporterArguments(sandbox).isEmpty(), kPatienceMs);
     }
 
     void theReporterWithoutADisplayNamesTheNewestDumpAndEnds()
     {
-        ProgramSandbox sandbox;
+        ProgramUnderTest sandbox;
         const auto report = [&](const QString& language) {
-            sandbox
-                .start(CRASH_REPORTER, {"--file", "lumivar", "--path", sandbox.configPath("").chopped(1),
-                                        "--language", language})
-                ->waitForFinished(kPatienceMs);
-            return sandbox.output();
+            const QString folder = sandbox.configFile("").chopped(1);
+            const auto reporter = sandbox.startAnother(
+                {"--file", "lumivar", "--path", folder, "--language", language}, CRASH_REPORTER);
+            return ProgramUnderTest::endsWell(*reporter) ? sandbox.standardError() : QString();
         };
-        sandbox.environment.remove("QT_QPA_PLATFORM");
-        sandbox.environment.remove("DISPLAY");
-        sandbox.environment.remove("WAYLAND_DISPLAY");
         QVERIFY(report("en_US").contains("No dump file was found."));
-        sandbox.writeConfig("dumps/newer.dmp", "new");
-        sandbox.writeConfig("dumps/older.dmp", "old");
-        QFile older(sandbox.configPath("dumps/older.dmp"));
+        ProgramUnderTest::writeFile(sandbox.configFile("dumps/newer.dmp"), "new");
+        ProgramUnderTest::writeFile(sandbox.configFile("dumps/older.dmp"), "old");
+        QFile older(sandbox.configFile("dumps/older.dmp"));
         QVERIFY(older.open(QIODevice::ReadWrite));
         QVERIFY(
             older.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
-        QVERIFY(report("en_US").contains("Dump file: " + sandbox.configPath("dumps/newer.dmp")));
-        QVERIFY(report("zh_CN").contains("转储文件：" + sandbox.configPath("dumps/newer.dmp")));
+        QVERIFY(report("en_US").contains("Dump file: " + sandbox.configFile("dumps/newer.dmp")));
+        QVERIFY(report("zh_CN").contains("转储文件：" + sandbox.configFile("dumps/newer.dmp")));
     }
 };
 

@@ -1,50 +1,46 @@
 #include "ProgramUnderTest.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 
 namespace {
-constexpr int kEndMs = 10000;
+
+constexpr int kEndMs = 30000;
 
 } // namespace
 
+// A short path, because sockets stand below it.
 ProgramUnderTest::ProgramUnderTest(const QString& folder)
-    : m_folder(folder)
-    , m_environment(QProcessEnvironment::systemEnvironment())
+    : environment(QProcessEnvironment::systemEnvironment())
+    , m_home(QStringLiteral("/tmp/lumivar-test-XXXXXX"))
+    , m_folder(folder)
 {
-    QDir home(m_home.path());
-    for (const char* folder : {"config/Lumivar", "data", "run", "tmp"})
-        home.mkpath(QLatin1String(folder));
-    QFile::setPermissions(home.filePath(QStringLiteral("run")),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    m_environment.insert(QStringLiteral("HOME"), home.path());
-    m_environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
-    m_environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
-    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.filePath(QStringLiteral("run")));
-    m_environment.insert(QStringLiteral("TMPDIR"), home.filePath(QStringLiteral("tmp")));
-    m_environment.insert(QStringLiteral("LUMIVAR_SERIAL_PORTS"), portsFile());
+    for (const char* name : {"config", "data", "run", "tmp"}) {
+        QDir().mkpath(path(QLatin1String(name)));
+        QFile::setPermissions(path(QLatin1String(name)),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    environment.insert(QStringLiteral("HOME"), m_home.path());
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("run")));
+    environment.insert(QStringLiteral("TMPDIR"), path(QStringLiteral("tmp")));
+    environment.insert(QStringLiteral("LUMIVAR_SERIAL_PORTS"), portsFile());
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        m_environment.remove(QLatin1String(name));
-}
-
-ProgramUnderTest::~ProgramUnderTest()
-{
-    m_process.kill();
-    m_process.waitForFinished();
+        environment.remove(QLatin1String(name));
 }
 
 void ProgramUnderTest::setDisplay(const QByteArray& display)
 {
-    m_environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
 }
 
 QString ProgramUnderTest::useCopyOfProgramFolder()
 {
     const QDir from(m_folder);
-    const QDir to(m_home.filePath(QStringLiteral("program/bin")));
+    const QDir to(path(QStringLiteral("program/bin")));
     QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString target = to.filePath(from.relativeFilePath(files.next()));
@@ -53,64 +49,81 @@ QString ProgramUnderTest::useCopyOfProgramFolder()
     }
     // The program looks for its libraries beside its own folder.
     QFile::link(QDir::cleanPath(from.filePath(QStringLiteral("../lib"))),
-                m_home.filePath(QStringLiteral("program/lib")));
+                path(QStringLiteral("program/lib")));
     m_folder = to.path();
     return m_folder;
 }
 
 void ProgramUnderTest::start(const QStringList& arguments)
 {
-    m_process.setProcessEnvironment(m_environment);
-    m_process.start(m_folder + QStringLiteral("/lumivar"), arguments);
-    m_process.waitForStarted();
+    m_process = startAnother(arguments);
 }
 
 bool ProgramUnderTest::terminate()
 {
-    m_process.terminate();
-    return m_process.waitForFinished(kEndMs) && m_process.exitStatus() == QProcess::NormalExit &&
-           m_process.exitCode() == 0;
+    m_process->terminate();
+    return endsWell(*m_process);
 }
 
-QString ProgramUnderTest::portsFile() const
+std::unique_ptr<QProcess> ProgramUnderTest::startAnother(const QStringList& arguments, const QString& path)
 {
-    return m_home.filePath(QStringLiteral("ports.json"));
+    const QString program = path.isEmpty() ? m_folder + QStringLiteral("/lumivar") : path;
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment);
+    process->setWorkingDirectory(m_home.path());
+    process->setStandardErrorFile(m_home.filePath(QStringLiteral("stderr")), QIODevice::Append);
+    process->start(program, arguments);
+    if (!process->waitForStarted())
+        qFatal("cannot start %s", qPrintable(program));
+    return process;
+}
+
+bool ProgramUnderTest::endsWell(QProcess& process)
+{
+    if (process.state() != QProcess::NotRunning && !process.waitForFinished(kEndMs))
+        return false;
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
 QString ProgramUnderTest::configFile(const QString& name) const
 {
-    return m_home.filePath(QStringLiteral("config/Lumivar/") + name);
+    return path(QStringLiteral("config/Lumivar/") + name);
 }
 
 QJsonObject ProgramUnderTest::readConfig(const QString& name) const
 {
-    QFile file(configFile(name));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object();
+    return QJsonDocument::fromJson(readFile(configFile(name))).object();
 }
 
 void ProgramUnderTest::writeConfig(const QString& name, const QJsonObject& object) const
 {
-    QFile file(configFile(name));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(QJsonDocument(object).toJson());
+    writeFile(configFile(name), QJsonDocument(object).toJson());
+}
+
+void ProgramUnderTest::writeFile(const QString& path, const QByteArray& content)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray ProgramUnderTest::readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QString ProgramUnderTest::logText(const QString& folder) const
 {
     QString text;
     const QDir logs(configFile(QStringLiteral("logs/") + folder));
-    for (const QString& name : logs.entryList({QStringLiteral("*.log")}, QDir::Files)) {
-        QFile file(logs.filePath(name));
-        if (file.open(QIODevice::ReadOnly))
-            text += QString::fromUtf8(file.readAll());
-    }
+    for (const QString& name : logs.entryList({QStringLiteral("*.log")}, QDir::Files))
+        text += QString::fromUtf8(readFile(logs.filePath(name)));
     return text;
 }
 
-QString ProgramUnderTest::standardError()
+QString ProgramUnderTest::standardError() const
 {
-    m_standardError += QString::fromUtf8(m_process.readAllStandardError());
-    return m_standardError;
+    return QString::fromUtf8(readFile(path(QStringLiteral("stderr"))));
 }
