@@ -7,7 +7,3 @@ class QString;
 /// on the main thread, when configuration and log exist; other threads add installCrashStackForThread().
 /// `logFilePath` gets the handler's lines, because no logger can be used in a crash; it may be unwritable.
 void installCrashHandler(const QString& logFilePath);
-
-/// Reads the language anew for the reporter; called by itself when the configuration tells of a change.
-/// Main thread.
-void refreshCrashReporterArguments();

@@ -190,35 +190,9 @@ Preparation* prepare(const QString& logFilePath)
     return preparation;
 }
 
-} // namespace
-
-void installCrashHandler(const QString& logFilePath)
+/// The language may change at any time, and reading it in the handler would need locks.
+void prepareReporterArguments()
 {
-    s_preparation = prepare(logFilePath);
-    refreshCrashReporterArguments();
-    QObject::connect(ConfigurationManager::instance(), &ConfigurationManager::appConfigChanged,
-                     QCoreApplication::instance(), [](const QString& key) {
-                         if (key == QLatin1String(ConfigKeys::kLanguage.key)) {
-                             refreshCrashReporterArguments();
-                         }
-                     });
-
-    installCrashStackForThread();
-    struct sigaction action = {};
-    action.sa_sigaction = handleCrash;
-    // A crash while dumping has to come through to be recovered from.
-    action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
-    for (const int signal : kCrashSignals) {
-        sigaction(signal, &action, nullptr);
-    }
-    qDebug() << "[CrashHandler]: dumps go to" << s_preparation->dumpFolder.c_str();
-}
-
-void refreshCrashReporterArguments()
-{
-    if (s_preparation == nullptr) {
-        return;
-    }
     ReporterCall* calls = s_preparation->calls;
     ReporterCall& next = s_preparation->call == &calls[0] ? calls[1] : calls[0];
     const QJsonValue language = ConfigurationManager::instance()->appConfig(ConfigKeys::kLanguage.key);
@@ -232,4 +206,30 @@ void refreshCrashReporterArguments()
                       next.language.c_str(),
                       nullptr};
     s_preparation->call = &next;
+}
+
+} // namespace
+
+void installCrashHandler(const QString& logFilePath)
+{
+    s_preparation = prepare(logFilePath);
+    prepareReporterArguments();
+    QObject::connect(ConfigurationManager::instance(), &ConfigurationManager::appConfigObjSaved,
+                     QCoreApplication::instance(), prepareReporterArguments);
+    QObject::connect(ConfigurationManager::instance(), &ConfigurationManager::appConfigChanged,
+                     QCoreApplication::instance(), [](const QString& key) {
+                         if (key == QLatin1String(ConfigKeys::kLanguage.key)) {
+                             prepareReporterArguments();
+                         }
+                     });
+
+    installCrashStackForThread();
+    struct sigaction action = {};
+    action.sa_sigaction = handleCrash;
+    // A crash while dumping has to come through to be recovered from.
+    action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
+    for (const int signal : kCrashSignals) {
+        sigaction(signal, &action, nullptr);
+    }
+    qDebug() << "[CrashHandler]: dumps go to" << s_preparation->dumpFolder.c_str();
 }

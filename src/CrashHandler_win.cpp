@@ -3,6 +3,7 @@
 #include "controllers/CrashBlackOut.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/crash/CrashStack.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -98,10 +99,6 @@ LONG WINAPI crashHandler(EXCEPTION_POINTERS* exception)
 void installCrashHandler(const QString&)
 {
     QDir().mkpath(ConfigurationManager::instance()->configPath() + QLatin1String("/dumps"));
+    installCrashStackForThread();
     SetUnhandledExceptionFilter(crashHandler);
-}
-
-void refreshCrashReporterArguments()
-{
-    // The filter reads the configuration itself.
 }

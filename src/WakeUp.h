@@ -4,7 +4,7 @@
 #include <memory>
 
 /// Asks the running program of this user to show its window; called by a second process. Returns false when
-/// nobody took the request within a second, which is no reason for anything but a log line.
+/// nobody took the request within a second, which is no reason for anything but a warning.
 bool sendWakeUp();
 
 /// Receives the requests of second processes. Main thread; only the holder of the single-instance lock may

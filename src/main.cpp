@@ -134,7 +134,9 @@ int main(int argc, char** argv)
 
     QLockFile lock(QDir::temp().filePath(QStringLiteral("LumivarSingleApp.lock")));
     if (!isOnlyInstance(lock)) {
-        sendWakeUp();
+        if (!sendWakeUp()) {
+            qWarning("[main]: the program runs already, but nobody takes the wake-up");
+        }
         return 0;
     }
     WakeUpServer wakeUps;
@@ -150,7 +152,6 @@ int main(int argc, char** argv)
     auto controller = std::make_unique<LumivarApp>(nullptr);
     runningController = controller.get();
     std::atexit(leaveInOrder);
-    refreshCrashReporterArguments(); // the first start has only now chosen a language
     QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
                      &LumivarApp::onWakeUpRequested);
     if (termination.isRequested()) {

@@ -14,7 +14,8 @@ extern "C" {
 
 __attribute__((noinline)) void writeToNowhere()
 {
-    *reinterpret_cast<volatile int*>(uintptr_t(0x10)) = 1;
+    const volatile uintptr_t nowhere = 0x10; // volatile hides it from the compiler's warnings
+    *reinterpret_cast<volatile int*>(nowhere) = 1;
 }
 
 __attribute__((noinline)) int overflowTheStack(int depth)
@@ -76,7 +77,8 @@ int main(int argc, char** argv)
     ConfigurationManager* config = ConfigurationManager::instance();
     config->setAppConfig(ConfigKeys::kLanguage.key, "de_DE");
     installCrashHandler(config->configPath() + "/victim.log");
-    config->setAppConfig(ConfigKeys::kLanguage.key, "fr_FR");
+    config->AppConfigJsonObj()[ConfigKeys::kLanguage.key] = "fr_FR"; // the way a switch of the language goes
+    config->saveAppConfigJsonObj();
 
     const char* kind = argc > 1 ? argv[1] : "";
     if (std::strcmp(kind, "null pointer in a thread") == 0) {

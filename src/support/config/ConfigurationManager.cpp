@@ -132,6 +132,7 @@ QJsonObject& ConfigurationManager::AppConfigJsonObj()
 void ConfigurationManager::saveAppConfigJsonObj()
 {
     d->mark(d->appDirty);
+    emit appConfigObjSaved();
 }
 
 QJsonValue ConfigurationManager::globalValue(const QString& key) const

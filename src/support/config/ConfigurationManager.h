@@ -65,6 +65,8 @@ public:
 
 signals:
     void appConfigChanged(QString key);
+    /// Something was written through AppConfigJsonObj(); nobody knows what.
+    void appConfigObjSaved();
 
 private:
     struct Private;
