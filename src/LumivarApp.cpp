@@ -13,13 +13,15 @@ namespace {
 
 const QString kStyleFile = QStringLiteral("styles/default.qss");
 
-void applyStyleSheet(const QString& path)
+bool applyStyleSheet(const QString& path)
 {
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly | QIODevice::Text))
-        qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-    else
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qWarning() << "[LumivarApp]: Cannot read the style sheet" << path << file.errorString();
+        return false;
+    }
+    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+    return true;
 }
 
 } // namespace
@@ -55,8 +57,8 @@ void LumivarApp::uiStyleListener()
     if (QFile::exists(kStyleFile))
         watcher->addPath(kStyleFile);
     connect(watcher, &QFileSystemWatcher::fileChanged, this, [](const QString& path) {
-        applyStyleSheet(path);
-        qDebug() << "The new styles file has been loaded";
+        if (applyStyleSheet(path))
+            qDebug() << "The new styles file has been loaded";
     });
 }
 
