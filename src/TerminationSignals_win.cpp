@@ -13,9 +13,10 @@ struct TerminationSignals::Private
 {
     bool isRequested = false;
 
-    /// Runs on a thread of the system's. Returning true keeps the process alive for its own way out; on a
-    /// close or a logoff the system grants some five seconds.
-    static BOOL WINAPI handleConsoleEvent(DWORD)
+    /// Runs on a thread of the system's. Returning true keeps the process alive for its own way out; only
+    /// after a close, a logoff or a shutdown it is the end, so there the thread waits for the process to go.
+    /// The system grants some five seconds.
+    static BOOL WINAPI handleConsoleEvent(DWORD event)
     {
         TerminationSignals* receiver = s_receiver.load();
         if (receiver == nullptr) {
@@ -28,6 +29,9 @@ struct TerminationSignals::Private
                 emit receiver->terminationRequested();
             },
             Qt::QueuedConnection);
+        if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
+            Sleep(INFINITE);
+        }
         return TRUE;
     }
 };
