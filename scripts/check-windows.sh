@@ -28,8 +28,8 @@ run_moc() {
     cmp -s "$2.new" "$2" && rm "$2.new" || mv "$2.new" "$2"
 }
 # The other tools stand on ptys and terminals and belong to development on Linux.
-tools_there=(tools/crash-reporter/ tools/picture-generator/)
-mapfile -t own_headers < <(git ls-files -co --exclude-standard 'src/*.h' 'plugins/*.h' "${tools_there[@]/%/*.h}")
+tools_there=(tools/crash-reporter tools/picture-generator)
+mapfile -t own_headers < <(find src plugins "${tools_there[@]}" -name '*.h' | sort)
 mocs=()
 for header in "${own_headers[@]}"; do
     case $header in *_linux.h | *_x11.h) continue ;; esac
@@ -38,8 +38,7 @@ for header in "${own_headers[@]}"; do
     run_moc "$header" "$target" || exit 1
     mocs+=("$target")
 done
-mapfile -t sources < <(git ls-files -co --exclude-standard 'src/*.cpp' 'plugins/*.cpp' "${tools_there[@]/%/*.cpp}" |
-    grep -vE '_(linux|x11|unix)\.cpp$')
+mapfile -t sources < <(find src plugins "${tools_there[@]}" -name '*.cpp' | grep -vE '_(linux|x11|unix)\.cpp$' | sort)
 for source in "${sources[@]}"; do
     name=$(basename "${source%.cpp}")
     grep -q "#include \"$name.moc\"" "$source" && { run_moc "$source" "$generated/$name.moc" || exit 1; }

@@ -10,7 +10,7 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
 packages[run]="fonts-liberation fonts-noto-cjk xvfb xauth"
 packages[test]="xvfb x11-xserver-utils xdotool fonts-liberation fonts-noto-cjk python3
-    clang-format g++-mingw-w64-x86-64-posix"
+    clang-format-14 g++-mingw-w64-x86-64-posix"
 packages[lint]="clang-tidy"
 packages[bench]="libbenchmark-dev xvfb python3"
 
@@ -48,8 +48,11 @@ fi
 echo "Installing: $(echo "$missing" | tr '\n' ' ')"
 # shellcheck disable=SC2086  # word splitting is wanted
 {
-    $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
-        $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
+    # Lists that cannot be renewed, be it for one broken source, may still hold what is wanted. A fresh system
+    # installs its updates right after the start: wait for the lock.
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        -o DPkg::Lock::Timeout=120 $missing
 } </dev/null >/dev/null || true
 
 missing=$(missing_packages)

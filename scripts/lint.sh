@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 scripts/deps.sh build test lint
 scripts/build.sh dev
 if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files 'src/*.cpp' 'tools/*.cpp' 'plugins/*.cpp' 'tests/*.cpp')
+    mapfile -t files < <(find src tools plugins tests -name '*.cpp' | sort)
     # Sources of another system or of another preset are not built here.
     for file in "${files[@]}"; do
         grep -qF "/$file\"" build/dev/compile_commands.json && set -- "$@" "$file"
