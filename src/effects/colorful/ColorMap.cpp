@@ -1,13 +1,12 @@
 #include "effects/colorful/ColorMap.h"
 
+#include "effects/SingleProperty.h"
 #include "effects/colorful/paintUnits.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
-#include <QJsonObject>
 #include <cmath>
 
 namespace {
@@ -56,31 +55,14 @@ EffectWorkerOptions ColorMap::options()
 
 QJsonValue ColorMap::effectProperty(const QString& key)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        return m_speed;
-    case hashPropertyKey(""):
-        return QJsonObject{{kSpeedKey, m_speed}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kSpeedKey, m_speed);
 }
 
 void ColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        setSpeed(val.toInt(0));
-        break;
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        if (all.contains(QLatin1String(kSpeedKey)))
-            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
-        break;
-    }
-    default:
-        break;
-    }
+    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
+    if (!speed.isUndefined())
+        setSpeed(speed.toInt(0));
 }
 
 void ColorMap::unload()

@@ -1,13 +1,12 @@
 #include "effects/colorful/FlowingEffect.h"
 
+#include "effects/SingleProperty.h"
 #include "effects/colorful/paintUnits.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
-#include <QJsonObject>
 #include <QTimer>
 #include <cmath>
 
@@ -70,32 +69,14 @@ EffectWorkerOptions FlowingEffect::options()
 
 QJsonValue FlowingEffect::effectProperty(const QString& key)
 {
-    const int speed = sliderValue(m_speed);
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        return speed;
-    case hashPropertyKey(""):
-        return QJsonObject{{kSpeedKey, speed}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kSpeedKey, sliderValue(m_speed));
 }
 
 void FlowingEffect::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        setSpeed(val.toInt(0));
-        break;
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        if (all.contains(QLatin1String(kSpeedKey)))
-            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
-        break;
-    }
-    default:
-        break;
-    }
+    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
+    if (!speed.isUndefined())
+        setSpeed(speed.toInt(0));
 }
 
 void FlowingEffect::unload()

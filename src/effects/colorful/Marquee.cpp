@@ -1,10 +1,9 @@
 #include "effects/colorful/Marquee.h"
 
+#include "effects/SingleProperty.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
-#include <QJsonObject>
 
 namespace {
 
@@ -30,32 +29,16 @@ int Marquee::load(const ControlOptions& ctlOptions)
 
 QJsonValue Marquee::effectProperty(const QString& key)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        return m_speed;
-    case hashPropertyKey(""):
-        return QJsonObject{{kSpeedKey, m_speed}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kSpeedKey, m_speed);
 }
 
 void Marquee::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        m_speed = val.toInt(0);
-        storeSpeed();
-        break;
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        if (all.contains(QLatin1String(kSpeedKey)))
-            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
-        break;
-    }
-    default:
-        break;
-    }
+    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
+    if (speed.isUndefined())
+        return;
+    m_speed = speed.toInt(0);
+    storeSpeed();
 }
 
 void Marquee::unload()

@@ -1,12 +1,11 @@
 #include "effects/colorful/SFrmColorMap.h"
 
+#include "effects/SingleProperty.h"
 #include "support/config/ConfigKeys.h"
-#include "support/config/hashPropertyKey.h"
 #include "support/log/Loggers.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QJsonObject>
 #include <QLabel>
 #include <QSlider>
 
@@ -42,31 +41,14 @@ SFrmColorMap::SFrmColorMap(QWidget* parent)
 
 void SFrmColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        m_speedSlider->setValue(val.toInt(0));
-        break;
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        if (all.contains(QLatin1String(kSpeedKey)))
-            setEffectProperty(kSpeedKey, all.value(QLatin1String(kSpeedKey)));
-        break;
-    }
-    default:
-        break;
-    }
+    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
+    if (!speed.isUndefined())
+        m_speedSlider->setValue(speed.toInt(0));
 }
 
 QJsonValue SFrmColorMap::effectProperty(const QString& key)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kSpeedKey):
-        return m_speedSlider->value();
-    case hashPropertyKey(""):
-        return QJsonObject{{kSpeedKey, m_speedSlider->value()}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kSpeedKey, m_speedSlider->value());
 }
 
 void SFrmColorMap::onSpeedSliderChanged(int v)

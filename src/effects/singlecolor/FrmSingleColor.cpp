@@ -1,8 +1,8 @@
 #include "effects/singlecolor/FrmSingleColor.h"
 
+#include "effects/SingleProperty.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
-#include "support/config/hashPropertyKey.h"
 #include "ui/controls/ColorWheel.h"
 
 #include <QApplication>
@@ -10,7 +10,6 @@
 #include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QJsonObject>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -90,29 +89,14 @@ void FrmSingleColor::buildLayout()
 
 void FrmSingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kColorKey):
-        if (val.isArray())
-            showColor(colorFromRgbArray(val.toArray()));
-        break;
-    case hashPropertyKey(""):
-        setEffectProperty(kColorKey, val.toObject().value(QLatin1String(kColorKey)));
-        break;
-    default:
-        break;
-    }
+    const QJsonValue color = SingleProperty::written(key, kColorKey, val);
+    if (color.isArray())
+        showColor(colorFromRgbArray(color.toArray()));
 }
 
 QJsonValue FrmSingleColor::effectProperty(const QString& key)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kColorKey):
-        return toRgbArray(boxColor());
-    case hashPropertyKey(""):
-        return QJsonObject{{kColorKey, toRgbArray(boxColor())}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kColorKey, toRgbArray(boxColor()));
 }
 
 void FrmSingleColor::onColorWheelChanged(QColor color)

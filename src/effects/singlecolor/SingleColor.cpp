@@ -1,12 +1,11 @@
 #include "effects/singlecolor/SingleColor.h"
 
+#include "effects/SingleProperty.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
-#include <QJsonObject>
 
 namespace {
 
@@ -52,29 +51,14 @@ EffectWorkerOptions SingleColor::options()
 
 QJsonValue SingleColor::effectProperty(const QString& key)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kColorKey):
-        return toRgbArray(m_color);
-    case hashPropertyKey(""):
-        return QJsonObject{{kColorKey, toRgbArray(m_color)}};
-    default:
-        return QJsonValue::Null;
-    }
+    return SingleProperty::read(key, kColorKey, toRgbArray(m_color));
 }
 
 void SingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kColorKey):
-        if (val.isArray())
-            m_color = colorFromRgbArray(val.toArray());
-        break;
-    case hashPropertyKey(""):
-        setEffectProperty(kColorKey, val.toObject().value(QLatin1String(kColorKey)));
-        break;
-    default:
-        break;
-    }
+    const QJsonValue color = SingleProperty::written(key, kColorKey, val);
+    if (color.isArray())
+        m_color = colorFromRgbArray(color.toArray());
 }
 
 void SingleColor::unload()
