@@ -73,11 +73,10 @@ bool writeHeader(int fd, const CrashFacts& facts, const Crash& crash)
     s_text.put(":").putDecimal(now.second, 2);
     s_text.put("\nSignal: ").putDecimal(crash.signal).put(" (").put(crashSignalName(crash.signal));
     s_text.put("), code ").putDecimal(crash.info->si_code);
-    if (crash.info->si_code > 0) {
+    if (crash.info->si_code > 0)
         s_text.put(", address 0x").putHex(reinterpret_cast<uintptr_t>(crash.info->si_addr));
-    } else {
+    else
         s_text.put(", sent by process ").putDecimal(crash.info->si_pid);
-    }
     s_text.put("\nProcess: ").putDecimal(getpid()).put(", thread ").putDecimal(gettid());
     s_text.put(" \"").put(threadName).put("\"\n");
     return s_text.flush(fd);
@@ -126,9 +125,8 @@ uintptr_t callerOfNowhere(const CrashFacts& facts, const ucontext_t& context)
 #else
     unsigned char bytes[sizeof(uintptr_t)];
     uintptr_t address = 0;
-    if (copyMemory(facts, stackPointer(context), bytes, sizeof bytes)) {
+    if (copyMemory(facts, stackPointer(context), bytes, sizeof bytes))
         std::memcpy(&address, bytes, sizeof bytes);
-    }
     return address;
 #endif
 }
@@ -141,9 +139,8 @@ int collectFrames(void** frames, const CrashFacts& facts, const ucontext_t& cont
     runGuarded([&] {
         count = backtrace(frames, kMaxFrames);
         // Above the crashed frame are the handler's own.
-        while (first < count && reinterpret_cast<uintptr_t>(frames[first]) != programCounter(context)) {
+        while (first < count && reinterpret_cast<uintptr_t>(frames[first]) != programCounter(context))
             first = first + 1;
-        }
     });
     if (count - first > 1) {
         std::memmove(frames, frames + first, size_t(count - first) * sizeof *frames);
@@ -160,9 +157,8 @@ bool writeBacktrace(int fd, const CrashFacts& facts, const ucontext_t& context)
     const bool isComplete = s_text.flush(fd);
     void* frames[kMaxFrames];
     const int count = collectFrames(frames, facts, context);
-    if (!runGuarded([&] { backtrace_symbols_fd(frames, count, fd); })) {
+    if (!runGuarded([&] { backtrace_symbols_fd(frames, count, fd); }))
         s_text.put("(no names for the rest)\n");
-    }
     return s_text.flush(fd) && isComplete;
 }
 
@@ -187,13 +183,11 @@ bool writeStack(int fd, const CrashFacts& facts, uintptr_t address)
     bool isComplete = s_text.flush(fd);
     unsigned char row[kRowBytes];
     for (size_t offset = 0; offset < kStackBytes; offset += kRowBytes) {
-        if (!copyMemory(facts, address + offset, row, kRowBytes)) {
+        if (!copyMemory(facts, address + offset, row, kRowBytes))
             break;
-        }
         s_text.put("0x").putHex(address + offset, 16).put(" ");
-        for (const unsigned char byte : row) {
+        for (const unsigned char byte : row)
             s_text.put(" ").putHex(byte, 2);
-        }
         isComplete = s_text.put("\n").flush(fd) && isComplete;
     }
     return isComplete;
@@ -204,9 +198,8 @@ int findBuildId(dl_phdr_info* info, size_t, void* result)
 {
     for (int i = 0; i < info->dlpi_phnum; ++i) {
         const ElfW(Phdr)& header = info->dlpi_phdr[i];
-        if (header.p_type != PT_NOTE) {
+        if (header.p_type != PT_NOTE)
             continue;
-        }
         const auto* note = reinterpret_cast<const unsigned char*>(info->dlpi_addr + header.p_vaddr);
         const unsigned char* end = note + header.p_memsz;
         while (note + sizeof(ElfW(Nhdr)) <= end) {
@@ -215,9 +208,8 @@ int findBuildId(dl_phdr_info* info, size_t, void* result)
             const unsigned char* id = name + (head->n_namesz + 3U) / 4 * 4;
             if (head->n_type == NT_GNU_BUILD_ID && std::memcmp(name, "GNU", 4) == 0) {
                 CrashText text;
-                for (unsigned k = 0; k < head->n_descsz; ++k) {
+                for (unsigned k = 0; k < head->n_descsz; ++k)
                     text.putHex(id[k], 2);
-                }
                 *static_cast<std::string*>(result) = text.text();
                 return 1;
             }
@@ -240,9 +232,8 @@ CrashFacts collectCrashFacts()
     tm local = {};
     localtime_r(&now, &local);
     facts.utcOffsetSeconds = local.tm_gmtoff;
-    if (pipe2(facts.probePipe, O_CLOEXEC | O_NONBLOCK) != 0) {
+    if (pipe2(facts.probePipe, O_CLOEXEC | O_NONBLOCK) != 0)
         facts.probePipe[0] = facts.probePipe[1] = -1;
-    }
     // The first call loads the unwinder, which a signal handler must not do.
     void* frame = nullptr;
     backtrace(&frame, 1);
@@ -261,9 +252,8 @@ bool writeCrashDump(int fd, const CrashFacts& facts, const Crash& crash)
 
 void recoverCrashDump()
 {
-    if (s_canRecover != 0) {
+    if (s_canRecover != 0)
         siglongjmp(s_recovery, 1);
-    }
 }
 
 const char* crashSignalName(int signal)

@@ -87,20 +87,18 @@ void writeDump(const Crash& crash)
         logLine("WARN ", "Failed to create dump file ", s_dumpPath.text());
         return;
     }
-    if (writeCrashDump(fd, s_preparation->facts, crash)) {
+    if (writeCrashDump(fd, s_preparation->facts, crash))
         logLine("INFO ", "Sucesseded to write dump file ", s_dumpPath.text());
-    } else {
+    else
         logLine("WARN ", "Failed to write dump file ", s_dumpPath.text());
-    }
     close(fd);
 }
 
 /// The child's part: a clean process of its own that outlives this one.
 [[noreturn]] void becomeReporter(const ReporterCall& call)
 {
-    for (int signal = 1; signal < NSIG; ++signal) {
+    for (int signal = 1; signal < NSIG; ++signal)
         setDefaultAction(signal);
-    }
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -116,13 +114,11 @@ void startReporter()
     const ReporterCall& call = *s_preparation->call.load();
     CrashText& line = s_dumpPath;
     line.clear();
-    for (size_t i = 1; call.arguments[i] != nullptr; ++i) {
+    for (size_t i = 1; call.arguments[i] != nullptr; ++i)
         line.put(i > 1 ? " " : "").put(call.arguments[i]);
-    }
     logLine("DEBUG", line.text());
-    if (_Fork() == 0) { // unlike fork(), runs no handlers that may wait for a lock
+    if (_Fork() == 0) // unlike fork(), runs no handlers that may wait for a lock
         becomeReporter(call);
-    }
 }
 
 void die(int signal)
@@ -140,9 +136,8 @@ void handleCrash(int signal, siginfo_t* info, void* context)
             recoverCrashDump();
             die(signal);
         }
-        for (;;) { // another thread already speaks for the process and ends it
+        for (;;) // another thread already speaks for the process and ends it
             pause();
-        }
     }
     // The dump may still wait for a lock of the dynamic linker: the process must end all the same.
     setDefaultAction(SIGALRM);
@@ -158,9 +153,8 @@ void handleCrash(int signal, siginfo_t* info, void* context)
 std::vector<std::string> currentEnvironment()
 {
     std::vector<std::string> result;
-    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry)
         result.emplace_back(*entry);
-    }
     return result;
 }
 
@@ -182,9 +176,8 @@ Preparation* prepare(const QString& logFilePath)
     preparation->reporter = toPath(QCoreApplication::applicationDirPath() + QLatin1String("/CrashReporter"));
     preparation->configPath = toPath(configPath);
     preparation->environment = currentEnvironment();
-    for (std::string& entry : preparation->environment) {
+    for (std::string& entry : preparation->environment)
         preparation->environmentPointers.push_back(entry.data());
-    }
     preparation->environmentPointers.push_back(nullptr);
     preparation->logFile = open(toPath(logFilePath).c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
     return preparation;
@@ -228,8 +221,7 @@ void installCrashHandler(const QString& logFilePath)
     action.sa_sigaction = handleCrash;
     // A crash while dumping has to come through to be recovered from.
     action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
-    for (const int signal : kCrashSignals) {
+    for (const int signal : kCrashSignals)
         sigaction(signal, &action, nullptr);
-    }
     qDebug() << "[CrashHandler]: dumps go to" << s_preparation->dumpFolder.c_str();
 }

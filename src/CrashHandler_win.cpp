@@ -21,14 +21,12 @@ namespace {
 /// Keeps modules out of the dump that its memory does not refer to.
 BOOL CALLBACK filterDumpContent(void*, PMINIDUMP_CALLBACK_INPUT input, PMINIDUMP_CALLBACK_OUTPUT output)
 {
-    if (input == nullptr || output == nullptr) {
+    if (input == nullptr || output == nullptr)
         return FALSE;
-    }
     switch (input->CallbackType) {
     case ModuleCallback:
-        if ((output->ModuleWriteFlags & ModuleReferencedByMemory) == 0) {
+        if ((output->ModuleWriteFlags & ModuleReferencedByMemory) == 0)
             output->ModuleWriteFlags &= ~ULONG(ModuleWriteModule);
-        }
         return TRUE;
     case ThreadCallback:
     case ThreadExCallback:
@@ -55,11 +53,10 @@ void writeDump(const QString& path, EXCEPTION_POINTERS* exception)
     callback.CallbackRoutine = filterDumpContent;
     const auto type = MINIDUMP_TYPE(MiniDumpScanMemory | MiniDumpWithIndirectlyReferencedMemory);
     if (MiniDumpWriteDump(GetCurrentProcess(), GetCurrentProcessId(), file, type, &information, nullptr,
-                          &callback)) {
+                          &callback))
         qInfo().noquote() << "Sucesseded to write dump file" << path;
-    } else {
+    else
         qWarning().noquote() << "Failed to write dump file" << path;
-    }
     CloseHandle(file);
 }
 

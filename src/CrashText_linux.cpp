@@ -32,9 +32,8 @@ CrashTime crashTime(long utcOffsetSeconds)
 
 CrashText& CrashText::put(const char* text)
 {
-    while (*text != '\0' && m_size + 1 < sizeof m_buffer) {
+    while (*text != '\0' && m_size + 1 < sizeof m_buffer)
         m_buffer[m_size++] = *text++;
-    }
     m_buffer[m_size] = '\0';
     return *this;
 }
@@ -43,9 +42,8 @@ CrashText& CrashText::putDecimal(int64_t value, int minDigits)
 {
     char digits[24];
     int count = 0;
-    if (value < 0) {
+    if (value < 0)
         put("-");
-    }
     uint64_t rest = value < 0 ? uint64_t(0) - uint64_t(value) : uint64_t(value);
     do {
         digits[count++] = char('0' + rest % 10);
@@ -69,9 +67,8 @@ CrashText& CrashText::putHex(uint64_t value, int minDigits)
 
 void CrashText::putReversed(const char* digits, int count)
 {
-    while (count > 0 && m_size + 1 < sizeof m_buffer) {
+    while (count > 0 && m_size + 1 < sizeof m_buffer)
         m_buffer[m_size++] = digits[--count];
-    }
     m_buffer[m_size] = '\0';
 }
 
@@ -81,12 +78,10 @@ bool CrashText::flush(int fd)
     const char* end = m_buffer + m_size;
     while (rest < end) {
         const ssize_t written = write(fd, rest, size_t(end - rest));
-        if (written < 0 && errno == EINTR) {
+        if (written < 0 && errno == EINTR)
             continue;
-        }
-        if (written <= 0) {
+        if (written <= 0)
             break;
-        }
         rest += written;
     }
     const bool isComplete = rest == end;

@@ -9,9 +9,8 @@ constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
 
 bool isXServerReachable()
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
-    }
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     const bool isReachable = xcb_connection_has_error(connection) == 0;
     xcb_disconnect(connection);
@@ -22,9 +21,8 @@ bool isXServerReachable()
 
 bool choosePlatformWithoutDisplay()
 {
-    if (qEnvironmentVariableIsSet(kPlatformVariable) || isXServerReachable()) {
+    if (qEnvironmentVariableIsSet(kPlatformVariable) || isXServerReachable())
         return false;
-    }
     const bool hasWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     qputenv(kPlatformVariable, QByteArray(hasWayland ? "wayland;offscreen" : "offscreen"));
     return true;

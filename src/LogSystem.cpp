@@ -125,9 +125,8 @@ QString LogSystem::filePath() const
 
 void LogSystem::shutdown()
 {
-    if (!m_isRunning) {
+    if (!m_isRunning)
         return;
-    }
     m_isRunning = false;
     qInstallMessageHandler(m_previousHandler);
     log4cplus::Logger::shutdown();

@@ -57,21 +57,18 @@ TerminationSignals::TerminationSignals(QObject* parent)
             emit terminationRequested();
         }
     });
-    for (const int number : kSignals) {
+    for (const int number : kSignals)
         setHandler(number, writeSignalNumber);
-    }
 }
 
 TerminationSignals::~TerminationSignals()
 {
     // The process is about to end by itself, with its own exit code.
-    for (const int number : kSignals) {
+    for (const int number : kSignals)
         setHandler(number, SIG_IGN);
-    }
     for (int& end : s_pipe) {
-        if (end >= 0) {
+        if (end >= 0)
             close(end);
-        }
         end = -1;
     }
 }

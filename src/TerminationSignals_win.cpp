@@ -19,9 +19,8 @@ struct TerminationSignals::Private
     static BOOL WINAPI handleConsoleEvent(DWORD event)
     {
         TerminationSignals* receiver = s_receiver.load();
-        if (receiver == nullptr) {
+        if (receiver == nullptr)
             return FALSE;
-        }
         QMetaObject::invokeMethod(
             receiver,
             [receiver] {
@@ -29,9 +28,8 @@ struct TerminationSignals::Private
                 emit receiver->terminationRequested();
             },
             Qt::QueuedConnection);
-        if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
+        if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
             Sleep(INFINITE);
-        }
         return TRUE;
     }
 };

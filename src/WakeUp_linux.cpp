@@ -27,9 +27,8 @@ bool isPrivateFolder(const QByteArray& path)
 QString privateFolder()
 {
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
-    if (!runtime.isEmpty() && isPrivateFolder(runtime)) {
+    if (!runtime.isEmpty() && isPrivateFolder(runtime))
         return QFile::decodeName(runtime);
-    }
     const QString path = QDir::temp().filePath(QStringLiteral("lumivar-%1").arg(getuid()));
     const QByteArray name = QFile::encodeName(path);
     mkdir(name.constData(), S_IRWXU);
@@ -47,9 +46,8 @@ QString socketPath()
 bool sendWakeUp()
 {
     const QString path = socketPath();
-    if (path.isEmpty()) {
+    if (path.isEmpty())
         return false;
-    }
     // The other process may hold the lock without listening yet.
     QElapsedTimer elapsed;
     elapsed.start();
@@ -79,9 +77,8 @@ WakeUpServer::WakeUpServer(QObject* parent)
     connect(&d->server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket* socket = d->server.nextPendingConnection()) {
             connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
-                if (!socket->canReadLine() && socket->bytesAvailable() < kMaxRequestBytes) {
+                if (!socket->canReadLine() && socket->bytesAvailable() < kMaxRequestBytes)
                     return;
-                }
                 if (socket->readLine(kMaxRequestBytes) == kRequest) {
                     qInfo() << "[WakeUp]: a second process was started";
                     emit wakeUpRequested();

@@ -32,9 +32,8 @@ struct WakeUpServer::Private : public QAbstractNativeEventFilter
         const auto* msg = static_cast<const MSG*>(message);
         if (msg->message == WM_COPYDATA) {
             const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(msg->lParam);
-            if (data != nullptr && data->dwData == kWakeUpData) {
+            if (data != nullptr && data->dwData == kWakeUpData)
                 emit m_owner->wakeUpRequested();
-            }
         }
         return false;
     }

@@ -54,24 +54,21 @@ void describeApplication(QApplication& app, bool isPlatformChosen)
     QApplication::setQuitOnLastWindowClosed(false); // the tray keeps the program running
     app.setProperty("isHeadless",
                     isPlatformChosen && QGuiApplication::platformName() == QLatin1String("offscreen"));
-    if (isPlatformChosen) {
+    if (isPlatformChosen)
         forgetChosenPlatform();
-    }
 }
 
 /// Ends the process for --help, --version and unknown options.
 void readCommandLine(QApplication& app)
 {
     QCommandLineParser parser;
-    for (const Switch& entry : kSwitches) {
+    for (const Switch& entry : kSwitches)
         parser.addOption({QLatin1String(entry.option), QLatin1String(entry.description)});
-    }
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(app);
-    for (const Switch& entry : kSwitches) {
+    for (const Switch& entry : kSwitches)
         app.setProperty(entry.property, parser.isSet(QLatin1String(entry.option)));
-    }
 }
 
 /// False when another process of the program runs. A lock that cannot be had for other reasons, such as a
@@ -85,9 +82,8 @@ void cleanUpConfigurationIfAsked()
 {
     ConfigurationManager* config = ConfigurationManager::instance();
     const QLatin1String key(ConfigKeys::kCleanStartup.key);
-    if (!config->globalValue(key).toBool(ConfigKeys::kCleanStartup.fallback)) {
+    if (!config->globalValue(key).toBool(ConfigKeys::kCleanStartup.fallback))
         return;
-    }
     qInfo() << "The program will clean up all configuration files";
     config->reset();
     config->setGlobalValue(key, false);
@@ -103,9 +99,8 @@ void logStart(const QApplication& app)
                                 << "\t Git commit : " << BuildInfo::kGitCommit << "\r\n"
                                 << "\t Build date : " << BuildInfo::kBuildDate << "\r\n"
                                 << "\t App version : " << BuildInfo::kAppVersion << "\r\n";
-    if (app.property("isHeadless").toBool()) {
+    if (app.property("isHeadless").toBool())
         qInfo() << "[main]: no display can be reached, running without a visible window";
-    }
 }
 
 LumivarApp* runningController = nullptr;
@@ -114,9 +109,8 @@ LumivarApp* runningController = nullptr;
 /// nothing stored may be lost.
 void leaveInOrder()
 {
-    if (runningController == nullptr) {
+    if (runningController == nullptr)
         return;
-    }
     runningController->releaseDevices();
     ConfigurationManager::instance()->save();
 }
@@ -134,9 +128,8 @@ int main(int argc, char** argv)
 
     QLockFile lock(QDir::temp().filePath(QStringLiteral("LumivarSingleApp.lock")));
     if (!isOnlyInstance(lock)) {
-        if (!sendWakeUp()) {
+        if (!sendWakeUp())
             qWarning("[main]: the program runs already, but nobody takes the wake-up");
-        }
         return 0;
     }
     WakeUpServer wakeUps;

@@ -22,9 +22,8 @@ __attribute__((noinline)) int overflowTheStack(int depth)
 {
     volatile char room[4096] = {};
     room[depth % 4096] = char(depth);
-    if (depth < 0) { // never, but the compiler must not know that this has no end
+    if (depth < 0) // never, but the compiler must not know that this has no end
         return 0;
-    }
     return overflowTheStack(depth + 1) + room[(depth + 1) % 4096];
 }
 
@@ -60,12 +59,10 @@ void runInThread(void (*crash)())
 void crashInManyThreads()
 {
     std::thread threads[8];
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread = std::thread([] { writeToNowhere(); });
-    }
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread.join();
-    }
 }
 
 } // namespace
@@ -81,21 +78,20 @@ int main(int argc, char** argv)
     config->saveAppConfigJsonObj();
 
     const char* kind = argc > 1 ? argv[1] : "";
-    if (std::strcmp(kind, "null pointer in a thread") == 0) {
+    if (std::strcmp(kind, "null pointer in a thread") == 0)
         runInThread(writeToNowhere);
-    } else if (std::strcmp(kind, "stack overflow") == 0) {
+    else if (std::strcmp(kind, "stack overflow") == 0)
         overflowTheStack(0);
-    } else if (std::strcmp(kind, "stack overflow in a thread") == 0) {
+    else if (std::strcmp(kind, "stack overflow in a thread") == 0)
         runInThread([] { overflowTheStack(0); });
-    } else if (std::strcmp(kind, "lost stack") == 0) {
+    else if (std::strcmp(kind, "lost stack") == 0)
         loseTheStack();
-    } else if (std::strcmp(kind, "wild jump") == 0) {
+    else if (std::strcmp(kind, "wild jump") == 0)
         jumpToNowhere();
-    } else if (std::strcmp(kind, "fatal message") == 0) {
+    else if (std::strcmp(kind, "fatal message") == 0)
         qFatal("the end");
-    } else if (std::strcmp(kind, "many threads") == 0) {
+    else if (std::strcmp(kind, "many threads") == 0)
         crashInManyThreads();
-    }
     std::puts("still alive");
     return 0;
 }

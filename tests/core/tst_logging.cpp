@@ -23,9 +23,8 @@ private:
     static QStringList lines(const QString& path)
     {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
+        if (!file.open(QIODevice::ReadOnly))
             return {};
-        }
         QStringList result = QString::fromUtf8(file.readAll()).split('\n');
         result.removeLast();
         return result;
@@ -34,9 +33,8 @@ private:
     static QStringList texts(const QString& path)
     {
         QStringList result;
-        for (const QString& line : lines(path)) {
+        for (const QString& line : lines(path))
             result << line.section(" - ", 1).trimmed();
-        }
         return result;
     }
 
@@ -86,9 +84,8 @@ private slots:
     {
         LogSystem log(logs());
         std::thread([] {
-            for (int i = 0; i < 2; ++i) {
+            for (int i = 0; i < 2; ++i)
                 QMessageLogger("a.cpp", 1, "f").info("in the thread");
-            }
         }).join();
         QMessageLogger("a.cpp", 2, "f").info("outside");
 
@@ -138,9 +135,8 @@ private slots:
     {
         LogSystem log(logs());
         const std::string filler(1024 * 1024, 'x');
-        for (int i = 0; i < 24; ++i) {
+        for (int i = 0; i < 24; ++i)
             qInfo("[[loop]] %d %s", i, filler.c_str());
-        }
         const QString loopFile = log.filePath().chopped(4) + ".loop.log";
         QVERIFY(QFileInfo(loopFile).size() < 11 * 1024 * 1024);
         QVERIFY(QFileInfo(loopFile + ".1").size() >= 10 * 1024 * 1024);
@@ -167,9 +163,8 @@ private slots:
         LogSystem log(logs());
         qInfo("new");
         const auto expectKept = [](const QStringList& paths, int deleted) {
-            for (int i = 0; i < paths.size(); ++i) {
+            for (int i = 0; i < paths.size(); ++i)
                 QVERIFY2(QFile::exists(paths[i]) == (i >= deleted), qPrintable(paths[i]));
-            }
         };
         expectKept(main, 1);
         expectKept(devices, 5);

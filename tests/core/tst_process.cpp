@@ -54,9 +54,8 @@ private slots:
     void ofEightSimultaneousStartsOneRuns()
     {
         std::vector<std::unique_ptr<QProcess>> processes(8);
-        for (auto& process : processes) {
+        for (auto& process : processes)
             process = start();
-        }
         const auto running = [](const auto& process) { return process->state() == QProcess::Running; };
         const auto nbRunning = [&] { return std::count_if(processes.begin(), processes.end(), running); };
         QTRY_VERIFY_WITH_TIMEOUT(count(kReady) >= 1 && nbRunning() <= 1, kPatienceMs);
@@ -64,9 +63,8 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 7, kPatienceMs);
         QCOMPARE(count(kReady), 1);
         QVERIFY(terminateWell(**std::find_if(processes.begin(), processes.end(), running)));
-        for (const auto& process : processes) {
+        for (const auto& process : processes)
             QVERIFY(endsWell(*process));
-        }
     }
 
     void whatAKilledProcessLeavesBehindIsNoObstacle()
@@ -126,9 +124,8 @@ private slots:
         m_sandbox->writeConfig("global.json", {{"cleanStartup", true}});
         const auto process = start();
         QTRY_COMPARE_WITH_TIMEOUT(count(kReady), 1, kPatienceMs);
-        for (int i = 0; i < 5; ++i) { // more of them change nothing
+        for (int i = 0; i < 5; ++i) // more of them change nothing
             ::kill(pid_t(process->processId()), signal);
-        }
         QVERIFY(endsWell(*process));
         QCOMPARE(stored("global.json").value("cleanStartup"), QJsonValue(false));
         QVERIFY(!QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));

@@ -33,9 +33,8 @@ CrashWindow::CrashWindow(const ReportTexts& texts, const QString& program, const
     auto* dump = new QLabel(dumpPath.isEmpty() ? texts.noDump : texts.dump.arg(dumpPath));
     dump->setTextFormat(Qt::PlainText);
     dump->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    for (QLabel* label : {message, dump}) {
+    for (QLabel* label : {message, dump})
         label->setWordWrap(true);
-    }
     auto* openFolder = new QPushButton(texts.openFolder);
     auto* closeButton = new QPushButton(texts.close);
     closeButton->setDefault(true);

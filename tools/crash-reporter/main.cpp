@@ -55,9 +55,8 @@ int main(int argc, char** argv)
     const QString dumpPath = newestDump(folder);
 
     print(texts, program, dumpPath);
-    if (!isVisiblePlatform()) {
+    if (!isVisiblePlatform())
         return 0;
-    }
     CrashWindow window(texts, program, dumpPath, folder.absolutePath());
     window.show();
     return QApplication::exec();

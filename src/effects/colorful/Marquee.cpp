@@ -4,7 +4,6 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
-
 namespace {
 
 constexpr double kSliderMax = 200.0;

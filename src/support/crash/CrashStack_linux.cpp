@@ -20,9 +20,8 @@ public:
     {
         void* memory = mmap(nullptr, m_guardBytes + m_stackBytes, PROT_READ | PROT_WRITE,
                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0);
-        if (memory == MAP_FAILED) {
+        if (memory == MAP_FAILED)
             return;
-        }
         m_memory = static_cast<std::byte*>(memory);
         mprotect(m_memory, m_guardBytes, PROT_NONE);
         stack_t stack = {};
