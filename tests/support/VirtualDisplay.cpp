@@ -3,6 +3,7 @@
 #include <QDebug>
 #include <QProcessEnvironment>
 #include <QRect>
+#include <csignal>
 
 namespace {
 constexpr int kStartMs = 20000;
@@ -59,6 +60,16 @@ void VirtualDisplay::stop()
         return;
     m_server.kill();
     m_server.waitForFinished();
+}
+
+void VirtualDisplay::freeze()
+{
+    kill(pid_t(m_server.processId()), SIGSTOP);
+}
+
+void VirtualDisplay::thaw()
+{
+    kill(pid_t(m_server.processId()), SIGCONT);
 }
 
 void VirtualDisplay::use() const

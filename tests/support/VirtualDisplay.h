@@ -20,6 +20,9 @@ public:
     bool start();
     /// Kills the server, as a crash would. Does nothing when it is not running.
     void stop();
+    /// Makes the server answer nothing until it is thawed, as an overloaded machine or a lost line would.
+    void freeze();
+    void thaw();
 
     /// Such as ":7"; empty before the first start.
     QByteArray name() const { return m_name; }
