@@ -153,6 +153,8 @@ private slots:
         config()->setAppConfig(savedKey, "gone");
         FakeDeskDuplManager manager;
         FakeDeskDuplManager other;
+        loaded<ProbeMode>(1, 0, &manager)->unload();
+        QCOMPARE(config()->appConfig(savedKey).toString(), QString("gone")); // may be back next time
         const auto worker = loaded<ProbeMode>(1, 0, &manager);
         worker->DIDeskDuplication(&other); // comes too late
         worker->update(0.1);               // nothing bound: the saved one is unknown
@@ -170,12 +172,32 @@ private slots:
         manager.order.clear();
         emit manager.capturerFailed("B"); // no default left: the old one stays
         QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 1}}));
+        manager.order = {"A", "B"};
+        emit manager.capturerReady("A"); // both are back, and B had been in use
+        QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 1}}));
+        manager.order.clear();
+        emit manager.capturerFailed("B");
+        manager.order = {"A"};
+        emit manager.capturerReady("A"); // another comes in the place of the lost one
+        QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 1}, {"B", 0}}));
 
         worker->unload();
-        emit manager.capturerReady("A"); // unloaded: nobody would give it back
+        emit manager.capturerReady("B"); // unloaded: nobody would give it back
         QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 0}}));
-        QCOMPARE(config()->appConfig(savedKey).toString(), QString("B"));
+        QCOMPARE(config()->appConfig(savedKey).toString(), QString("A"));
         QVERIFY(other.held.isEmpty());
+    }
+
+    void theCapturerOfTheLastTimeGoesFirst()
+    {
+        config()->setAppConfig("runtime.screenSync.sourceIndex." + kController, "B");
+        FakeDeskDuplManager manager;
+        manager.order.clear(); // the display is not there yet
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        manager.order = {"A", "B"};
+        emit manager.capturerReady("A");
+        emit manager.capturerReady("B");
+        QCOMPARE(worker->effectProperty("inputSource").toString(), QString("B"));
     }
 
     void propertiesFollowTheProtocolAndSurvive()

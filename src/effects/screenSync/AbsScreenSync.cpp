@@ -34,6 +34,11 @@ double storedStrength(const QString& effectId, const QString& controllerId,
     return ok ? value : setting.fallback;
 }
 
+QString storedSourceIdx(const QString& controllerId)
+{
+    return config()->appConfig(ConfigKeys::sourceIndexKey(controllerId)).toString();
+}
+
 bool appFlag(const QString& key, bool fallback)
 {
     return config()->appConfig(key).toBool(fallback);
@@ -92,7 +97,7 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     start();
 
     const QList<QString> capturers = m_deskDuplManager->allCapturer();
-    QString sourceIdx = config()->appConfig(ConfigKeys::sourceIndexKey(controllerId())).toString();
+    QString sourceIdx = storedSourceIdx(controllerId());
     if (capturers.isEmpty()) {
         qWarning() << "[AbsScreenSync]: Cannot connect to any capture";
         return 0;
@@ -109,7 +114,9 @@ void AbsScreenSync::unload()
     config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
                                m_saturationStrength);
     config()->saveEffectJsonObj(effectId());
-    config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), m_sourceIdx);
+    // Without any capturer so far the one of the last time is still the one to look for.
+    if (!m_sourceIdx.isEmpty())
+        config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), m_sourceIdx);
     config()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), m_autoWipeDarkSide);
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     if (m_deskDuplManager)
@@ -155,6 +162,7 @@ void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
     }
     m_capturer = acquired;
     m_sourceIdx = sourceIdx;
+    m_capturerLost = false;
     adaptOutputSize(sourceIdx);
     qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
                       << "capturer"
@@ -187,15 +195,26 @@ void AbsScreenSync::adaptOutputSize(const QString& sourceIdx)
 void AbsScreenSync::onCapturerReady(const QString& id)
 {
     qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is available.";
-    if (!m_capturer)
+    // When the display comes back several are announced, one by one: the one of the last time goes first.
+    const QString last = storedSourceIdx(controllerId());
+    if (needsCapturer() && m_deskDuplManager->allCapturer().contains(last))
+        setInputSourceIdx(last);
+    if (needsCapturer())
         setInputSourceIdx(id);
 }
 
 void AbsScreenSync::onCapturerFailed(const QString& id)
 {
     qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is lost.";
-    if (id == m_sourceIdx)
-        setInputSourceIdx(m_deskDuplManager->defaultCapturer());
+    if (id != m_sourceIdx)
+        return;
+    m_capturerLost = true;
+    setInputSourceIdx(m_deskDuplManager->defaultCapturer());
+}
+
+bool AbsScreenSync::needsCapturer() const
+{
+    return !m_capturer || m_capturerLost;
 }
 
 void AbsScreenSync::update(double)

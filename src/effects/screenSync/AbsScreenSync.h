@@ -67,6 +67,7 @@ private slots:
 private:
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
+    bool needsCapturer() const;
     void releaseCapturer();
     void adaptOutputSize(const QString& sourceIdx);
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
@@ -79,6 +80,7 @@ private:
 
     QString m_sourceIdx;
     QSharedPointer<IDeskCapture> m_capturer;
+    bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
     double m_blurStrength = 0.5;
     QElapsedTimer m_screenshotTimer;
