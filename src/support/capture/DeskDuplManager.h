@@ -1,5 +1,19 @@
 #pragma once
 
+// Desktop capture, from the effects down to the screen:
+//
+//   IDeskDuplManager, IDeskCapture   what the effects see: a list of sources, and frames of one of them
+//   DeskDuplManager                  shares one DeskCapture a source; DeskCaptureOption, the user's choice,
+//                                    picks the back end from the list in CaptureModes_*
+//   CaptureBackend                   where another way to read the desktop slots in: ThreadedCaptureBackend
+//                                    grabs on a thread, NullCaptureBackend stands in without a display
+//   DeskCapture                      between pullers and grabbing: keeps the newest frame and says when the
+//                                    next is due, just before the pull that PullPace expects
+//   CaptureThread                    grabs what is due and follows the sources; drives a ScreenGrabber
+//   ScreenGrabber                    one system's calls: X11Grabber (with X11Image for the memory and
+//                                    X11ChangeWatch to skip still screens), DxgiGrabber (with DxgiMonitor)
+//   FrameScaler                      the screen's pixels to the small frame, by the mean of areas
+
 #include "support/capture/CaptureModes.h"
 #include "support/capture/CaptureSource.h"
 #include "support/capture/IDeskDuplManager.h"
