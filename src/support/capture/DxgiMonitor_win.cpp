@@ -36,10 +36,12 @@ bool DxgiMonitor::ensureDuplication()
         m_device.Reset();
         return false;
     }
-    // Refused while the secure desktop is shown, say: the next grab tries again.
+    // Refused while the secure desktop is shown, say: the next grab tries again. A device is too dear to be
+    // made for every try.
     if (FAILED(m_output->DuplicateOutput(m_device.Get(), &m_duplication))) {
         m_duplication.Reset();
-        m_device.Reset();
+        if (FAILED(m_device->GetDeviceRemovedReason()))
+            m_device.Reset();
         return false;
     }
     DXGI_OUTDUPL_DESC desc{};
