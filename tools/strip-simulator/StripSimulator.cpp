@@ -4,6 +4,8 @@
 #include "SerialPortsFile.h"
 
 #include <QDebug>
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -65,6 +67,8 @@ bool StripSimulator::plugIn()
     const std::lock_guard<std::mutex> plugging(m_plugging);
     if (isPlugged())
         return true;
+    if (SerialPortsFile(m_options.portsFile).path().isEmpty())
+        return false;
     if (m_thread.joinable())
         m_thread.join(); // the one that hung up
     const int master = openPty();
@@ -167,8 +171,8 @@ double StripSimulator::nowMs()
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-/// Makes a pty in raw mode and keeps its path. Nobody holds the host's side open, so that a host which
-/// closes the port, or dies, is noticed.
+/// Makes a pty in raw mode and a link to it. Nobody holds the host's side open, so that a host which closes
+/// the port, or dies, is noticed.
 int StripSimulator::openPty()
 {
     const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
@@ -183,8 +187,19 @@ int StripSimulator::openPty()
     }
     ::cfmakeraw(&settings);
     ::tcsetattr(master, TCSANOW, &settings); // acts on the host's side
+
+    // The system gives the number of a pty to the next one that asks. A host that still believes in the old
+    // port must not open somebody else's, so every plugging in has a path of its own.
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_location = QString::fromLocal8Bit(path);
+    const QString list = QFileInfo(SerialPortsFile(m_options.portsFile).path()).absoluteFilePath();
+    const QString link = QStringLiteral("%1.%2.%3").arg(list, m_options.portName).arg(++m_pluggings);
+    QFile::remove(link); // of one that was killed
+    if (!QFile::link(QString::fromLocal8Bit(path), link)) {
+        qWarning().noquote() << "[StripSimulator]: Failed to make" << link << qt_error_string(errno);
+        ::close(master);
+        return -1;
+    }
+    m_location = link;
     return master;
 }
 
@@ -357,7 +372,8 @@ void StripSimulator::closeLine()
     }
     if (master < 0)
         return;
-    ::close(master);
     SerialPortsFile(m_options.portsFile).remove(m_options.portName, location);
+    QFile::remove(location);
+    ::close(master); // last: from here on its number may be somebody else's
     QMetaObject::invokeMethod(this, &StripSimulator::unplugged, Qt::QueuedConnection);
 }

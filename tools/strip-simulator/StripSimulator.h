@@ -120,6 +120,7 @@ private:
     int m_wake = -1; ///< eventfd that ends a wait of the thread
     int m_master = -1;
     QString m_location;
+    int m_pluggings = 0;
     StripParser m_parser;
     std::deque<Reply> m_replies;
     std::deque<StripFrame> m_frames;
