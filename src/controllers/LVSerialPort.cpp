@@ -10,6 +10,9 @@ constexpr qint64 kReportMs = 5000;
 constexpr int kDrainPollMs = 2;
 constexpr int kSettleMs = 15; ///< lets the adapter pass on its last bytes before the port closes
 constexpr int kLoggedBytes = 256;
+constexpr int kTalkWindowMs = 1000;
+constexpr int kChunksPerWindow = 20; ///< more than a finger presses a button
+constexpr qint64 kReadBufferBytes = 4096;
 
 } // namespace
 
@@ -20,12 +23,13 @@ LVSerialPort::LVSerialPort(QObject* parent)
     qRegisterMetaType<QByteArray>("QByteArray");
     qRegisterMetaType<QSerialPort::SerialPortError>();
     m_clock.start();
-    for (QTimer* timer : {&m_paceTimer, &m_drainTimer}) {
+    for (QTimer* timer : {&m_paceTimer, &m_drainTimer, &m_talkTimer}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
     }
     connect(&m_paceTimer, &QTimer::timeout, this, &LVSerialPort::sendWaiting);
     connect(&m_drainTimer, &QTimer::timeout, this, &LVSerialPort::checkDrained);
+    connect(&m_talkTimer, &QTimer::timeout, this, &LVSerialPort::onDevCmdArrival);
 }
 
 LVSerialPort::~LVSerialPort()
@@ -59,6 +63,10 @@ void LVSerialPort::startPacing()
     m_writeTimer.start();
     m_dropReportTimer.start();
     m_paced = true;
+    if (!m_port->isOpen())
+        return;
+    m_port->readAll(); // the end of the probe's answer is no press, and a full buffer would never signal
+    m_port->setReadBufferSize(kReadBufferBytes);
 }
 
 void LVSerialPort::write(QByteArray bytes)
@@ -123,19 +131,38 @@ void LVSerialPort::reportDrops()
 
 void LVSerialPort::onDevCmdArrival()
 {
-    // A device that talks without end must not fill the log.
+    if (!m_port->isOpen() || talksTooMuch())
+        return;
     const QByteArray data = m_port->readAll();
     const QByteArray shown = data.left(kLoggedBytes);
     qDebug() << "*****Received some data from " << m_name << shown << "toint() " << shown.toInt(nullptr, 10)
              << " QByteArray::fromHex(00) " << QByteArray::fromHex("00");
-    // Stops at the first NUL, so whatever follows a leading 0x00 still counts as a press.
-    if (QString::fromUtf8(data.constData()).isEmpty()) {
+    // The text before the first NUL decides: whatever follows a leading 0x00, it is a press.
+    if (*data.constData() == '\0') {
         qDebug() << "======================Received click signal from" << m_name
                  << " rawData======================" << shown;
         emit deviceCommand1();
     } else {
         qDebug() << "======================Received a unknown data ======================" << shown;
     }
+}
+
+bool LVSerialPort::talksTooMuch()
+{
+    if (!m_talkWindow.isValid() || m_talkWindow.hasExpired(kTalkWindowMs)) {
+        m_talkWindow.start();
+        m_chunks = 0;
+    }
+    if (m_chunks < kChunksPerWindow) {
+        ++m_chunks;
+        return false;
+    }
+    if (!m_talkTimer.isActive()) {
+        if (!std::exchange(m_toldOfTalk, true))
+            qWarning().noquote() << "[SerialPort]:" << m_name << "talks without end and is read slowly";
+        m_talkTimer.start(kTalkWindowMs);
+    }
+    return true;
 }
 
 std::optional<quint32> LVSerialPort::statusOf(QSerialPort::SerialPortError error)

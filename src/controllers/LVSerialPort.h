@@ -61,6 +61,9 @@ public slots:
     void onDevCmdArrival();
 
 private:
+    /// True when the device has said enough for now. It is read again later; until then its bytes stay on
+    /// its side, so that it fills neither memory, log nor the main thread's queue.
+    bool talksTooMuch();
     void onPortError(QSerialPort::SerialPortError error);
     void closeDead();
     void closePort();
@@ -88,6 +91,11 @@ private:
     std::atomic<quint64> m_dropped{0};
     quint64 m_reportedDrops = 0;
     QElapsedTimer m_dropReportTimer;
+
+    QElapsedTimer m_talkWindow;
+    int m_chunks = 0; ///< read since the window began
+    QTimer m_talkTimer{this};
+    bool m_toldOfTalk = false;
 
     std::shared_ptr<PortRelease> m_release;
     QDeadlineTimer m_releaseDeadline;

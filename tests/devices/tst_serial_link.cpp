@@ -6,12 +6,16 @@
 #include "controllers/LineBudget.h"
 #include "support/config/ConfigurationManager.h"
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <fcntl.h>
+#include <future>
 #include <memory>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -284,6 +288,37 @@ private slots:
         QTRY_COMPARE(log.count(QStringLiteral("Received a unknown data")), 1);
         QVERIFY(simulator.send(QByteArray("\0A", 2)));
         QTRY_COMPARE(pressed.count(), 2);
+    }
+
+    void aDeviceThatTalksWithoutEndIsReadSlowly()
+    {
+        LogCapture log;
+        const int master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+        QVERIFY(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+        Strip strip(QString::fromLocal8Bit(ptsname(master)), 1);
+        QVERIFY(strip.opened);
+        QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
+        QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
+        QElapsedTimer clock;
+        clock.start();
+        std::atomic<bool> stop{false};
+        const auto flood = std::async(std::launch::async, [&] {
+            const char presses[64] = {};
+            while (!stop) {
+                if (write(master, presses, sizeof presses) < 0)
+                    std::this_thread::yield();
+            }
+        });
+        const auto end = qScopeGuard([&] { stop = true; }); // before the flood's own end waits for it
+        QTRY_VERIFY(pressed.count() > 20);
+        const auto most = 21 * (clock.elapsed() / 1000 + 1);
+        QVERIFY2(pressed.count() <= most, qPrintable(QString::number(pressed.count())));
+        QVERIFY(log.count(QStringLiteral("Received click signal")) <= most + 20);
+        QCOMPARE(log.count(QStringLiteral("talks without end")), 1);
+        stop = true;
+        flood.wait();
+        close(master);
+        QTRY_COMPARE(status.count(), 1); // also behind a full buffer
     }
 
     void errorsBecomeStatusAndEqualOnesAreDropped()
