@@ -9,8 +9,8 @@
 #include <QThread>
 
 namespace {
-constexpr int kReleaseMs = 500;
-constexpr int kReleaseGraceMs = 50; ///< for a busy machine, on top of what the port allows itself
+constexpr int kReleaseMs = 500;     ///< counts from the beginning, so it holds for any number of devices
+constexpr int kReleaseGraceMs = 50; ///< of which the port leaves this for a busy machine
 } // namespace
 
 LVController::LVController(const ControlOptions& options, LVSerialPort* serial, QObject* parent)
@@ -78,7 +78,7 @@ void LVController::beginRelease()
         black = LedFrame::build(m_header, blackColors());
     QMetaObject::invokeMethod(
         m_serial,
-        [serial = m_serial, black, deadline = m_releaseDeadline, result = m_release] {
+        [serial = m_serial, black, deadline = m_releaseDeadline - kReleaseGraceMs, result = m_release] {
             serial->release(black, deadline, result);
         },
         Qt::QueuedConnection);
@@ -88,8 +88,7 @@ void LVController::waitForRelease()
 {
     if (!m_release || m_portClosed)
         return;
-    const auto timeout = static_cast<int>(m_releaseDeadline.remainingTime()) + kReleaseGraceMs;
-    m_portClosed = m_release->done.tryAcquire(1, timeout);
+    m_portClosed = m_release->done.tryAcquire(1, static_cast<int>(m_releaseDeadline.remainingTime()));
 }
 
 void LVController::stopThread()
