@@ -121,14 +121,20 @@ void LVControllerEnumerator::makeController(const QString& portName)
 void LVControllerEnumerator::onTimedOut(ProbeDialogue* dialogue)
 {
     logInfo(QStringLiteral("device response timeout\uFF1A") + dialogue->portName());
-    m_pendingDevices.insert(dialogue->portName());
-    dialogue->deleteLater();
+    giveUp(dialogue);
 }
 
 void LVControllerEnumerator::refuse(ProbeDialogue* dialogue)
 {
     logInfo(QStringLiteral("Failed to verify deviece ") + dialogue->portName());
+    giveUp(dialogue);
+}
+
+void LVControllerEnumerator::giveUp(ProbeDialogue* dialogue)
+{
     m_pendingDevices.insert(dialogue->portName());
+    // A user's dialog may hold the deletion up, and the port must be free for the next attempt.
+    dialogue->dropPort();
     dialogue->deleteLater();
 }
 

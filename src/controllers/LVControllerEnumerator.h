@@ -49,6 +49,7 @@ private:
     void onTimedOut(ProbeDialogue* dialogue);
     void onReply(ProbeDialogue* dialogue, const QByteArray& raw);
     void refuse(ProbeDialogue* dialogue);
+    void giveUp(ProbeDialogue* dialogue);
     LVController* adopt(ProbeDialogue* dialogue, const ProbeReply& reply);
 
     std::unique_ptr<ISerialPortSource> m_source;

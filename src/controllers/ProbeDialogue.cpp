@@ -16,7 +16,7 @@ ProbeDialogue::ProbeDialogue(const SerialPortRecord& record, QObject* parent)
 
 ProbeDialogue::~ProbeDialogue()
 {
-    delete m_serial; // nothing ends a dialogue from within a signal of the port
+    dropPort();
 }
 
 bool ProbeDialogue::start(int replyMs)
@@ -40,6 +40,11 @@ LVSerialPort* ProbeDialogue::takePort()
     QObject::disconnect(m_serial->port(), nullptr, this, nullptr);
     QObject::disconnect(m_serial, nullptr, this, nullptr);
     return std::exchange(m_serial, nullptr);
+}
+
+void ProbeDialogue::dropPort()
+{
+    delete std::exchange(m_serial, nullptr); // no handler of ours runs within a signal of the port
 }
 
 void ProbeDialogue::onReadyRead()
