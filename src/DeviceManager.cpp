@@ -1,6 +1,7 @@
 #include "DeviceManager.h"
 
 #include "DisconnectionHistory.h"
+#include "GuardedCall.h"
 #include "PluginFiles.h"
 #include "controllers/LVControllerEnumerator.h"
 #include "controllers/VTControllerEnumerator.h"
@@ -42,6 +43,7 @@ DeviceManager::DeviceManager(LumivarApp* app, QObject* parent)
 
 DeviceManager::~DeviceManager()
 {
+    delete m_disconnectionWarning;
     // All strips go black at the same time; each controller's destructor then only waits for its own.
     for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
         controller->beginRelease();
@@ -87,7 +89,8 @@ void DeviceManager::loadExternalDeviceEnumerators()
     for (const QFileInfo& file : dir.entryInfoList({pluginFilePattern()})) {
         const QString path = file.absoluteFilePath();
         QPluginLoader loader(path);
-        QObject* instance = loader.instance();
+        QObject* instance = nullptr;
+        guardedCall("an enumerator plug-in's constructor", [&] { instance = loader.instance(); });
         if (!instance) {
             qWarning().noquote() << QStringLiteral("Failed to load EffectPlugin by path %1").arg(path)
                                  << loader.errorString();
@@ -148,15 +151,15 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
     }
 
     if (options.nbLeds == 0) {
-        controller->setNbLeds(1);
-        if (!setControllerLayout(*controller)) {
+        const bool chosen = setControllerLayout(*controller);
+        // The device may have failed and gone while the dialog was open.
+        if (m_controllers.value(options.id) != controller)
+            return;
+        if (!chosen) {
             controller->setNbLeds(1);
             qInfo() << "The user unconfigures the new device, so 1 LED is set for the new device "
                     << options.id;
         }
-        // The device may have failed and gone while the dialog was open.
-        if (m_controllers.value(options.id) != controller)
-            return;
     }
     bindFirstEffect(controlOptions(options.id));
     emit newController(options.id);
@@ -179,18 +182,22 @@ bool DeviceManager::setControllerLayout(const QString& id)
 
 bool DeviceManager::setControllerLayout(AbsRGBController& controller)
 {
+    const uint32_t stored = controller.options().nbLeds;
+    const uint32_t previous = qMax(stored, 1U);
+    controller.setNbLeds(previous);
+    // Where nobody answered, the question comes again with the next start or the device's return.
+    const auto leaveOpen = [&] {
+        if (stored == 0)
+            controller.saveProperty(QLatin1String(ConfigKeys::kNbLeds.key), 0);
+    };
     if (isHeadless()) {
         qWarning() << "[DeviceManager]: The LED count cannot be asked for without a display, device:"
                    << controller.options().id;
+        leaveOpen();
         return false;
     }
     ControllerConfigDialog dialog(dialogParent());
-    uint32_t previous = controller.options().nbLeds;
     int highest = kFirstHighMark;
-    if (previous == 0) {
-        controller.setNbLeds(1);
-        previous = 1;
-    }
     dialog.setNbLed(static_cast<int>(previous));
     dialog.setDeviceName(controller.options().kindName);
 
@@ -206,18 +213,23 @@ bool DeviceManager::setControllerLayout(AbsRGBController& controller)
                  << "by user operation.";
     });
     connect(&dialog, &QDialog::rejected, &controller, [&] {
+        controller.update({}); // or what the pattern lit beyond the count would stay lit
         controller.setNbLeds(previous);
         qDebug() << "The operation of configuring the device is cancelled , device id "
                  << controller.options().id;
     });
     // A device that fails meanwhile needs no answer any more.
     connect(this, &DeviceManager::controllerFailed, &dialog, [&](const QString& failed) {
-        if (failed == controller.options().id)
-            dialog.reject();
+        if (failed != controller.options().id)
+            return;
+        dialog.reject();
+        leaveOpen();
     });
     const int result = dialog.exec();
-    if (dialog.isVisible())
-        dialog.reject(); // the program ends: the test pattern's count must not be what is stored
+    if (dialog.isVisible()) { // the program ends: the test pattern's count must not be what is stored
+        dialog.reject();
+        leaveOpen();
+    }
     return result != QDialog::Rejected;
 }
 
@@ -255,10 +267,11 @@ void DeviceManager::onEffectPropertyChanged(QString ctl, QString effect, QString
 
 void DeviceManager::removeController(const QString& id)
 {
-    const auto found = m_controllers.find(id);
-    if (found == m_controllers.end())
+    AbsRGBControllerPtr gone = m_controllers.take(id);
+    if (!gone)
         return;
-    m_controllers.erase(found);
+    disconnect(gone.data(), &AbsRGBController::statusChanged, this, nullptr); // not about its successor
+    gone.reset();
     qInfo().noquote() << "[DeviceManager]: " << id << "has been removed";
     emit controllerFailed(id);
 }
@@ -302,6 +315,8 @@ void DeviceManager::warnOfDisconnections(const QString& id)
         qWarning() << "[DeviceManager]: The device disconnects often, perhaps it lacks power:" << id;
         return;
     }
+    if (m_disconnectionWarning)
+        return; // a strip that keeps dropping out all night is one window in the morning
     // Not modal: the strip must come back even while nobody is there to press the button.
     auto* box = new QMessageBox(
         QMessageBox::Information, QStringLiteral("Lumivar"),
@@ -313,6 +328,7 @@ void DeviceManager::warnOfDisconnections(const QString& id)
     box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setModal(false);
+    m_disconnectionWarning = box;
     box->show();
 }
 

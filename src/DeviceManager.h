@@ -8,9 +8,11 @@
 #include <QJsonValue>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QSharedPointer>
 
 class LumivarApp;
+class QMessageBox;
 
 /// The registry of live devices and the owner of the effect engine. Main thread.
 class DeviceManager : public QObject
@@ -71,4 +73,5 @@ private:
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
     LumivarApp* m_app;
     EffectsManager m_effects;
+    QPointer<QMessageBox> m_disconnectionWarning;
 };

@@ -158,6 +158,7 @@ private slots:
             QCOMPARE(device->shown, QVector<LV_RGB>(30, LV_RGB{255, 0, 0}));
             const QString button = accept ? QStringLiteral("okBtn") : QStringLiteral("rejectBtn");
             dialog.findChild<QPushButton*>(button)->click();
+            QCOMPARE(device->shown.size(), accept ? 30 : 0); // a rejected pattern does not stay lit
         });
         add(device);
         QVERIFY(asked);
@@ -202,6 +203,9 @@ private slots:
         add(device);
         QVERIFY(m_manager->controllerIds().isEmpty());
         QCOMPARE(added.size(), 0);
+        // Nobody answered: it is asked about again when it is back.
+        QCOMPARE(ConfigurationManager::instance()->controllerJsonObj(kId)[ConfigKeys::kNbLeds.key].toInt(-1),
+                 0);
     }
 
     void threeFailuresInUnderTwentySecondsWarnOnce()
@@ -224,9 +228,11 @@ private slots:
         QCOMPARE(messageBoxes().size(), 1);
         QCOMPARE(messageBoxes().first()->windowTitle(), QStringLiteral("Lumivar"));
         QVERIFY(messageBoxes().first()->text().contains(QStringLiteral("灯带频烦断开")));
-        delete messageBoxes().first();
-        device->fail(2);
+        for (int i = 0; i < 4; ++i)
+            device->fail(2);
+        QCOMPARE(messageBoxes().size(), 1); // still open
         QCOMPARE(config->appConfig(key).toArray().size(), 1);
+        delete messageBoxes().first();
     }
 
     void historyKeepsTheNewestThreeAndJudgesThem()
