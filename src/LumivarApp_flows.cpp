@@ -46,8 +46,10 @@ void LumivarApp::onDevPhyBtnClicked(QString ctlName, int btn)
         return;
     }
     const AbsRGBControllerPtr pressed = m_deviceManager.controller(ctlName);
-    if (!pressed)
+    if (!pressed) {
+        qWarning() << "Not found controller, id" << ctlName;
         return;
+    }
     auto* config = ConfigurationManager::instance();
     const bool enabledBefore = pressed->options().enable;
     const QString current = m_deviceManager.effects().boundEffectId(ctlName);
@@ -91,8 +93,10 @@ void LumivarApp::pressButton(const QString& id, int action, const QString& curre
 
 void LumivarApp::toggleLight(const QString& id, bool enable)
 {
-    if (const AbsRGBControllerPtr controller = m_deviceManager.controller(id))
-        controller->setEnable(enable);
+    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
+    if (!controller)
+        return;
+    controller->setEnable(enable);
     LOG4CPLUS_INFO(
         usrOptionsLogger(),
         toLogString(QStringLiteral("Controller: %1 enable status changed to %2").arg(id).arg(enable)));
