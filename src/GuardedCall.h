@@ -11,8 +11,8 @@ void guardedCall(const char* what, Call&& call)
     try {
         call();
     } catch (const std::exception& error) {
-        qCritical("[EffectsManager]: An exception left %s: %s", what, error.what());
+        qCritical("[Plugin]: An exception left %s: %s", what, error.what());
     } catch (...) {
-        qCritical("[EffectsManager]: An unknown exception left %s", what);
+        qCritical("[Plugin]: An unknown exception left %s", what);
     }
 }
