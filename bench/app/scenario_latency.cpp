@@ -104,6 +104,7 @@ bool report(const char* what, const QVector<double>& latencies, int changes)
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // it takes minutes: whoever redirects it wants to see each line
     const int seconds = argc > 1 ? atoi(argv[1]) : 600;
     const int changes = argc > 2 ? atoi(argv[2]) : 60;
 
