@@ -1,12 +1,12 @@
 #pragma once
 
+#include "LogCapture.h"
 #include "effects/screenSync/AbsScreenSync.h"
 #include "support/capture/IDeskDuplManager.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QHash>
 #include <QSignalSpy>
-#include <QStringList>
 #include <opencv2/core.hpp>
 
 /// Hands out one known frame and takes every size.
@@ -36,7 +36,7 @@ public:
         return captures.value(id);
     }
     void releaseCapturer(QString id) override { --held[id]; }
-    QString capturerDesc(QString id) override { return QStringLiteral("Monitor ") + id; }
+    QString capturerDesc(QString id) override { return "Monitor " + id; }
 
     QList<QString> order{"A", "B"};
     QHash<QString, QSharedPointer<FakeCapture>> captures{{"A", QSharedPointer<FakeCapture>::create()},
@@ -44,25 +44,10 @@ public:
     QHash<QString, int> held;
 };
 
-/// Collects the log lines of the test's thread while it lives.
-class LogCatcher
-{
-public:
-    LogCatcher() { s_lines.clear(), m_previous = qInstallMessageHandler(&LogCatcher::take); }
-    ~LogCatcher() { qInstallMessageHandler(m_previous); }
-    static int count(const QString& text) { return s_lines.filter(text).size(); }
-
-private:
-    static void take(QtMsgType, const QMessageLogContext&, const QString& line) { s_lines.append(line); }
-
-    QtMessageHandler m_previous = nullptr;
-    static inline thread_local QStringList s_lines;
-};
-
 namespace ScreenTestKit {
 
-const QString kEffect = QStringLiteral("id.effect.screenSync.test");
-const QString kController = QStringLiteral("LVTEST:01");
+const QString kEffect = "id.effect.screenSync.test";
+const QString kController = "LVTEST:01";
 
 inline ConfigurationManager* config()
 {
@@ -76,7 +61,7 @@ std::unique_ptr<Mode> loaded(unsigned nbLeds, unsigned direction = 0, IDeskDuplM
     EffectWorkerOptions options;
     options.id = kEffect;
     ControlOptions controller;
-    controller.model = QStringLiteral("LVTEST");
+    controller.model = "LVTEST";
     controller.id = kController;
     controller.nbLeds = nbLeds;
     controller.installDirection = direction;

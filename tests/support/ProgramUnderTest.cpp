@@ -14,33 +14,32 @@ constexpr int kEndMs = 30000;
 // A short path, because sockets stand below it.
 ProgramUnderTest::ProgramUnderTest(const QString& folder)
     : environment(QProcessEnvironment::systemEnvironment())
-    , m_home(QStringLiteral("/tmp/lumivar-test-XXXXXX"))
+    , m_home("/tmp/lumivar-test-XXXXXX")
     , m_folder(folder)
 {
     for (const char* name : {"config", "data", "run", "tmp"}) {
-        QDir().mkpath(path(QLatin1String(name)));
-        QFile::setPermissions(path(QLatin1String(name)),
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QDir().mkpath(path(name));
+        QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    environment.insert(QStringLiteral("HOME"), m_home.path());
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("run")));
-    environment.insert(QStringLiteral("TMPDIR"), path(QStringLiteral("tmp")));
-    environment.insert(QStringLiteral("LUMIVAR_SERIAL_PORTS"), portsFile());
+    environment.insert("HOME", m_home.path());
+    environment.insert("XDG_CONFIG_HOME", path("config"));
+    environment.insert("XDG_DATA_HOME", path("data"));
+    environment.insert("XDG_RUNTIME_DIR", path("run"));
+    environment.insert("TMPDIR", path("tmp"));
+    environment.insert("LUMIVAR_SERIAL_PORTS", portsFile());
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(QLatin1String(name));
+        environment.remove(name);
 }
 
 void ProgramUnderTest::setDisplay(const QByteArray& display)
 {
-    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    environment.insert("DISPLAY", QString::fromLatin1(display));
 }
 
 QString ProgramUnderTest::useCopyOfProgramFolder()
 {
     const QDir from(m_folder);
-    const QDir to(path(QStringLiteral("program/bin")));
+    const QDir to(path("program/bin"));
     QDirIterator files(from.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString target = to.filePath(from.relativeFilePath(files.next()));
@@ -48,8 +47,7 @@ QString ProgramUnderTest::useCopyOfProgramFolder()
         QFile::copy(files.filePath(), target);
     }
     // The program looks for its libraries beside its own folder.
-    QFile::link(QDir::cleanPath(from.filePath(QStringLiteral("../lib"))),
-                path(QStringLiteral("program/lib")));
+    QFile::link(QDir::cleanPath(from.filePath("../lib")), path("program/lib"));
     m_folder = to.path();
     return m_folder;
 }
@@ -67,11 +65,11 @@ bool ProgramUnderTest::terminate()
 
 std::unique_ptr<QProcess> ProgramUnderTest::startAnother(const QStringList& arguments, const QString& path)
 {
-    const QString program = path.isEmpty() ? m_folder + QStringLiteral("/lumivar") : path;
+    const QString program = path.isEmpty() ? m_folder + "/lumivar" : path;
     auto process = std::make_unique<QProcess>();
     process->setProcessEnvironment(environment);
     process->setWorkingDirectory(m_home.path());
-    process->setStandardErrorFile(m_home.filePath(QStringLiteral("stderr")), QIODevice::Append);
+    process->setStandardErrorFile(m_home.filePath("stderr"), QIODevice::Append);
     process->start(program, arguments);
     if (!process->waitForStarted())
         qFatal("cannot start %s", qPrintable(program));
@@ -87,7 +85,7 @@ bool ProgramUnderTest::endsWell(QProcess& process)
 
 QString ProgramUnderTest::configFile(const QString& name) const
 {
-    return path(QStringLiteral("config/Lumivar/") + name);
+    return path("config/Lumivar/" + name);
 }
 
 QJsonObject ProgramUnderTest::readConfig(const QString& name) const
@@ -117,13 +115,13 @@ QByteArray ProgramUnderTest::readFile(const QString& path)
 QString ProgramUnderTest::logText(const QString& folder) const
 {
     QString text;
-    const QDir logs(configFile(QStringLiteral("logs/") + folder));
-    for (const QString& name : logs.entryList({QStringLiteral("*.log")}, QDir::Files))
+    const QDir logs(configFile("logs/" + folder));
+    for (const QString& name : logs.entryList({"*.log"}, QDir::Files))
         text += QString::fromUtf8(readFile(logs.filePath(name)));
     return text;
 }
 
 QString ProgramUnderTest::standardError() const
 {
-    return QString::fromUtf8(readFile(path(QStringLiteral("stderr"))));
+    return QString::fromUtf8(readFile(path("stderr")));
 }

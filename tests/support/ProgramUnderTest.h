@@ -37,7 +37,7 @@ public:
     /// A file or folder below the home folder.
     QString path(const QString& relative) const { return m_home.filePath(relative); }
     /// The file of LUMIVAR_SERIAL_PORTS.
-    QString portsFile() const { return path(QStringLiteral("ports.json")); }
+    QString portsFile() const { return path("ports.json"); }
     QString configFile(const QString& name) const;
     QJsonObject readConfig(const QString& name) const;
     void writeConfig(const QString& name, const QJsonObject& object) const;

@@ -12,7 +12,7 @@ constexpr int kProgramMs = 20000;
 QProcessEnvironment environmentFor(const QByteArray& display)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    environment.insert("DISPLAY", QString::fromLatin1(display));
     return environment;
 }
 } // namespace
@@ -31,16 +31,14 @@ VirtualDisplay::~VirtualDisplay()
 bool VirtualDisplay::start()
 {
     // The server writes its number to standard output when it listens.
-    QStringList arguments;
+    const QString size =
+        QString("%1x%2x%3").arg(m_screenSize.width()).arg(m_screenSize.height()).arg(m_depth);
+    QStringList arguments{"-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", size};
     if (!m_name.isEmpty())
-        arguments << QString::fromLatin1(m_name);
-    arguments << QStringLiteral("-displayfd") << QStringLiteral("1") << QStringLiteral("-noreset")
-              << QStringLiteral("-nolisten") << QStringLiteral("tcp") << QStringLiteral("-screen")
-              << QStringLiteral("0")
-              << QStringLiteral("%1x%2x%3").arg(m_screenSize.width()).arg(m_screenSize.height()).arg(m_depth);
-    arguments << m_arguments;
+        arguments.prepend(QString::fromLatin1(m_name));
+    arguments += m_arguments;
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start(QStringLiteral("Xvfb"), arguments);
+    m_server.start("Xvfb", arguments);
     QByteArray number;
     while (!number.endsWith('\n')) {
         if (!m_server.waitForReadyRead(kStartMs)) {
@@ -72,11 +70,6 @@ void VirtualDisplay::thaw()
     kill(pid_t(m_server.processId()), SIGCONT);
 }
 
-void VirtualDisplay::use() const
-{
-    qputenv("DISPLAY", m_name);
-}
-
 bool VirtualDisplay::run(const QString& program, const QStringList& arguments, QByteArray* output) const
 {
     QProcess process;
@@ -102,17 +95,16 @@ void VirtualDisplay::startProgram(QProcess& process, const QString& program,
 bool VirtualDisplay::setMonitor(const QString& monitor, const QRect& geometry, bool primary) const
 {
     // xrandr reads a monitor as width/mm x height/mm + x + y; a star makes it the primary one.
-    const QString place = QStringLiteral("%1/%1x%2/%2+%3+%4")
+    const QString place = QString("%1/%1x%2/%2+%3+%4")
                               .arg(geometry.width())
                               .arg(geometry.height())
                               .arg(geometry.x())
                               .arg(geometry.y());
-    const QString shown = primary ? QLatin1Char('*') + monitor : monitor;
-    return run(QStringLiteral("xrandr"),
-               {QStringLiteral("--setmonitor"), shown, place, QStringLiteral("none")});
+    const QString shown = primary ? '*' + monitor : monitor;
+    return run("xrandr", {"--setmonitor", shown, place, "none"});
 }
 
 bool VirtualDisplay::removeMonitor(const QString& monitor) const
 {
-    return run(QStringLiteral("xrandr"), {QStringLiteral("--delmonitor"), monitor});
+    return run("xrandr", {"--delmonitor", monitor});
 }

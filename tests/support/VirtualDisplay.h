@@ -26,8 +26,6 @@ public:
 
     /// Such as ":7"; empty before the first start.
     QByteArray name() const { return m_name; }
-    /// Points this process and its children at the display by the environment variable.
-    void use() const;
 
     /// Runs an X program there and waits for it; false unless it ends with 0. Its standard output is kept
     /// in `output` where given.
