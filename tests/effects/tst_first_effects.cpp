@@ -18,19 +18,6 @@ namespace {
 
 using Frame = QVector<LV_RGB>;
 
-/// The clock stands still: the tests make the steps.
-template <typename Effect>
-class Stepped : public Effect
-{
-public:
-    explicit Stepped(const EffectWorkerOptions& options)
-        : Effect(options, nullptr)
-    {
-        this->stop();
-    }
-    using Effect::update;
-};
-
 EffectWorkerOptions entry(const QString& id)
 {
     EffectWorkerOptions options;
@@ -38,10 +25,34 @@ EffectWorkerOptions entry(const QString& id)
     return options;
 }
 
+Frame lastFrame(const QSignalSpy& frames)
+{
+    return frames.isEmpty() ? Frame() : frames.last().at(0).value<Frame>();
+}
+
+/// The clock stands still: the tests make the steps.
+template <typename Effect>
+class Stepped : public Effect
+{
+public:
+    explicit Stepped(const char* id)
+        : Effect(entry(id), nullptr)
+    {
+        this->stop();
+    }
+    Frame after(double seconds)
+    {
+        this->update(seconds);
+        return lastFrame(frames);
+    }
+
+    QSignalSpy frames{this, &IEffectWorker::updateColors};
+};
+
 ControlOptions strip(uint32_t nbLeds, int ledPerUnit = 1)
 {
     ControlOptions options;
-    options.id = QStringLiteral("LV0127:01");
+    options.id = "LV0127:01";
     options.nbLeds = nbLeds;
     options.ledPerUnit = ledPerUnit;
     return options;
@@ -50,11 +61,6 @@ ControlOptions strip(uint32_t nbLeds, int ledPerUnit = 1)
 ConfigurationManager* store()
 {
     return ConfigurationManager::instance();
-}
-
-Frame lastFrame(const QSignalSpy& frames)
-{
-    return frames.isEmpty() ? Frame() : frames.last().at(0).value<Frame>();
 }
 
 QVector<int> litLeds(const Frame& frame)
@@ -90,341 +96,267 @@ class TestFirstEffects : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        qRegisterMetaType<QVector<LV_RGB>>("QVector<LV_RGB>");
+        store()->reset();
+        m_folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir::setCurrent(m_folder->path()));
+        QVERIFY(QDir().mkpath("effects/colorful"));
+        QImage picture(4, 3, QImage::Format_RGB888);
+        for (int y = 0; y < 3; ++y) {
+            for (int x = 0; x < 4; ++x)
+                picture.setPixel(x, y, qRgb(10 * x, 10 * y, 7));
+        }
+        QVERIFY(picture.save("effects/colorful/ColorMap_3.png"));
+    }
 
-    void unitsOverlapByOneLed_data();
-    void unitsOverlapByOneLed();
-    void aRainbowRunsAlongTheStrip();
-    void flowingSpeedIsClampedWhenRead();
-    void flowingSurvivesAnySpeed();
-    void marqueeMovesByTimeAndUnit_data();
-    void marqueeMovesByTimeAndUnit();
-    void marqueeIsSilentWithoutLeds();
-    void colorMapSpreadsOneRow();
-    void colorMapSpeedFactors_data();
-    void colorMapSpeedFactors();
-    void colorMapWithoutPictureIsDark();
-    void colorMapSurvivesAnySpeedAndTheTimeBeforeLoad();
-    void firstUseShowsTheDefaultColor();
-    void storedColorIsShownAndRefreshed();
-    void singleColorTakesArraysOnly();
-    void propertiesFollowTheProtocol_data();
-    void propertiesFollowTheProtocol();
+    void cleanup() { QDir::setCurrent(QDir::rootPath()); }
+
+    void unitsOverlapByOneLed_data()
+    {
+        QTest::addColumn<int>("ledPerUnit");
+        QTest::addColumn<QVector<int>>("units"); // which unit each of seven LEDs shows
+        QTest::newRow("three") << 3 << QVector<int>{0, 0, 1, 1, 2, 2, 3};
+        QTest::newRow("two is the same as one") << 2 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("one") << 1 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("none") << 0 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("negative") << INT_MIN << QVector<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("huge") << INT_MAX << QVector<int>{0, 0, 0, 0, 0, 0, 1};
+    }
+    void unitsOverlapByOneLed()
+    {
+        QFETCH(int, ledPerUnit);
+        QFETCH(QVector<int>, units);
+        Frame colors(7);
+        uint8_t unit = 0;
+        paintUnits(colors, ledPerUnit, [&unit](int) {
+            return LV_RGB{static_cast<uint8_t>(10 * unit++), 0, 0};
+        });
+        QCOMPARE(columnsOf(colors), units);
+    }
+
+    void aRainbowRunsAlongTheStrip()
+    {
+        FlowingEffect effect(entry(kFlowing), nullptr);
+        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
+        const auto step = [&] {
+            QMetaObject::invokeMethod(&effect, "update", Qt::DirectConnection);
+            return lastFrame(frames);
+        };
+        QCOMPARE(step(), Frame()); // nothing is sent before there are LEDs
+        QCOMPARE(frames.count(), 0);
+
+        effect.load(strip(6));
+        const Frame sixths{{255, 255, 0}, {0, 255, 0},   {0, 255, 255},
+                           {0, 0, 255},   {255, 0, 255}, {255, 0, 0}};
+        QCOMPARE(step(), sixths);
+        QCOMPARE(step(), sixths); // nothing stored: it stands still, but goes on sending
+        effect.setSpeed(400);     // 0.1 a step, from the frame after the next
+        QCOMPARE(step(), sixths);
+        const LV_RGB first = step().at(0); // hue 0.1 + 1/6
+        QCOMPARE(first, (LV_RGB{102, 255, 0}));
+        effect.setSpeed(4000); // a whole turn
+        step();
+        QCOMPARE(step(), sixths); // the phase starts over at exactly zero
+        for (const int speed : {INT_MIN, -37, INT_MAX}) {
+            effect.setSpeed(speed);
+            step();
+            for (const LV_RGB& led : step()) // still a rainbow: full in one channel at least
+                QCOMPARE(qMax(led.red, qMax(led.green, led.blue)), uint8_t(255));
+        }
+    }
+
+    void flowingSpeedIsClampedWhenRead()
+    {
+        const auto loaded = [](const QJsonValue& stored) {
+            store()->setEffectJsonValue(kFlowing, "LV0127:01", "speed", stored);
+            FlowingEffect effect(entry(kFlowing), nullptr);
+            effect.load(strip(3));
+            return effect.effectProperty("speed").toInt(-1);
+        };
+        QCOMPARE(loaded(0.9), 200);
+        QCOMPARE(loaded(-1.0), 0);
+        QCOMPARE(loaded("fast"), 0);
+        QCOMPARE(loaded(0.025), 100);
+
+        FlowingEffect effect(entry(kFlowing), nullptr);
+        effect.load(strip(3));
+        effect.setEffectProperty("speed", 50);
+        QCOMPARE(store()->effectJsonValue(kFlowing, "LV0127:01", "speed").toDouble(), 0.0125);
+        for (int value = 1; value <= 200; ++value) {
+            effect.setSpeed(value);
+            QCOMPARE(effect.effectProperty("speed").toInt(), value); // or it would creep at each report
+        }
+    }
+
+    void marqueeMovesByTimeAndUnit_data()
+    {
+        QTest::addColumn<int>("ledPerUnit");
+        QTest::addColumn<int>("speed");
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<QVector<int>>("lit"); // of ten LEDs
+        QTest::newRow("start") << 1 << 200 << 0.0 << QVector<int>{0};
+        QTest::newRow("70 steps a second at 200") << 1 << 200 << 0.5 << QVector<int>{5};
+        QTest::newRow("15.75 steps at the default") << 1 << 45 << 1.0 << QVector<int>{5};
+        QTest::newRow("a step is a unit") << 3 << 200 << 0.15 << QVector<int>{0, 1, 2}; // step 10
+        QTest::newRow("cut at the end") << 3 << 200 << 0.05 << QVector<int>{9};         // step 3
+        QTest::newRow("unit longer than the strip")
+            << 15 << 200 << 0.0 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+        QTest::newRow("unit of none stands") << 0 << 200 << 0.5 << QVector<int>{0};
+        QTest::newRow("negative unit stands") << -4 << 200 << 0.5 << QVector<int>{0};
+        QTest::newRow("huge unit") << INT_MAX << 200 << 0.0 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+    }
+    void marqueeMovesByTimeAndUnit()
+    {
+        QFETCH(int, ledPerUnit);
+        QFETCH(int, speed);
+        QFETCH(double, seconds);
+        QFETCH(QVector<int>, lit);
+        Stepped<Marquee> effect(kMarquee);
+        QCOMPARE(effect.after(1.0), Frame()); // silent before there are LEDs
+        effect.load(strip(10, ledPerUnit));
+        QCOMPARE(effect.effectProperty("speed").toInt(), 45);
+        effect.setEffectProperty("speed", speed);
+        const Frame frame = effect.after(seconds);
+        QCOMPARE(frame.size(), 10);
+        QCOMPARE(litLeds(frame), lit);
+        for (const int hostile : {INT_MIN, INT_MAX}) {
+            effect.setEffectProperty("speed", hostile);
+            QVERIFY(!litLeds(effect.after(1.0)).isEmpty());
+        }
+    }
+
+    void colorMapSpreadsOneRow_data()
+    {
+        QTest::addColumn<uint32_t>("nbLeds");
+        QTest::addColumn<int>("ledPerUnit");
+        QTest::addColumn<QVector<int>>("columns");
+        QTest::newRow("longer") << 8U << 1 << QVector<int>{0, 0, 1, 1, 2, 2, 3, 3};
+        QTest::newRow("shorter") << 3U << 1 << QVector<int>{0, 1, 2};
+        QTest::newRow("units of three") << 8U << 3 << QVector<int>{0, 0, 1, 1, 2, 2, 3, 3};
+        // From LED 0, 3 and 6; the last has its one LED twice.
+        QTest::newRow("units of four") << 8U << 4 << QVector<int>{0, 0, 0, 1, 1, 1, 3, 3};
+        QTest::newRow("none") << 0U << 1 << QVector<int>();
+    }
+    void colorMapSpreadsOneRow()
+    {
+        QFETCH(uint32_t, nbLeds);
+        QFETCH(int, ledPerUnit);
+        Stepped<ColorMap> effect(kColorMap);
+        effect.load(strip(nbLeds, ledPerUnit));
+        QTEST(columnsOf(effect.after(0)), "columns");
+    }
+
+    void colorMapSpeedFactors_data()
+    {
+        QTest::addColumn<int>("speed");
+        QTest::addColumn<double>("seconds"); // until the second row of three shows
+        QTest::newRow("slowest") << 0 << 1 / 15.0;
+        QTest::newRow("middle") << 100 << 1 / 30.0;
+        QTest::newRow("fastest") << 200 << 1 / 120.0;
+    }
+    void colorMapSpeedFactors()
+    {
+        QFETCH(int, speed);
+        QFETCH(double, seconds);
+        Stepped<ColorMap> effect(kColorMap);
+        effect.load(strip(1));
+        effect.setEffectProperty("speed", speed);
+        const auto rowAfter = [&](double step) { return effect.after(step).at(0).green / 10; };
+        QCOMPARE(rowAfter(seconds * 0.98), 0);
+        QCOMPARE(rowAfter(seconds * 0.04), 1);
+        QCOMPARE(rowAfter(seconds), 2);
+        QCOMPARE(rowAfter(seconds), 0);
+        QCOMPARE(rowAfter(seconds * 301), 1); // a long pause wraps as often as it must
+    }
+
+    void colorMapSurvivesAnySpeedAndTheTimeBeforeLoad()
+    {
+        store()->setEffectJsonValue(kColorMap, "LV0127:01", "speed", 1000);
+        Stepped<ColorMap> effect(kColorMap);
+        effect.after(0.5);
+        effect.load(strip(4));
+        QCOMPARE(effect.effectProperty("speed").toInt(), 200);
+        for (const int speed : {INT_MIN, -150, INT_MAX}) {
+            effect.setEffectProperty("speed", speed);
+            for (int i = 0; i < 20; ++i)
+                QCOMPARE(columnsOf(effect.after(0.033)), (QVector<int>{0, 1, 2, 3}));
+        }
+    }
+
+    void firstUseShowsTheDefaultColor()
+    {
+        SingleColor effect(entry(kSingle), nullptr);
+        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
+        effect.load(strip(2));
+        const LV_RGB fallback{79, 36, 211};
+        QCOMPARE(lastFrame(frames), (Frame{fallback, fallback}));
+        // The first write has no device yet, the first tick has.
+        QCOMPARE(store()->effectVariant(kSingle, "", "color").toUInt(), 0xFF4F24D3u);
+        QVERIFY(!store()->effectVariant(kSingle, "LV0127:01", "color").isValid());
+        QTRY_COMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF4F24D3u);
+    }
+
+    void storedColorIsShownAndRefreshed()
+    {
+        store()->setEffectVariant(kSingle, "LV0127:01", "color", 0xFF010203u);
+        SingleColor effect(entry(kSingle), nullptr);
+        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
+        effect.load(strip(1));
+        QCOMPARE(frames.count(), 1);
+        QCOMPARE(lastFrame(frames), (Frame{{1, 2, 3}}));
+        effect.setEffectProperty("color", QJsonArray{250, 20, 30});
+        QCOMPARE(frames.count(), 1); // not at once
+        QTRY_COMPARE(lastFrame(frames), (Frame{{250, 20, 30}}));
+        effect.setEffectProperty("color", 5);
+        QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{250, 20, 30}));
+        effect.setEffectProperty("color", QJsonArray{-5, 999, "x"});
+        QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{0, 255, 0}));
+
+        effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});
+        effect.unload();
+        QCOMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF090807u);
+    }
+
+    void propertiesFollowTheProtocol_data()
+    {
+        QTest::addColumn<const QMetaObject*>("type");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QJsonValue>("value");
+        QTest::newRow("single") << &SingleColor::staticMetaObject << "color"
+                                << QJsonValue(QJsonArray{1, 2, 3});
+        QTest::newRow("flowing") << &FlowingEffect::staticMetaObject << "speed" << QJsonValue(100);
+        QTest::newRow("marquee") << &Marquee::staticMetaObject << "speed" << QJsonValue(77);
+        QTest::newRow("map") << &ColorMap::staticMetaObject << "speed" << QJsonValue(77);
+    }
+    void propertiesFollowTheProtocol()
+    {
+        QFETCH(const QMetaObject*, type);
+        QFETCH(QString, key);
+        QFETCH(QJsonValue, value);
+        // As the factory makes them.
+        const EffectWorkerOptions options = entry(kColorMap);
+        const std::unique_ptr<IEffectWorker> worker(qobject_cast<IEffectWorker*>(
+            type->newInstance(Q_ARG(const EffectWorkerOptions&, options), Q_ARG(QObject*, nullptr))));
+        QVERIFY(worker);
+        QCOMPARE(worker->options().id, options.id);
+        QCOMPARE(worker->load(strip(4)), 0);
+
+        worker->setEffectProperty("", QJsonObject{{key, value}});
+        QCOMPARE(worker->effectProperty(key), value);
+        QCOMPARE(worker->effectProperty("").toObject(), (QJsonObject{{key, value}}));
+        worker->setEffectProperty("other", 3);
+        worker->setEffectProperty("", QJsonObject{{"other", 3}});
+        worker->setEffectProperty("", 3);
+        QCOMPARE(worker->effectProperty(key), value);
+        QCOMPARE(worker->effectProperty("other"), QJsonValue(QJsonValue::Null));
+        worker->unload();
+    }
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestFirstEffects::init()
-{
-    qRegisterMetaType<QVector<LV_RGB>>("QVector<LV_RGB>");
-    store()->reset();
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir::setCurrent(m_folder->path()));
-    QVERIFY(QDir().mkpath("effects/colorful"));
-    QImage picture(4, 3, QImage::Format_RGB888);
-    for (int y = 0; y < 3; ++y) {
-        for (int x = 0; x < 4; ++x)
-            picture.setPixel(x, y, qRgb(10 * x, 10 * y, 7));
-    }
-    QVERIFY(picture.save("effects/colorful/ColorMap_3.png"));
-}
-
-void TestFirstEffects::cleanup()
-{
-    QDir::setCurrent(QDir::rootPath());
-}
-
-void TestFirstEffects::unitsOverlapByOneLed_data()
-{
-    QTest::addColumn<int>("ledPerUnit");
-    QTest::addColumn<QVector<int>>("units"); // which unit each of seven LEDs shows
-    QTest::newRow("three") << 3 << QVector<int>{0, 0, 1, 1, 2, 2, 3};
-    QTest::newRow("two is the same as one") << 2 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
-    QTest::newRow("one") << 1 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
-    QTest::newRow("none") << 0 << QVector<int>{0, 1, 2, 3, 4, 5, 6};
-    QTest::newRow("negative") << INT_MIN << QVector<int>{0, 1, 2, 3, 4, 5, 6};
-    QTest::newRow("huge") << INT_MAX << QVector<int>{0, 0, 0, 0, 0, 0, 1};
-}
-
-void TestFirstEffects::unitsOverlapByOneLed()
-{
-    QFETCH(int, ledPerUnit);
-    QFETCH(QVector<int>, units);
-    Frame colors(7);
-    uint8_t unit = 0;
-    paintUnits(colors, ledPerUnit, [&unit](int) { return LV_RGB{static_cast<uint8_t>(10 * unit++), 0, 0}; });
-    QCOMPARE(columnsOf(colors), units);
-}
-
-void TestFirstEffects::aRainbowRunsAlongTheStrip()
-{
-    FlowingEffect effect(entry(kFlowing), nullptr);
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    const auto step = [&] {
-        QMetaObject::invokeMethod(&effect, "update", Qt::DirectConnection);
-        return lastFrame(frames);
-    };
-    QCOMPARE(step(), Frame()); // nothing is sent before there are LEDs
-    QCOMPARE(frames.count(), 0);
-
-    effect.load(strip(6));
-    const Frame sixths{{255, 255, 0}, {0, 255, 0}, {0, 255, 255}, {0, 0, 255}, {255, 0, 255}, {255, 0, 0}};
-    QCOMPARE(step(), sixths);
-    QCOMPARE(step(), sixths); // nothing stored: it stands still, but goes on sending
-    effect.setSpeed(400);     // 0.1 a step, from the frame after the next
-    QCOMPARE(step(), sixths);
-    const LV_RGB first = step().at(0); // hue 0.1 + 1/6
-    QCOMPARE(first, (LV_RGB{102, 255, 0}));
-    effect.setSpeed(4000); // a whole turn
-    step();
-    QCOMPARE(step(), sixths); // the phase starts over at exactly zero
-}
-
-void TestFirstEffects::flowingSpeedIsClampedWhenRead()
-{
-    const auto loaded = [](const QJsonValue& stored) {
-        store()->setEffectJsonValue(kFlowing, "LV0127:01", "speed", stored);
-        FlowingEffect effect(entry(kFlowing), nullptr);
-        effect.load(strip(3));
-        return effect.effectProperty("speed").toInt(-1);
-    };
-    QCOMPARE(loaded(0.9), 200);
-    QCOMPARE(loaded(-1.0), 0);
-    QCOMPARE(loaded("fast"), 0);
-    QCOMPARE(loaded(0.025), 100);
-
-    FlowingEffect effect(entry(kFlowing), nullptr);
-    effect.load(strip(3));
-    effect.setEffectProperty("speed", 50);
-    QCOMPARE(store()->effectJsonValue(kFlowing, "LV0127:01", "speed").toDouble(), 0.0125);
-    for (int value = 1; value <= 200; ++value) {
-        effect.setSpeed(value);
-        QCOMPARE(effect.effectProperty("speed").toInt(), value); // or it would creep at each report
-    }
-}
-
-void TestFirstEffects::flowingSurvivesAnySpeed()
-{
-    FlowingEffect effect(entry(kFlowing), nullptr);
-    effect.load(strip(5, -3));
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    for (const int speed : {INT_MIN, -37, INT_MAX}) {
-        effect.setSpeed(speed);
-        for (int i = 0; i < 3; ++i)
-            QMetaObject::invokeMethod(&effect, "update", Qt::DirectConnection);
-        for (const LV_RGB& led : lastFrame(frames)) // still a rainbow: full in one channel at least
-            QCOMPARE(qMax(led.red, qMax(led.green, led.blue)), uint8_t(255));
-    }
-}
-
-void TestFirstEffects::marqueeMovesByTimeAndUnit_data()
-{
-    QTest::addColumn<int>("ledPerUnit");
-    QTest::addColumn<int>("speed");
-    QTest::addColumn<double>("seconds");
-    QTest::addColumn<QVector<int>>("lit"); // of ten LEDs
-    QTest::newRow("start") << 1 << 200 << 0.0 << QVector<int>{0};
-    QTest::newRow("70 steps a second at 200") << 1 << 200 << 0.5 << QVector<int>{5};
-    QTest::newRow("15.75 steps at the default") << 1 << 45 << 1.0 << QVector<int>{5};
-    QTest::newRow("a step is a unit") << 3 << 200 << 0.15 << QVector<int>{0, 1, 2}; // step 10
-    QTest::newRow("cut at the end") << 3 << 200 << 0.05 << QVector<int>{9};         // step 3
-    QTest::newRow("unit longer than the strip")
-        << 15 << 200 << 0.0 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-    QTest::newRow("unit of none stands") << 0 << 200 << 0.5 << QVector<int>{0};
-    QTest::newRow("negative unit stands") << -4 << 200 << 0.5 << QVector<int>{0};
-    QTest::newRow("huge unit") << INT_MAX << 200 << 0.0 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-}
-
-void TestFirstEffects::marqueeMovesByTimeAndUnit()
-{
-    QFETCH(int, ledPerUnit);
-    QFETCH(int, speed);
-    QFETCH(double, seconds);
-    QFETCH(QVector<int>, lit);
-    Stepped<Marquee> effect(entry(kMarquee));
-    effect.load(strip(10, ledPerUnit));
-    effect.setEffectProperty("speed", speed);
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.update(seconds);
-    QCOMPARE(lastFrame(frames).size(), 10);
-    QCOMPARE(litLeds(lastFrame(frames)), lit);
-
-    for (const int hostile : {INT_MIN, INT_MAX}) {
-        effect.setEffectProperty("speed", hostile);
-        effect.update(1.0);
-        QVERIFY(!litLeds(lastFrame(frames)).isEmpty());
-    }
-}
-
-void TestFirstEffects::marqueeIsSilentWithoutLeds()
-{
-    Stepped<Marquee> effect(entry(kMarquee));
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.update(1.0);
-    effect.load(strip(0));
-    effect.update(1.0);
-    QCOMPARE(frames.count(), 0);
-    QCOMPARE(effect.effectProperty("speed").toInt(), 45);
-}
-
-void TestFirstEffects::colorMapSpreadsOneRow()
-{
-    Stepped<ColorMap> effect(entry(kColorMap));
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.load(strip(8));
-    effect.update(0);
-    QCOMPARE(columnsOf(lastFrame(frames)), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
-    effect.load(strip(3));
-    effect.update(0);
-    QCOMPARE(columnsOf(lastFrame(frames)), (QVector<int>{0, 1, 2}));
-    effect.load(strip(8, 3));
-    effect.update(0);
-    QCOMPARE(columnsOf(lastFrame(frames)), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
-    effect.load(strip(8, 4)); // units from LED 0, 3 and 6; the last has its one LED twice
-    effect.update(0);
-    QCOMPARE(columnsOf(lastFrame(frames)), (QVector<int>{0, 0, 0, 1, 1, 1, 3, 3}));
-    effect.load(strip(0));
-    effect.update(0);
-    QCOMPARE(frames.count(), 5);
-    QCOMPARE(lastFrame(frames), Frame());
-}
-
-void TestFirstEffects::colorMapSpeedFactors_data()
-{
-    QTest::addColumn<int>("speed");
-    QTest::addColumn<double>("seconds"); // until the second row of three shows
-    QTest::newRow("slowest") << 0 << 1 / 15.0;
-    QTest::newRow("middle") << 100 << 1 / 30.0;
-    QTest::newRow("fastest") << 200 << 1 / 120.0;
-}
-
-void TestFirstEffects::colorMapSpeedFactors()
-{
-    QFETCH(int, speed);
-    QFETCH(double, seconds);
-    Stepped<ColorMap> effect(entry(kColorMap));
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.load(strip(1));
-    effect.setEffectProperty("speed", speed);
-    const auto rowAfter = [&](double step) {
-        effect.update(step);
-        return lastFrame(frames).at(0).green / 10;
-    };
-    QCOMPARE(rowAfter(seconds * 0.98), 0);
-    QCOMPARE(rowAfter(seconds * 0.04), 1);
-    QCOMPARE(rowAfter(seconds), 2);
-    QCOMPARE(rowAfter(seconds), 0);
-    QCOMPARE(rowAfter(seconds * 301), 1); // a long pause wraps as often as it must
-}
-
-void TestFirstEffects::colorMapWithoutPictureIsDark()
-{
-    QTest::ignoreMessage(QtCriticalMsg, "[ColorMap]: Not found file:effects/colorful/ColorMap_9.png");
-    Stepped<ColorMap> effect(entry("id.effect.colorful.ColorMap_9"));
-    effect.load(strip(2));
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.update(0.1);
-    QCOMPARE(lastFrame(frames), Frame(2));
-    QCOMPARE(effect.options().id, QString("id.effect.colorful.ColorMap_9"));
-}
-
-void TestFirstEffects::colorMapSurvivesAnySpeedAndTheTimeBeforeLoad()
-{
-    store()->setEffectJsonValue(kColorMap, "LV0127:01", "speed", 1000);
-    Stepped<ColorMap> effect(entry(kColorMap));
-    effect.update(0.5);
-    effect.load(strip(4));
-    QCOMPARE(effect.effectProperty("speed").toInt(), 200);
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    for (const int speed : {INT_MIN, -150, INT_MAX}) {
-        effect.setEffectProperty("speed", speed);
-        for (int i = 0; i < 20; ++i) {
-            effect.update(0.033);
-            QCOMPARE(columnsOf(lastFrame(frames)), (QVector<int>{0, 1, 2, 3}));
-        }
-    }
-}
-
-void TestFirstEffects::firstUseShowsTheDefaultColor()
-{
-    SingleColor effect(entry(kSingle), nullptr);
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    QTest::ignoreMessage(QtInfoMsg, "[SingleColor]: Not found single color mode configuration LV0127:01");
-    effect.load(strip(2));
-    const LV_RGB fallback{79, 36, 211};
-    QCOMPARE(lastFrame(frames), (Frame{fallback, fallback}));
-    // The first write has no device yet, the first tick has.
-    QCOMPARE(store()->effectVariant(kSingle, "", "color").toUInt(), 0xFF4F24D3u);
-    QVERIFY(!store()->effectVariant(kSingle, "LV0127:01", "color").isValid());
-    QTRY_COMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF4F24D3u);
-}
-
-void TestFirstEffects::storedColorIsShownAndRefreshed()
-{
-    store()->setEffectVariant(kSingle, "LV0127:01", "color", 0xFF010203u);
-    SingleColor effect(entry(kSingle), nullptr);
-    QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-    effect.load(strip(1));
-    QCOMPARE(frames.count(), 1);
-    QCOMPARE(lastFrame(frames), (Frame{{1, 2, 3}}));
-    effect.setEffectProperty("color", QJsonArray{250, 20, 30});
-    QCOMPARE(frames.count(), 1); // not at once
-    QTRY_COMPARE(lastFrame(frames), (Frame{{250, 20, 30}}));
-
-    effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});
-    effect.unload();
-    QCOMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF090807u);
-}
-
-void TestFirstEffects::singleColorTakesArraysOnly()
-{
-    SingleColor effect(entry(kSingle), nullptr);
-    effect.load(strip(0));
-    const QJsonArray fallback{79, 36, 211};
-    effect.setEffectProperty("color", 5);
-    effect.setEffectProperty("color", QJsonValue::Null);
-    effect.setEffectProperty("", QJsonObject());
-    QCOMPARE(effect.effectProperty("color").toArray(), fallback);
-    effect.setEffectProperty("color", QJsonArray{-5, 999, "x"});
-    QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{0, 255, 0}));
-}
-
-void TestFirstEffects::propertiesFollowTheProtocol_data()
-{
-    QTest::addColumn<const QMetaObject*>("type");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QJsonValue>("value");
-    QTest::newRow("single") << &SingleColor::staticMetaObject << "color" << QJsonValue(QJsonArray{1, 2, 3});
-    QTest::newRow("flowing") << &FlowingEffect::staticMetaObject << "speed" << QJsonValue(100);
-    QTest::newRow("marquee") << &Marquee::staticMetaObject << "speed" << QJsonValue(77);
-    QTest::newRow("map") << &ColorMap::staticMetaObject << "speed" << QJsonValue(77);
-}
-
-void TestFirstEffects::propertiesFollowTheProtocol()
-{
-    QFETCH(const QMetaObject*, type);
-    QFETCH(QString, key);
-    QFETCH(QJsonValue, value);
-    // As the factory makes them.
-    const EffectWorkerOptions options = entry(kColorMap);
-    const std::unique_ptr<IEffectWorker> worker(qobject_cast<IEffectWorker*>(
-        type->newInstance(Q_ARG(const EffectWorkerOptions&, options), Q_ARG(QObject*, nullptr))));
-    QVERIFY(worker);
-    QCOMPARE(worker->options().id, options.id);
-    QCOMPARE(worker->load(strip(4)), 0);
-
-    worker->setEffectProperty("", QJsonObject{{key, value}});
-    QCOMPARE(worker->effectProperty(key), value);
-    QCOMPARE(worker->effectProperty("").toObject(), (QJsonObject{{key, value}}));
-    worker->setEffectProperty("other", 3);
-    worker->setEffectProperty("", QJsonObject{{"other", 3}});
-    worker->setEffectProperty("", 3);
-    QCOMPARE(worker->effectProperty(key), value);
-    QCOMPARE(worker->effectProperty("other"), QJsonValue(QJsonValue::Null));
-    worker->unload();
-}
 
 QTEST_MAIN(TestFirstEffects)
 #include "tst_first_effects.moc"
