@@ -1,4 +1,3 @@
-#include "LinePacer.h"
 #include "SerialPortsFile.h"
 #include "StripParser.h"
 #include "StripSimulator.h"
@@ -8,11 +7,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
-#include <cerrno>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -49,7 +47,6 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
-    bool isOpen() const { return m_fd >= 0; }
     void close()
     {
         if (m_fd >= 0)
@@ -92,21 +89,200 @@ class tst_simulator : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void framesAreFoundHoweverTheStreamIsCut_data();
-    void framesAreFoundHoweverTheStreamIsCut();
-    void garbageIsSkippedAndCounted_data();
-    void garbageIsSkippedAndCounted();
-    void aFrameKnowsWhenItBeganAndEnded();
-    void aPacedLineCarriesNoMoreThanItsRate();
-    void tenStripsShareOnePortsFile();
-    void theProbeIsAnswered_data();
-    void theProbeIsAnswered();
-    void framesAreConsumedWhileTheMainThreadIsBlocked();
-    void anUnfinishedFrameDiesWithItsHost();
-    void theStripHangsUpInTheMiddleOfAFrameAndComesBack();
-    void theButtonAndUnplugReachTheHost();
-    void onlyTheLedsThatAreThereShowColours();
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_portsFile = m_dir->filePath("ports.json");
+    }
+
+    void framesAreFoundHoweverTheStreamIsCut_data()
+    {
+        QTest::addColumn<int>("chunk");
+        for (const int chunk : {1, 2, 3, 5, 7, 64, 100000})
+            QTest::addRow("%d bytes", chunk) << chunk;
+    }
+    void framesAreFoundHoweverTheStreamIsCut()
+    {
+        QFETCH(int, chunk);
+        const QByteArray stream =
+            "Moni-A" + frameOf(1) + frameOf(256, 1) + frameOf(0) + "AAdMoMoni-A" + frameOf(120, 2);
+
+        StripParser parser;
+        QVector<StripFrame> frames;
+        int probes = 0;
+        for (int i = 0; i < stream.size(); i += chunk) {
+            const StripParser::Events events = parser.feed(stream.mid(i, chunk), i);
+            frames += events.frames;
+            probes += events.probes;
+        }
+
+        QCOMPARE(probes, 2);
+        QCOMPARE(parser.garbageBytes(), 5);
+        QCOMPARE(frames.size(), 4);
+        QCOMPARE(frames[1].colors.size(), 256);
+        QCOMPARE(frames[1].totalBytes, 6 + 9 + 6 + 3 * 256);
+        QCOMPARE(frames[2].colors.size(), 0);
+        QCOMPARE(frames[3].colors.size(), 120);
+        QVERIFY(frames[3].colors[119] == (LV_RGB{119, 2, 136}));
+        QCOMPARE(frames[3].totalBytes, stream.size());
+    }
+
+    void garbageIsSkippedAndCounted_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<int>("frames");
+        QTest::addColumn<int>("garbage");
+        QTest::newRow("colours behind the header's count")
+            << frameOf(2) + QByteArray(30, 'A') + frameOf(1) << 2 << 30;
+        QTest::newRow("a checksum where the zero belongs")
+            << QByteArray("Ada\x55\0\x01rgb", 9) + frameOf(1) << 1 << 9;
+        QTest::newRow("a mark that begins twice") << "AdAda" + frameOf(1) << 1 << 5;
+        QTest::newRow("marks inside the colours") << QByteArray("Ada\0\0\x04Moni-AAda\0\0\x01", 18) << 1 << 0;
+        QTest::newRow("nothing but noise") << QByteArray(500, '\xff') << 0 << 500;
+    }
+    void garbageIsSkippedAndCounted()
+    {
+        QFETCH(QByteArray, stream);
+        StripParser parser;
+        const StripParser::Events events = parser.feed(stream, 0);
+        QTEST(events.frames.size(), "frames");
+        QTEST(static_cast<int>(parser.garbageBytes()), "garbage");
+        QCOMPARE(events.probes, 0);
+    }
+
+    void tenStripsShareOnePortsFile()
+    {
+        std::vector<std::unique_ptr<StripSimulator>> strips;
+        for (int i = 0; i < 10; ++i) {
+            auto one = options();
+            one.portName = QString("ttySIM%1").arg(i);
+            strips.push_back(std::make_unique<StripSimulator>(one));
+        }
+        std::vector<std::thread> writers;
+        writers.reserve(strips.size());
+        for (const auto& strip : strips) {
+            writers.emplace_back([&strip] {
+                for (int round = 0; round < 5; ++round) {
+                    strip->unplug();
+                    strip->plugIn();
+                }
+            });
+        }
+        std::atomic<bool> done{false};
+        std::atomic<int> brokenReads{0};
+        std::thread reader([&] {
+            while (!done) {
+                QFile file(m_portsFile);
+                if (file.open(QIODevice::ReadOnly) && !QJsonDocument::fromJson(file.readAll()).isArray())
+                    ++brokenReads;
+            }
+        });
+        for (std::thread& writer : writers)
+            writer.join();
+        done = true;
+        reader.join();
+
+        QCOMPARE(brokenReads.load(), 0);
+        QHash<QString, QString> locations;
+        const QJsonArray ports = portsIn(m_portsFile);
+        for (const auto& port : ports)
+            locations.insert(port["name"].toString(), port["location"].toString());
+        QCOMPARE(ports.size(), 10);
+        for (const auto& strip : strips)
+            QCOMPARE(locations.value(strip->options().portName), strip->location());
+
+        strips.clear();
+        QCOMPARE(portsIn(m_portsFile).size(), 0);
+    }
+
+    void theProbeIsAnswered_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QByteArray>("serial");
+        QTest::addColumn<QByteArray>("reply");
+        QTest::addColumn<int>("takesMs");
+        const auto row = [](const char* name, StripSimulator::ReplyMode mode, const QByteArray& serial,
+                            const QByteArray& reply, int takesMs = 0) {
+            QTest::newRow(name) << static_cast<int>(mode) << serial << reply << takesMs;
+        };
+        using Mode = StripSimulator::ReplyMode;
+        // Bytes that a terminal would act upon show whether the line is raw.
+        const QByteArray raw("\x03\x0d\x0a\x11\x00\x7f\xff,", 8);
+        row("normal", Mode::Normal, raw, "LV0127," + raw + "\r\n");
+        row("without a serial", Mode::Normal, "", "LV0127\r\n");
+        row("silent", Mode::Silent, raw, "");
+        row("garbage", Mode::Garbage, raw, "\x7f\x11+READY\r\n");
+        row("two chunks", Mode::TwoChunks, raw, "LV0127," + raw + "\r\n", StripSimulator::kChunkGapMs);
+        row("hang-up in the reply", Mode::HangUpInReply, raw, "");
+    }
+    void theProbeIsAnswered()
+    {
+        QFETCH(int, mode);
+        QFETCH(QByteArray, serial);
+        QFETCH(QByteArray, reply);
+        QFETCH(int, takesMs);
+        auto chosen = options();
+        chosen.serial = serial;
+        chosen.replyMode = static_cast<StripSimulator::ReplyMode>(mode);
+        StripSimulator strip(chosen);
+        QVERIFY(strip.plugIn());
+        const Host host(listedLocation());
+        const double startMs = StripSimulator::nowMs();
+        QVERIFY(host.write("Moni-A"));
+        QByteArray received;
+        while (received.size() < reply.size()) {
+            const QByteArray chunk = host.read();
+            QVERIFY2(!chunk.isEmpty(), received.toHex().constData());
+            received += chunk;
+        }
+        QCOMPARE(received, reply);
+        QVERIFY(StripSimulator::nowMs() - startMs >= takesMs);
+        if (chosen.replyMode == StripSimulator::ReplyMode::HangUpInReply)
+            QTRY_VERIFY(host.hungUp() && portsIn(m_portsFile).isEmpty());
+        else
+            QVERIFY(host.read(100).isEmpty() && !host.hungUp());
+        QTRY_COMPARE(strip.counters().probes, 1);
+    }
+
+    void framesAreConsumedWhileTheMainThreadIsBlocked()
+    {
+        auto paced = options();
+        paced.bytesPerSecond = 11520;
+        StripSimulator strip(paced);
+        QVERIFY(strip.plugIn());
+        const Host host(strip.location());
+        const double startMs = StripSimulator::nowMs();
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(host.write(frameOf(120, static_cast<uchar>(i))));
+        // No event is processed here.
+        QElapsedTimer patience;
+        patience.start();
+        while (strip.counters().frames < 3 && patience.elapsed() < 10000)
+            QThread::msleep(1);
+
+        QCOMPARE(strip.counters().frames, 3);
+        QCOMPARE(strip.counters().garbageBytes, 0);
+        QCOMPARE(strip.lastFrame().totalBytes, 3 * 366);
+        QVERIFY(strip.lastFrame().lastByteMs - startMs >= 3 * 366 / 11.52 - 1);
+        QVERIFY(strip.lastFrame().colors[5] == (LV_RGB{5, 2, 250}));
+    }
+
+    void anUnfinishedFrameDiesWithItsHost()
+    {
+        StripSimulator strip(options());
+        QVERIFY(strip.plugIn());
+        Host first(strip.location());
+        QVERIFY(first.write(frameOf(120).left(100)));
+        QTRY_COMPARE(strip.counters().bytes, 100);
+        first.close();
+        QTRY_COMPARE(strip.counters().garbageBytes, 100);
+
+        const Host second(strip.location());
+        QVERIFY(second.write("Moni-A"));
+        QVERIFY(second.read().startsWith("LV0127,"));
+        QVERIFY(second.write(frameOf(3)));
+        QTRY_COMPARE(strip.counters().frames, 1);
+    }
 
 private:
     StripSimulator::Options options() const
@@ -118,309 +294,12 @@ private:
 
     QString listedLocation() const
     {
-        return portsIn(m_portsFile).first().toObject().value(QStringLiteral("location")).toString();
+        return portsIn(m_portsFile).first().toObject().value("location").toString();
     }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_portsFile;
 };
-
-void tst_simulator::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_portsFile = m_dir->filePath(QStringLiteral("ports.json"));
-}
-
-void tst_simulator::framesAreFoundHoweverTheStreamIsCut_data()
-{
-    QTest::addColumn<int>("chunk");
-    for (const int chunk : {1, 2, 3, 5, 7, 64, 100000})
-        QTest::addRow("%d bytes", chunk) << chunk;
-}
-
-void tst_simulator::framesAreFoundHoweverTheStreamIsCut()
-{
-    QFETCH(int, chunk);
-    const QByteArray stream =
-        "Moni-A" + frameOf(1) + frameOf(256, 1) + frameOf(0) + "AAdMoMoni-A" + frameOf(120, 2);
-
-    StripParser parser;
-    QVector<StripFrame> frames;
-    int probes = 0;
-    for (int i = 0; i < stream.size(); i += chunk) {
-        const StripParser::Events events = parser.feed(stream.mid(i, chunk), i);
-        frames += events.frames;
-        probes += events.probes;
-    }
-
-    QCOMPARE(probes, 2);
-    QCOMPARE(parser.garbageBytes(), 5);
-    QCOMPARE(frames.size(), 4);
-    QCOMPARE(frames[1].colors.size(), 256);
-    QCOMPARE(frames[1].totalBytes, 6 + 9 + 6 + 3 * 256);
-    QCOMPARE(frames[2].colors.size(), 0);
-    QCOMPARE(frames[3].colors.size(), 120);
-    QVERIFY(frames[3].colors[119] == (LV_RGB{119, 2, 136}));
-    QCOMPARE(frames[3].totalBytes, stream.size());
-}
-
-void tst_simulator::garbageIsSkippedAndCounted_data()
-{
-    QTest::addColumn<QByteArray>("stream");
-    QTest::addColumn<int>("frames");
-    QTest::addColumn<int>("garbage");
-    QTest::newRow("colours behind the header's count")
-        << frameOf(2) + QByteArray(30, 'A') + frameOf(1) << 2 << 30;
-    QTest::newRow("a checksum where the zero belongs")
-        << QByteArray("Ada\x55\0\x01rgb", 9) + frameOf(1) << 1 << 9;
-    QTest::newRow("a mark that begins twice") << "AdAda" + frameOf(1) << 1 << 5;
-    QTest::newRow("marks inside the colours") << QByteArray("Ada\0\0\x04Moni-AAda\0\0\x01", 18) << 1 << 0;
-    QTest::newRow("nothing but noise") << QByteArray(500, '\xff') << 0 << 500;
-}
-
-void tst_simulator::garbageIsSkippedAndCounted()
-{
-    QFETCH(QByteArray, stream);
-    StripParser parser;
-    const StripParser::Events events = parser.feed(stream, 0);
-    QTEST(events.frames.size(), "frames");
-    QTEST(static_cast<int>(parser.garbageBytes()), "garbage");
-    QCOMPARE(events.probes, 0);
-}
-
-void tst_simulator::aFrameKnowsWhenItBeganAndEnded()
-{
-    const QByteArray one = frameOf(10);
-    StripParser parser;
-    parser.feed("noise" + one.left(1), 100);
-    parser.feed(one.mid(1, 20), 110);
-    const auto events = parser.feed(one.mid(21) + one + one.left(3), 125);
-    QCOMPARE(events.frames.size(), 2);
-    QCOMPARE(events.frames[0].firstByteMs, 100.0);
-    QCOMPARE(events.frames[0].lastByteMs, 125.0);
-    QCOMPARE(events.frames[1].firstByteMs, 125.0);
-    const auto later = parser.feed(one.mid(3), 300);
-    QCOMPARE(later.frames.size(), 1);
-    QCOMPARE(later.frames[0].firstByteMs, 125.0);
-    QCOMPARE(later.frames[0].lastByteMs, 300.0);
-}
-
-void tst_simulator::aPacedLineCarriesNoMoreThanItsRate()
-{
-    LinePacer pacer(10000);
-    pacer.begin(1000);
-    QCOMPARE(pacer.available(1000), 0); // not a byte before its time
-    QCOMPARE(pacer.available(1004), 40);
-    pacer.took(40);
-    QCOMPARE(pacer.available(1005), 10);
-    pacer.idle();
-    pacer.begin(2000);
-    QCOMPARE(pacer.available(2001), 10); // an idle second earns nothing
-    QVERIFY(pacer.available(9000) <= 500);
-}
-
-void tst_simulator::tenStripsShareOnePortsFile()
-{
-    std::vector<std::unique_ptr<StripSimulator>> strips;
-    for (int i = 0; i < 10; ++i) {
-        auto one = options();
-        one.portName = QStringLiteral("ttySIM%1").arg(i);
-        strips.push_back(std::make_unique<StripSimulator>(one));
-    }
-    std::vector<std::thread> writers;
-    writers.reserve(strips.size());
-    for (const auto& strip : strips) {
-        writers.emplace_back([&strip] {
-            for (int round = 0; round < 5; ++round) {
-                strip->unplug();
-                strip->plugIn();
-            }
-        });
-    }
-    std::atomic<bool> done{false};
-    std::atomic<int> brokenReads{0};
-    std::thread reader([&] {
-        while (!done) {
-            QFile file(m_portsFile);
-            if (file.open(QIODevice::ReadOnly) && !QJsonDocument::fromJson(file.readAll()).isArray())
-                ++brokenReads;
-        }
-    });
-    for (std::thread& writer : writers)
-        writer.join();
-    done = true;
-    reader.join();
-
-    QCOMPARE(brokenReads.load(), 0);
-    QHash<QString, QString> locations;
-    const QJsonArray ports = portsIn(m_portsFile);
-    for (const auto& port : ports) {
-        locations.insert(port[QStringLiteral("name")].toString(),
-                         port[QStringLiteral("location")].toString());
-        QCOMPARE(port[QStringLiteral("description")].toString(), QStringLiteral("USB-SERIAL CH340"));
-    }
-    QCOMPARE(ports.size(), 10);
-    for (const auto& strip : strips)
-        QCOMPARE(locations.value(strip->options().portName), strip->location());
-
-    strips.clear();
-    QCOMPARE(portsIn(m_portsFile).size(), 0);
-}
-
-void tst_simulator::theProbeIsAnswered_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QByteArray>("serial");
-    QTest::addColumn<QByteArray>("reply");
-    QTest::addColumn<int>("takesMs");
-    QTest::addColumn<bool>("hangsUp");
-    const auto row = [](const char* name, StripSimulator::ReplyMode mode, const QByteArray& serial,
-                        const QByteArray& reply, int takesMs = 0, bool hangsUp = false) {
-        QTest::newRow(name) << static_cast<int>(mode) << serial << reply << takesMs << hangsUp;
-    };
-    using Mode = StripSimulator::ReplyMode;
-    // Bytes that a terminal would act upon show whether the line is raw.
-    const QByteArray raw("\x03\x0d\x0a\x11\x00\x7f\xff,", 8);
-    row("normal", Mode::Normal, raw, "LV0127," + raw + "\r\n");
-    row("without a serial", Mode::Normal, "", "LV0127\r\n");
-    row("silent", Mode::Silent, raw, "");
-    row("garbage", Mode::Garbage, raw, "\x7f\x11+READY\r\n");
-    row("two chunks", Mode::TwoChunks, raw, "LV0127," + raw + "\r\n", StripSimulator::kChunkGapMs);
-    row("hang-up in the reply", Mode::HangUpInReply, raw, "", 0, true);
-}
-
-void tst_simulator::theProbeIsAnswered()
-{
-    QFETCH(int, mode);
-    QFETCH(QByteArray, serial);
-    QFETCH(QByteArray, reply);
-    QFETCH(int, takesMs);
-    QFETCH(bool, hangsUp);
-    auto chosen = options();
-    chosen.serial = serial;
-    chosen.replyMode = static_cast<StripSimulator::ReplyMode>(mode);
-    StripSimulator strip(chosen);
-    QVERIFY(strip.plugIn());
-    QSignalSpy probed(&strip, &StripSimulator::probed);
-    QSignalSpy unplugged(&strip, &StripSimulator::unplugged);
-    const Host host(listedLocation());
-    QVERIFY(host.isOpen());
-
-    const double startMs = StripSimulator::nowMs();
-    QVERIFY(host.write("Moni-A"));
-    QByteArray received;
-    while (received.size() < reply.size()) {
-        const QByteArray chunk = host.read();
-        QVERIFY2(!chunk.isEmpty(), received.toHex().constData());
-        received += chunk;
-    }
-    QCOMPARE(received, reply);
-    QVERIFY(StripSimulator::nowMs() - startMs >= takesMs);
-    QTRY_COMPARE(probed.count(), 1);
-    if (hangsUp) {
-        QTRY_COMPARE(unplugged.count(), 1);
-        QVERIFY(host.hungUp());
-        QCOMPARE(portsIn(m_portsFile).size(), 0);
-    } else {
-        QCOMPARE(host.read(100), QByteArray());
-        QVERIFY(!host.hungUp());
-    }
-}
-
-void tst_simulator::framesAreConsumedWhileTheMainThreadIsBlocked()
-{
-    auto paced = options();
-    paced.bytesPerSecond = 11520;
-    StripSimulator strip(paced);
-    QVERIFY(strip.plugIn());
-    QSignalSpy received(&strip, &StripSimulator::frameReceived);
-    const Host host(strip.location());
-    const double startMs = StripSimulator::nowMs();
-    for (int i = 0; i < 3; ++i)
-        QVERIFY(host.write(frameOf(120, static_cast<uchar>(i))));
-    // No event is processed here.
-    QElapsedTimer patience;
-    patience.start();
-    while (strip.counters().frames < 3 && patience.elapsed() < 10000)
-        QThread::msleep(1);
-
-    QCOMPARE(strip.counters().frames, 3);
-    QCOMPARE(strip.counters().garbageBytes, 0);
-    QCOMPARE(strip.lastFrame().totalBytes, 3 * 366);
-    QVERIFY(strip.lastFrame().lastByteMs - startMs >= 3 * 366 / 11.52 - 1);
-    QVERIFY(strip.counters().longestGapMs > 25);
-    QCOMPARE(received.count(), 0);
-    QTRY_COMPARE(received.count(), 3);
-    QVERIFY(received[2][0].value<StripFrame>().colors[5] == (LV_RGB{5, 2, 250}));
-}
-
-void tst_simulator::anUnfinishedFrameDiesWithItsHost()
-{
-    StripSimulator strip(options());
-    QVERIFY(strip.plugIn());
-    Host first(strip.location());
-    QVERIFY(first.write(frameOf(120).left(100)));
-    QTRY_COMPARE(strip.counters().bytes, 100);
-    first.close();
-    QTRY_COMPARE(strip.counters().garbageBytes, 100);
-
-    const Host second(strip.location());
-    QVERIFY(second.write("Moni-A"));
-    QVERIFY(second.read().startsWith("LV0127,"));
-    QVERIFY(second.write(frameOf(3)));
-    QTRY_COMPARE(strip.counters().frames, 1);
-}
-
-void tst_simulator::theStripHangsUpInTheMiddleOfAFrameAndComesBack()
-{
-    auto frail = options();
-    frail.hangUpAfterBytes = 366 + 50;
-    StripSimulator strip(frail);
-    QVERIFY(strip.plugIn());
-    QSignalSpy unplugged(&strip, &StripSimulator::unplugged);
-    const Host host(strip.location());
-    QVERIFY(host.write(frameOf(120) + frameOf(120)));
-    QTRY_COMPARE(unplugged.count(), 1);
-    QVERIFY(host.hungUp());
-    QVERIFY(!strip.isPlugged());
-    QCOMPARE(strip.counters().frames, 1);
-    QCOMPARE(strip.counters().bytes, 416);
-    QCOMPARE(portsIn(m_portsFile).size(), 0);
-
-    strip.setHangUpAfterBytes(0);
-    QVERIFY(strip.plugIn());
-    const Host again(listedLocation());
-    QVERIFY(again.write(frameOf(120) + frameOf(120)));
-    QTRY_COMPARE(strip.counters().frames, 3);
-}
-
-void tst_simulator::theButtonAndUnplugReachTheHost()
-{
-    StripSimulator strip(options());
-    QVERIFY(!strip.pressButton());
-    QVERIFY(strip.plugIn());
-    const Host host(strip.location());
-    QVERIFY(strip.pressButton());
-    QCOMPARE(host.read(), QByteArray(1, '\0'));
-    strip.unplug();
-    QVERIFY(host.hungUp());
-    QVERIFY(strip.location().isEmpty());
-}
-
-void tst_simulator::onlyTheLedsThatAreThereShowColours()
-{
-    auto small = options();
-    small.ledCount = 10;
-    StripSimulator strip(small);
-    QVERIFY(strip.plugIn());
-    const Host host(strip.location());
-    QVERIFY(host.write(frameOf(30, 1) + frameOf(4, 2)));
-    QTRY_COMPARE(strip.counters().frames, 2);
-    const QVector<LV_RGB> shown = strip.shownColors();
-    QCOMPARE(shown.size(), 10);
-    QVERIFY(shown[3] == (LV_RGB{3, 2, 252}));
-    QVERIFY(shown[4] == (LV_RGB{4, 1, 251})); // not reached by the short frame
-}
 
 QTEST_GUILESS_MAIN(tst_simulator)
 #include "tst_simulator.moc"

@@ -14,14 +14,13 @@ namespace {
 /// waits for its end and sends the last one.
 QString guestScript(const QStringList& colors, const QString& last)
 {
-    QString script =
-        QStringLiteral("line=$(sed -n 's/.*\"location\": \"\\(.*\\)\".*/\\1/p' \"$LUMIVAR_SERIAL_PORTS\")\n"
-                       "exec 3<>\"$line\"\n"
-                       "led() { printf \"Ada\\000\\000\\001$1\" >&3; }\n");
-    script += QStringLiteral("trap 'led \"%1\"; exit 0' TERM\n").arg(last);
+    QString script = "line=$(sed -n 's/.*\"location\": \"\\(.*\\)\".*/\\1/p' \"$LUMIVAR_SERIAL_PORTS\")\n"
+                     "exec 3<>\"$line\"\n"
+                     "led() { printf \"Ada\\000\\000\\001$1\" >&3; }\n";
+    script += QString("trap 'led \"%1\"; exit 0' TERM\n").arg(last);
     for (const QString& color : colors)
-        script += QStringLiteral("led '%1'\n").arg(color);
-    return script + QStringLiteral("while :; do sleep 0.05; done\n");
+        script += QString("led '%1'\n").arg(color);
+    return script + "while :; do sleep 0.05; done\n";
 }
 
 } // namespace
@@ -31,22 +30,115 @@ class tst_simulator_program : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void aScriptIsToldAsJson();
-    void commandsComeOnStandardInput();
-    void theEndOfTheProcessUnplugs();
-    void theProgramUnderTestIsJudged_data();
-    void theProgramUnderTestIsJudged();
-    void nonsenseIsRefused_data();
-    void nonsenseIsRefused();
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_ports = m_dir->filePath("ports.json");
+    }
+
+    void aScriptIsToldAsJson()
+    {
+        start({"--json", "-", "--script", "50ms:button,0.3s:unplug,600ms:plug 0,1:quit"});
+        QVERIFY(ended());
+        QCOMPARE(m_program.exitCode(), 0);
+        QStringList events;
+        for (const QByteArray& line : m_program.readAllStandardOutput().trimmed().split('\n')) {
+            const QJsonObject object = QJsonDocument::fromJson(line).object();
+            QCOMPARE(object.value("strip").toString(), "LV0127:01020304");
+            events += object.value("event").toString().section(" at ", 0, 0);
+        }
+        QCOMPARE(events.join(", "), "plugged in, button pressed, unplugged, plugged in");
+        QCOMPARE(ports(), QStringList());
+    }
+
+    void commandsComeOnStandardInput()
+    {
+        start({"--strips", "3"});
+        QTRY_COMPARE(ports().size(), 3);
+        m_program.write("unplug 1\n");
+        const QStringList two{"ttySIM0", "ttySIM2"};
+        QTRY_COMPARE(ports(), two);
+        m_program.write("plu");
+        m_program.write("g\nquit\n");
+        QVERIFY(ended());
+        QCOMPARE(m_program.exitCode(), 0);
+        QVERIFY(m_program.readAllStandardOutput().contains("LV0127:01020306  plugged in"));
+        QCOMPARE(ports(), QStringList());
+    }
+
+    void theEndOfTheProcessUnplugs()
+    {
+        start({});
+        QTRY_COMPARE(ports().size(), 1);
+        m_program.closeWriteChannel(); // an input that ends is no reason to end
+        m_program.terminate();
+        QVERIFY(ended());
+        QCOMPARE(m_program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(ports(), QStringList());
+    }
+
+    void theProgramUnderTestIsJudged_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("verdict");
+        const QString black = "\\000\\000\\000";
+        QStringList moving;
+        QStringList still;
+        for (int i = 1; i <= 7; ++i) {
+            moving += QString("\\00%1\\000\\377").arg(i);
+            still += moving.first();
+        }
+        QTest::newRow("moves and goes out")
+            << guestScript(moving, black) << 0 << QByteArray("black at the end");
+        QTest::newRow("stands still")
+            << guestScript(still, black) << 1 << QByteArray("the picture stood still");
+        QTest::newRow("stays lit") << guestScript(moving, moving.first()) << 1 << QByteArray("was left lit");
+        QTest::newRow("ends early") << "exit 3" << 1 << QByteArray("The program ended with 3");
+        QTest::newRow("sends nothing") << "sleep 60" << 1 << QByteArray("No frame came");
+    }
+    void theProgramUnderTestIsJudged()
+    {
+        QFETCH(QString, script);
+        start({"--check", "--quit-after", "600ms", "--patience", "3s", "--", "sh", "-c", script});
+        QVERIFY(ended());
+        QTEST(m_program.exitCode(), "exitCode");
+        QFETCH(QByteArray, verdict);
+        const QByteArray output = m_program.readAllStandardOutput();
+        QVERIFY2(output.contains(verdict), output.constData());
+    }
+
+    void nonsenseIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const auto row = [](const char* arguments) {
+            QTest::newRow(arguments) << QString::fromLatin1(arguments).split(' ');
+        };
+        row("--strips 0");
+        row("--rate fast");
+        row("--reply perhaps");
+        row("--script later:button");
+        row("--quit-after soon");
+        row("--unheard-of");
+        row("-- no/such/program");
+    }
+    void nonsenseIsRefused()
+    {
+        QFETCH(QStringList, arguments);
+        start(arguments);
+        QVERIFY(ended());
+        QVERIFY(m_program.exitCode() != 0);
+        QVERIFY(!m_program.readAllStandardError().isEmpty());
+        QCOMPARE(ports(), QStringList());
+    }
 
 private:
     void start(const QStringList& arguments)
     {
-        m_program.start(QStringLiteral(STRIP_SIMULATOR),
-                        QStringList{QStringLiteral("--ports"), m_ports} + arguments);
+        m_program.start(QStringLiteral(STRIP_SIMULATOR), QStringList{"--ports", m_ports} + arguments);
         QVERIFY(m_program.waitForStarted());
     }
+    bool ended() { return m_program.state() == QProcess::NotRunning || m_program.waitForFinished(30000); }
     QStringList ports() const
     {
         QFile file(m_ports);
@@ -54,7 +146,7 @@ private:
         if (file.open(QIODevice::ReadOnly)) {
             const QJsonArray entries = QJsonDocument::fromJson(file.readAll()).array();
             for (const auto& entry : entries)
-                names += entry.toObject().value(QStringLiteral("name")).toString();
+                names += entry.toObject().value("name").toString();
         }
         return names;
     }
@@ -63,112 +155,6 @@ private:
     QString m_ports;
     QProcess m_program;
 };
-
-void tst_simulator_program::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_ports = m_dir->filePath(QStringLiteral("ports.json"));
-}
-
-void tst_simulator_program::aScriptIsToldAsJson()
-{
-    start({QStringLiteral("--json"), QStringLiteral("-"), QStringLiteral("--script"),
-           QStringLiteral("50ms:button,0.3s:unplug,600ms:plug 0,1:quit")});
-    QTRY_COMPARE_WITH_TIMEOUT(m_program.state(), QProcess::NotRunning, 20000);
-    QCOMPARE(m_program.exitCode(), 0);
-    QStringList events;
-    for (const QByteArray& line : m_program.readAllStandardOutput().trimmed().split('\n')) {
-        const QJsonObject object = QJsonDocument::fromJson(line).object();
-        QCOMPARE(object.value(QStringLiteral("strip")).toString(), QStringLiteral("LV0127:01020304"));
-        events += object.value(QStringLiteral("event")).toString().section(QLatin1String(" at "), 0, 0);
-    }
-    QCOMPARE(events.join(QStringLiteral(", ")),
-             QStringLiteral("plugged in, button pressed, unplugged, plugged in"));
-    QCOMPARE(ports(), QStringList());
-}
-
-void tst_simulator_program::commandsComeOnStandardInput()
-{
-    start({QStringLiteral("--strips"), QStringLiteral("3")});
-    QTRY_COMPARE(ports().size(), 3);
-    m_program.write("unplug 1\n");
-    const QStringList two{QStringLiteral("ttySIM0"), QStringLiteral("ttySIM2")};
-    QTRY_COMPARE(ports(), two);
-    m_program.write("plu");
-    m_program.write("g\nquit\n");
-    QTRY_COMPARE_WITH_TIMEOUT(m_program.state(), QProcess::NotRunning, 20000);
-    QCOMPARE(m_program.exitCode(), 0);
-    QVERIFY(m_program.readAllStandardOutput().contains("LV0127:01020306  plugged in"));
-    QCOMPARE(ports(), QStringList());
-}
-
-void tst_simulator_program::theEndOfTheProcessUnplugs()
-{
-    start({QStringLiteral("--strips"), QStringLiteral("2")});
-    QTRY_COMPARE(ports().size(), 2);
-    m_program.closeWriteChannel(); // an input that ends is no reason to end
-    m_program.terminate();
-    QTRY_COMPARE_WITH_TIMEOUT(m_program.state(), QProcess::NotRunning, 20000);
-    QCOMPARE(m_program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(ports(), QStringList());
-}
-
-void tst_simulator_program::theProgramUnderTestIsJudged_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("verdict");
-    const QString black = QStringLiteral("\\000\\000\\000");
-    QStringList moving;
-    QStringList still;
-    for (int i = 1; i <= 7; ++i) {
-        moving += QStringLiteral("\\00%1\\000\\377").arg(i);
-        still += moving.first();
-    }
-    QTest::newRow("moves and goes out") << guestScript(moving, black) << 0 << QByteArray("black at the end");
-    QTest::newRow("stands still") << guestScript(still, black) << 1 << QByteArray("the picture stood still");
-    QTest::newRow("stays lit") << guestScript(moving, moving.first()) << 1 << QByteArray("was left lit");
-    QTest::newRow("ends early") << QStringLiteral("exit 3") << 1 << QByteArray("The program ended with 3");
-    QTest::newRow("sends nothing") << QStringLiteral("sleep 60") << 1 << QByteArray("No frame came");
-}
-
-void tst_simulator_program::theProgramUnderTestIsJudged()
-{
-    QFETCH(QString, script);
-    start({QStringLiteral("--check"), QStringLiteral("--quit-after"), QStringLiteral("600ms"),
-           QStringLiteral("--patience"), QStringLiteral("3s"), QStringLiteral("--"), QStringLiteral("sh"),
-           QStringLiteral("-c"), script});
-    QTRY_COMPARE_WITH_TIMEOUT(m_program.state(), QProcess::NotRunning, 30000);
-    QTEST(m_program.exitCode(), "exitCode");
-    QFETCH(QByteArray, verdict);
-    const QByteArray output = m_program.readAllStandardOutput();
-    QVERIFY2(output.contains(verdict), output.constData());
-}
-
-void tst_simulator_program::nonsenseIsRefused_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    const auto row = [](const char* arguments) {
-        QTest::newRow(arguments) << QString::fromLatin1(arguments).split(QLatin1Char(' '));
-    };
-    row("--strips 0");
-    row("--rate fast");
-    row("--reply perhaps");
-    row("--script later:button");
-    row("--quit-after soon");
-    row("--unheard-of");
-    row("-- no/such/program");
-}
-
-void tst_simulator_program::nonsenseIsRefused()
-{
-    QFETCH(QStringList, arguments);
-    start(arguments);
-    QTRY_COMPARE_WITH_TIMEOUT(m_program.state(), QProcess::NotRunning, 20000);
-    QVERIFY(m_program.exitCode() != 0);
-    QVERIFY(!m_program.readAllStandardError().isEmpty());
-    QCOMPARE(ports(), QStringList());
-}
 
 QTEST_GUILESS_MAIN(tst_simulator_program)
 #include "tst_simulator_program.moc"
