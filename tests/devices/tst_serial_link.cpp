@@ -46,11 +46,11 @@ struct Strip
     Strip(const QString& location, int leds)
     {
         auto* port = new LVSerialPort;
-        opened = port->init({QStringLiteral("ttySIM"), location, QString()});
+        opened = port->init({"ttySIM", location, QString()});
         serial = port;
         ControlOptions options;
-        options.id = options.model = QStringLiteral("LV0127");
-        options.portName = QStringLiteral("ttySIM");
+        options.id = options.model = "LV0127";
+        options.portName = "ttySIM";
         options.nbLeds = static_cast<uint32_t>(leds);
         options.brightness = 1.0F;
         controller = std::make_unique<LVController>(options, port, nullptr);
@@ -65,12 +65,28 @@ struct Strip
 StripSimulator::Options simulated(const QTemporaryDir& folder, int bytesPerSecond = 0)
 {
     StripSimulator::Options options;
-    options.portsFile = folder.filePath(QStringLiteral("ports.json"));
+    options.portsFile = folder.filePath("ports.json");
     options.bytesPerSecond = bytesPerSecond;
     return options;
 }
 
-const QString kReleased = QStringLiteral("The port is released, the black buffer is writeen:  ");
+/// A simulated device that is plugged in, and what was logged since.
+struct Line
+{
+    explicit Line(int bytesPerSecond = 0, int hangUpAfterBytes = 0)
+        : simulator(simulated(folder, bytesPerSecond))
+    {
+        simulator.setHangUpAfterBytes(hangUpAfterBytes);
+        if (!simulator.plugIn())
+            qFatal("no simulated device");
+    }
+
+    const QTemporaryDir folder;
+    const LogCapture log;
+    StripSimulator simulator;
+};
+
+const QString kReleased = "The port is released, the black buffer is writeen:  ";
 
 } // namespace
 
@@ -125,93 +141,48 @@ private slots:
 
     void aBusyLineGetsTheNewestPictureOnly()
     {
-        QTemporaryDir folder;
-        StripSimulator simulator(simulated(folder, kRealLine));
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 120);
-        QVERIFY(strip.opened);
+        Line line(kRealLine);
+        const Strip strip(line.simulator.location(), 120);
         constexpr int kOffered = 120;
         int lateAtMost = 0;
         for (int i = 1; i <= kOffered; ++i) {
-            const auto before = simulator.counters().frames;
+            const auto before = line.simulator.counters().frames;
             strip.controller->update(picture(i, 120));
             QTest::qWait(16);
-            if (simulator.counters().frames > before)
-                lateAtMost = qMax(lateAtMost, i - numberOf(simulator.lastFrame()));
+            if (line.simulator.counters().frames > before)
+                lateAtMost = qMax(lateAtMost, i - numberOf(line.simulator.lastFrame()));
         }
-        QTRY_COMPARE(numberOf(simulator.lastFrame()), kOffered);
-        const auto written = simulator.counters().frames;
+        QTRY_COMPARE(numberOf(line.simulator.lastFrame()), kOffered);
+        const auto written = line.simulator.counters().frames;
         QCOMPARE(written + static_cast<qint64>(strip.serial->droppedFrames()), kOffered);
         QVERIFY2(strip.serial->droppedFrames() > kOffered / 4, "the line cannot have carried them all");
         QVERIFY2(lateAtMost <= 30, qPrintable(QString::number(lateAtMost))); // without pacing it grows to 60
-        QCOMPARE(simulator.counters().garbageBytes, 0);
-    }
-
-    void anIdleLineTakesEveryFrameUnchanged()
-    {
-        QTemporaryDir folder;
-        StripSimulator simulator(simulated(folder));
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 4);
-        for (int i = 1; i <= 20; ++i) {
-            strip.controller->update(picture(i, 4));
-            QTRY_COMPARE(numberOf(simulator.lastFrame()), i);
-        }
-        QCOMPARE(strip.serial->droppedFrames(), 0U);
-        QCOMPARE(simulator.lastFrame().colors, picture(20, 4));
+        QCOMPARE(line.simulator.counters().garbageBytes, 0);
     }
 
     void aDeviceWithoutLedsGetsNothing()
     {
-        QTemporaryDir folder;
-        LogCapture log;
-        StripSimulator simulator(simulated(folder));
-        QVERIFY(simulator.plugIn());
+        Line line;
         {
-            Strip strip(simulator.location(), 0);
+            const Strip strip(line.simulator.location(), 0);
             strip.controller->update(picture(1, 5));
         }
-        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 0")), 1);
-        QCOMPARE(simulator.counters().bytes, 0);
+        QCOMPARE(line.log.count(kReleased + "false , nbLEDS: 0"), 1);
+        QCOMPARE(line.simulator.counters().bytes, 0);
     }
 
     void blackIsTheLastThingOnTheWire()
     {
-        QTemporaryDir folder;
-        LogCapture log;
-        StripSimulator simulator(simulated(folder, kRealLine));
-        QVERIFY(simulator.plugIn());
+        Line line(kRealLine);
         {
-            Strip strip(simulator.location(), 120);
+            const Strip strip(line.simulator.location(), 120);
             for (int i = 1; i <= 500; ++i)
                 strip.controller->update(picture(i, 120));
         }
-        QCOMPARE(log.count(kReleased + QStringLiteral("true , nbLEDS: 120")), 1);
-        QTRY_VERIFY(isBlack(simulator.lastFrame(), 120));
-        QVERIFY(simulator.counters().frames < 10);
-        QCOMPARE(simulator.counters().garbageBytes, 0);
-    }
-
-    void severalDevicesGoDarkBeforeTheFirstIsWaitedFor()
-    {
-        QTemporaryDir folder;
-        std::vector<std::unique_ptr<StripSimulator>> simulators;
-        std::vector<Strip> strips;
-        for (int i = 0; i < 5; ++i) {
-            auto options = simulated(folder, kRealLine);
-            options.portName = QStringLiteral("ttySIM%1").arg(i);
-            simulators.push_back(std::make_unique<StripSimulator>(options));
-            QVERIFY(simulators.back()->plugIn());
-            strips.emplace_back(simulators.back()->location(), 100);
-            strips.back().controller->update(picture(i, 100));
-        }
-        for (const Strip& strip : strips)
-            strip.controller->beginRelease();
-        for (const auto& simulator : simulators)
-            QTRY_VERIFY(isBlack(simulator->lastFrame(), 100));
-        strips.at(0).controller->update(picture(9, 100)); // comes too late
-        strips.clear();
-        QVERIFY(isBlack(simulators.at(0)->lastFrame(), 100));
+        QCOMPARE(line.log.count(kReleased + "true , nbLEDS: 120"), 1);
+        QTRY_VERIFY(isBlack(line.simulator.lastFrame(), 120));
+        QVERIFY(line.simulator.counters().frames < 10);
+        QCOMPARE(line.simulator.counters().garbageBytes, 0);
     }
 
     void aHangUpIsToldOnce_data()
@@ -223,12 +194,9 @@ private slots:
     void aHangUpIsToldOnce()
     {
         QFETCH(bool, inTheMiddleOfAFrame);
-        QTemporaryDir folder;
-        StripSimulator simulator(simulated(folder));
-        if (inTheMiddleOfAFrame)
-            simulator.setHangUpAfterBytes(366 + 100);
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 120);
+        Line line(0, inTheMiddleOfAFrame ? 366 + 100 : 0);
+        StripSimulator& simulator = line.simulator;
+        const Strip strip(simulator.location(), 120);
         QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
         QSignalSpy errors(strip.serial, &LVSerialPort::errorOccurred);
         strip.controller->update(picture(1, 120));
@@ -241,21 +209,16 @@ private slots:
         }
         QTRY_COMPARE(status.count(), 1);
         QCOMPARE(status.at(0).at(0).toUInt(), 2U);
-        QCOMPARE(strip.controller->options().status, 2U);
         QCOMPARE(errors.count(), 1);
     }
 
     void aHangUpDuringReleaseDoesNotHoldTheExit()
     {
-        QTemporaryDir folder;
-        LogCapture log;
-        StripSimulator simulator(simulated(folder));
-        simulator.setHangUpAfterBytes(100);
-        QVERIFY(simulator.plugIn());
+        const Line line(0, 100);
         {
-            Strip strip(simulator.location(), 120);
+            const Strip strip(line.simulator.location(), 120);
         }
-        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 120")), 1);
+        QCOMPARE(line.log.count(kReleased + "false , nbLEDS: 120"), 1);
     }
 
     void aDeviceThatNeverReadsDoesNotHoldTheExit()
@@ -269,24 +232,20 @@ private slots:
             strip.controller->update(picture(1, 20000));
         }
         close(master);
-        QCOMPARE(log.count(kReleased + QStringLiteral("false , nbLEDS: 20000")), 1);
-        QVERIFY(!log.contains(QStringLiteral("its port does not close")));
+        QCOMPARE(log.count(kReleased + "false , nbLEDS: 20000"), 1);
+        QVERIFY(!log.contains("its port does not close"));
     }
 
     void onlyALeadingNulIsAPress()
     {
-        QTemporaryDir folder;
-        LogCapture log;
-        StripSimulator simulator(simulated(folder));
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 1);
+        Line line;
+        const Strip strip(line.simulator.location(), 1);
         QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
-        QVERIFY(simulator.pressButton());
+        QVERIFY(line.simulator.pressButton());
         QTRY_COMPARE(pressed.count(), 1);
-        QCOMPARE(pressed.at(0).at(0).toInt(), 0);
-        QVERIFY(simulator.send(QByteArray("A\0", 2)));
-        QTRY_COMPARE(log.count(QStringLiteral("Received a unknown data")), 1);
-        QVERIFY(simulator.send(QByteArray("\0A", 2)));
+        QVERIFY(line.simulator.send(QByteArray("A\0", 2)));
+        QTRY_COMPARE(line.log.count("Received a unknown data"), 1);
+        QVERIFY(line.simulator.send(QByteArray("\0A", 2)));
         QTRY_COMPARE(pressed.count(), 2);
     }
 
@@ -313,8 +272,8 @@ private slots:
         QTRY_VERIFY(pressed.count() > 20);
         const auto most = 21 * (clock.elapsed() / 1000 + 1);
         QVERIFY2(pressed.count() <= most, qPrintable(QString::number(pressed.count())));
-        QVERIFY(log.count(QStringLiteral("Received click signal")) <= most + 20);
-        QCOMPARE(log.count(QStringLiteral("talks without end")), 1);
+        QVERIFY(log.count("Received click signal") <= most + 20);
+        QCOMPARE(log.count("talks without end"), 1);
         stop = true;
         flood.wait();
         close(master);
@@ -329,47 +288,30 @@ private slots:
             QCOMPARE(int(LVSerialPort::statusOf(QSerialPort::SerialPortError(error)).value_or(none)),
                      expected[error]);
 
-        QTemporaryDir folder;
-        StripSimulator simulator(simulated(folder));
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 1);
+        const Line line;
+        const Strip strip(line.simulator.location(), 1);
         QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
         using Error = QSerialPort::SerialPortError;
         for (const Error error : {Error::WriteError, Error::ReadError, Error::FramingError,
                                   Error::TimeoutError, Error::NoError, Error::NoError})
-            emit strip.serial->errorOccurred(error, QStringLiteral("text"));
+            emit strip.serial->errorOccurred(error, "text");
         QTRY_COMPARE(status.count(), 3);
-        QCOMPARE(status.at(0), (QVariantList{2U, QStringLiteral("text")}));
+        QCOMPARE(status.at(0), (QVariantList{2U, "text"}));
         QCOMPARE(status.at(1).at(0).toUInt(), 3U);
         QCOMPARE(status.at(2).at(0).toUInt(), 0U);
     }
 
     void anErrorDoesNotOvertakeTheHandOver()
     {
-        QTemporaryDir folder;
-        StripSimulator simulator(simulated(folder));
-        QVERIFY(simulator.plugIn());
-        Strip strip(simulator.location(), 1);
+        const Line line;
+        const Strip strip(line.simulator.location(), 1);
         emit strip.serial->errorOccurred(QSerialPort::ReadError, QString());
         std::unique_ptr<QSignalSpy> owner; // connects in an event of its own, as a device manager does
-        QMetaObject::invokeMethod(
-            this,
-            [&] {
-                owner =
-                    std::make_unique<QSignalSpy>(strip.controller.get(), &AbsRGBController::statusChanged);
-            },
-            Qt::QueuedConnection);
+        const auto connectOwner = [&] {
+            owner = std::make_unique<QSignalSpy>(strip.controller.get(), &AbsRGBController::statusChanged);
+        };
+        QMetaObject::invokeMethod(this, connectOwner, Qt::QueuedConnection);
         QTRY_VERIFY(owner && owner->count() == 1);
-    }
-
-    void aPortThatCannotBeOpenedIsReported()
-    {
-        LogCapture log;
-        LVSerialPort port;
-        QVERIFY(
-            !port.init({QStringLiteral("ttyX"), QStringLiteral("/dev/there-is-no-such-port"), QString()}));
-        QCOMPARE(log.count(QStringLiteral("[SerialPort]: Failed to open the serial port ttyX\r\n\terror: 1")),
-                 1);
     }
 };
 

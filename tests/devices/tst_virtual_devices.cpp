@@ -21,8 +21,7 @@ private slots:
         QStringList ids;
         for (const auto& device : qAsConst(devices))
             ids.append(device->options().id);
-        QCOMPARE(ids, QStringList({QStringLiteral("VT0100:1234567890"), QStringLiteral("VT0100:0987654321"),
-                                   QStringLiteral("LV0N03:0987654321")}));
+        QCOMPARE(ids, QStringList({"VT0100:1234567890", "VT0100:0987654321", "LV0N03:0987654321"}));
         QCOMPARE(devices.at(2)->options().nbLeds, 253U);
         QCOMPARE(devices.at(2)->options().brightness, 0.6F);
 
