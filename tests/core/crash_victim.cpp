@@ -5,9 +5,9 @@
 #include "support/crash/CrashStack.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <thread>
 
 extern "C" {
@@ -70,7 +70,7 @@ void crashInManyThreads()
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("Lumivar"));
+    QCoreApplication::setApplicationName("Lumivar");
     ConfigurationManager* config = ConfigurationManager::instance();
     config->setAppConfig(ConfigKeys::kLanguage.key, "de_DE");
     installCrashHandler(config->configPath() + "/victim.log");
@@ -78,20 +78,17 @@ int main(int argc, char** argv)
     config->saveAppConfigJsonObj();
 
     const char* kind = argc > 1 ? argv[1] : "";
-    if (std::strcmp(kind, "null pointer in a thread") == 0)
-        runInThread(writeToNowhere);
-    else if (std::strcmp(kind, "stack overflow") == 0)
-        overflowTheStack(0);
-    else if (std::strcmp(kind, "stack overflow in a thread") == 0)
-        runInThread([] { overflowTheStack(0); });
-    else if (std::strcmp(kind, "lost stack") == 0)
-        loseTheStack();
-    else if (std::strcmp(kind, "wild jump") == 0)
-        jumpToNowhere();
-    else if (std::strcmp(kind, "fatal message") == 0)
-        qFatal("the end");
-    else if (std::strcmp(kind, "many threads") == 0)
-        crashInManyThreads();
+    const QHash<QByteArray, void (*)()> crashes{
+        {"null pointer in a thread", [] { runInThread(writeToNowhere); }},
+        {"stack overflow", [] { overflowTheStack(0); }},
+        {"stack overflow in a thread", [] { runInThread([] { overflowTheStack(0); }); }},
+        {"lost stack", loseTheStack},
+        {"wild jump", jumpToNowhere},
+        {"fatal message", [] { qFatal("the end"); }},
+        {"many threads", crashInManyThreads},
+    };
+    if (const auto crash = crashes.value(kind))
+        crash();
     std::puts("still alive");
     return 0;
 }
