@@ -8,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QtTest>
-#include <algorithm>
 #include <csignal>
 
 namespace {
@@ -16,15 +15,14 @@ namespace {
 constexpr int kWaitMs = 15000;
 constexpr QSize kScreen(1280, 720);
 constexpr int kLeds = 120;
-constexpr LV_RGB kBlack{};
 constexpr std::uint8_t kFull = 204; ///< full brightness of a strip at 0.8
-const QString kStripId = QStringLiteral("LV0127:01020304");
+const QString kStripId = "LV0127:01020304";
 
 StripSimulator::Options strip(const ProgramUnderTest& program, int number = 0)
 {
     StripSimulator::Options options;
     options.portsFile = program.portsFile();
-    options.portName = QStringLiteral("ttySIM%1").arg(number);
+    options.portName = QString("ttySIM%1").arg(number);
     options.bytesPerSecond = 11520;
     if (number > 0)
         options.serial[3] = static_cast<char>(0x40 + number);
@@ -44,42 +42,23 @@ QJsonObject storedStrip(const QString& effect)
 bool isAll(const StripSimulator& strip, LV_RGB color)
 {
     const QVector<LV_RGB> shown = strip.shownColors();
-    return !shown.isEmpty() && std::all_of(shown.begin(), shown.end(), [&](LV_RGB c) { return c == color; });
+    return !shown.isEmpty() && shown.count(color) == shown.size();
 }
 
 bool isBlack(const StripSimulator& strip)
 {
     const QVector<LV_RGB> shown = strip.lastFrame().colors;
-    return !shown.isEmpty() && std::all_of(shown.begin(), shown.end(), [](LV_RGB c) { return c == kBlack; });
+    return !shown.isEmpty() && shown.count(LV_RGB{}) == shown.size();
 }
 
 /// The LEDs furthest left and right on the screen, by the shipped map.
 QPair<int, int> outermostLeds()
 {
-    QFile file(QStringLiteral("controler_config/LV0127.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {0, kLeds - 1};
-    QPair<int, int> found{0, 0};
-    int left = 1000;
-    int right = -1;
-    for (const QJsonValue led : QJsonDocument::fromJson(file.readAll())["key_array"].toArray()) {
-        if (led["x"].toInt() < left) {
-            left = led["x"].toInt();
-            found.first = led["id"].toInt() - 1;
-        }
-        if (led["x"].toInt() > right) {
-            right = led["x"].toInt();
-            found.second = led["id"].toInt() - 1;
-        }
-    }
-    return found;
-}
-
-void overwrite(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(bytes);
+    const QByteArray map = ProgramUnderTest::readFile("controler_config/LV0127.json");
+    QMap<int, int> ledOfColumn;
+    for (const QJsonValue led : QJsonDocument::fromJson(map)["key_array"].toArray())
+        ledOfColumn[led["x"].toInt()] = led["id"].toInt() - 1;
+    return {ledOfColumn.first(), ledOfColumn.last()};
 }
 
 } // namespace
@@ -98,8 +77,7 @@ private slots:
 
         ProgramUnderTest program;
         program.setDisplay(display.name());
-        program.writeConfig(QStringLiteral("controllers.json"),
-                            {{kStripId, storedStrip(QStringLiteral("id.effect.screenSync.fullScreen"))}});
+        program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.screenSync.fullScreen")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
         program.start();
@@ -126,15 +104,14 @@ private slots:
 
         QVERIFY(program.terminate());
         QTRY_VERIFY(isBlack(strip));
-        const QJsonObject stored =
-            program.readConfig(QStringLiteral("controllers.json"))[kStripId].toObject();
-        QCOMPARE(stored["subMode"].toString(), QStringLiteral("id.effect.screenSync.fullScreen"));
-        QCOMPARE(stored["kindName"].toString(), QStringLiteral("Desk"));
+        const QJsonObject stored = program.readConfig("controllers.json")[kStripId].toObject();
+        QCOMPARE(stored["subMode"].toString(), "id.effect.screenSync.fullScreen");
+        QCOMPARE(stored["kindName"].toString(), "Desk");
         QCOMPARE(stored["enable"].toBool(), true);
         const QString log = program.logText();
         QVERIFY(log.contains("enable status changed to"));
         QVERIFY(log.contains("the black buffer is writeen: "));
-        QVERIFY(program.logText(QStringLiteral("devices")).contains("Device button clicked " + kStripId));
+        QVERIFY(program.logText("devices").contains("Device button clicked " + kStripId));
     }
 
     void stripGoesDarkWhenTheDisplayServerDies()
@@ -144,8 +121,7 @@ private slots:
         ScreenPainter(display.name()).fill(QRect(QPoint(), kScreen), Qt::red);
         ProgramUnderTest program;
         program.setDisplay(display.name());
-        program.writeConfig(QStringLiteral("controllers.json"),
-                            {{kStripId, storedStrip(QStringLiteral("id.effect.screenSync.fullScreen"))}});
+        program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.screenSync.fullScreen")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
         program.start();
@@ -196,7 +172,7 @@ private slots:
         QVERIFY(program.terminate());
         for (const auto& strip : strips)
             QTRY_VERIFY(isBlack(*strip));
-        QCOMPARE(program.readConfig(QStringLiteral("controllers.json")).size(), 10);
+        QCOMPARE(program.readConfig("controllers.json").size(), 10);
     }
 
     void stripThatKeepsDroppingOutComesBackEveryTime()
@@ -221,12 +197,10 @@ private slots:
     {
         ProgramUnderTest program;
         const QDir folder(program.useCopyOfProgramFolder());
-        folder.mkpath(QStringLiteral("deviceEnumerators"));
-        QVERIFY(QFile::copy(EXAMPLE_EFFECT, folder.filePath(QStringLiteral("effects/example.so"))));
-        QVERIFY(
-            QFile::copy(EXAMPLE_ENUMERATOR, folder.filePath(QStringLiteral("deviceEnumerators/example.so"))));
-        program.writeConfig(QStringLiteral("controllers.json"),
-                            {{kStripId, storedStrip(QStringLiteral("id.effect.colorful.breathing"))}});
+        folder.mkpath("deviceEnumerators");
+        QVERIFY(QFile::copy(EXAMPLE_EFFECT, folder.filePath("effects/example.so")));
+        QVERIFY(QFile::copy(EXAMPLE_ENUMERATOR, folder.filePath("deviceEnumerators/example.so")));
+        program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.colorful.breathing")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
         program.start();
@@ -241,32 +215,23 @@ private slots:
 
     void survivesBrokenDataFiles_data()
     {
-        QTest::addColumn<QStringList>("files");
         QTest::addColumn<QByteArray>("contents");
-        const QStringList all{
-            "controler_config/LVController.json", "controler_config/LV0127.json", "effects/groups.json",
-            "effects/colorful/ColorMap_3.png",    "images/products/LV0127.jpg",   "effects/broken.so",
-            "deviceEnumerators/broken.so"};
-        QTest::newRow("cut in half") << all << QByteArray("{\"LV0127\": {\"nbLeds\": 12");
-        QTest::newRow("empty") << all << QByteArray();
-        QTest::newRow("wrong types") << all
-                                     << QByteArray(
-                                            "{\"LV0127\": [], \"groups\": {\"id\": 7}, \"key_array\": 5}");
-        QTest::newRow("binary") << all << QByteArray(5000, '\xff');
+        QTest::newRow("cut in half") << QByteArray(R"({"LV0127": {"nbLeds": 12)");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("wrong types") << QByteArray(R"({"LV0127": [], "groups": {"id": 7}, "key_array": 5})");
+        QTest::newRow("binary") << QByteArray(5000, '\xff');
     }
     void survivesBrokenDataFiles()
     {
-        QFETCH(QStringList, files);
         QFETCH(QByteArray, contents);
         ProgramUnderTest program;
         const QDir folder(program.useCopyOfProgramFolder());
-        folder.mkpath(QStringLiteral("deviceEnumerators"));
-        for (const QString& file : files) {
-            folder.mkpath(QFileInfo(file).path());
-            overwrite(folder.filePath(file), contents);
-        }
-        program.writeConfig(QStringLiteral("controllers.json"),
-                            {{kStripId, storedStrip(QStringLiteral("id.effect.colorful.ColorMap_3"))}});
+        for (const char* file :
+             {"controler_config/LVController.json", "controler_config/LV0127.json", "effects/groups.json",
+              "effects/colorful/ColorMap_3.png", "images/products/LV0127.jpg", "effects/broken.so",
+              "deviceEnumerators/broken.so"})
+            ProgramUnderTest::writeFile(folder.filePath(file), contents);
+        program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.colorful.ColorMap_3")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
         program.start();
