@@ -244,6 +244,22 @@ private slots:
         QCOMPARE(simulator.counters().probes, 1);
     }
 
+    void onlyDevicesAreOpenedAndJudgedByTheirFirstChunk()
+    {
+        Discovery discovery;
+        auto modem = discovery.options();
+        modem.description = "modem";
+        StripSimulator other(modem);
+        QVERIFY(other.plugIn());
+        auto options = discovery.options(1);
+        options.replyMode = StripSimulator::ReplyMode::TwoChunks;
+        StripSimulator simulator(options);
+        QVERIFY(simulator.plugIn());
+        discovery.start();
+        QTRY_COMPARE(discovery.idAt(0), QString("LV01"));
+        QCOMPARE(other.counters().bytes, 0);
+    }
+
     void aReplugGivesANewControllerBesideTheOldOne()
     {
         Discovery discovery;

@@ -201,6 +201,18 @@ private slots:
         QCOMPARE(bytesOf(path(name + ".bak")), good);
     }
 
+    void damage_without_a_backup_is_a_first_run()
+    {
+        put(path("app.json"), "{\"language\"");
+        put(path("app.json.bak"), "nonsense");
+        restart();
+        QVERIFY(m_config->appConfig("language").isUndefined());
+        m_config->setAppConfig("language", "ja");
+        QCOMPARE(QDir(path()).entryList({"app.json*.corrupt-*"}, QDir::AllEntries).size(), 2);
+        restart();
+        QCOMPARE(m_config->appConfig("language").toString(), QString("ja"));
+    }
+
     void a_kill_at_any_instant_leaves_whole_files()
     {
         int pipe[2];
