@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ui/WindowRegion.h"
+
+#include <QWidget>
+#include <memory>
+
+class ControlPage;
+class HomePage;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The one top-level window: frameless, with a title bar of its own above the home and the control page.
+/// Main thread.
+class MainWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    void switchToControlPage();
+    void switchToHomePage();
+    bool isHomePage() const;
+    HomePage* homePage() const;
+    ControlPage* controlPage() const;
+
+    void showNewVersionBtn();
+    /// A window that does not lie inside its screen gets 80 % of it, centred.
+    void fitToScreen();
+    /// Hides the title bar's buttons whose signal nobody takes.
+    void hideUnusedButtons();
+    /// The region under a point in window coordinates.
+    WindowRegion regionAt(QPoint position) const;
+
+signals:
+    void requestShowHelpDlg();
+    void requestUpdateAppVersion();
+    void allStrapOnOff(bool on);
+    void settingsBtnTriggered();
+    /// Declared for listeners, never emitted.
+    void pageSwitched();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool nativeEvent(const QByteArray& eventType, void* message, long* result) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private slots:
+    void onHomeButtonClicked();
+    void onAllOnBtnClicked();
+    void onAllOffBtnClicked();
+    void on_pushButton_settings_clicked();
+    void on_pushButton_help_clicked();
+    void on_toolButton_min_clicked();
+    void on_toolButton_close_clicked();
+    void onNewVersionBtnClicked();
+
+private:
+    std::unique_ptr<Ui::MainWindow> ui;
+    const int m_titleHeight = 50;
+    const int m_borderWidth = 5;
+};

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "viewModels/WorkGroupModel.h"
+#include "viewModels/WorkerModel.h"
+
+#include <QImage>
+#include <QJsonValue>
+#include <QMap>
+#include <QWidget>
+#include <memory>
+
+namespace Ui {
+class ControlPage;
+}
+
+/// The page on which one device, or all of them, are operated. Knows neither devices nor effects: the setter
+/// slots fill it with its signals blocked, the signals tell what the user did. Main thread.
+class ControlPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ControlPage(QWidget* parent = nullptr);
+    ~ControlPage() override;
+
+    /// 0 from left to right, 1 from right to left.
+    int dir() const;
+    bool isLightEnabled() const;
+    /// 0 to 1.
+    float brightness() const;
+    QString controllerId() const { return m_controllerId; }
+    QString currentGroup() const { return m_currentGroup; }
+    QString currentWorker() const { return m_currentWorker; }
+    /// Class names of the current effect's option widgets; empty for none.
+    QString sOptWidgetName() const;
+    QString lOptWidgetName() const;
+    /// Shown at the next change of the effect.
+    void setProductImage(const QImage& image) { m_productImage = image; }
+    /// Shows or hides the choice between this device and all.
+    void setControlModeVisible(bool visible);
+
+public slots:
+    void setDir(int dir);
+    void setEnable(bool enable);
+    void setSingleDevCtrlMode(bool enable);
+    void setBrightness(float brightness);
+    void setWorkGroups(QMap<QString, WorkGroupModel> groups, QString currentGroup);
+    void setWorkGroups(QMap<QString, WorkGroupModel> groups);
+    void setWorkers(QMap<QString, WorkerModel> workers, QString currentWorker);
+    void setWorkers(QMap<QString, WorkerModel> workers);
+    void setCurrentGroup(QString groupId);
+    void setCurrentWorker(QString workerId);
+    void setControllerName(QString name);
+    void setControllerId(QString id);
+    void setSOptWidProperty(QString key, QJsonValue val);
+    void setLOptWidProperty(QString key, QJsonValue val);
+
+signals:
+    void dirChanged(int dir);
+    void enableChanged(bool enable);
+    void brightnessChanged(float brightness);
+    void workGoupChanged(QString id);
+    void workerChanged(QString id);
+    void controlModeChanged(bool isSingleDevCtrl);
+    void optWidActived();
+    void sOptWidPropertyChanged(QString key, QJsonValue val);
+    void lOptWidPropertyChanged(QString key, QJsonValue val);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private slots:
+    void onInstallDirRadioBtnChanged(bool dir);
+    void onLEDSwitchBtnChanged(bool enable);
+    void onBrightnessChanged(int value);
+    void onDevCtlModeChanged();
+
+private:
+    std::unique_ptr<Ui::ControlPage> ui;
+    QMap<QString, WorkerModel> m_workers;
+    QMap<QString, WorkGroupModel> m_groups;
+    QString m_currentGroup;
+    QString m_currentWorker;
+    QString m_controllerName;
+    QString m_controllerId;
+    QImage m_productImage;
+    bool m_singleDevCtrlMode = false;
+};
