@@ -27,6 +27,9 @@ run_moc() {
     "$tools/moc" --include "$out/predefines.h" -I"$qt" -I"$qt/QtCore" -Isrc "$1" -o "$2.new" || return 1
     cmp -s "$2.new" "$2" && rm "$2.new" || mv "$2.new" "$2"
 }
+while IFS= read -r form; do
+    "$tools/uic" "$form" -o "$generated/ui_$(basename "${form%.ui}").h" || exit 1
+done < <(find src -name '*.ui')
 # The other tools stand on ptys and terminals and belong to development on Linux.
 tools_there=(tools/crash-reporter tools/picture-generator)
 mapfile -t own_headers < <(find src plugins "${tools_there[@]}" -name '*.h' | sort)
