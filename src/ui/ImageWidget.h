@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QImage>
+#include <QPixmap>
+#include <QRectF>
 #include <QWidget>
 
-/// Shows one picture, fitted inside the widget and centred.
+/// Shows one picture, fitted inside the widget and centred. Main thread.
 class ImageWidget : public QWidget
 {
     Q_OBJECT
@@ -17,7 +19,14 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     const QImage& image() const { return m_image; }
+    /// Where the whole picture (not null) goes, in logical pixels of the widget; may reach beyond it.
+    virtual QRect targetRect() const;
 
 private:
+    void scalePicture(const QRect& target, const QRect& shown);
+
     QImage m_image;
+    QPixmap m_scaled; ///< what is shown of the picture, for m_scaledTarget inside m_scaledSize
+    QRect m_scaledTarget;
+    QSize m_scaledSize;
 };
