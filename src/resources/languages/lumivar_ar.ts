@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ar" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>طريقة التحكم</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>وحدة التحكم الحالية فقط</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>جميع وحدات التحكم</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>الوضع الفرعي</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>وضع التشغيل</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>خيارات أخرى</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>اتجاه التركيب</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>من اليسار إلى اليمين</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>من اليمين إلى اليسار</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>السطوع</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>حالة التشغيل</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>تشغيل الإضاءة</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>إطفاء الإضاءة</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>إعداد شريط LED</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>اضبط عدد مصابيح LED حتى تضيء جميعها.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>إجمالي مصابيح LED:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>موافق</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>‪%1 (%2 × %3)‬ – الشاشة الرئيسية</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>‪%1 (%2 × %3)‬</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>مرحبًا يا صديقي، يبدو أن شريط LED لديك يواجه مشكلة صغيرة. إنه ينفصل مرارًا، وربما لا تصله طاقة كافية. جرّب توصيله بمنفذ USB في اللوحة الأم، أو بموزّع USB له مصدر طاقة مستقل. إذا استمرت المشكلة فتواصل مع خدمة ما بعد البيع. نعتذر حقًا عن الإزعاج، ونرجو أن تُحل المشكلة قريبًا، بالتوفيق! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>الأضواء المتحركة</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>لون واحد</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>تدفق الألوان</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>ظلال المزاج</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>ألوان متعددة 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>ألوان متعددة 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>ألوان متعددة 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>ألوان متعددة 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>ألوان متعددة 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>ألوان متعددة 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>كامل الشاشة</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>النصف العلوي</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>النصف السفلي</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>النصف الأيسر</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>النصف الأيمن</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>السينما</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>موسيقى 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>موسيقى 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>موسيقى 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>موسيقى 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>موسيقى 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>موسيقى 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>موسيقى 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>موسيقى 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>الصور</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>وضع الموسيقى 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>وضع الموسيقى 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>وضع الموسيقى 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>وضع الموسيقى 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>اختيار اللون</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>لون واحد</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>ضبط لون الشريط</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>ألوان متعددة</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>مزامنة الشاشة</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>الموسيقى</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>اجعل الموسيقى تتحرك!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>الرسومات</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>الأضواء المتحركة</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>أجهزة الإضاءة</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>جميع الأجهزة</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>الرئيسية</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>المساعدة</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>تشغيل الكل</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>إطفاء الكل</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>جديد</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>خروج</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>يتوفر إصدار جديد. هل تريد تنزيل أحدث حزمة تثبيت؟</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>نعم</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>لا</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>ت&amp;حديد الكل</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;زيادة</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>إ&amp;نقاص</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>الألوان الأ&amp;ساسية</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>التقاط لون من ال&amp;شاشة</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>المؤشر عند %1, %2
+اضغط ESC للإلغاء</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>الألوان الم&amp;خصصة</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>إ&amp;ضافة إلى الألوان المخصصة</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>ال&amp;صبغة:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>ال&amp;تشبع:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>ال&amp;قيمة:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>أ&amp;حمر:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>أخض&amp;ر:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>أ&amp;زرق:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>قناة أ&amp;لفا:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;موافق</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>إ&amp;لغاء</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>إ&amp;غلاق</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>ت&amp;راجع</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;إعادة</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;قص</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;نسخ</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;لصق</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>حذف</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>تحديد الكل</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>موافق</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;نعم</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;لا</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>التمرير إلى هنا</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>الحافة اليسرى</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>الأعلى</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>الحافة اليمنى</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>الأسفل</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>صفحة إلى اليسار</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>صفحة إلى الأعلى</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>صفحة إلى اليمين</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>صفحة إلى الأسفل</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>تمرير إلى اليسار</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>تمرير إلى الأعلى</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>تمرير إلى اليمين</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>تمرير إلى الأسفل</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>ت&amp;راجع</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;إعادة</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;قص</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;نسخ</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>نسخ &amp;عنوان الرابط</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;لصق</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>حذف</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>تحديد الكل</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>لقد ضغطت زر الإغلاق، ماذا تريد أن تفعل؟</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>تصغير إلى شريط النظام</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>إنهاء البرنامج</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>تذكّر اختياري</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>السرعة:</translation>
+    </message>
+</context>
+</TS>

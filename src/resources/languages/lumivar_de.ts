@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Steuerung</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Nur aktuellen Controller</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Alle Controller</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Effekt</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Betriebsart</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Weitere Optionen</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Montagerichtung</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>Von links nach rechts</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>Von rechts nach links</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Licht</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Einschalten</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Ausschalten</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Streifen einrichten</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Passen Sie die Anzahl an, bis alle LEDs leuchten.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Anzahl der LEDs:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, Hauptbildschirm)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>Hallo! Dein LED-Streifen hat wohl ein kleines Problem: Er trennt sich immer wieder, vielleicht bekommt er zu wenig Strom. Stecke ihn am besten direkt in einen USB-Anschluss des Mainboards oder in einen USB-Hub mit eigenem Netzteil. Wenn das nicht hilft, wende dich bitte an den Kundendienst. Die Umstände tun uns wirklich leid. Hoffentlich läuft bald alles wieder, viel Erfolg! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Lauflicht</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Einfarbig</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Farbenfluss</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Stimmungslicht</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Farbenspiel 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Farbenspiel 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Farbenspiel 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Farbenspiel 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Farbenspiel 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Farbenspiel 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Ganzer Bildschirm</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Obere Hälfte</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Untere Hälfte</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Linke Hälfte</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Rechte Hälfte</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Kino</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Musik 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Musik 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Musik 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Musik 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Musik 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Musik 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Musik 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Musik 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Musikmodus 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Musikmodus 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Musikmodus 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Musikmodus 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Farbe wählen</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Einfarbig</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Farbe des Streifens festlegen</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Farbenspiel</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Bildschirm-Sync</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Musik</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>Bringt die Musik in Bewegung!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Grafik</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Lauflicht</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Lichtgeräte</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>Alle Geräte</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Alle ein</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Alle aus</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>neu</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>Eine neue Version ist verfügbar. Möchten Sie das aktuelle Installationspaket herunterladen?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Erhöhen</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>&amp;Verringern</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>&amp;Grundfarben</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>Farbe vom &amp;Bildschirm wählen</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Zeiger bei %1, %2
+ESC drücken zum Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>Be&amp;nutzerdefinierte Farben</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>Zu benutzerdefinierten Farben hin&amp;zufügen</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>&amp;Farbton:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>&amp;Sättigung:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>&amp;Wert:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>&amp;Rot:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>Gr&amp;ün:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>Bla&amp;u:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>A&amp;lphakanal:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nein</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Hierher rollen</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Linker Rand</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Anfang</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Rechter Rand</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Seite nach links</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Seite nach oben</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Seite nach rechts</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Seite nach unten</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Nach links rollen</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Nach oben rollen</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Nach rechts rollen</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Nach unten rollen</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>&amp;Linkadresse kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>Sie haben auf „Schließen“ geklickt. Was möchten Sie tun?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>In den Infobereich minimieren</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Programm beenden</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Auswahl merken</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Tempo:</translation>
+    </message>
+</context>
+</TS>

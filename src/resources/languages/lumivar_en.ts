@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Control mode</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Set current controller only</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Set All Controllers</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submode</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Working mode</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Other options</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Installation method</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>From left to right</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>From right to left</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brightness</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Working condition</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Turn on the light</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Turn off the lights</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Strip configuration</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Adjust the number of LEDs until all of them light up.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Total LEDs:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, primary)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>Hey buddy, it looks like your light strip is having a little trouble. It keeps disconnecting, so it may not be getting enough power. Try plugging it into a USB port on the mainboard, or into a USB hub with its own power supply. If that doesn&apos;t help, please contact after-sales support. We&apos;re really sorry for the inconvenience. Hope it&apos;s sorted soon, good luck! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Marquee mode</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Monochrome mode</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Streamer splendor</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Shadow echocardiography</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Symphony Mode 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Symphony Mode 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Symphony Mode 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Symphony Mode 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Symphony Mode 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Symphony Mode 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Full screen mode</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Half screen-top</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Half screen-down</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Half screen-left</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Half screen-right</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Movie Mode</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Music 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Music 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Music 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Music 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Music 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Music 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Music 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Music 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Image Mode</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Music Mode 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Music Mode 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Music Mode 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Music Mode 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Select color</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Monochrome mode</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Set the strip color</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Symphony mode</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Screen sync mode</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Music mode</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>Get the music moving!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Graphics mode</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Marquee mode</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Lighting equipment</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>All equipment</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Setup</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Home</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Fully open</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Quanguan</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Exit</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>A new version has been detected. Do you want to download the latest installation package?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Select All</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Step up</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>Step &amp;down</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>&amp;Basic colors</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>&amp;Pick Screen Color</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Cursor at %1, %2
+Press ESC to cancel</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>&amp;Custom colors</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>&amp;Add to Custom Colors</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>Hu&amp;e:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>&amp;Sat:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>&amp;Val:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>&amp;Red:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>&amp;Green:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>Bl&amp;ue:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>A&amp;lpha channel:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Close</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Undo</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Redo</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cu&amp;t</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Paste</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Select All</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Yes</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;No</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Scroll here</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Left edge</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Top</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Right edge</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Bottom</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Page left</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Page up</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Page right</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Page down</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Scroll left</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Scroll up</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Scroll right</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Scroll down</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Undo</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Redo</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cu&amp;t</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>Copy &amp;Link Location</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Paste</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Select All</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>You hit the close button, you wish?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>Minimize to tray</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Exit program</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Remember my choice</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Speed:</translation>
+    </message>
+</context>
+</TS>

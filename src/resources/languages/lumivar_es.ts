@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Modo de control</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Solo el controlador actual</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Todos los controladores</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submodo</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Modo de funcionamiento</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Otras opciones</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Sentido de instalación</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>De izquierda a derecha</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>De derecha a izquierda</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brillo</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Estado</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Encender</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Apagar</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Configurar la tira</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Ajuste el número de LED hasta que se enciendan todos.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Total de LED:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, principal)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>¡Hola! Parece que tu tira de LED tiene un pequeño problema: se desconecta una y otra vez, quizá porque le falta energía. Prueba a enchufarla en un puerto USB de la placa base o en un concentrador USB con alimentación propia. Si sigue igual, ponte en contacto con el servicio posventa. Sentimos mucho las molestias. ¡Esperamos que se arregle pronto, ánimo! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Marquesina</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Un solo color</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Flujo de colores</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Luz emocional</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Multicolor 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Multicolor 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Multicolor 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Multicolor 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Multicolor 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Multicolor 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Pantalla completa</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Mitad superior</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Mitad inferior</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Mitad izquierda</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Mitad derecha</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Cine</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Música 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Música 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Música 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Música 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Música 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Música 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Música 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Música 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Imágenes</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Modo música 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Modo música 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Modo música 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Modo música 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Elegir color</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Un solo color</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Elegir el color de la tira</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Multicolor</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Sincronizar pantalla</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>¡Dale movimiento a la música!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Gráficos</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Marquesina</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Dispositivos de luz</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>Todos los dispositivos</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Inicio</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Encender todo</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Apagar todo</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>nuevo</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Salir</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>Hay una versión nueva. ¿Desea descargar el paquete de instalación más reciente?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Sí</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Seleccionar todo</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Aumentar</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>&amp;Reducir</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>Colores &amp;básicos</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>&amp;Tomar color de la pantalla</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Cursor en %1, %2
+Pulse ESC para cancelar</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>Colores p&amp;ersonalizados</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>&amp;Añadir a los personalizados</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>&amp;Matiz:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>&amp;Sat.:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>&amp;Valor:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>&amp;Rojo:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>Ver&amp;de:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>A&amp;zul:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>Canal a&amp;lfa:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;Aceptar</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Cancelar</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>C&amp;errar</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Deshacer</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Rehacer</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cor&amp;tar</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copiar</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Pegar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Seleccionar todo</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Sí</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;No</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Desplazar hasta aquí</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Borde izquierdo</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Inicio</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Borde derecho</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Final</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Página a la izquierda</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Página arriba</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Página a la derecha</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Página abajo</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Desplazar a la izquierda</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Desplazar hacia arriba</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Desplazar a la derecha</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Desplazar hacia abajo</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Deshacer</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Rehacer</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cor&amp;tar</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copiar</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>Copiar dirección del en&amp;lace</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Pegar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Seleccionar todo</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>Ha pulsado el botón de cierre. ¿Qué desea hacer?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>Minimizar a la bandeja</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Salir del programa</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Recordar mi elección</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Velocidad:</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>制御方法</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>現在のコントローラーのみ</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>すべてのコントローラー</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>サブモード</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>動作モード</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>その他のオプション</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>取り付け方向</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>左から右</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>右から左</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>明るさ</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>動作状態</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>点灯</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>消灯</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>LEDテープの設定</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>すべてのLEDが点灯するようにLEDの数を調整してください。</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>LEDの総数：</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3、メイン)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>こんにちは！LEDテープの調子が少し悪いようです。接続が何度も切れているので、電力が足りないのかもしれません。マザーボードのUSBポートか、電源付きのUSBハブに接続してみてください。それでも直らない場合は、お早めにアフターサポートまでご連絡ください。ご不便をおかけして本当に申し訳ありません。早く直りますように！✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>流れる光</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>単色</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>流れる彩り</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>ムードシャドウ</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>レインボー 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>レインボー 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>レインボー 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>レインボー 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>レインボー 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>レインボー 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>画面全体</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>画面の上半分</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>画面の下半分</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>画面の左半分</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>画面の右半分</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>映画</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>ミュージック 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>ミュージック 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>ミュージック 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>ミュージック 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>ミュージック 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>ミュージック 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>ミュージック 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>ミュージック 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>ミュージックモード 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>ミュージックモード 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>ミュージックモード 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>ミュージックモード 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>色を選択</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>単色</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>LEDテープの色を設定します</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>レインボー</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>画面連動</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>ミュージック</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>音楽を光で躍動させよう！</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>グラフィック</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>流れる光</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>照明デバイス</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>すべてのデバイス</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>ホーム</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>すべて点灯</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>すべて消灯</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>新しいバージョンが見つかりました。最新のインストーラーをダウンロードしますか？</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>はい</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>いいえ</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>すべて選択(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>増やす(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>減らす(&amp;D)</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>基本色(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>画面から色を取得(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>カーソル位置：%1, %2
+ESCキーでキャンセル</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>カスタム色(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>カスタム色に追加(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>色相(&amp;E)：</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>彩度(&amp;S)：</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>明度(&amp;V)：</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>赤(&amp;R)：</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>緑(&amp;G)：</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>青(&amp;U)：</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>アルファチャンネル(&amp;L)：</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>OK(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>キャンセル(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>閉じる(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>元に戻す(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>やり直し(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>切り取り(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>コピー(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>貼り付け(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>すべて選択</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>はい(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>いいえ(&amp;N)</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>ここまでスクロール</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>左端</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>先頭</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>右端</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>末尾</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>1ページ左へ</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>1ページ上へ</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>1ページ右へ</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>1ページ下へ</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>左へスクロール</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>上へスクロール</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>右へスクロール</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>下へスクロール</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>元に戻す(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>やり直し(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>切り取り(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>コピー(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>リンクのアドレスをコピー(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>貼り付け(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>すべて選択</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>閉じるボタンが押されました。どうしますか？</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>トレイに最小化</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>プログラムを終了</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>選択を記憶する</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>速度：</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ko" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>제어 방식</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>현재 컨트롤러만 설정</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>모든 컨트롤러 설정</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>하위 모드</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>작동 모드</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>기타 옵션</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>설치 방향</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>왼쪽에서 오른쪽</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>오른쪽에서 왼쪽</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>밝기</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>작동 상태</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>켜기</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>끄기</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>LED 스트립 설정</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>모든 LED가 켜지도록 LED 개수를 조정하세요.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>총 LED 개수:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>확인</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, 주 화면)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>안녕하세요! LED 스트립에 작은 문제가 생긴 것 같아요. 연결이 자주 끊기는 걸 보니 전력이 부족한 것 같습니다. 메인보드의 USB 포트나 별도 전원이 있는 USB 허브에 꽂아 보세요. 그래도 계속되면 고객 지원에 문의해 주세요. 불편을 드려 정말 죄송합니다. 빨리 해결되길 바랄게요, 파이팅! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>흐르는 조명</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>단색</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>흐르는 빛깔</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>무드 섀도</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>무지개 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>무지개 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>무지개 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>무지개 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>무지개 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>무지개 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>전체 화면</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>화면 위쪽 절반</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>화면 아래쪽 절반</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>화면 왼쪽 절반</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>화면 오른쪽 절반</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>영화</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>음악 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>음악 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>음악 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>음악 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>음악 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>음악 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>음악 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>음악 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>이미지</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>음악 모드 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>음악 모드 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>음악 모드 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>음악 모드 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>색 선택</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>단색</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>LED 스트립의 색을 설정합니다</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>무지개</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>화면 동기화</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>음악</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>음악을 빛으로 움직여 보세요!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>그래픽</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>흐르는 조명</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>조명 장치</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>모든 장치</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>설정</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>홈</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>도움말</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>모두 켜기</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>모두 끄기</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>종료</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>새 버전이 있습니다. 최신 설치 파일을 다운로드하시겠습니까?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>예</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>아니요</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>모두 선택(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>증가(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>감소(&amp;D)</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>기본 색(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>화면에서 색 선택(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>커서 위치: %1, %2
+ESC 키를 누르면 취소됩니다</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>사용자 지정 색(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>사용자 지정 색에 추가(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>색조(&amp;E):</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>채도(&amp;S):</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>명도(&amp;V):</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>빨강(&amp;R):</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>녹색(&amp;G):</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>파랑(&amp;U):</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>알파 채널(&amp;L):</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>확인(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>취소(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>닫기(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>실행 취소(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>다시 실행(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>잘라내기(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>복사(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>붙여넣기(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>삭제</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>모두 선택</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>확인</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>예(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>아니요(&amp;N)</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>여기로 스크롤</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>왼쪽 끝</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>맨 위</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>오른쪽 끝</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>맨 아래</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>한 페이지 왼쪽</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>한 페이지 위</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>한 페이지 오른쪽</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>한 페이지 아래</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>왼쪽으로 스크롤</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>위로 스크롤</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>오른쪽으로 스크롤</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>아래로 스크롤</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>실행 취소(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>다시 실행(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>잘라내기(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>복사(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>링크 주소 복사(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>붙여넣기(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>삭제</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>모두 선택</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>닫기 버튼을 눌렀습니다. 어떻게 할까요?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>트레이로 최소화</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>프로그램 종료</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>선택 기억하기</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>속도:</translation>
+    </message>
+</context>
+</TS>

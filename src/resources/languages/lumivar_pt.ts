@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pt" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Modo de controle</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Só o controlador atual</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Todos os controladores</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submodo</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Modo de funcionamento</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Outras opções</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Sentido da instalação</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>Da esquerda para a direita</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>Da direita para a esquerda</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brilho</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Estado</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Ligar</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Desligar</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Configurar a fita</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Ajuste o número de LEDs até que todos acendam.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Total de LEDs:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, principal)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>Oi! Parece que a sua fita de LED está com um probleminha: ela desconecta toda hora, talvez por falta de energia. Tente ligá-la a uma porta USB da placa-mãe ou a um hub USB com fonte própria. Se continuar assim, fale com o suporte pós-venda. Pedimos mil desculpas pelo transtorno. Tomara que se resolva logo, boa sorte! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Luz corrida</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Cor única</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Fluxo de cores</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Luz emocional</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Multicor 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Multicor 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Multicor 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Multicor 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Multicor 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Multicor 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Tela inteira</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Metade superior</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Metade inferior</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Metade esquerda</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Metade direita</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Cinema</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Música 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Música 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Música 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Música 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Música 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Música 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Música 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Música 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Imagens</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Modo música 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Modo música 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Modo música 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Modo música 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Escolher cor</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Cor única</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Definir a cor da fita</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Multicor</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Sincronizar tela</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>Dê movimento à música!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Gráficos</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Luz corrida</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Dispositivos de luz</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>Todos os dispositivos</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Início</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ajuda</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Ligar tudo</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Desligar tudo</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>novo</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Sair</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>Há uma nova versão. Deseja baixar o pacote de instalação mais recente?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Sim</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Não</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Selecionar tudo</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Aumentar</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>&amp;Diminuir</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>Cores &amp;básicas</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>&amp;Capturar cor da tela</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Cursor em %1, %2
+Pressione ESC para cancelar</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>Cores &amp;personalizadas</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>&amp;Adicionar às personalizadas</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>&amp;Matiz:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>&amp;Sat.:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>&amp;Valor:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>Ve&amp;rmelho:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>V&amp;erde:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>A&amp;zul:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>Canal a&amp;lfa:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Cancelar</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Fechar</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Desfazer</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Refazer</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Recor&amp;tar</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copiar</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Co&amp;lar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Excluir</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Selecionar tudo</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Sim</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Não</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Rolar até aqui</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Borda esquerda</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Início</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Borda direita</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Fim</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Página à esquerda</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Página acima</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Página à direita</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Página abaixo</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Rolar para a esquerda</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Rolar para cima</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Rolar para a direita</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Rolar para baixo</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Desfazer</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Refazer</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Recor&amp;tar</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copiar</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>Copiar &amp;endereço do link</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Co&amp;lar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Excluir</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Selecionar tudo</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>Você clicou em fechar. O que deseja fazer?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>Minimizar para a bandeja</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Sair do programa</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Lembrar minha escolha</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Velocidade:</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Управление</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Только текущий контроллер</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Все контроллеры</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Подрежим</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Режим работы</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Другие параметры</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Направление установки</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>Слева направо</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>Справа налево</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Яркость</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Состояние</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Включить</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Выключить</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Настройка ленты</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Подберите количество светодиодов так, чтобы горели все.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Всего светодиодов:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>ОК</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, основной)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>Привет! Похоже, с твоей лентой небольшая проблема: она то и дело отключается — возможно, ей не хватает питания. Попробуй подключить её к USB-порту на материнской плате или к USB-хабу с отдельным питанием. Если не поможет, обратись в службу поддержки. Нам очень жаль, что так вышло. Надеемся, скоро всё заработает, удачи! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Бегущие огни</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Один цвет</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Цветной поток</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Тени настроения</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Переливы 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Переливы 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Переливы 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Переливы 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Переливы 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Переливы 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Весь экран</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Верхняя половина</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Нижняя половина</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Левая половина</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Правая половина</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Кино</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Музыка 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Музыка 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Музыка 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Музыка 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Музыка 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Музыка 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Музыка 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Музыка 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Изображения</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Режим музыки 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Режим музыки 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Режим музыки 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Режим музыки 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Выбрать цвет</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Один цвет</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Выбор цвета ленты</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Переливы</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Синхронно с экраном</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Музыка</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>Заставьте музыку двигаться!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Графика</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Бегущие огни</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Устройства подсветки</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>Все устройства</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Главная</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Справка</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Включить все</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Выключить все</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Выход</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>Доступна новая версия. Загрузить последний установочный пакет?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Выделить все</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Увеличить</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>У&amp;меньшить</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>&amp;Основные цвета</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>&amp;Взять цвет с экрана</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Курсор: %1, %2
+ESC — отмена</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>&amp;Свои цвета</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>&amp;Добавить к своим цветам</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>&amp;Тон:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>&amp;Насыщ.:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>&amp;Яркость:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>&amp;Красный:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>&amp;Зелёный:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>С&amp;иний:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>&amp;Альфа-канал:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;ОК</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>О&amp;тмена</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Закрыть</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>О&amp;тменить</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Повторить</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Вырезать</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Копировать</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Вст&amp;авить</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Выделить все</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>ОК</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Да</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Нет</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Прокрутить сюда</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>К левому краю</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>В начало</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>К правому краю</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>В конец</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>На страницу влево</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>На страницу вверх</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>На страницу вправо</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>На страницу вниз</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Прокрутить влево</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Прокрутить вверх</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Прокрутить вправо</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Прокрутить вниз</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>О&amp;тменить</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Повторить</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Вырезать</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Копировать</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>Копировать адрес &amp;ссылки</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Вст&amp;авить</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Выделить все</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>Вы нажали кнопку закрытия. Что сделать?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>Свернуть в трей</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Выйти из программы</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Запомнить выбор</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Скорость:</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="vi" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>Cách điều khiển</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>Chỉ bộ điều khiển hiện tại</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>Tất cả bộ điều khiển</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Chế độ con</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Chế độ hoạt động</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Tùy chọn khác</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>Hướng lắp đặt</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>Từ trái sang phải</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>Từ phải sang trái</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Độ sáng</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Trạng thái hoạt động</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Bật đèn</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>Tắt đèn</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>Cấu hình dải LED</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>Điều chỉnh số lượng LED cho đến khi tất cả đều sáng.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Hủy</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>Tổng số LED:</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, màn hình chính)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>Chào bạn, có vẻ dải LED của bạn đang gặp chút trục trặc. Dải LED bị ngắt kết nối liên tục, có thể do không đủ điện. Bạn hãy thử cắm vào cổng USB trên bo mạch chủ hoặc bộ chia USB có nguồn riêng nhé. Nếu vẫn không được, hãy liên hệ bộ phận hậu mãi. Rất xin lỗi vì sự bất tiện này. Mong là sớm ổn, cố lên nhé! ✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Đèn chạy</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>Đơn sắc</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>Dòng sáng rực rỡ</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>Bóng sáng cảm xúc</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>Đa sắc 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>Đa sắc 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>Đa sắc 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>Đa sắc 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>Đa sắc 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>Đa sắc 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>Toàn màn hình</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>Nửa trên</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>Nửa dưới</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>Nửa trái</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>Nửa phải</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>Phim</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>Âm nhạc 1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>Âm nhạc 2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>Âm nhạc 3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>Âm nhạc 4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>Âm nhạc 5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>Âm nhạc 6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>Âm nhạc 7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>Âm nhạc 8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>Hình ảnh</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>Chế độ âm nhạc 1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>Chế độ âm nhạc 2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>Chế độ âm nhạc 3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>Chế độ âm nhạc 4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Chọn màu</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>Đơn sắc</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>Đặt màu cho dải LED</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>Đa sắc</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>Đồng bộ màn hình</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>Âm nhạc</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>Hãy để âm nhạc chuyển động!</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>Đồ họa</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>Đèn chạy</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>Thiết bị chiếu sáng</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>Tất cả thiết bị</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>Cài đặt</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>Trang chủ</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Trợ giúp</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>Bật tất cả</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>Tắt tất cả</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>mới</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Thoát</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>Đã có phiên bản mới. Bạn có muốn tải gói cài đặt mới nhất không?</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Có</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Không</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>&amp;Chọn tất cả</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>&amp;Tăng</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>&amp;Giảm</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>Màu &amp;cơ bản</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>Lấy màu từ &amp;màn hình</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>Con trỏ tại %1, %2
+Nhấn ESC để hủy</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>Màu tù&amp;y chỉnh</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>&amp;Thêm vào màu tùy chỉnh</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>&amp;Sắc độ:</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>Độ &amp;bão hòa:</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>Độ sá&amp;ng:</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>&amp;Đỏ:</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>&amp;Xanh lục:</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>X&amp;anh lam:</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>Kênh a&amp;lpha:</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Hủy</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>Đón&amp;g</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Hoàn tác</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Làm lại</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cắ&amp;t</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Sao chép</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Dán</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Xóa</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Chọn tất cả</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Hủy</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Có</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Không</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Cuộn đến đây</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Mép trái</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Đầu trang</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Mép phải</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Cuối trang</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Trang bên trái</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Trang lên</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Trang bên phải</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Trang xuống</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Cuộn sang trái</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Cuộn lên</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Cuộn sang phải</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Cuộn xuống</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Hoàn tác</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Làm lại</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Cắ&amp;t</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Sao chép</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>Sao chép địa chỉ l&amp;iên kết</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Dán</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Xóa</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Chọn tất cả</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>Bạn đã nhấn nút đóng. Bạn muốn làm gì?</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>Thu nhỏ xuống khay</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>Thoát chương trình</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>Ghi nhớ lựa chọn của tôi</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>Tốc độ:</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,599 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh" sourcelanguage="zh_CN">
+<context>
+    <name>ControlPage</name>
+    <message>
+        <source>控制方式</source>
+        <translation>控制方式</translation>
+    </message>
+    <message>
+        <source>只设置当前控制器</source>
+        <translation>只设置当前控制器</translation>
+    </message>
+    <message>
+        <source>设置所有控制器</source>
+        <translation>设置所有控制器</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>子模式</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>工作模式</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>其他选项</translation>
+    </message>
+    <message>
+        <source>安装方式</source>
+        <translation>安装方式</translation>
+    </message>
+    <message>
+        <source>从左至右</source>
+        <translation>从左至右</translation>
+    </message>
+    <message>
+        <source>从右至左</source>
+        <translation>从右至左</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>亮度</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>工作状态</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>开灯</translation>
+    </message>
+    <message>
+        <source>关灯</source>
+        <translation>关灯</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerConfigDialog</name>
+    <message>
+        <source>灯带配置</source>
+        <translation>灯带配置</translation>
+    </message>
+    <message>
+        <source>调整LED数量，使所有LED全部亮起。</source>
+        <translation>调整LED数量，使所有LED全部亮起。</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>LED总数：</source>
+        <translation>LED总数：</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>确定</translation>
+    </message>
+</context>
+<context>
+    <name>DeskDuplManager</name>
+    <message>
+        <source>%1 (%2 × %3, 主屏幕)</source>
+        <translation>%1 (%2 × %3, 主屏幕)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 × %3)</source>
+        <translation>%1 (%2 × %3)</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceManager</name>
+    <message>
+        <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
+        <translation>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频繁断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</translation>
+    </message>
+</context>
+<context>
+    <name>EffectNames</name>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>跑马灯模式</translation>
+    </message>
+    <message>
+        <source>单色模式</source>
+        <translation>单色模式</translation>
+    </message>
+    <message>
+        <source>流光异彩</source>
+        <translation>流光异彩</translation>
+    </message>
+    <message>
+        <source>影随心动</source>
+        <translation>影随心动</translation>
+    </message>
+    <message>
+        <source>幻彩模式 3</source>
+        <translation>幻彩模式 3</translation>
+    </message>
+    <message>
+        <source>幻彩模式 4</source>
+        <translation>幻彩模式 4</translation>
+    </message>
+    <message>
+        <source>幻彩模式 5</source>
+        <translation>幻彩模式 5</translation>
+    </message>
+    <message>
+        <source>幻彩模式 6</source>
+        <translation>幻彩模式 6</translation>
+    </message>
+    <message>
+        <source>幻彩模式 7</source>
+        <translation>幻彩模式 7</translation>
+    </message>
+    <message>
+        <source>幻彩模式 8</source>
+        <translation>幻彩模式 8</translation>
+    </message>
+    <message>
+        <source>全屏模式</source>
+        <translation>全屏模式</translation>
+    </message>
+    <message>
+        <source>半屏-上</source>
+        <translation>半屏-上</translation>
+    </message>
+    <message>
+        <source>半屏-下</source>
+        <translation>半屏-下</translation>
+    </message>
+    <message>
+        <source>半屏-左</source>
+        <translation>半屏-左</translation>
+    </message>
+    <message>
+        <source>半屏-右</source>
+        <translation>半屏-右</translation>
+    </message>
+    <message>
+        <source>电影模式</source>
+        <translation>电影模式</translation>
+    </message>
+    <message>
+        <source>音乐1</source>
+        <translation>音乐1</translation>
+    </message>
+    <message>
+        <source>音乐2</source>
+        <translation>音乐2</translation>
+    </message>
+    <message>
+        <source>音乐3</source>
+        <translation>音乐3</translation>
+    </message>
+    <message>
+        <source>音乐4</source>
+        <translation>音乐4</translation>
+    </message>
+    <message>
+        <source>音乐5</source>
+        <translation>音乐5</translation>
+    </message>
+    <message>
+        <source>音乐6</source>
+        <translation>音乐6</translation>
+    </message>
+    <message>
+        <source>音乐7</source>
+        <translation>音乐7</translation>
+    </message>
+    <message>
+        <source>音乐8</source>
+        <translation>音乐8</translation>
+    </message>
+    <message>
+        <source>图像模式</source>
+        <translation>图像模式</translation>
+    </message>
+    <message>
+        <source>音乐模式1</source>
+        <translation>音乐模式1</translation>
+    </message>
+    <message>
+        <source>音乐模式2</source>
+        <translation>音乐模式2</translation>
+    </message>
+    <message>
+        <source>音乐模式3</source>
+        <translation>音乐模式3</translation>
+    </message>
+    <message>
+        <source>音乐模式4</source>
+        <translation>音乐模式4</translation>
+    </message>
+</context>
+<context>
+    <name>FrmSingleColor</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>选择颜色</translation>
+    </message>
+</context>
+<context>
+    <name>GroupInformation</name>
+    <message>
+        <source>单色模式</source>
+        <translation>单色模式</translation>
+    </message>
+    <message>
+        <source>设置灯带颜色</source>
+        <translation>设置灯带颜色</translation>
+    </message>
+    <message>
+        <source>幻彩模式</source>
+        <translation>幻彩模式</translation>
+    </message>
+    <message>
+        <source>同屏模式</source>
+        <translation>同屏模式</translation>
+    </message>
+    <message>
+        <source>音乐模式</source>
+        <translation>音乐模式</translation>
+    </message>
+    <message>
+        <source>让音乐动起来！</source>
+        <translation>让音乐动起来！</translation>
+    </message>
+    <message>
+        <source>图形模式</source>
+        <translation>图形模式</translation>
+    </message>
+    <message>
+        <source>跑马灯模式</source>
+        <translation>跑马灯模式</translation>
+    </message>
+</context>
+<context>
+    <name>HomePage</name>
+    <message>
+        <source>灯光设备</source>
+        <translation>灯光设备</translation>
+    </message>
+</context>
+<context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>所有设备</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>首页</source>
+        <translation>首页</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>帮助</translation>
+    </message>
+    <message>
+        <source>全开</source>
+        <translation>全开</translation>
+    </message>
+    <message>
+        <source>全关</source>
+        <translation>全关</translation>
+    </message>
+    <message>
+        <source>new</source>
+        <translation>new</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>检测到新版本，是否下载最新安装包？</source>
+        <translation>检测到新版本，是否下载最新安装包？</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>Lumivar</source>
+        <translation>Lumivar</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSpinBox</name>
+    <message>
+        <source>&amp;Select All</source>
+        <translation>全选(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Step up</source>
+        <translation>增加(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Step &amp;down</source>
+        <translation>减少(&amp;D)</translation>
+    </message>
+</context>
+<context>
+    <name>QColorDialog</name>
+    <message>
+        <source>&amp;Basic colors</source>
+        <translation>基本颜色(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Pick Screen Color</source>
+        <translation>拾取屏幕颜色(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Cursor at %1, %2
+Press ESC to cancel</source>
+        <translation>光标位于 %1, %2
+按 ESC 取消</translation>
+    </message>
+    <message>
+        <source>&amp;Custom colors</source>
+        <translation>自定义颜色(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Custom Colors</source>
+        <translation>添加到自定义颜色(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Hu&amp;e:</source>
+        <translation>色调(&amp;E)：</translation>
+    </message>
+    <message>
+        <source>&amp;Sat:</source>
+        <translation>饱和度(&amp;S)：</translation>
+    </message>
+    <message>
+        <source>&amp;Val:</source>
+        <translation>明度(&amp;V)：</translation>
+    </message>
+    <message>
+        <source>&amp;Red:</source>
+        <translation>红(&amp;R)：</translation>
+    </message>
+    <message>
+        <source>&amp;Green:</source>
+        <translation>绿(&amp;G)：</translation>
+    </message>
+    <message>
+        <source>Bl&amp;ue:</source>
+        <translation>蓝(&amp;U)：</translation>
+    </message>
+    <message>
+        <source>A&amp;lpha channel:</source>
+        <translation>Alpha 通道(&amp;L)：</translation>
+    </message>
+    <message>
+        <source>&amp;HTML:</source>
+        <translation>&amp;HTML:</translation>
+    </message>
+</context>
+<context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>确定(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>QLineEdit</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>剪切(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>粘贴(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>全选</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>是(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>否(&amp;N)</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>滚动到此处</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>左边缘</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>顶部</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>右边缘</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>底部</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>向左翻页</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>向上翻页</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>向右翻页</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>向下翻页</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>向左滚动</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>向上滚动</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>向右滚动</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>向下滚动</translation>
+    </message>
+</context>
+<context>
+    <name>QWidgetTextControl</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>剪切(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Link Location</source>
+        <translation>复制链接地址(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>粘贴(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>全选</translation>
+    </message>
+</context>
+<context>
+    <name>QuitAskDialog</name>
+    <message>
+        <source>你点击了关闭按钮，你希望？</source>
+        <translation>你点击了关闭按钮，你希望？</translation>
+    </message>
+    <message>
+        <source>最小化到托盘</source>
+        <translation>最小化到托盘</translation>
+    </message>
+    <message>
+        <source>退出程序</source>
+        <translation>退出程序</translation>
+    </message>
+    <message>
+        <source>记住我的选择</source>
+        <translation>记住我的选择</translation>
+    </message>
+</context>
+<context>
+    <name>SFrmColorMap</name>
+    <message>
+        <source>速度：</source>
+        <translation>速度：</translation>
+    </message>
+</context>
+</TS>
