@@ -1,0 +1,77 @@
+#pragma once
+
+// Sound, from the effects down to the system:
+//
+//   AudioCapManager    what the effects see: a list of sources, shared AudioCapturers, who comes and goes
+//   AudioCapturer      one source in use: takes samples from the back end without waiting or allocating and
+//                      emits spectra and peaks
+//   AnalysisThread     turns the samples of all capturers in use into spectra, with an AudioAnalyser each
+//   AudioBackend       where another way to hear the system slots in: PulseBackend with a PulseRecorder for
+//                      each source in use, WasapiBackend, NullAudioBackend
+
+#include "support/audio/AudioCapturer.h"
+#include "support/audio/AudioSource.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QSharedPointer>
+#include <QString>
+#include <memory>
+#include <mutex>
+
+class AnalysisThread;
+class AudioBackend;
+
+/// The system's sound sources. Lives on the main thread, where it emits; the operations may be called from
+/// any thread. Nothing is captured while nobody holds a capturer. While a source is gone its capturer is
+/// silent; it goes on by itself when the source comes back.
+class AudioCapManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The process-wide instance, made by the first call; ends with the application object. The first call
+    /// may take up to a second where the sound server does not answer.
+    static AudioCapManager* instance();
+
+    /// With another back end than the system's. Where there is no instance yet, this one is it.
+    explicit AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject* parent = nullptr);
+    ~AudioCapManager() override;
+
+    /// The default first.
+    QList<QString> allCapturers() const;
+    /// The capturer that follows what the default loudspeaker plays; empty when there is none.
+    QString defaultCapturer() const;
+    /// Null when the identifier is unknown. Each success is matched by one releaseCapturer().
+    QSharedPointer<AudioCapturer> acquireCapturer(const QString& id);
+    void releaseCapturer(const QString& id);
+    /// The text for people, translated; empty for an unknown identifier.
+    QString capturerDesc(const QString& id) const;
+
+signals:
+    /// The source has come or come back. Who found no capturer at all tries again now.
+    void capturerReady(QString id);
+    /// The source is gone. Who holds its capturer may keep it and wait, or take another.
+    void capturerFailed(QString id);
+    /// The list or one of its texts is another, be it only that another loudspeaker is the default.
+    void capturersChanged();
+
+private slots:
+    void onSourcesChanged();
+
+private:
+    struct Shared
+    {
+        QSharedPointer<AudioCapturer> capturer;
+        int users = 0;
+    };
+
+    QStringList ids() const;
+
+    std::unique_ptr<AnalysisThread> m_analysis;
+    std::unique_ptr<AudioBackend> m_backend;
+    mutable std::mutex m_mutex; // guards what follows
+    AudioSources m_sources;
+    QHash<QString, Shared> m_shared;
+};
