@@ -12,6 +12,8 @@ public:
 
     /// A null picture is refused with a warning; the old one stays.
     void setImg(QImage img) override;
+    /// As high as the picture needs for its whole width, but no higher than one and a half times that.
+    int heightForWidth(int width) const override;
 
 protected:
     QRect targetRect() const override;

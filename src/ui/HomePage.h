@@ -3,8 +3,15 @@
 #include "viewModels/DeviceModel.h"
 
 #include <QMap>
+#include <QPointer>
+#include <QVector>
 #include <QWidget>
+#include <functional>
 #include <memory>
+
+class DeviceButton;
+class QLineEdit;
+class QMouseEvent;
 
 namespace Ui {
 class HomePage;
@@ -21,7 +28,8 @@ public:
     ~HomePage() override;
 
 public slots:
-    /// Replaces the whole grid; a name that is just being edited is given up.
+    /// Replaces the whole grid; a name that is just being edited is given up. May be called from inside a
+    /// receiver of this page's signals, also while that runs a dialog.
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);
@@ -36,7 +44,33 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    static constexpr int kColumns = 6;
+    static constexpr int kMargin = 15; ///< around the device buttons, pixels
+
+    DeviceButton* makeDeviceButton(const QString& id, const DeviceModel& model);
+    QLineEdit* makeNameEdit(DeviceButton* button);
+    QToolButton* makeConfigButton(DeviceButton* button, const QString& id);
+    void retranslateDeviceButtons();
+    void retireDeviceButtons();
+    void releaseRetired();
+    QString focusedDevice() const;
+
+    bool isAdjustable(const DeviceButton* button) const;
+    bool deviceButtonEvent(DeviceButton* button, QEvent* event);
+    bool nameStripEvent(DeviceButton* button, const QMouseEvent* event);
+    bool nameEditEvent(QLineEdit* edit, QEvent* event);
+    bool configButtonEvent(QToolButton* config, QEvent* event);
+    void beginRename(DeviceButton* button);
+    void endRename(QLineEdit* edit);
+    void showConfigButton(DeviceButton* button);
+    void hideUnfocusedConfigButton(DeviceButton* button);
+    bool moveInGrid(const DeviceButton* button, int key);
+    void openADBox1Url();
+    void order(const std::function<void()>& signal);
+
     std::unique_ptr<Ui::HomePage> ui;
     QMap<QString, DeviceModel> m_devices;
     QString m_adBox1Url;
+    int m_ordering = 0; ///< how many of the page's signals are being delivered, one inside the other
+    QVector<QPointer<QToolButton>> m_retired; ///< replaced buttons that may still be running
 };

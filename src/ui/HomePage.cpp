@@ -1,0 +1,201 @@
+#include "ui/HomePage.h"
+
+#include "ui/DeviceButton.h"
+#include "ui_HomePage.h"
+
+#include <QDebug>
+#include <QDesktopServices>
+#include <QEvent>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QUrl>
+
+namespace {
+constexpr int kConfigSide = 20;
+constexpr QSize kDeviceSize(110, 130);
+constexpr int kEditHeight = 22;
+} // namespace
+
+HomePage::HomePage(QWidget* parent)
+    : QWidget(parent)
+    , ui(std::make_unique<Ui::HomePage>())
+{
+    ui->setupUi(this);
+    ui->ADBox1->installEventFilter(this);
+    const QImage secondPicture(QStringLiteral("images/product01_h.png"));
+    ui->ADBox1->setImg(QImage(QStringLiteral("images/product00_h.png")));
+    ui->ADBox2->setImg(secondPicture);
+    ui->ADBox2Header->setVisible(!secondPicture.isNull());
+    setControllerList({});
+}
+
+HomePage::~HomePage()
+{
+    retireDeviceButtons();
+    releaseRetired();
+}
+
+void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
+{
+    const QString focused = focusedDevice();
+    retireDeviceButtons();
+    m_devices.clear();
+    delete ui->devicesContainer->layout();
+    auto* grid = new QGridLayout(ui->devicesContainer);
+    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    grid->setVerticalSpacing(20);
+    grid->setHorizontalSpacing(10);
+
+    int i = 0;
+    for (auto it = ctls.constBegin(); it != ctls.constEnd(); ++it, ++i) {
+        DeviceModel model = it.value();
+        DeviceButton* button = makeDeviceButton(it.key(), model);
+        grid->addWidget(button, i / kColumns, i % kColumns, Qt::AlignLeft | Qt::AlignTop);
+        // The container owns the button; the model only points to it.
+        model.button = QSharedPointer<QToolButton>(button, [](QToolButton*) {});
+        m_devices.insert(it.key(), model);
+        button->show();
+    }
+    grid->addItem(new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding), 100, 0);
+    grid->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 7);
+
+    ui->noDeviceHint->setVisible(ctls.isEmpty());
+    ui->controllerButtonScrollArea->setVisible(!ctls.isEmpty());
+    retranslateDeviceButtons();
+    if (m_devices.contains(focused))
+        m_devices[focused].button->setFocus(Qt::OtherFocusReason);
+}
+
+DeviceButton* HomePage::makeDeviceButton(const QString& id, const DeviceModel& model)
+{
+    auto* button = new DeviceButton(ui->devicesContainer);
+    button->setIcon(model.icon);
+    button->setIconSize(QSize(100, 100));
+    button->setFixedSize(kDeviceSize);
+    button->setName(model.name);
+    button->setProperty("class", "DeviceButton");
+    button->setProperty("role", "deviceButton");
+    button->setProperty("controllerId", id);
+    button->setProperty("isLeftButtonPress", false);
+    button->setProperty("nameEdit", QVariant::fromValue(makeNameEdit(button)));
+    button->setProperty("configBtn", QVariant::fromValue(makeConfigButton(button, id)));
+    button->installEventFilter(this);
+    connect(button, &QToolButton::clicked, this,
+            [this, id] { order([this, id] { emit controllerEntryOrdered(id); }); });
+    connect(button, &DeviceButton::renameOrdered, this, [this, button] {
+        beginRename(button);
+        button->property("nameEdit").value<QLineEdit*>()->selectAll();
+    });
+    return button;
+}
+
+QLineEdit* HomePage::makeNameEdit(DeviceButton* button)
+{
+    auto* edit = new QLineEdit(button);
+    edit->setGeometry(0, kDeviceSize.height() - kEditHeight, kDeviceSize.width(), kEditHeight);
+    edit->setAlignment(Qt::AlignCenter);
+    edit->setText(button->text());
+    edit->setProperty("class", "DeviceRenameEditor");
+    edit->setProperty("role", "deviceButtonNameEdit");
+    edit->hide();
+    edit->installEventFilter(this);
+    return edit;
+}
+
+QToolButton* HomePage::makeConfigButton(DeviceButton* button, const QString& id)
+{
+    auto* config = new QToolButton(button);
+    config->hide();
+    config->setIcon(QIcon(QStringLiteral(":/images/settings.png")));
+    config->setIconSize(QSize(kConfigSide, kConfigSide));
+    config->setFixedSize(kConfigSide, kConfigSide);
+    config->setStyleSheet(QStringLiteral("background-color: transparent;"));
+    config->setProperty("class", "DeviceConfigButton");
+    config->setProperty("role", "deviceButtonConfig");
+    config->installEventFilter(this);
+    connect(config, &QToolButton::clicked, this,
+            [this, id] { order([this, id] { emit controllerOptOrdered(id); }); });
+    return config;
+}
+
+void HomePage::retranslateDeviceButtons()
+{
+    for (const DeviceModel& model : qAsConst(m_devices)) {
+        auto* config = model.button->property("configBtn").value<QToolButton*>();
+        config->setToolTip(tr("灯带配置"));
+        config->setAccessibleName(tr("灯带配置"));
+        model.button->property("nameEdit").value<QLineEdit*>()->setAccessibleName(tr("设备名称"));
+    }
+}
+
+/// Takes the buttons off the page without deleting them: one of them may be what made the owner replace them.
+void HomePage::retireDeviceButtons()
+{
+    for (const DeviceModel& model : qAsConst(m_devices)) {
+        QToolButton* button = model.button.data();
+        const auto parts = button->findChildren<QWidget*>();
+        for (QWidget* part : parts) {
+            part->removeEventFilter(this); // so that a name being edited is not committed
+            disconnect(part, nullptr, this, nullptr);
+        }
+        button->removeEventFilter(this);
+        disconnect(button, nullptr, this, nullptr);
+        button->hide();
+        button->setParent(nullptr);
+        m_retired.append(button);
+    }
+    if (m_ordering == 0)
+        releaseRetired();
+}
+
+/// Not while one of the page's signals is delivered: its receiver may run an event loop, which would delete
+/// the buttons under the feet of the click that waits below.
+void HomePage::releaseRetired()
+{
+    for (const QPointer<QToolButton>& button : qAsConst(m_retired)) {
+        if (button)
+            button->deleteLater();
+    }
+    m_retired.clear();
+}
+
+void HomePage::order(const std::function<void()>& signal)
+{
+    const QPointer<HomePage> self(this);
+    ++m_ordering;
+    signal();
+    if (self && --m_ordering == 0)
+        releaseRetired();
+}
+
+void HomePage::setADBox1(QString imgFilename, QString clickUrl)
+{
+    if (!ui->ADBox1->isVisible())
+        return;
+    const QImage picture(imgFilename);
+    if (picture.isNull()) {
+        qWarning().noquote().nospace() << "[HomePage]: Feilad to load AD iamge. path:" << imgFilename;
+        return;
+    }
+    ui->ADBox1->setImg(picture);
+    m_adBox1Url = clickUrl;
+    ui->ADBox1->setCursor(clickUrl.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+}
+
+void HomePage::openADBox1Url()
+{
+    // The address comes from the network: it must not start a file of this machine.
+    const QUrl url(m_adBox1Url);
+    const bool allowed = !url.scheme().isEmpty() && !url.isLocalFile();
+    if (!allowed || !QDesktopServices::openUrl(url))
+        qWarning().noquote().nospace() << "[HomePage]: Failed to open url: " << m_adBox1Url;
+}
+
+void HomePage::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        ui->retranslateUi(this);
+        retranslateDeviceButtons();
+    }
+    QWidget::changeEvent(event);
+}
