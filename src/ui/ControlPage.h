@@ -12,9 +12,13 @@
 namespace Ui {
 class ControlPage;
 }
+class AbsWorkerWidget;
+class StackLayout;
 
 /// The page on which one device, or all of them, are operated. Knows neither devices nor effects: the setter
 /// slots fill it with its signals blocked, the signals tell what the user did. Main thread.
+/// Sources: ControlPage.cpp (the fixed part), ControlPage_choices.cpp (the buttons of groups and effects),
+/// ControlPage_options.cpp (the option widgets of the current effect).
 class ControlPage : public QWidget
 {
     Q_OBJECT
@@ -69,6 +73,7 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private slots:
@@ -78,6 +83,25 @@ private slots:
     void onDevCtlModeChanged();
 
 private:
+    void connectForm();
+    void stackRegions();
+    void toggleControlModeView();
+    void remeasure();
+    void showControllerName();
+    void chainTabOrder();
+
+    void addGroupButton(const QString& id, WorkGroupModel& model);
+    void addWorkerButton(const QString& id, WorkerModel& model);
+    void translateGroup(const WorkGroupModel& model);
+    void translateWorker(const WorkerModel& model);
+    void checkWorkerButton(const QString& id);
+
+    QWidget* sOptWidget() const;
+    bool hostSOptWidget(const QString& className);
+    void retireSOptWidget(QWidget* widget);
+    void fitSOptWidget(QWidget* widget);
+    bool hostLOptWidget(const QString& className);
+
     std::unique_ptr<Ui::ControlPage> ui;
     QMap<QString, WorkerModel> m_workers;
     QMap<QString, WorkGroupModel> m_groups;
@@ -87,4 +111,5 @@ private:
     QString m_controllerId;
     QImage m_productImage;
     bool m_singleDevCtrlMode = false;
+    StackLayout* m_regions = nullptr;
 };

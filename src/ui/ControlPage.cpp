@@ -1,0 +1,264 @@
+#include "ui/ControlPage.h"
+
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/controls/EffectWorkerButton.h"
+#include "ui/controls/LineWrappedRadioButton.h"
+#include "ui/controls/StackLayout.h"
+#include "ui_ControlPage.h"
+
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+namespace {
+
+bool isControlModeViewEnabled()
+{
+    return ConfigurationManager::instance()
+        ->appConfig(ConfigKeys::kEnableMultiDeviceControlView.key)
+        .toBool(ConfigKeys::kEnableMultiDeviceControlView.fallback);
+}
+
+} // namespace
+
+ControlPage::ControlPage(QWidget* parent)
+    : QWidget(parent)
+    , ui(std::make_unique<Ui::ControlPage>())
+{
+    ui->setupUi(this);
+    connectForm();
+    stackRegions();
+    ui->devControlModeRegion->setVisible(isControlModeViewEnabled());
+    ui->modelImageHeader->installEventFilter(this);
+    ui->optAreaWidget->installEventFilter(this);
+    ui->otherOptRegion->hide();
+}
+
+ControlPage::~ControlPage() = default;
+
+void ControlPage::connectForm()
+{
+    connect(ui->installDirectionLTRButton, &QRadioButton::toggled, this,
+            &ControlPage::onInstallDirRadioBtnChanged);
+    connect(ui->LEDEnableButton, &QRadioButton::toggled, this, &ControlPage::onLEDSwitchBtnChanged);
+    connect(ui->brightnessSlider, &QSlider::valueChanged, this, &ControlPage::onBrightnessChanged);
+    connect(ui->singleDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
+    connect(ui->multDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
+}
+
+void ControlPage::stackRegions()
+{
+    delete ui->optAreaWidget->layout();
+    m_regions = new StackLayout(ui->optAreaWidget);
+    m_regions->setSpacing(0);
+    for (QWidget* region : {ui->devControlModeRegion, ui->devDirRegion, ui->workGroupRegion, ui->statusRegion,
+                            ui->brightnessRegion, ui->otherOptRegion, ui->workersRegion})
+        m_regions->addWidget(region);
+}
+
+int ControlPage::dir() const
+{
+    return ui->installDirectionLTRButton->isChecked() ? 0 : 1;
+}
+
+bool ControlPage::isLightEnabled() const
+{
+    return ui->LEDEnableButton->isChecked();
+}
+
+float ControlPage::brightness() const
+{
+    return static_cast<float>(ui->brightnessSlider->value()) / 100.0f;
+}
+
+void ControlPage::setDir(int dir)
+{
+    const QSignalBlocker blocker(this);
+    (dir != 0 ? ui->installDirectionRTLButton : ui->installDirectionLTRButton)->click();
+    update();
+}
+
+void ControlPage::setEnable(bool enable)
+{
+    const QSignalBlocker blocker(this);
+    (enable ? ui->LEDEnableButton : ui->LEDDisableButton)->click();
+    update();
+}
+
+void ControlPage::setSingleDevCtrlMode(bool enable)
+{
+    if (enable == m_singleDevCtrlMode)
+        return;
+    const QSignalBlocker blocker(this);
+    m_singleDevCtrlMode = enable;
+    (enable ? ui->singleDevControlCheckBox : ui->multDevControlCheckBox)->click();
+    update();
+}
+
+void ControlPage::setBrightness(float brightness)
+{
+    const QSignalBlocker blocker(this);
+    ui->brightnessSlider->setValue(static_cast<int>(qBound(0.0f, brightness * 100.0f, 100.0f)));
+    update();
+}
+
+void ControlPage::setControllerName(QString name)
+{
+    if (name == m_controllerName)
+        return;
+    m_controllerName = name;
+    showControllerName();
+}
+
+void ControlPage::showControllerName()
+{
+    // The user's own text: one line, never markup, never wider than the column.
+    QString line = m_controllerName;
+    line.replace(u'\n', u' ');
+    QLabel* header = ui->modelImageHeader;
+    const QString shown =
+        header->fontMetrics().elidedText(line, Qt::ElideMiddle, header->contentsRect().width());
+    header->setText(shown);
+    header->setToolTip(shown == line ? QString()
+                                     : QStringLiteral("<qt>%1</qt>").arg(m_controllerName.toHtmlEscaped()));
+}
+
+void ControlPage::setControllerId(QString id)
+{
+    if (id != m_controllerId)
+        m_controllerId = id;
+}
+
+void ControlPage::onInstallDirRadioBtnChanged(bool dir)
+{
+    emit dirChanged(dir ? 0 : 1);
+}
+
+void ControlPage::onLEDSwitchBtnChanged(bool enable)
+{
+    emit enableChanged(enable);
+}
+
+void ControlPage::onBrightnessChanged(int value)
+{
+    emit brightnessChanged(static_cast<float>(value) / 100.0f);
+}
+
+void ControlPage::onDevCtlModeChanged()
+{
+    m_singleDevCtrlMode = ui->singleDevControlCheckBox->isChecked();
+    emit controlModeChanged(m_singleDevCtrlMode);
+}
+
+void ControlPage::setControlModeVisible(bool visible)
+{
+    ui->devControlModeRegion->setVisible(visible);
+    remeasure();
+}
+
+void ControlPage::toggleControlModeView()
+{
+    const bool enabled = !isControlModeViewEnabled();
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kEnableMultiDeviceControlView.key, enabled);
+    setControlModeVisible(enabled);
+}
+
+void ControlPage::remeasure()
+{
+    // Hints are renewed from the inside out, by posted events only; here they are needed at once.
+    for (int i = 0; i < m_regions->count(); ++i) {
+        QWidget* region = m_regions->itemAt(i)->widget();
+        const auto bodies = region->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget* body : bodies) {
+            if (body->layout())
+                body->layout()->activate();
+        }
+        region->layout()->activate();
+    }
+
+    const QMargins margins = m_regions->contentsMargins();
+    const int height = m_regions->sizeHint().height();
+    const int width = ui->scrollArea->width() - margins.left() - margins.right();
+    ui->scrollAreaWidgetContents_3->setFixedSize(qMax(0, width), height);
+    // The horizontal bar on purpose: the vertical one comes and goes by itself.
+    ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded
+                                                                                    : Qt::ScrollBarAlwaysOff);
+}
+
+void ControlPage::chainTabOrder()
+{
+    // From top to bottom; buttons and options that came later would stand behind everything else.
+    QWidget* last = nullptr;
+    const auto append = [&last](QWidget* widget) {
+        if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy())
+            return;
+        if (last)
+            setTabOrder(last, widget);
+        last = widget;
+    };
+    for (int i = 0; i < m_regions->count(); ++i) {
+        const QWidget* region = m_regions->itemAt(i)->widget();
+        const bool built = region == ui->workGroupRegion || region == ui->workersRegion;
+        const QLayout* placed =
+            region == ui->workGroupRegion ? ui->workGroupContainer->layout() : ui->workerContainer->layout();
+        if (built) {
+            for (int j = 0; placed && j < placed->count(); ++j)
+                append(placed->itemAt(j)->widget());
+            continue;
+        }
+        const auto widgets = region->findChildren<QWidget*>();
+        for (QWidget* widget : widgets)
+            append(widget);
+    }
+    const auto options = ui->lOperateWidConatiner->currentWidget()->findChildren<QWidget*>();
+    for (QWidget* widget : options)
+        append(widget);
+}
+
+bool ControlPage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == ui->modelImageHeader) {
+        if (event->type() == QEvent::Resize)
+            showControllerName();
+        else if (event->type() == QEvent::MouseButtonPress &&
+                 static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+            toggleControlModeView();
+    } else if (watched == ui->optAreaWidget) {
+        // A region needs another height: texts were wrapped, the font or an option widget has changed.
+        if (event->type() == QEvent::LayoutRequest)
+            remeasure();
+    } else if (event->type() == QEvent::FocusIn) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+            ui->scrollArea->ensureWidgetVisible(static_cast<QWidget*>(watched));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ControlPage::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    remeasure();
+}
+
+void ControlPage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    remeasure();
+}
+
+void ControlPage::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        ui->retranslateUi(this);
+        for (const WorkGroupModel& group : qAsConst(m_groups))
+            translateGroup(group);
+        for (const WorkerModel& worker : qAsConst(m_workers))
+            translateWorker(worker);
+        for (LineWrappedRadioButton* button : findChildren<LineWrappedRadioButton*>())
+            button->rewrap();
+        remeasure();
+    }
+    QWidget::changeEvent(event);
+}

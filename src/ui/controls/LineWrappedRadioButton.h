@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QRadioButton>
+
+/// A radio button whose text is wrapped at its blanks to the width that the button gets. Where the style
+/// draws no mark the text is centred, and the whole face reacts to the mouse.
+class LineWrappedRadioButton : public QRadioButton
+{
+    Q_OBJECT
+
+public:
+    explicit LineWrappedRadioButton(QWidget* parent = nullptr);
+
+    /// Narrow, so that a row may be smaller than its texts.
+    QSize minimumSizeHint() const override;
+    /// The width at which the longest word still fits.
+    int longestWordWidth() const;
+    /// Wraps to the present width; for a text that was set after the button got its place.
+    void rewrap() { wrapTo(width()); }
+
+    /// Lines of at most `limit` pixels. A word that is wider stays whole.
+    static QString wrapped(const QString& text, const QFontMetrics& metrics, int limit);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& pos) const override;
+
+private:
+    int chromeWidth() const;
+    void wrapTo(int width);
+};
