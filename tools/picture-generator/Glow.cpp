@@ -13,13 +13,18 @@ void Glow::add(const QPointF& at, double sigma, const Color& color)
     const int right = std::min(m_size.width() - 1, static_cast<int>(at.x()) + reach);
     const int top = std::max(0, static_cast<int>(at.y()) - reach);
     const int bottom = std::min(m_size.height() - 1, static_cast<int>(at.y()) + reach);
-    const double scale = -0.5 / (sigma * sigma);
+    const auto bell = [sigma](double distance) {
+        return std::exp(-0.5 * distance * distance / (sigma * sigma));
+    };
+    QVector<double> across;
+    for (int x = left; x <= right; ++x)
+        across.append(bell(x + 0.5 - at.x()));
     for (int y = top; y <= bottom; ++y) {
-        for (int x = left; x <= right; ++x) {
-            const double dx = x + 0.5 - at.x();
-            const double dy = y + 0.5 - at.y();
-            Color& pixel = m_light[y * m_size.width() + x];
-            pixel = pixel + color * std::exp((dx * dx + dy * dy) * scale);
+        const Color line = color * bell(y + 0.5 - at.y());
+        Color* pixel = m_light.data() + y * m_size.width() + left;
+        for (const double share : across) {
+            *pixel = *pixel + line * share;
+            ++pixel;
         }
     }
 }

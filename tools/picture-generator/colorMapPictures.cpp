@@ -137,24 +137,28 @@ Color fireflies(double u, double v)
     return light;
 }
 
-bool write(const QString& path, Color (*pattern)(double, double))
+bool write(const QString& path, int number)
 {
     QImage picture(kWidth, kHeight, QImage::Format_RGB888);
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x)
-            picture.setPixel(x, y, toRgb(pattern(double(x) / kWidth, double(y) / kHeight)));
+            picture.setPixel(x, y, toRgb(colorMapColor(number, double(x) / kWidth, double(y) / kHeight)));
     }
     return picture.save(path);
 }
 
 } // namespace
 
+Color colorMapColor(int number, double u, double v)
+{
+    static constexpr Color (*kPatterns[])(double, double) = {aurora, ocean, lava, sunset, neon, fireflies};
+    return kPatterns[number - kFirstColorMap](u, v);
+}
+
 bool writeColorMapPictures(const QString& folder)
 {
-    Color (*const patterns[])(double, double) = {aurora, ocean, lava, sunset, neon, fireflies};
-    int number = 3;
-    for (const auto pattern : patterns) {
-        if (!write(QStringLiteral("%1/ColorMap_%2.png").arg(folder).arg(number++), pattern))
+    for (int number = kFirstColorMap; number <= kLastColorMap; ++number) {
+        if (!write(QStringLiteral("%1/ColorMap_%2.png").arg(folder).arg(number), number))
             return false;
     }
     return true;

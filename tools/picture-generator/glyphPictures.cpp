@@ -2,7 +2,9 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPointF>
+#include <QTransform>
 #include <QVector>
 
 namespace {
@@ -29,13 +31,20 @@ QVector<Glyph> glyphs()
         {"arrowDown", 10, 1.5, kInk, {{{2, 3.5}, {5, 6.5}, {8, 3.5}}}},
         {"check", 14, 2.0, kOnAccent, {{{3, 7.5}, {6, 10.5}, {11, 4}}}},
         {"quit", 16, 1.5, kInk, {{{4, 4}, {12, 12}}, {{12, 4}, {4, 12}}}},
+        {"minimise", 16, 1.5, kInk, {{{3.75, 8}, {12.25, 8}}}},
     };
+}
+
+QImage emptyPicture(int side)
+{
+    QImage picture(side, side, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    return picture;
 }
 
 QImage draw(const Glyph& glyph, int density)
 {
-    QImage picture(glyph.size * density, glyph.size * density, QImage::Format_ARGB32);
-    picture.fill(Qt::transparent);
+    QImage picture = emptyPicture(glyph.size * density);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(density, density);
@@ -45,17 +54,48 @@ QImage draw(const Glyph& glyph, int density)
     return picture;
 }
 
+/// A gear of eight teeth on 20 units.
+QImage drawGear(int density)
+{
+    QImage picture = emptyPicture(20 * density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(density, density);
+    painter.translate(10, 10);
+    QPainterPath gear;
+    gear.addEllipse(QPointF(0, 0), 6.2, 6.2);
+    QPainterPath tooth(QPointF(-2.1, -5.4));
+    tooth.lineTo(-1.35, -8.4);
+    tooth.lineTo(1.35, -8.4);
+    tooth.lineTo(2.1, -5.4);
+    tooth.closeSubpath();
+    for (int i = 0; i < 8; ++i)
+        gear = gear.united(QTransform().rotate(45.0 * i).map(tooth));
+    QPainterPath hole;
+    hole.addEllipse(QPointF(0, 0), 2.9, 2.9);
+    painter.setPen(QPen(kInk, 0.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(kInk);
+    painter.drawPath(gear.subtracted(hole));
+    return picture;
+}
+
+QString pathOf(const QString& folder, const char* name, int density)
+{
+    const QString suffix = density == 1 ? QString() : QStringLiteral("@%1x").arg(density);
+    return QStringLiteral("%1/%2%3.png").arg(folder, QLatin1String(name), suffix);
+}
+
 } // namespace
 
 bool writeGlyphPictures(const QString& folder)
 {
-    for (const Glyph& glyph : glyphs()) {
-        for (int density = 1; density <= kDensities; ++density) {
-            const QString suffix = density == 1 ? QString() : QStringLiteral("@%1x").arg(density);
-            if (!draw(glyph, density)
-                     .save(QStringLiteral("%1/%2%3.png").arg(folder, QLatin1String(glyph.name), suffix)))
+    for (int density = 1; density <= kDensities; ++density) {
+        for (const Glyph& glyph : glyphs()) {
+            if (!draw(glyph, density).save(pathOf(folder, glyph.name, density)))
                 return false;
         }
+        if (!drawGear(density).save(pathOf(folder, "settings", density)))
+            return false;
     }
     return true;
 }

@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// Writes the small signs of the style sheet and the dialogs (arrows, check mark, cross) into a folder, each
-/// at one, two and three pixels a unit. False if a file cannot be written.
+/// Draws the small signs of the style sheet and of buttons into the folder, each at one, two and three times
+/// its size. False when a file cannot be written.
 bool writeGlyphPictures(const QString& folder);

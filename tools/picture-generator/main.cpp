@@ -1,7 +1,10 @@
 // Draws the pictures that are shipped beside the program or compiled into it. Run by the build.
 #include "colorMapPictures.h"
+#include "effectIconPictures.h"
 #include "glyphPictures.h"
+#include "homePictures.h"
 #include "productPictures.h"
+#include "programPictures.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -19,9 +22,11 @@ int main(int argc, char** argv)
     const QString images = arguments.at(2) + QLatin1String("/images");
     const QString& compiledIn = arguments.at(3);
     for (const QString& folder :
-         {maps, images + QLatin1String("/products"), images + QLatin1String("/productIcons"), compiledIn})
+         {maps, images + QLatin1String("/products"), images + QLatin1String("/productIcons"),
+          images + QLatin1String("/icons"), compiledIn + QLatin1String("/icons")})
         QDir().mkpath(folder);
-    if (!writeColorMapPictures(maps) || !writeGlyphPictures(compiledIn) ||
+    if (!writeColorMapPictures(maps) || !writeGlyphPictures(compiledIn) || !writeProgramPictures(images) ||
+        !writeHomePictures(images) || !writeEffectIcons(images, compiledIn) ||
         !writeProductPictures(arguments.at(1), images, compiledIn + QLatin1String("/Lv0127Icon.jpg"))) {
         std::fputs("picture-generator: a file could not be read or written\n", stderr);
         return 1;

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+/// Draws the program's own signs into the folder: icon.png for windows and tray, logo.png for the title bar.
+/// False when a file cannot be written.
+bool writeProgramPictures(const QString& folder);
