@@ -63,7 +63,14 @@ private slots:
     void onNewVersionBtnClicked();
 
 private:
+    void loadStyleSheet();
+    void showShortcuts();
+    bool isFillingScreen() const;
+    /// Serves the regions with the system's own means; what is returned lives as long as the window.
+    std::unique_ptr<QObject> makeFrame();
+
     std::unique_ptr<Ui::MainWindow> ui;
+    std::unique_ptr<QObject> m_frame;
     const int m_titleHeight = 50;
     const int m_borderWidth = 5;
 };

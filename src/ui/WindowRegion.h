@@ -23,3 +23,16 @@ enum class WindowRegion {
 /// and are no part of the caption. The comparisons at the corners are asymmetric on purpose.
 WindowRegion windowRegionAt(QPoint position, QSize window, int titleHeight, int borderWidth,
                             const QVector<QRect>& buttons);
+
+/// The window's edges that a drag in this region moves; none for the caption.
+Qt::Edges edgesOf(WindowRegion region);
+
+/// Where a window that stood at `start` comes to stand when its edges, without edges the whole of it, are
+/// dragged over a distance. It never gets smaller than `minimum`: the opposite edge stays in its place.
+QRect draggedGeometry(const QRect& start, Qt::Edges edges, QPoint distance, QSize minimum);
+
+/// A window that does not lie inside its screen gets 80 % of it, but not less than `minimum`, centred.
+QRect fittedGeometry(const QRect& window, const QRect& screen, QSize minimum);
+
+/// A point in the system's pixels as a point in logical ones. The corner of a screen is the same in both.
+QPoint logicalPosition(QPoint physical, QPoint screenTopLeft, double pixelRatio);

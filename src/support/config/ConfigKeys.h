@@ -21,6 +21,8 @@ inline constexpr Setting<double> kGama{"runtime.gama", 1.0};
 inline constexpr Setting<bool> kSingleControlMode{"runtime.singleControlMode", true};
 inline constexpr Setting<bool> kEnableMultiDeviceControlView{"runtime.enableMultiDeviceControlView", false};
 inline constexpr Setting<const char*> kCloseButtonAction{"runtime.closeButtonAction", ""};
+inline constexpr char kCloseQuits[] = "Quit the application"; ///< any other text minimises
+inline constexpr char kCloseMinimizes[] = "Minimize to the system tray";
 inline constexpr Setting<int> kPhyBtnAction{"runtime.phyBtnAction", 0};
 inline constexpr Setting<bool> kPhyBtnSingleCtrlMode{"runtime.phyBtnSingleCtrlMode", false};
 inline constexpr Setting<bool> kScreenSyncAdvancedMode{"runtime.isEnableScreenSyncAdvanedMode", false};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ui/BaseDialog.h"
+
+#include <memory>
+
+namespace Ui {
+class QuitAskDialog;
+}
+
+/// Asks what the close button of the main window should do. Closed by other means than its two buttons the
+/// answer is to minimise. Main thread.
+class QuitAskDialog : public BaseDialog
+{
+    Q_OBJECT
+
+public:
+    explicit QuitAskDialog(QWidget* parent = nullptr);
+    ~QuitAskDialog() override;
+
+    /// The answer holds for the next times as well.
+    bool remember() const { return m_remember; }
+    /// Quit the program; else it goes on in the tray.
+    bool quit() const { return m_quit; }
+
+private:
+    void answer(bool quit);
+
+    std::unique_ptr<Ui::QuitAskDialog> ui;
+    bool m_remember = false;
+    bool m_quit = false;
+};

@@ -1,0 +1,110 @@
+#include "ui/WindowRegion.h"
+
+#include <QtTest>
+
+namespace {
+
+// Of the window of 800 by 600 with a button on its title bar, and at 1.5 pixels a unit.
+constexpr QSize kWindow(800, 600);
+constexpr QRect kButton(700, 0, 100, 50);
+
+WindowRegion at(int x, int y)
+{
+    return windowRegionAt({x, y}, kWindow, 50, 5, {kButton});
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(WindowRegion)
+
+class TestWindowRegion : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyPointHasItsRegion_data()
+    {
+        QTest::addColumn<QPoint>("point");
+        QTest::addColumn<WindowRegion>("region");
+        const auto row = [](int x, int y, WindowRegion region) {
+            QTest::addRow("%d,%d", x, y) << QPoint(x, y) << region;
+        };
+        row(6, 6, WindowRegion::Caption);
+        row(6, 49, WindowRegion::Caption);
+        row(6, 50, WindowRegion::None);
+        row(400, 5, WindowRegion::None); // the line between the border and the caption
+        row(750, 25, WindowRegion::None);
+        row(400, 4, WindowRegion::Top);
+        row(794, 4, WindowRegion::Top);
+        row(750, 4, WindowRegion::Top); // the border goes over the button
+        row(4, 6, WindowRegion::Left);
+        row(4, 25, WindowRegion::Left);
+        row(5, 25, WindowRegion::None); // neither border nor caption
+        row(4, 594, WindowRegion::Left);
+        row(796, 25, WindowRegion::Right);
+        row(795, 300, WindowRegion::None);
+        row(796, 594, WindowRegion::Right);
+        row(400, 595, WindowRegion::None);
+        row(400, 596, WindowRegion::Bottom);
+        row(0, 0, WindowRegion::TopLeft);
+        row(5, 4, WindowRegion::TopLeft);
+        row(0, 5, WindowRegion::TopLeft);
+        row(5, 5, WindowRegion::TopLeft);
+        row(795, 0, WindowRegion::TopRight);
+        row(799, 5, WindowRegion::TopRight);
+        row(5, 595, WindowRegion::BottomLeft);
+        row(0, 599, WindowRegion::BottomLeft);
+        row(795, 595, WindowRegion::BottomRight);
+        row(799, 599, WindowRegion::BottomRight);
+        row(400, 300, WindowRegion::None);
+    }
+    void everyPointHasItsRegion()
+    {
+        QFETCH(QPoint, point);
+        QTEST(at(point.x(), point.y()), "region");
+    }
+
+    void draggedEdgeStopsAtTheSmallestSize()
+    {
+        const QRect start(100, 200, 800, 600);
+        const QSize least(500, 400);
+        const auto drag = [&](WindowRegion region, int dx, int dy) {
+            return draggedGeometry(start, edgesOf(region), {dx, dy}, least);
+        };
+        QCOMPARE(drag(WindowRegion::Caption, -30, 40), QRect(70, 240, 800, 600));
+        QCOMPARE(drag(WindowRegion::Left, 50, 99), QRect(150, 200, 750, 600));
+        QCOMPARE(drag(WindowRegion::Left, 9999, 0), QRect(400, 200, 500, 600)); // the right edge stays
+        QCOMPARE(drag(WindowRegion::TopRight, 20, -10), QRect(100, 190, 820, 610));
+        QCOMPARE(drag(WindowRegion::TopLeft, 9999, 9999), QRect(400, 400, 500, 400));
+        QCOMPARE(drag(WindowRegion::BottomRight, -9999, -9999), QRect(start.topLeft(), least));
+    }
+
+    void windowIsFittedOnlyWhenItLeavesItsScreen()
+    {
+        const QRect screen(1920, 0, 1366, 769);
+        const QSize least(500, 400);
+        QCOMPARE(fittedGeometry({1920, 0, 800, 600}, screen, least), QRect(1920, 0, 800, 600));
+        const QRect fitted = fittedGeometry({1900, 0, 800, 600}, screen, least);
+        QCOMPARE(fitted.size(), QSize(1092, 615)); // 1092.8 by 615.2
+        QCOMPARE(fitted.center(), screen.center());
+        // What cannot be 80 % is centred in its own size.
+        const QRect large = fittedGeometry({0, 0, 800, 600}, screen, {1200, 700});
+        QCOMPARE(large.size(), QSize(1200, 700));
+        QCOMPARE(large.center(), screen.center());
+    }
+
+    void systemPositionIsRoundedFromTheScreensCorner()
+    {
+        const QPoint corner(1920, -100);
+        QCOMPARE(logicalPosition(corner, corner, 1.5), corner);
+        QCOMPARE(logicalPosition(corner + QPoint(301, 302), corner, 2.0), corner + QPoint(151, 151));
+        QCOMPARE(logicalPosition(corner - QPoint(301, 303), corner, 2.0), corner - QPoint(150, 151));
+        // A press on the button at 150 %: taken in the system's pixels it would lie right of it.
+        const QPoint press = logicalPosition(QPoint(1065, 45), {0, 0}, 1.5);
+        QCOMPARE(press, QPoint(710, 30));
+        QCOMPARE(at(press.x(), press.y()), WindowRegion::None);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWindowRegion)
+#include "tst_window_region.moc"
