@@ -161,6 +161,8 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
                     << options.id;
         }
     }
+    if (!m_effects.boundEffectId(options.id).isEmpty()) // by a button meanwhile, without knowing the count
+        m_effects.unbindController(options.id);
     bindFirstEffect(controlOptions(options.id));
     emit newController(options.id);
 }
@@ -168,9 +170,12 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
 void DeviceManager::bindFirstEffect(const ControlOptions& options)
 {
     const QString id = options.id;
-    const bool known = !options.workMode.isEmpty() && !options.subMode.isEmpty() &&
-                       !m_effects.effectOptions(options.subMode).id.isEmpty();
-    setControllerEffect(id, known ? options.subMode : m_effects.lastBindingEffect(id, QString()), false);
+    const bool known =
+        !options.workMode.isEmpty() && !options.subMode.isEmpty() && m_effects.hasEffect(options.subMode);
+    QString effect = known ? options.subMode : m_effects.lastBindingEffect(id, QString());
+    if (!m_effects.hasEffect(effect)) // the group's file names none, or one that is gone
+        effect = m_effects.usableEffect(QString());
+    setControllerEffect(id, effect, false);
 }
 
 bool DeviceManager::setControllerLayout(const QString& id)
@@ -242,13 +247,20 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
     }
     target->setWorkMode(EffectWorkerOptions::groupOf(effectId));
     target->setSubMode(effectId);
-    const IEffectWorkerPtr worker = m_effects.bindController(target, effectId);
-    if (!worker) {
+    if (!bindEffect(target, effectId)) {
         qWarning() << "Cannot bind controller: " << id << " to effect: " << effectId;
         return;
     }
     if (enable)
         target->setEnable(true);
+}
+
+IEffectWorkerPtr DeviceManager::bindEffect(const AbsRGBControllerPtr& controller, const QString& effectId)
+{
+    const IEffectWorkerPtr worker = m_effects.bindController(controller, effectId);
+    if (!worker)
+        return {};
+    const QString id = controller->options().id;
     // The same worker comes back when the same effect is chosen again: one connection is enough.
     disconnect(worker.data(), &IEffectWorker::effectPropertyChanged, this, nullptr);
     connect(
@@ -257,6 +269,7 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
             onEffectPropertyChanged(id, effectId, key, val);
         },
         Qt::QueuedConnection);
+    return worker;
 }
 
 void DeviceManager::onEffectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val)

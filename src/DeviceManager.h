@@ -40,6 +40,9 @@ public:
     void removeController(const QString& id);
     /// Binds an effect; `enable` also turns the light on.
     void setControllerEffect(const QString& id, const QString& effectId, bool enable);
+    /// Binds an effect as it is, without making it the device's stored choice; null on failure. What the
+    /// worker changes by itself is announced from then on.
+    IEffectWorkerPtr bindEffect(const AbsRGBControllerPtr& controller, const QString& effectId);
     /// Asks the user for the LED count; false when rejected or unknown.
     bool setControllerLayout(const QString& id);
 

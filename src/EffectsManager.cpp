@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QMetaMethod>
+#include <algorithm>
 
 namespace {
 
@@ -155,14 +156,29 @@ QJsonValue EffectsManager::effectProperty(const QString& controllerId, const QSt
 
 void EffectsManager::setEffectProperty(const QString& controllerId, const QString& key, QJsonValue val)
 {
+    writeProperty(controllerId, key, val, false);
+}
+
+void EffectsManager::setEffectPropertySilently(const QString& controllerId, const QString& key,
+                                               const QJsonValue& val)
+{
+    writeProperty(controllerId, key, val, true);
+}
+
+void EffectsManager::writeProperty(const QString& controllerId, const QString& key, const QJsonValue& val,
+                                   bool silently)
+{
     const QSharedPointer<IEffectWorker> worker = boundWorker(controllerId);
     if (!worker) {
         qCritical().noquote() << "Not found bingding of controller:" << controllerId;
         return;
     }
     // The plain pointer: the call waits in the worker's own queue and dies with it.
-    const auto write = [target = worker.data(), key, val] {
+    const auto write = [target = worker.data(), key, val, silently] {
+        const bool wasBlocked = target->signalsBlocked();
+        target->blockSignals(silently || wasBlocked);
         guardedCall("setEffectProperty", [&] { target->setEffectProperty(key, val); });
+        target->blockSignals(wasBlocked);
     };
     if (worker->thread() == QThread::currentThread())
         write();
@@ -180,6 +196,19 @@ QString EffectsManager::lastBindingEffect(const QString& controllerId, const QSt
                              ->globalValue(ConfigKeys::lastBindingKey(controllerId, groupId))
                              .toString();
     return last.isEmpty() ? defaultEffect(groupId) : last;
+}
+
+QString EffectsManager::usableEffect(const QString& groupId)
+{
+    const EffectGroupInfo group = groupInfo(groupId.isEmpty() ? QLatin1String(kFallbackGroup) : groupId);
+    if (hasEffect(group.defaultEffect) || group.workers.isEmpty())
+        return hasEffect(group.defaultEffect) ? group.defaultEffect : QString();
+    return *std::min_element(group.workers.begin(), group.workers.end(),
+                             [this](const auto& a, const auto& b) {
+                                 const int orderOfA = m_workerOptions[a].order;
+                                 const int orderOfB = m_workerOptions[b].order;
+                                 return orderOfA != orderOfB ? orderOfA < orderOfB : a < b;
+                             });
 }
 
 QString EffectsManager::boundEffectId(const QString& controllerId)

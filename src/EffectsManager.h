@@ -39,6 +39,8 @@ public:
     /// Null without a binding or for an unknown key. Waits for a worker that has its own thread.
     QJsonValue effectProperty(const QString& controllerId, const QString& key);
     void setEffectProperty(const QString& controllerId, const QString& key, QJsonValue val);
+    /// The same with the worker's signals blocked meanwhile.
+    void setEffectPropertySilently(const QString& controllerId, const QString& key, const QJsonValue& val);
 
     /// The neighbours in the sequence of groups, which wraps. For a group without a place in the sequence
     /// the next is the first by order, the previous the first by id; both empty where there is no group.
@@ -49,6 +51,11 @@ public:
     /// The effect that the controller had last in this group, else the group's default. Without a group the
     /// default of the colourful group.
     QString lastBindingEffect(const QString& controllerId, const QString& groupId);
+
+    bool hasEffect(const QString& effectId) const { return m_factories.contains(effectId); }
+    /// An effect of the group that does exist: its default, else the first by order. Without a group one of
+    /// the colourful group; empty where there is none.
+    QString usableEffect(const QString& groupId);
 
     /// Empty without a binding.
     QString boundEffectId(const QString& controllerId);
@@ -96,6 +103,7 @@ private:
     void loadWorkersFromFactory(IEffectFactory* factory, QPluginLoader* loader);
     void addGroupWithoutFile(const QString& groupId);
 
+    void writeProperty(const QString& controllerId, const QString& key, const QJsonValue& val, bool silently);
     static QSharedPointer<IEffectWorker> createWorker(IEffectFactory* factory, const QString& effectId);
     void injectServices(IEffectWorker* worker);
     void connectWorker(IEffectWorker* worker, AbsRGBController* controller);

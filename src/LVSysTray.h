@@ -24,6 +24,8 @@ private slots:
     void onDeviceCountChanged(QString ctlName);
 
 private:
+    void showWindow();
+
     LumivarApp* m_app;
     QSystemTrayIcon m_icon;
     QMenu m_menu;

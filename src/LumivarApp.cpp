@@ -2,26 +2,24 @@
 
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/log/Loggers.h"
+#include "ui/ControlPage.h"
+#include "ui/HomePage.h"
 
 #include <QApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QFile>
 #include <QFileSystemWatcher>
+#include <QSystemTrayIcon>
 
 namespace {
 
 const QString kStyleFile = QStringLiteral("styles/default.qss");
 
-bool applyStyleSheet(const QString& path)
+bool isAppFlag(const char* property)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qWarning() << "[LumivarApp]: Cannot read the style sheet" << path << file.errorString();
-        return false;
-    }
-    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
-    return true;
+    return QCoreApplication::instance()->property(property).toBool();
 }
 
 } // namespace
@@ -29,15 +27,11 @@ bool applyStyleSheet(const QString& path)
 LumivarApp::LumivarApp(QObject* parent)
     : QObject(parent)
     , m_deviceManager(this, nullptr)
+    , m_sysTray(this)
 {
     setProperty("runtime.openTime", QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss")));
-
-    auto* config = ConfigurationManager::instance();
-    const QJsonValue mode = config->appConfig(ConfigKeys::kSingleControlMode.key);
-    if (mode.isNull() || mode.isUndefined())
-        config->setAppConfig(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
-
-    applyStyleSheet(QStringLiteral(":/styles/default.qss"));
+    showWindow();
+    setDefaultControlMode();
     uiStyleListener();
 
     connect(&m_deviceManager, &DeviceManager::newController, this, &LumivarApp::onNewController,
@@ -46,9 +40,38 @@ LumivarApp::LumivarApp(QObject* parent)
             Qt::DirectConnection);
     for (const QString& id : m_deviceManager.controllerIds())
         onNewController(id);
+
+    makeMainWindow();
 }
 
-LumivarApp::~LumivarApp() = default;
+LumivarApp::~LumivarApp()
+{
+    // The members go before the connections to this object do: what the window's last moments emit, such as a
+    // rename editor losing the focus, must not reach for devices any more.
+    m_mainWindow.disconnect(this);
+    m_mainWindow.homePage()->disconnect(this);
+    m_mainWindow.controlPage()->disconnect(this);
+    m_deviceManager.disconnect(this);
+}
+
+void LumivarApp::showWindow()
+{
+    const bool isHeadless = isAppFlag("isHeadless");
+    const bool isAutoStartup = isAppFlag("isAutoStartup");
+    if (!isAutoStartup && !isHeadless)
+        m_mainWindow.show();
+    if (isAutoStartup && !isHeadless && !QSystemTrayIcon::isSystemTrayAvailable())
+        qWarning() << "[LumivarApp]: There is no tray to come up in, a second start shows the window";
+    m_mainWindow.fitToScreen();
+}
+
+void LumivarApp::setDefaultControlMode()
+{
+    auto* config = ConfigurationManager::instance();
+    const QJsonValue mode = config->appConfig(ConfigKeys::kSingleControlMode.key);
+    if (mode.isNull() || mode.isUndefined())
+        config->setAppConfig(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
+}
 
 void LumivarApp::uiStyleListener()
 {
@@ -56,13 +79,44 @@ void LumivarApp::uiStyleListener()
     // A style file beside the program is optional: without it nothing ever fires.
     if (QFile::exists(kStyleFile))
         watcher->addPath(kStyleFile);
-    connect(watcher, &QFileSystemWatcher::fileChanged, this, [](const QString& path) {
-        if (applyStyleSheet(path))
-            qDebug() << "The new styles file has been loaded";
+    connect(watcher, &QFileSystemWatcher::fileChanged, this, [this, watcher](const QString& path) {
+        if (!watcher->files().contains(path) && QFile::exists(path))
+            watcher->addPath(path); // an editor has put another file in its place
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+            qWarning() << "[LumivarApp]: Cannot read the style sheet" << path << file.errorString();
+            return;
+        }
+        const QString sheet = QString::fromUtf8(file.readAll());
+        qApp->setStyleSheet(sheet);
+        m_mainWindow.setStyleSheet(sheet); // it has one of its own, which would outdo the application's
+        qDebug() << "The new styles file has been loaded";
     });
 }
 
 void LumivarApp::onWakeUpRequested()
 {
     qInfo() << "[LumivarApp]: A second start asks for the window";
+    if (m_mainWindow.isHidden() && !isAppFlag("isHeadless"))
+        m_mainWindow.showNormal();
+}
+
+bool LumivarApp::isSingleControlMode()
+{
+    return ConfigurationManager::instance()
+        ->appConfig(ConfigKeys::kSingleControlMode.key)
+        .toBool(ConfigKeys::kSingleControlMode.fallback);
+}
+
+void LumivarApp::forEachController(const std::function<void(AbsRGBController&)>& action)
+{
+    for (const QString& id : m_deviceManager.controllerIds()) {
+        if (const AbsRGBControllerPtr controller = m_deviceManager.controller(id))
+            action(*controller);
+    }
+}
+
+void LumivarApp::logUserAction(const QString& text)
+{
+    LOG4CPLUS_INFO(usrOptionsLogger(), toLogString(text));
 }

@@ -1,103 +1,235 @@
+// The control page: what it shows, and what its effects and control modes do to the devices.
 #include "LumivarApp.h"
-
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/log/Loggers.h"
+#include "ui/ControlPage.h"
 
 #include <QDebug>
+#include <QJsonObject>
+#include <QSignalBlocker>
 
 namespace {
 
-constexpr int kToggleLight = 0;
-constexpr int kNextGroup = 1;
-const QString kMarquee = QStringLiteral("id.effect.marquee.marquee");
+const QString kGraphicsGroup = QStringLiteral("id.effect.graphics");
+const QString kGraphicsModel = QStringLiteral("LV0N03"); ///< the only model with that group
+const QString kAllProperties;
+
+QString pageTitle(const ControlOptions& options)
+{
+    const bool isNamed = options.kindName != options.model;
+    return QStringLiteral("%1 (%2)").arg(isNamed ? options.kindName : options.portName, options.id);
+}
+
+QString controlModeText(bool single)
+{
+    return QStringLiteral("Current control mode: singleControlMode ? = %1").arg(single);
+}
+
+/// The choice between one device and all appears by itself when two are there for the first time, and stays.
+bool isControlModeOffered(int controllers)
+{
+    auto* config = ConfigurationManager::instance();
+    const auto& setting = ConfigKeys::kEnableMultiDeviceControlView;
+    const QJsonValue stored = config->appConfig(setting.key);
+    if ((stored.isNull() || stored.isUndefined()) && controllers > 1)
+        config->setAppConfig(setting.key, true);
+    return config->appConfig(setting.key).toBool(setting.fallback);
+}
 
 } // namespace
 
-void LumivarApp::onNewController(QString ctlName)
+ControlPage& LumivarApp::controlPage() const
 {
-    const AbsRGBControllerPtr controller = m_deviceManager.controller(ctlName);
-    if (!controller) {
-        qWarning() << "Not found controller, id" << ctlName;
-        return;
-    }
-    connect(
-        controller.data(), &AbsRGBController::devActionActived, this,
-        [this, ctlName](int action) { onDevPhyBtnClicked(ctlName, action); }, Qt::QueuedConnection);
+    return *m_mainWindow.controlPage();
 }
 
-void LumivarApp::onControllerFailed(QString ctlName)
+bool LumivarApp::isOnControlPage(const QString& id) const
 {
-    removeController(ctlName);
+    return !m_mainWindow.isHomePage() && controlPage().controllerId() == id;
 }
 
-void LumivarApp::removeController(const QString& id)
+void LumivarApp::onHomePageDevClicked(QString id)
 {
-    qInfo() << "Starts removing controller " << id;
-    m_deviceManager.effects().unbindController(id);
-    // Emits controllerFailed once more when the device was still registered; that pass finds nothing left.
-    m_deviceManager.removeController(id);
+    m_mainWindow.switchToControlPage();
+    controlPage().setControllerId(id);
+    updateControlPageView();
 }
 
-void LumivarApp::onDevPhyBtnClicked(QString ctlName, int btn)
+void LumivarApp::updateControlPageView()
 {
-    if (btn != 0) {
-        qWarning() << "Unknown device commands";
+    if (m_mainWindow.isHomePage())
+        return;
+    qInfo() << "Starts init controller page data";
+    ControlPage& page = controlPage();
+    const ControlOptions options = m_deviceManager.controlOptions(page.controllerId());
+    if (!options.isValid()) {
+        qWarning().noquote() << "Not found controller, id" << page.controllerId();
         return;
     }
-    const AbsRGBControllerPtr pressed = m_deviceManager.controller(ctlName);
-    if (!pressed) {
-        qWarning() << "Not found controller, id" << ctlName;
-        return;
-    }
-    auto* config = ConfigurationManager::instance();
-    const bool enabledBefore = pressed->options().enable;
-    const QString current = m_deviceManager.effects().boundEffectId(ctlName);
-    const int action =
-        config->appConfig(ConfigKeys::kPhyBtnAction.key).toInt(ConfigKeys::kPhyBtnAction.fallback);
-    const bool single = config->appConfig(ConfigKeys::kPhyBtnSingleCtrlMode.key)
-                            .toBool(ConfigKeys::kPhyBtnSingleCtrlMode.fallback);
-    // The state of the pressed device decides for all, so that one press brings them to one state.
-    const QList<QString> ids = single ? QList<QString>{ctlName} : m_deviceManager.controllerIds();
-    for (const QString& id : ids)
-        pressButton(id, action, current, enabledBefore);
+    page.setDir(static_cast<int>(options.installDirection));
+    page.setEnable(options.enable);
+    page.setBrightness(options.brightness);
+    page.setControllerName(pageTitle(options));
+    page.setProductImage(options.image);
+    page.setSingleDevCtrlMode(isSingleControlMode());
+    page.setControlModeVisible(isControlModeOffered(m_deviceManager.controllerIds().size()));
+    fillWorkGroups(options);
+    fillWorkers(options.id);
+    logControlPage();
 }
 
-void LumivarApp::pressButton(const QString& id, int action, const QString& currentEffect, bool enabledBefore)
+void LumivarApp::fillWorkGroups(const ControlOptions& options)
 {
-    if (action == kToggleLight)
-        return toggleLight(id, !enabledBefore);
-    if (action != kNextGroup) {
-        qWarning() << "Unknown device commands" << action;
-        return;
-    }
-
-    if (currentEffect == kMarquee) {
-        // On the marquee the first press toggles the light, the second one moves on.
-        auto* config = ConfigurationManager::instance();
-        const QString key = ConfigKeys::isMarqueeEffectKey(id);
-        const bool secondPress = config->appConfig(key).toBool(false);
-        if (!secondPress)
-            toggleLight(id, !enabledBefore);
-        config->setAppConfig(key, !secondPress);
-        if (!secondPress)
-            return;
-    }
     EffectsManager& effects = m_deviceManager.effects();
-    const QString group = effects.nextGroupByOrder(EffectWorkerOptions::groupOf(currentEffect));
-    const QString effect = effects.defaultEffect(group);
-    m_deviceManager.setControllerEffect(id, effect, true);
-    LOG4CPLUS_INFO(usrOptionsLogger(),
-                   toLogString(QStringLiteral("Controller: %1switched to the effect %2").arg(id, effect)));
+    QMap<QString, WorkGroupModel> groups;
+    for (const QString& groupId : effects.groupIds()) {
+        const EffectGroupInfo info = effects.groupInfo(groupId);
+        if (info.workers.isEmpty() || (groupId == kGraphicsGroup && options.model != kGraphicsModel))
+            continue;
+        WorkGroupModel group;
+        group.name = info.name;
+        group.tooltip = info.desc;
+        group.order = info.order;
+        groups.insert(groupId, group);
+    }
+    controlPage().setWorkGroups(groups, options.workMode);
 }
 
-void LumivarApp::toggleLight(const QString& id, bool enable)
+void LumivarApp::fillWorkers(const QString& controllerId)
 {
-    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
-    if (!controller)
+    EffectsManager& effects = m_deviceManager.effects();
+    const ControlOptions& options = m_deviceManager.controlOptions(controllerId);
+    QMap<QString, WorkerModel> workers;
+    for (const QString& id : effects.groupInfo(options.workMode).workers) {
+        EffectWorkerOptions effect = effects.effectOptions(id);
+        WorkerModel worker;
+        worker.name = effect.name;
+        worker.tooltip = effect.desc;
+        worker.order = effect.order;
+        worker.icon = QIcon(QPixmap::fromImage(std::move(effect.icon)));
+        worker.sOptWidget = effect.sOptWidget;
+        worker.lOptWidget = effect.lOptWidget;
+        workers.insert(id, worker);
+    }
+    // What could not be bound is no choice to show.
+    controlPage().setWorkers(workers, workers.contains(options.subMode) ? options.subMode : QString());
+}
+
+void LumivarApp::logControlPage() const
+{
+    const ControlPage& page = controlPage();
+    qDebug().noquote().nospace() << "Current control page data: \r\n"
+                                 << "\t controller : " << page.controllerId()
+                                 << "\r\n\t install direction : " << page.dir()
+                                 << "\r\n\t enable status : " << page.isLightEnabled()
+                                 << "\r\n\t brightness : " << page.brightness()
+                                 << "\r\n\t current effect group : " << page.currentGroup()
+                                 << "\r\n\t current effect : " << page.currentWorker()
+                                 << "\r\n\t SOpt widget : " << page.sOptWidgetName()
+                                 << "\r\n\t LOpt widget : " << page.lOptWidgetName();
+}
+
+void LumivarApp::onCtlPageWorkGroupChanged(QString groupId)
+{
+    const QString id = controlPage().controllerId();
+    EffectsManager& effects = m_deviceManager.effects();
+    QString target = effects.lastBindingEffect(id, groupId);
+    if (!effects.hasEffect(target)) // of a plug-in that is gone
+        target = effects.usableEffect(groupId);
+    logUserAction(
+        QStringLiteral("Clicked group: %1, controller id: %2, target effect: %3").arg(groupId, id, target));
+    logUserAction(controlModeText(isSingleControlMode()));
+    setEffect(target);
+    fillWorkers(id);
+}
+
+void LumivarApp::onCtlPageWorkerChanged(QString workerId)
+{
+    logUserAction(
+        QStringLiteral("Clicked effect: %1, controller id: %2").arg(workerId, controlPage().controllerId()));
+    logUserAction(controlModeText(isSingleControlMode()));
+    setEffect(workerId);
+}
+
+void LumivarApp::setEffect(const QString& effectId)
+{
+    // Picking an effect turns the light on.
+    const QList<QString> ids = isSingleControlMode() ? QList<QString>{controlPage().controllerId()}
+                                                     : m_deviceManager.controllerIds();
+    for (const QString& id : ids)
+        m_deviceManager.setControllerEffect(id, effectId, true);
+}
+
+void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
+{
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kSingleControlMode.key, isSingleDevCtrl);
+    if (isSingleDevCtrl)
+        return; // the devices keep what they have
+    const ControlPage& page = controlPage();
+    logUserAction(QStringLiteral("Switched to multi device control"));
+    const float brightness = page.brightness();
+    const bool enable = page.isLightEnabled();
+    const QString effect = page.currentWorker();
+    forEachController([&](AbsRGBController& each) {
+        each.setBrightness(brightness);
+        each.setEnable(enable);
+        m_deviceManager.setControllerEffect(each.options().id, effect, true);
+    });
+    logUserAction(QStringLiteral("Successfully set the configuration of all devices to \n\t brightness: %1"
+                                 "\n\t enable status: %2\n\t work effect: %3")
+                      .arg(brightness)
+                      .arg(enable)
+                      .arg(effect));
+
+    const QJsonObject properties =
+        m_deviceManager.effects().effectProperty(page.controllerId(), kAllProperties).toObject();
+    qInfo() << "Properties copied to all devices:" << properties.keys();
+    copyPropertyToOthers(kAllProperties, properties);
+}
+
+void LumivarApp::onSOptWidPropertyChanged(const QString& key, const QJsonValue& val)
+{
+    m_deviceManager.effects().setEffectProperty(controlPage().controllerId(), key, val);
+    if (!isSingleControlMode())
+        copyPropertyToOthers(key, val);
+}
+
+/// To the workers of the same effect on the other devices.
+void LumivarApp::copyPropertyToOthers(const QString& key, const QJsonValue& val)
+{
+    EffectsManager& effects = m_deviceManager.effects();
+    const QString own = controlPage().controllerId();
+    const QString effect = effects.boundEffectId(own);
+    if (effect.isEmpty())
         return;
-    controller->setEnable(enable);
-    LOG4CPLUS_INFO(
-        usrOptionsLogger(),
-        toLogString(QStringLiteral("Controller: %1 enable status changed to %2").arg(id).arg(enable)));
+    for (const QString& id : m_deviceManager.controllerIds()) {
+        if (id != own && effects.boundEffectId(id) == effect)
+            effects.setEffectPropertySilently(id, key, val);
+    }
+}
+
+void LumivarApp::onOptWidActived()
+{
+    ControlPage& page = controlPage();
+    EffectsManager& effects = m_deviceManager.effects();
+    if (!effects.boundWorker(page.controllerId()))
+        return;
+    const QJsonValue properties = effects.effectProperty(page.controllerId(), kAllProperties);
+    // What an option widget says while it is filled is no wish of the user's. The page passes it on.
+    const QSignalBlocker blocker(page);
+    page.setSOptWidProperty(kAllProperties, properties);
+    page.setLOptWidProperty(kAllProperties, properties);
+}
+
+/// A change from inside the worker. It comes by way of the device manager, which knows whether that worker is
+/// still bound, so that nothing hangs on to a worker that has gone.
+void LumivarApp::onEffectPropertyChanged(const QString& ctl, const QString& effect, const QString& key,
+                                         const QJsonValue& val)
+{
+    ControlPage& page = controlPage();
+    if (!isOnControlPage(ctl) || page.currentWorker() != effect)
+        return;
+    const QSignalBlocker blocker(page);
+    page.setSOptWidProperty(key, val);
+    page.setLOptWidProperty(key, val);
 }

@@ -40,8 +40,11 @@ InternalEffectFactory::InternalEffectFactory(QObject* parent)
                                   ->appConfig(ConfigKeys::kScreenSyncAdvancedMode.key)
                                   .toBool(ConfigKeys::kScreenSyncAdvancedMode.fallback);
     for (const EffectCatalogueRow& row : effectCatalogue()) {
+        const QString typeName = QString::fromLatin1(row.workerClass) + u'*';
+        if (QMetaType::type(typeName.toLatin1()) == QMetaType::UnknownType)
+            continue; // its class is still to come
         const EffectWorkerOptions options = toOptions(row, advancedMode);
-        m_workerClasses.insert(options.id, QString::fromLatin1(row.workerClass) + u'*');
+        m_workerClasses.insert(options.id, typeName);
         m_workerOptions.insert(options.id, options);
     }
 }

@@ -4,8 +4,8 @@
 
 #include <QHash>
 
-/// The effects that are compiled in. Workers are created by class name through the meta-type system; an
-/// effect whose class is not registered yields no worker.
+/// The effects that are compiled in. Workers are created by class name through the meta-type system; a row of
+/// the catalogue whose class is not registered is not offered.
 class InternalEffectFactory : public IEffectFactory
 {
     Q_OBJECT
