@@ -1,4 +1,5 @@
 #include "LightGrid.h"
+#include "effects/EffectCatalogue.h"
 
 #include <QFile>
 #include <QImage>
@@ -8,6 +9,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QtTest>
+#include <cmath>
 
 namespace {
 
@@ -20,6 +22,39 @@ QJsonObject readObject(const QString& path)
 QJsonObject models()
 {
     return readObject("controler_config/LVController.json");
+}
+
+/// The icon of an effect as the control page finds it: from the catalogue, or by the effect's id.
+QString iconOf(const EffectCatalogueRow& row)
+{
+    const QString id = QString::fromLatin1(row.id);
+    return *row.icon != '\0' ? QString::fromLatin1(row.icon)
+                             : QStringLiteral("images/icons/%1.png").arg(QString(id).replace('.', '_'));
+}
+
+/// Whether it shows something at all: more than a plain area and its edge.
+bool isDrawn(const QImage& picture)
+{
+    QSet<QRgb> colors;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            colors.insert(picture.pixel(x, y));
+    }
+    return colors.size() > 300;
+}
+
+/// Whether the rim of the light disc below an icon stays free: it shows which effect is chosen.
+bool leavesRimFree(const QImage& icon)
+{
+    const QPointF middle(icon.width() / 2.0, icon.height() / 2.0);
+    for (int y = 0; y < icon.height(); ++y) {
+        for (int x = 0; x < icon.width(); ++x) {
+            const QPointF from = QPointF(x + 0.5, y + 0.5) - middle;
+            if (std::hypot(from.x(), from.y()) > 0.37 * icon.width() && qAlpha(icon.pixel(x, y)) > 0)
+                return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
@@ -86,15 +121,47 @@ private slots:
             QCOMPARE(grid.cellOf(i), QPoint(leds[i]["x"].toInt() * 23 / 120, leds[i]["y"].toInt() * 11 / 67));
     }
 
-    void picturesOfTheStyleAreCompiledIn()
+    void everyEffectHasAnIconOfItsOwn()
+    {
+        QHash<QString, QImage> icons;
+        for (const EffectCatalogueRow& row : effectCatalogue())
+            icons.insert(iconOf(row), QImage(iconOf(row)));
+        QCOMPARE(icons.size(), 21); // eight music effects share four
+        for (auto it = icons.cbegin(); it != icons.cend(); ++it) {
+            QVERIFY2(it->width() >= 200 && it->width() == it->height(), qPrintable(it.key()));
+            QVERIFY2(isDrawn(*it) && leavesRimFree(*it), qPrintable(it.key()));
+            QVERIFY2(icons.keys(*it).size() == 1, qPrintable(icons.keys(*it).join(' ')));
+        }
+    }
+
+    void everyGroupHasAnIcon()
+    {
+        const QJsonArray groups = readObject("effects/groups.json").value("groups").toArray();
+        QVERIFY(!groups.isEmpty());
+        for (const QJsonValue& group : groups)
+            QVERIFY2(isDrawn(QImage(group["icon"].toString())), qPrintable(group["id"].toString()));
+    }
+
+    void windowAndStartPageHaveTheirPictures()
+    {
+        const QImage icon("images/icon.png");
+        QCOMPARE(icon.size(), QSize(256, 256));
+        QCOMPARE(qAlpha(icon.pixel(0, 0)), 0); // it stands on light and dark panels
+        for (const char* name : {"icon", "logo", "product00_h", "product01_h"})
+            QVERIFY2(isDrawn(QImage(QStringLiteral("images/%1.png").arg(name))), name);
+    }
+
+    void signsOfStyleAndButtonsAreCompiledIn()
     {
         QFile sheet(":/styles/default.qss");
         QVERIFY(sheet.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(sheet.readAll());
+        QStringList names{":/images/settings", ":/images/minimise", ":/images/quit"}; // of buttons
         auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(text);
         QVERIFY(urls.hasNext());
-        while (urls.hasNext()) {
-            const QString name = urls.next().captured(1);
+        while (urls.hasNext())
+            names.append(urls.next().captured(1));
+        for (const QString& name : names) {
             for (const char* density : {"", "@2x", "@3x"})
                 QVERIFY2(!QImage(name + density + ".png").isNull(), qPrintable(name + density));
         }

@@ -61,6 +61,8 @@ void Lens::tube(const QPainterPath& path, double width, const QColor& color)
 
 QImage Lens::finished()
 {
+    m_painter.resetTransform();
+    m_painter.scale(m_image.width() / 100.0, m_image.width() / 100.0);
     m_painter.setClipping(false);
     m_painter.setBrush(Qt::NoBrush);
     m_painter.setPen(QPen(QColor(0x14, 0x15, 0x19), 2));

@@ -50,9 +50,10 @@ private:
     QPainter m_painter;
 };
 
-/// The two lights of all icons that have no colours of their own.
+/// The lights of all icons that have no colours of their own.
 const QColor kCoolLight(0x1e, 0xb4, 0xff);
 const QColor kWarmLight(0xff, 0x3d, 0x8b);
+const QColor kSunLight(0xff, 0xd9, 0x08);
 const QColor kPaleLight(0xf4, 0xf6, 0xfa);
 const QColor kDimLight(0x5a, 0x5e, 0x6b);
 

@@ -64,7 +64,7 @@ void drawWaves(Lens& lens)
 {
     for (int band = 0; band < 5; ++band) {
         QPainterPath path;
-        for (double x = 8; x <= 92; x += 1) {
+        for (int x = 8; x <= 92; ++x) {
             const double y = 29 + band * 10.5 + 6.5 * std::sin(kTau * (x / 46.0 + band * 0.07));
             x > 8 ? path.lineTo(x, y) : path.moveTo(x, y);
         }
@@ -101,49 +101,46 @@ void drawHeart(Lens& lens)
 
 void drawMarquee(Lens& lens)
 {
-    constexpr int kDots = 12;
+    // Lamps around a sign; the run of light goes clockwise and has its head at the bottom right.
+    constexpr int kLamps = 12;
+    constexpr int kHead = 6;
+    QPainterPath frame;
+    frame.addRoundedRect(QRectF(24.5, 30.5, 51, 39), 12, 12);
     QPainter& painter = lens.painter();
     painter.setPen(Qt::NoPen);
-    for (int i = 0; i < kDots; ++i) {
-        const QPointF at(50 + 23.5 * std::sin(kTau * i / kDots), 50 - 23.5 * std::cos(kTau * i / kDots));
-        // The head of the run is at the top right, its tail behind it.
-        const double tail = wrap((2.0 - i) / kDots) * kDots;
-        const double lit = std::max(0.0, 1 - tail / 7);
+    for (int i = 0; i < kLamps; ++i) {
+        const QPointF at = frame.pointAtPercent(wrap((i + 0.5) / kLamps));
+        const double lit = std::max(0.0, 1 - wrap(double(kHead - i) / kLamps) * kLamps / 9.5);
         const QColor color = blend(kCoolLight, kWarmLight, lit);
-        if (lit > 0)
-            lens.shine(at, 5 + 8 * lit, color, 0.75 * lit);
-        painter.setBrush(blend(kDimLight, color, std::min(1.0, lit * 1.6)));
-        painter.drawEllipse(at, 2.6 + 1.9 * lit, 2.6 + 1.9 * lit);
+        lens.shine(at, 4 + 9 * lit, color, 0.8 * lit);
+        painter.setBrush(blend(kDimLight, color, std::min(1.0, lit * 3)));
+        painter.drawEllipse(at, 3.7 + 1.3 * lit, 3.7 + 1.3 * lit);
     }
-    QPainterPath arrow(QPointF(43.5, 41));
-    arrow.lineTo(53.5, 50);
-    arrow.lineTo(43.5, 59);
-    painter.strokePath(arrow.translated(-3.5, 0),
-                       QPen(kDimLight, 4.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.strokePath(arrow.translated(6, 0),
-                       QPen(kPaleLight, 4.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPainterPath arrow(QPointF(-3.2, -6.4));
+    arrow.lineTo(3.2, 0);
+    arrow.lineTo(-3.2, 6.4);
+    for (const double x : {45.5, 55.0})
+        painter.strokePath(arrow.translated(x, 50),
+                           QPen(x < 50 ? blend(kDimLight, kPaleLight, 0.35) : kPaleLight, 3.8, Qt::SolidLine,
+                                Qt::RoundCap, Qt::RoundJoin));
 }
 
 void drawPixels(Lens& lens)
 {
-    // A landscape: s sun, m mountain, g ground.
-    const char* const rows[] = {".......", "....ss.", "....ss.", ".m.....", "mmm..m.", "mmmmmmm", "ggggggg"};
-    constexpr double kPitch = 7.0;
+    // A face on a small matrix.
+    const char* const rows[] = {"..#####..", ".#######.", "##.###.##", "##.###.##", "#########",
+                                "##.###.##", "###...###", ".#######.", "..#####.."};
+    constexpr double kPitch = 5.9;
     QPainter& painter = lens.painter();
     painter.setPen(Qt::NoPen);
-    lens.shine({50 + kPitch * 1.5, 50 - kPitch * 1.5}, 20, kWarmLight, 0.6);
-    for (int y = 0; y < 7; ++y) {
-        for (int x = 0; x < 7; ++x) {
-            const QPointF at(50 + (x - 3) * kPitch, 50 + (y - 3) * kPitch);
-            QColor color = QColor(0x3a, 0x3e, 0x4a);
-            if (rows[y][x] == 's')
-                color = kWarmLight;
-            else if (rows[y][x] == 'm')
-                color = blend(kCoolLight, Qt::white, y == 3 ? 0.6 : 0.30 * (6 - y) / 2);
-            else if (rows[y][x] == 'g')
-                color = QColor(0x12, 0x7a, 0xd0);
-            painter.setBrush(color);
-            painter.drawRoundedRect(QRectF(at.x() - 2.8, at.y() - 2.8, 5.6, 5.6), 1.2, 1.2);
+    lens.shine({50, 50}, 36, kSunLight, 0.22);
+    for (int y = 0; y < 9; ++y) {
+        for (int x = 0; x < 9; ++x) {
+            if (rows[y][x] != '#')
+                continue;
+            const QPointF at(50 + (x - 4) * kPitch, 50 + (y - 4) * kPitch);
+            painter.setBrush(blend(kSunLight, QColor(0xff, 0x8a, 0x1e), y / 14.0));
+            painter.drawRoundedRect(QRectF(at.x() - 2.65, at.y() - 2.65, 5.3, 5.3), 0.9, 0.9);
         }
     }
 }

@@ -49,7 +49,9 @@ void drawAurora(Lens& lens)
             const double above = foot - y;
             const double fade = above < 0 ? std::exp(-above * above / 0.006) : std::exp(-above / 0.42);
             const double folds = 0.72 + 0.28 * std::sin(17 * x + 5 * std::sin(2.3 * x + layer) + layer);
-            Color tint = colorMapColor(3, 0.5 + x * 0.34 + layer * 0.3, 0.12 + layer * 0.5);
+            // The green curtain of the map in front, the teal and violet one behind it.
+            Color tint = layer == 0 ? colorMapColor(3, 0.66 + 0.10 * x, 0.98)
+                                    : colorMapColor(3, 0.32 + 0.16 * x, 0.12);
             tint = tint * (1 / std::max({tint.r, tint.g, tint.b, 0.2}));
             light = light + tint * (fade * folds * (layer == 0 ? 0.95 : 0.6));
         }
@@ -81,7 +83,7 @@ void drawOcean(Lens& lens)
         const double level = 45 + layer * 9;
         QPainterPath wave(QPointF(10, 95));
         QPainterPath crest;
-        for (double x = 10; x <= 90; x += 1) {
+        for (int x = 10; x <= 90; ++x) {
             const double at = kTau * (x / 38.0 + layer * 0.37);
             const double y = level + 3.6 * std::sin(at) + 1.1 * std::sin(2 * at + 0.8);
             wave.lineTo(x, y);
@@ -99,43 +101,40 @@ void drawOcean(Lens& lens)
 void drawVolcano(Lens& lens)
 {
     const QVector<QColor> fire = paletteOf(5, 6);
-    const QColor hot = blend(fire[5], QColor(255, 220, 90), 0.45);
-    lens.fill([](double, double y) { return mix({0.09, 0.02, 0.04}, {0.34, 0.03, 0.02}, (y + 1) / 1.8); });
-    lens.shine({50, 38}, 34, fire[4], 0.95);
+    const QColor hot = blend(fire[5], QColor(255, 226, 110), 0.5);
+    lens.fill([](double, double y) {
+        return mix({0.13, 0.01, 0.07}, {1.0, 0.22, 0.03}, smooth((y + 1) / 1.6));
+    });
+    lens.shine({50, 40}, 28, fire[5], 0.8);
     QPainter& painter = lens.painter();
     painter.setPen(Qt::NoPen);
-    const struct
-    {
-        QPointF from, over, to;
-        double size;
-    } sparks[] = {{{48, 44}, {43, 26}, {33, 30}, 2.6},
-                  {{50, 44}, {50, 24}, {49, 21}, 3.0},
-                  {{52, 44}, {58, 27}, {66, 32}, 2.4}};
-    for (const auto& spark : sparks) {
-        QPainterPath flight(spark.from);
-        flight.quadTo(spark.over, spark.to);
-        painter.strokePath(flight, QPen(fire[5], 2.8, Qt::SolidLine, Qt::RoundCap));
-        painter.setBrush(hot);
-        painter.drawEllipse(spark.to, spark.size, spark.size);
+    // What it throws up falls to both sides.
+    for (const QPointF& fall :
+         {QPointF(-17, 6), QPointF(-8, -4), QPointF(0, -7), QPointF(8, -4), QPointF(17, 6)}) {
+        QPainterPath flight(QPointF(50 + fall.x() * 0.25, 42));
+        flight.quadTo({50 + fall.x() * 0.55, 24 + fall.y()}, {50 + fall.x(), 29 + fall.y()});
+        painter.strokePath(flight, QPen(hot, 2.6, Qt::SolidLine, Qt::RoundCap));
     }
-    QPainterPath cone(QPointF(8, 90));
-    cone.cubicTo({26, 78}, {36, 62}, {41, 44});
-    cone.quadTo({50, 48}, {59, 44});
-    cone.cubicTo({64, 62}, {74, 78}, {92, 90});
-    painter.fillPath(cone, QColor(0x1c, 0x0c, 0x10));
-    QPainterPath stream(QPointF(41, 44));
-    stream.quadTo({50, 48}, {59, 44});
-    stream.cubicTo({60, 52}, {66, 58}, {64, 66});
-    stream.cubicTo({62, 70}, {58, 66}, {57, 60});
-    stream.cubicTo({55, 62}, {58, 78}, {53, 82});
-    stream.cubicTo({46, 84}, {47, 68}, {46, 62});
-    stream.cubicTo({43, 62}, {43, 72}, {38, 70});
-    stream.cubicTo({34, 64}, {40, 54}, {41, 44});
-    QLinearGradient heat(QPointF(0, 44), QPointF(0, 82));
+    QPainterPath cone(QPointF(2, 88));
+    cone.cubicTo({20, 80}, {33, 64}, {40, 45});
+    cone.lineTo(60, 45);
+    cone.cubicTo({67, 64}, {80, 80}, {98, 88});
+    painter.fillPath(cone, QColor(0x25, 0x0c, 0x18));
+    // Lava runs over the brim.
+    QPainterPath lava(QPointF(40, 45));
+    lava.quadTo({50, 40}, {60, 45});
+    lava.cubicTo({61, 48}, {62.5, 51}, {63.5, 54});
+    lava.cubicTo({64.5, 58}, {60, 59}, {58.5, 55.5});
+    lava.cubicTo({57, 52.5}, {54.5, 53.5}, {54.5, 57});
+    lava.cubicTo({54.5, 69}, {47.5, 69}, {47, 60});
+    lava.cubicTo({46.5, 54.5}, {43.8, 54}, {42.5, 57});
+    lava.cubicTo({40.5, 61.5}, {35, 60}, {36, 55});
+    lava.cubicTo({37.5, 51.5}, {39, 48}, {40, 45});
+    QLinearGradient heat(QPointF(0, 42), QPointF(0, 68));
     heat.setColorAt(0, hot);
-    heat.setColorAt(0.35, fire[5]);
-    heat.setColorAt(1, fire[3]);
-    painter.fillPath(stream, heat);
+    heat.setColorAt(0.5, fire[5]);
+    heat.setColorAt(1, fire[4]);
+    painter.fillPath(lava, heat);
 }
 
 void drawSunset(Lens& lens)

@@ -5,7 +5,9 @@
 
 namespace {
 
-constexpr int kSide = 200; // twice the size on screen: all of them are decoded at the start
+// All of them are decoded at the start: twice the size on screen for the buttons of the effects is enough.
+constexpr int kEffectSide = 200;
+constexpr int kGroupSide = 100;
 
 struct Icon
 {
@@ -13,7 +15,7 @@ struct Icon
     void (*draw)(Lens& lens);
 };
 
-constexpr Icon kCompiled[]{
+constexpr Icon kOfCatalogue[]{
     {"id_effect_colorful_flowingEffect", drawWaves},
     {"id_effect_colorful_moodShadow", drawHeart},
     {"id_effect_colorful_ColorMap_3", drawAurora},
@@ -32,35 +34,36 @@ constexpr Icon kCompiled[]{
     {"id_effect_dynamicMusic_mode_2", drawNotes},
     {"id_effect_dynamicMusic_mode_3", drawCentreBars},
     {"id_effect_dynamicMusic_mode_4", drawRing},
-    {"id_effect_singleColor", drawDrop},
-    {"id_effect_colorful", drawRainbow},
-    {"id_effect_screenSync", drawFullScreen},
-    {"id_effect_dynamicMusic", drawNotes},
-    {"id_effect_graphics", drawPixels},
-    {"id_effect_marquee", drawMarquee},
 };
 
-constexpr Icon kBeside[]{
+constexpr Icon kOfGroups[]{
+    {"id_effect_singleColor", drawDrop},      {"id_effect_colorful", drawRainbow},
+    {"id_effect_screenSync", drawFullScreen}, {"id_effect_dynamicMusic", drawNotes},
+    {"id_effect_graphics", drawPixels},       {"id_effect_marquee", drawMarquee},
+};
+
+constexpr Icon kById[]{
     {"id_effect_marquee_marquee", drawMarquee},
     {"id_effect_singleColor_singleColor1", drawDrop},
     {"id_effect_graphics_graphics", drawPixels},
 };
 
-bool write(const QString& folder, const Icon& icon)
+template <std::size_t count>
+bool write(const Icon (&icons)[count], int side, const QString& folder)
 {
-    Lens lens(kSide);
-    icon.draw(lens);
-    return lens.finished()
-        .convertToFormat(QImage::Format_ARGB32)
-        .save(QStringLiteral("%1/icons/%2.png").arg(folder, QLatin1String(icon.name)));
+    return std::all_of(std::begin(icons), std::end(icons), [side, &folder](const Icon& icon) {
+        Lens lens(side);
+        icon.draw(lens);
+        return lens.finished()
+            .convertToFormat(QImage::Format_ARGB32)
+            .save(QStringLiteral("%1/icons/%2.png").arg(folder, QLatin1String(icon.name)));
+    });
 }
 
 } // namespace
 
 bool writeEffectIcons(const QString& imageFolder, const QString& compiledFolder)
 {
-    return std::all_of(std::begin(kCompiled), std::end(kCompiled),
-                       [&](const Icon& icon) { return write(compiledFolder, icon); }) &&
-           std::all_of(std::begin(kBeside), std::end(kBeside),
-                       [&](const Icon& icon) { return write(imageFolder, icon); });
+    return write(kOfCatalogue, kEffectSide, compiledFolder) && write(kOfGroups, kGroupSide, compiledFolder) &&
+           write(kById, kEffectSide, imageFolder);
 }

@@ -3,7 +3,6 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
-#include <QRadialGradient>
 
 namespace {
 
@@ -29,11 +28,8 @@ void drawBox(QPainter& painter, const QRectF& rect, double radius, const QColor&
 QImage roomGround(const QSize& size, double floor)
 {
     QImage ground(size, QImage::Format_RGB32);
+    ground.fill(QColor(24, 24, 28));
     QPainter painter(&ground);
-    QRadialGradient wall(QPointF(size.width() / 2.0, size.height() * 0.42), size.width() * 0.62);
-    wall.setColorAt(0, QColor(37, 38, 46));
-    wall.setColorAt(1, QColor(24, 24, 28));
-    painter.fillRect(ground.rect(), wall);
     if (floor > 0) {
         const QRectF desk(0, floor, size.width(), size.height() - floor);
         painter.fillRect(desk, shade(desk, QColor(30, 28, 32), QColor(20, 20, 23)));

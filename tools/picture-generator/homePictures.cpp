@@ -11,6 +11,7 @@ namespace {
 
 constexpr QSize kSize(960, 540);
 constexpr QRectF kMonitor(250, 92, 460, 264);
+constexpr Color kRoomLight{0.045, 0.046, 0.06};
 constexpr double kDeskTop = 432;
 constexpr double kShelfTop = 398;
 
@@ -22,8 +23,10 @@ QImage lake(const QSize& size)
         {0.10, 0.06, 0.42}, {0.42, 0.08, 0.62}, {0.92, 0.12, 0.48}, {1.0, 0.45, 0.18}, {1.0, 0.80, 0.30}};
     const auto skyAt = [&sky](double x, double y) {
         const double lift = 0.05 * std::sin(5 * x + 1) + 0.03 * std::sin(11 * x + 6 * y);
-        const Color base = gradient(sky, y + lift);
-        return mix(base, {0.0, 0.45, 0.95}, 0.75 * smooth((0.42 - x) / 0.5) * (1 - y * 0.6));
+        // It is brightest over the sun; far from it the evening is already violet.
+        const double away = smooth(std::abs(x - 0.62) / 0.62);
+        const Color base = gradient(sky, (y + lift) * (1 - 0.40 * away));
+        return mix(base, {0.0, 0.45, 0.95}, 0.75 * smooth((0.42 - x) / 0.5) * (1 - y * 0.85));
     };
     constexpr double kShore = 0.62;
     for (int row = 0; row < size.height(); ++row) {
@@ -34,9 +37,12 @@ QImage lake(const QSize& size)
             Color color = skyAt(x, std::min(y, 2 * kShore - y) / kShore);
             color = color + Color{0.9, 0.5, 0.15} * (sun * (y < kShore ? 0.9 : 0.6));
             if (y > kShore) {
+                const double depth = (y - kShore) / (1 - kShore);
                 const double ripple =
-                    0.75 + 0.25 * std::sin(260 * (y - kShore) * (1.4 - y) + 4 * std::sin(9 * x));
-                color = color * (0.62 * ripple);
+                    std::sin(34 * std::sqrt(depth + 0.02) * 2.2 + 1.3 * std::sin(7 * x + 9 * depth));
+                const double path =
+                    std::exp(-std::pow((x - 0.62) / (0.06 + 0.12 * depth), 2)) * (1 - 0.7 * depth);
+                color = color * (0.55 + 0.05 * ripple) + Color{0.8, 0.42, 0.12} * (path * smooth(ripple));
             }
             content.setPixel(column, row, toRgb(color));
         }
@@ -62,9 +68,9 @@ void lightFromEdges(Glow& glow, const QImage& content)
         const Color color{qRed(pixel) / 255.0, qGreen(pixel) / 255.0, qBlue(pixel) / 255.0};
         const QPointF at(kMonitor.x() + kMonitor.width() * (x + 0.5) / small.width(),
                          kMonitor.y() + kMonitor.height() * (y + 0.5) / small.height());
-        glow.add(at, 95, color * 0.042);
-        glow.add(at, 42, color * 0.085);
-        glow.add(at, 17, color * 0.16);
+        glow.add(at, 95, color * 0.080);
+        glow.add(at, 42, color * 0.14);
+        glow.add(at, 17, color * 0.22);
     };
     for (int x = 0; x < small.width(); ++x) {
         lightUp(x, 0);
@@ -80,8 +86,9 @@ QImage drawDeskScene()
 {
     const QImage content = lake({440, 244});
     Glow glow(kSize);
+    glow.add({480, 230}, 300, kRoomLight);
     lightFromEdges(glow, content);
-    glow.reflect(kDeskTop, 0.42);
+    glow.reflect(kDeskTop, 0.55);
     QImage picture = glow.over(roomGround(kSize, kDeskTop));
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -98,7 +105,7 @@ QImage drawDeskScene()
 /// The level of column x of the matrix, of 11.
 double levelAt(int x)
 {
-    return 5.2 + 3.2 * std::sin(x * 0.62 + 0.6) + 1.8 * std::sin(x * 1.7 + 2.0);
+    return 5.8 + 2.4 * std::sin(x * 0.55 + 0.4) + 1.9 * std::sin(x * 1.45 + 2.0);
 }
 
 QImage drawShelfScene()
@@ -108,7 +115,7 @@ QImage drawShelfScene()
     constexpr double kPitch = 19;
     const QRectF panel(480 - kColumns * kPitch / 2, 92, kColumns * kPitch, kRows * kPitch);
     const QVector<Color> tones{
-        {0.0, 0.55, 1.0}, {0.35, 0.2, 1.0}, {1.0, 0.05, 0.55}, {1.0, 0.45, 0.0}, {1.0, 0.8, 0.05}};
+        {0.0, 0.55, 1.0}, {0.35, 0.2, 1.0}, {1.0, 0.05, 0.55}, {1.0, 0.28, 0.05}, {1.0, 0.60, 0.02}};
     const auto colorOf = [&tones](int x, int y) {
         const bool lit = kRows - y <= levelAt(x);
         const Color tone = gradient(tones, (x + 0.5) / kColumns * 0.55 + (kRows - y - 0.5) / kRows * 0.45);
@@ -118,9 +125,10 @@ QImage drawShelfScene()
         return QPointF(panel.x() + (x + 0.5) * kPitch, panel.y() + (y + 0.5) * kPitch);
     };
     Glow wall(kSize);
+    wall.add({480, 230}, 300, kRoomLight);
     for (int x = 0; x < kColumns; ++x) {
         for (int y = 0; y < kRows; ++y)
-            wall.add(at(x, y), 80, colorOf(x, y) * 0.006);
+            wall.add(at(x, y), 80, colorOf(x, y) * 0.011);
         const Color under = gradient(tones, (x + 0.5) / kColumns);
         for (const double side : {0.0, 1.0})
             wall.add(QPointF(150 + (x + side * 0.5) * 660 / kColumns, kShelfTop + 26), 34, under * 0.12);

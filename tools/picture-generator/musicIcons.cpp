@@ -18,16 +18,16 @@ QPainterPath upright(double x, double top, double bottom)
 
 void drawBars(Lens& lens)
 {
-    const double heights[] = {20, 32, 25, 38, 16};
-    constexpr double kFloor = 68;
-    QLinearGradient light(QPointF(0, kFloor), QPointF(0, 32));
+    const double heights[] = {22, 38, 29, 46, 19};
+    constexpr double kFloor = 71;
+    QLinearGradient light(QPointF(0, kFloor), QPointF(0, 27));
     light.setColorAt(0, kCoolLight);
     light.setColorAt(0.55, QColor(0x8a, 0x4d, 0xff));
     light.setColorAt(1, kWarmLight);
     lens.shine({50, 60}, 34, kCoolLight, 0.4);
     for (int i = 0; i < 5; ++i) {
-        const double x = 50 + (i - 2) * 9.6;
-        const QPen pen(QBrush(light), 6.4, Qt::SolidLine, Qt::RoundCap);
+        const double x = 50 + (i - 2) * 10.4;
+        const QPen pen(QBrush(light), 7, Qt::SolidLine, Qt::RoundCap);
         lens.painter().strokePath(upright(x, kFloor - heights[i] + 6, kFloor - 3), pen);
     }
 }
@@ -40,6 +40,9 @@ void drawNotes(Lens& lens)
     light.setColorAt(0, kWarmLight);
     light.setColorAt(1, kCoolLight);
     QPainter& painter = lens.painter();
+    painter.translate(50, 50);
+    painter.scale(1.16, 1.16);
+    painter.translate(-51, -50);
     QPainterPath stems;
     stems.setFillRule(Qt::WindingFill);
     stems.addRect(QRectF(43.2, 36, 4.2, 29));
@@ -65,13 +68,13 @@ void drawNotes(Lens& lens)
 
 void drawCentreBars(Lens& lens)
 {
-    const double heights[] = {36, 25, 15, 6};
+    const double heights[] = {44, 32, 19, 7};
     lens.shine({50, 50}, 30, kWarmLight, 0.45);
     for (int i = -3; i <= 3; ++i) {
         const double half = heights[std::abs(i)] / 2;
         const QColor color = blend(kWarmLight, kCoolLight, std::abs(i) / 3.0);
-        lens.painter().strokePath(upright(50 + i * 8, 50 - half, 50 + half),
-                                  QPen(color, 5.4, Qt::SolidLine, Qt::RoundCap));
+        lens.painter().strokePath(upright(50 + i * 8.8, 50 - half, 50 + half),
+                                  QPen(color, 6, Qt::SolidLine, Qt::RoundCap));
     }
 }
 
@@ -82,9 +85,9 @@ void drawRing(Lens& lens)
     for (int i = 0; i < kRays; ++i) {
         const double angle = kTau * i / kRays;
         const double beat = 0.5 + 0.5 * std::sin(3 * angle + 0.6);
-        const double reach = 21 + 8 * beat;
+        const double reach = 20 + 11 * beat;
         const QPointF out(std::sin(angle), -std::cos(angle));
-        QPainterPath ray(QPointF(50, 50) + out * 17);
+        QPainterPath ray(QPointF(50, 50) + out * 15.5);
         ray.lineTo(QPointF(50, 50) + out * reach);
         lens.painter().strokePath(
             ray, QPen(blend(kCoolLight, kWarmLight, beat), 3.6, Qt::SolidLine, Qt::RoundCap));
@@ -92,5 +95,5 @@ void drawRing(Lens& lens)
     QPainter& painter = lens.painter();
     painter.setPen(Qt::NoPen);
     painter.setBrush(kPaleLight);
-    painter.drawEllipse(QPointF(50, 50), 6, 6);
+    painter.drawEllipse(QPointF(50, 50), 7.5, 7.5);
 }

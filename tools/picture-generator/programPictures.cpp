@@ -1,7 +1,6 @@
 #include "programPictures.h"
 
 #include <QImage>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QRadialGradient>
 
@@ -20,12 +19,11 @@ QImage drawSign(int side)
     painter.scale(side / 16.0, side / 16.0);
     painter.setPen(Qt::NoPen);
 
-    QLinearGradient wall(QPointF(0, 1), QPointF(16, 15));
-    wall.setColorAt(0.00, QColor(0xff, 0xe0, 0x1a));
-    wall.setColorAt(0.30, QColor(0xff, 0xb0, 0x1f));
-    wall.setColorAt(0.55, QColor(0xff, 0x5f, 0x3c));
-    wall.setColorAt(0.80, QColor(0xf0, 0x2c, 0x86));
-    wall.setColorAt(1.00, QColor(0x8f, 0x2b, 0xe0));
+    QRadialGradient wall(QPointF(8, 8), 11.3);
+    wall.setColorAt(0.00, QColor(0xff, 0xf6, 0xa8));
+    wall.setColorAt(0.45, QColor(0xff, 0xdf, 0x2e));
+    wall.setColorAt(0.72, QColor(0xff, 0xb0, 0x18));
+    wall.setColorAt(1.00, QColor(0xf2, 0x6b, 0x12));
     painter.setBrush(wall);
     painter.drawRoundedRect(QRectF(0, 0, 16, 16), 3.7, 3.7);
 
@@ -33,6 +31,14 @@ QImage drawSign(int side)
     painter.drawRoundedRect(QRectF(3, 4, 10, 7), 1.1, 1.1);
     painter.drawRect(QRectF(7, 10.5, 2, 2));
     painter.drawRoundedRect(QRectF(5, 12, 6, 1), 0.4, 0.4);
+    // The lamps of the strip; small sizes show them as light.
+    painter.setBrush(QColor(0xff, 0xff, 0xf2));
+    for (int i = 0; i < 6; ++i)
+        painter.drawEllipse(QPointF(3 + i * 2, 2.75), 0.34, 0.34);
+    for (int i = 0; i < 3; ++i) {
+        painter.drawEllipse(QPointF(1.75, 5 + i * 2), 0.34, 0.34);
+        painter.drawEllipse(QPointF(14.25, 5 + i * 2), 0.34, 0.34);
+    }
     return picture;
 }
 

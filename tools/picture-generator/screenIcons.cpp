@@ -7,7 +7,7 @@
 
 namespace {
 
-const QRectF kScreen(30, 33.5, 40, 26);
+const QRectF kScreen(29, 32, 42, 27);
 
 /// The light on the wall along the lit part of the screen.
 void lightWall(Lens& lens, const QRectF& lit)
@@ -36,8 +36,8 @@ void drawMonitor(Lens& lens, const QRectF& lit)
     QPainter& painter = lens.painter();
     painter.setPen(Qt::NoPen);
     painter.setBrush(kPaleLight);
-    painter.drawRect(QRectF(47, 60, 6, 6));
-    painter.drawRoundedRect(QRectF(39.5, 65, 21, 4), 2, 2);
+    painter.drawRect(QRectF(47, 60, 6, 7));
+    painter.drawRoundedRect(QRectF(39, 66, 22, 4), 2, 2);
     painter.drawRoundedRect(kScreen.adjusted(-3.4, -3.4, 3.4, 3.4), 5, 5);
     painter.setBrush(QColor(0x22, 0x24, 0x2b));
     painter.drawRoundedRect(kScreen, 2, 2);
@@ -88,9 +88,9 @@ void drawCinema(Lens& lens)
     painter.setBrush(QColor(0x14, 0x15, 0x1a));
     painter.drawRect(QRectF(kScreen.left(), kScreen.top(), kScreen.width(), 5));
     painter.drawRect(QRectF(kScreen.left(), kScreen.bottom() - 5, kScreen.width(), 5));
-    QPainterPath play(QPointF(46.5, 41));
-    play.lineTo(56, 46.5);
-    play.lineTo(46.5, 52);
+    QPainterPath play(QPointF(47, 40.5));
+    play.lineTo(56, 45.5);
+    play.lineTo(47, 50.5);
     play.closeSubpath();
     painter.setBrush(kPaleLight);
     painter.setPen(QPen(kPaleLight, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
