@@ -1,5 +1,6 @@
 // The control page: what it shows, and what its effects and control modes do to the devices.
 #include "LumivarApp.h"
+#include "PageModels.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -10,8 +11,6 @@
 
 namespace {
 
-const QString kGraphicsGroup = QStringLiteral("id.effect.graphics");
-const QString kGraphicsModel = QStringLiteral("LV0N03"); ///< the only model with that group
 const QString kAllProperties;
 
 QString pageTitle(const ControlOptions& options)
@@ -80,37 +79,13 @@ void LumivarApp::updateControlPageView()
 
 void LumivarApp::fillWorkGroups(const ControlOptions& options)
 {
-    EffectsManager& effects = m_deviceManager.effects();
-    QMap<QString, WorkGroupModel> groups;
-    for (const QString& groupId : effects.groupIds()) {
-        const EffectGroupInfo info = effects.groupInfo(groupId);
-        if (info.workers.isEmpty() || (groupId == kGraphicsGroup && options.model != kGraphicsModel))
-            continue;
-        WorkGroupModel group;
-        group.name = info.name;
-        group.tooltip = info.desc;
-        group.order = info.order;
-        groups.insert(groupId, group);
-    }
-    controlPage().setWorkGroups(groups, options.workMode);
+    controlPage().setWorkGroups(workGroupModels(m_deviceManager.effects(), options.model), options.workMode);
 }
 
 void LumivarApp::fillWorkers(const QString& controllerId)
 {
-    EffectsManager& effects = m_deviceManager.effects();
     const ControlOptions& options = m_deviceManager.controlOptions(controllerId);
-    QMap<QString, WorkerModel> workers;
-    for (const QString& id : effects.groupInfo(options.workMode).workers) {
-        EffectWorkerOptions effect = effects.effectOptions(id);
-        WorkerModel worker;
-        worker.name = effect.name;
-        worker.tooltip = effect.desc;
-        worker.order = effect.order;
-        worker.icon = QIcon(QPixmap::fromImage(std::move(effect.icon)));
-        worker.sOptWidget = effect.sOptWidget;
-        worker.lOptWidget = effect.lOptWidget;
-        workers.insert(id, worker);
-    }
+    const QMap<QString, WorkerModel> workers = workerModels(m_deviceManager.effects(), options.workMode);
     // What could not be bound is no choice to show.
     controlPage().setWorkers(workers, workers.contains(options.subMode) ? options.subMode : QString());
 }

@@ -179,7 +179,10 @@ void ControlPage::addWorkerButton(const QString& id, WorkerModel& model)
     if (model.icon.isNull()) {
         QString name = id;
         name.replace(u'.', u'_');
-        model.icon = QIcon(QStringLiteral("images/icons/%1.png").arg(name));
+        const QString path = QStringLiteral("images/icons/%1.png").arg(name);
+        model.icon = QIcon(path);
+        // Without a picture of its own for the chosen state it would be tinted in the highlight colour.
+        model.icon.addFile(path, QSize(), QIcon::Selected);
     }
     model.button = {new EffectWorkerButton(ui->workerContainer), retire};
     EffectWorkerButton* button = model.button.data();

@@ -1,0 +1,132 @@
+#include "Gallery.h"
+
+#include "GalleryModels.h"
+#include "PageModels.h"
+#include "effects/AbsWorkerWidget.h"
+#include "ui/ControlPage.h"
+#include "ui/ControllerConfigDialog.h"
+#include "ui/HomePage.h"
+#include "ui/QuitAskDialog.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMetaType>
+#include <QPixmap>
+#include <memory>
+
+namespace {
+
+constexpr int kOptionWidth = 380; ///< about what the control page gives to option widgets
+
+/// What a user sees only after everything that is due has happened.
+void settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+Gallery::Gallery(const QDir& folder, QSize windowSize)
+    : m_folder(folder)
+    , m_effects(nullptr)
+{
+    m_window.resize(windowSize);
+    m_window.show();
+}
+
+int Gallery::render(const QString& prefix)
+{
+    m_prefix = prefix;
+    m_count = 0;
+    m_folder.mkpath(prefix);
+    renderHomePage();
+    renderControlPages();
+    renderOptionWidgets();
+    renderDialogs();
+    return m_failed ? -1 : m_count;
+}
+
+void Gallery::renderHomePage()
+{
+    m_window.switchToHomePage();
+    for (const int count : {0, 1, 12, 50}) {
+        m_window.homePage()->setControllerList(galleryDevices(count));
+        save(m_window, QStringLiteral("home-%1").arg(count, 2, 10, QLatin1Char('0')));
+    }
+}
+
+void Gallery::renderControlPages()
+{
+    m_window.switchToControlPage();
+    ControlPage& page = *m_window.controlPage();
+    page.setControlModeVisible(false);
+    for (const QString& group : m_effects.groupIds()) {
+        QStringList effects = m_effects.groupInfo(group).workers.values();
+        effects.sort();
+        for (const QString& effect : effects)
+            showEffect(QStringLiteral("LV0127"), effect, QStringLiteral("LV0127:0000002A"));
+    }
+    page.setControlModeVisible(true);
+    showEffect(QStringLiteral("LV0N03"), QStringLiteral("id.effect.singleColor.singleColor1"),
+               galleryDevices(4).last().name + QStringLiteral(" (LV0N03:00000001)"));
+}
+
+void Gallery::showEffect(const QString& model, const QString& effect, const QString& deviceName)
+{
+    ControlPage& page = *m_window.controlPage();
+    const QString group = EffectWorkerOptions::groupOf(effect);
+    page.setControllerName(deviceName);
+    page.setProductImage(QImage(QStringLiteral("images/products/%1.jpg").arg(model)));
+    page.setBrightness(0.8F);
+    page.setWorkGroups(workGroupModels(m_effects, model), group);
+    page.setWorkers(workerModels(m_effects, group), effect);
+    save(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
+}
+
+void Gallery::renderOptionWidgets()
+{
+    QStringList classes;
+    for (const QString& group : m_effects.groupIds()) {
+        for (const QString& effect : m_effects.groupInfo(group).workers) {
+            const EffectWorkerOptions options = m_effects.effectOptions(effect);
+            classes << options.sOptWidget << options.lOptWidget;
+        }
+    }
+    classes.removeDuplicates();
+    for (const QString& name : qAsConst(classes)) {
+        const QMetaObject* meta = QMetaType::metaObjectForType(QMetaType::type(name.toLatin1() + '*'));
+        if (!meta)
+            continue;
+        QWidget* const noParent = nullptr;
+        const std::unique_ptr<QObject> object(meta->newInstance(Q_ARG(QWidget*, noParent)));
+        auto* widget = qobject_cast<QWidget*>(object.get());
+        if (!widget)
+            continue;
+        widget->resize(kOptionWidth, widget->minimumHeight());
+        save(*widget, QStringLiteral("option-%1").arg(name));
+    }
+}
+
+void Gallery::renderDialogs()
+{
+    QuitAskDialog quit(&m_window);
+    save(quit, QStringLiteral("dialog-quit"));
+    ControllerConfigDialog count(&m_window);
+    count.setDeviceName(galleryDevices(4).last().name);
+    count.setNbLed(120);
+    save(count, QStringLiteral("dialog-led-count"));
+}
+
+void Gallery::save(QWidget& widget, const QString& name)
+{
+    widget.show();
+    settle();
+    const QString file = m_folder.filePath(QStringLiteral("%1/%2.png").arg(m_prefix, name));
+    if (widget.grab().save(file))
+        ++m_count;
+    else
+        m_failed = true;
+}

@@ -1,0 +1,78 @@
+// Renders every page, option widget and dialog of the program to PNG files, so that anyone can look at the
+// whole interface in one go. Touches no settings and needs no display.
+#include "Gallery.h"
+#include "Languagemanager.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTemporaryDir>
+#include <cstdio>
+
+namespace {
+
+/// The value that follows an option; the scale has to be known before there is an application object.
+QByteArray argumentAfter(int argc, char** argv, const char* option)
+{
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (qstrcmp(argv[i], option) == 0)
+            return argv[i + 1];
+    }
+    return {};
+}
+
+QStringList catalogues()
+{
+    QStringList codes;
+    for (const QString& file : QDir(QStringLiteral(":/languages")).entryList({QStringLiteral("*.qm")}))
+        codes << file.section(u'_', 1).section(u'.', 0, 0);
+    return codes;
+}
+
+QSize toSize(const QString& text)
+{
+    return {text.section(u'x', 0, 0).toInt(), text.section(u'x', 1).toInt()};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(name, home.path().toLocal8Bit());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QByteArray scale = argumentAfter(argc, argv, "--scale");
+    if (!scale.isEmpty())
+        qputenv("QT_SCALE_FACTOR", scale);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Lumivar"));
+    QApplication::setFont(QFont(QStringLiteral("Arial")));
+
+    QCommandLineParser parser;
+    parser.addOptions({{"language", "Code of a language, or all (the default)", "code", "all"},
+                       {"scale", "Scale factor of the display", "factor", "1"},
+                       {"size", "Size of the window in logical pixels", "size", "1100x720"},
+                       {"out", "Folder of the pictures", "folder", "gallery"}});
+    parser.addHelpOption();
+    parser.process(app);
+    const QDir folder(QDir::current().absoluteFilePath(parser.value("out")));
+    QDir::setCurrent(QCoreApplication::applicationDirPath());
+
+    Gallery gallery(folder, toSize(parser.value("size")));
+    const QString wanted = parser.value("language");
+    int total = 0;
+    for (const QString& code : wanted == QLatin1String("all") ? catalogues() : QStringList{wanted}) {
+        LanguageManager::instance()->switchLanguage(code);
+        const int count = gallery.render(code);
+        if (count < 0) {
+            std::fputs("gallery: a picture could not be written\n", stderr);
+            return 1;
+        }
+        total += count;
+    }
+    std::printf("%d pictures in %s\n", total, qPrintable(folder.path()));
+    return total > 0 ? 0 : 1;
+}
