@@ -38,7 +38,6 @@ MainWindow::MainWindow(QWidget* parent)
                                 ui->pushButton_on, ui->pushButton_off})
         button->setProperty("class", "MenuBtn");
     ui->stackedWidget->setCurrentWidget(ui->homePage);
-    ui->stackedWidget->setFocus(); // no button stands out until the keyboard is used
     ui->newVersionBtn->hide();
     showShortcuts();
 
@@ -49,6 +48,7 @@ MainWindow::MainWindow(QWidget* parent)
     // The close button may only hide the window: that must not refuse the end of the user's desktop.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     m_frame = makeFrame();
+    ui->stackedWidget->setFocus(); // no button stands out until the keyboard is used
 
     const QImage logo(QStringLiteral("images/logo.png"));
     ui->logoWid->setImg(logo);

@@ -85,6 +85,8 @@ QRect fittedGeometry(const QRect& window, const QRect& screen, QSize minimum)
     const QSize share(static_cast<int>(screen.width() * kShare), static_cast<int>(screen.height() * kShare));
     QRect fitted(screen.topLeft(), share.expandedTo(minimum));
     fitted.moveCenter(screen.center());
+    // On a screen that is too small the title bar must remain in reach.
+    fitted.moveTo(std::max(fitted.left(), screen.left()), std::max(fitted.top(), screen.top()));
     return fitted;
 }
 
