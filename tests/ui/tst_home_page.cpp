@@ -1,0 +1,343 @@
+#include "LogCapture.h"
+#include "ui/AD1ImageWidget.h"
+#include "ui/AD2ImageWidget.h"
+#include "ui/HomePage.h"
+
+#include <QBitmap>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QTranslator>
+#include <QtTest>
+
+namespace {
+
+const QPoint kBody(50, 50);
+const QPoint kStripTop(50, 112); // 130 less 18
+
+QImage redPicture(QSize size)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    return picture;
+}
+
+/// What a red picture covers of a widget.
+QRect redPart(QWidget& widget)
+{
+    const QImage mask = widget.grab().toImage().createMaskFromColor(QColor(Qt::red).rgb(), Qt::MaskOutColor);
+    return QRegion(QBitmap::fromImage(mask)).boundingRect();
+}
+
+/// Every string gets a mark.
+class MarkingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* source, const char*, int) const override
+    {
+        return QLatin1Char('*') + QString::fromUtf8(source);
+    }
+};
+
+} // namespace
+
+class TestHomePage : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void takeUrl(const QUrl& url) { m_urls.append(url.toString()); }
+
+private slots:
+    void init()
+    {
+        m_page = std::make_unique<HomePage>();
+        m_page->resize(1000, 650);
+        m_page->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+    }
+    void cleanup() { m_page.reset(); }
+
+    void manyDevicesFillSixColumnsAndScroll()
+    {
+        auto* hint = m_page->findChild<QWidget*>("noDeviceHint");
+        QVERIFY(hint->isVisible());
+        show(50);
+        QVERIFY(!hint->isVisible());
+        QTRY_COMPARE(button(1)->x() - button(0)->x(), 120);
+        QCOMPARE(button(6)->pos() - button(0)->pos(), QPoint(0, 150));
+        auto* area = m_page->findChild<QScrollArea*>("controllerButtonScrollArea");
+        QTRY_VERIFY(area->verticalScrollBar()->isVisible());
+        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+
+        button(5)->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(button(5), Qt::Key_Down);
+        QVERIFY(button(11)->hasFocus());
+        show(12);
+        QVERIFY(button(11)->hasFocus());
+        show(0);
+        QVERIFY(hint->isVisible());
+    }
+
+    void namesStayWhatTheUserWrote_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("markup") << "<b>x</b>";
+        QTest::newRow("entity") << "&amp; &x";
+        QTest::newRow("long") << QString(200, QLatin1Char('m'));
+        QTest::newRow("lines") << "a\nb";
+        QTest::newRow("emoji") << QString::fromUtf8("\xF0\x9F\x92\xA1").repeated(100);
+    }
+    void namesStayWhatTheUserWrote()
+    {
+        QFETCH(QString, name);
+        QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
+        show(1, QString());
+        const QImage nameless = button()->grab().toImage();
+        show(1, name);
+        QCOMPARE(button()->text(), name);
+        QVERIFY(button()->shortcut().isEmpty());
+        QCOMPARE(button()->size(), QSize(110, 130));
+        QVERIFY(button()->toolTip().contains(name.toHtmlEscaped()));
+
+        // Seen in the strip, whole or cut, and nowhere else.
+        const QImage named = button()->grab().toImage();
+        QVERIFY(named.copy(5, 112, 100, 18) != nameless.copy(5, 112, 100, 18));
+        QCOMPARE(named.copy(0, 0, 110, 110), nameless.copy(0, 0, 110, 110));
+        QCOMPARE(named.copy(0, 0, 4, 130), nameless.copy(0, 0, 4, 130));
+
+        openEditor();
+        QTest::keyClick(editor(), Qt::Key_Return);
+        QVERIFY(!editor()->isVisible());
+        QCOMPARE(renamed.count(), 0);
+    }
+
+    void theNameIsForRenamingAndTheRestForOpening()
+    {
+        QSignalSpy entered(m_page.get(), &HomePage::controllerEntryOrdered);
+        QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
+        show(2);
+        QTest::mouseClick(button(), Qt::LeftButton, {}, kStripTop - QPoint(0, 1));
+        QTest::keyClick(button(), Qt::Key_Return);
+        QTest::keyClick(button(), Qt::Key_Space);
+        QCOMPARE(entered.count(), 3);
+        QCOMPARE(entered.at(0).at(0).toString(), QStringLiteral("id00"));
+
+        QTest::mouseClick(button(), Qt::RightButton, {}, kStripTop);
+        QVERIFY(!editor()->isVisible());
+        openEditor();
+        QVERIFY(editor()->hasFocus());
+        QCOMPARE(editor()->geometry(), QRect(0, 108, 110, 22));
+        QTest::keyClicks(editor(), "s");
+        QTest::keyClick(editor(), Qt::Key_Escape);
+        QTest::keyClick(editor(), Qt::Key_Down);
+        QFocusEvent menuOpens(QEvent::FocusOut, Qt::PopupFocusReason);
+        QCoreApplication::sendEvent(editor(), &menuOpens);
+        QVERIFY(editor()->isVisible());
+        QTest::keyClick(editor(), Qt::Key_Enter);
+        QVERIFY(button()->hasFocus());
+        QTest::keyClick(button(), Qt::Key_F2);
+        QTest::keyClicks(editor(), "x"); // replaces all
+        button(1)->setFocus();
+        openEditor();
+        editor()->clear();
+        QTest::mouseClick(m_page.get(), Qt::LeftButton, {}, QPoint(5, 5));
+        QVERIFY(!editor()->isVisible());
+
+        QCOMPARE(entered.count(), 3);
+        const QList<QList<QVariant>> expected{{"id00", "strips"}, {"id00", "x"}, {"id00", ""}};
+        QCOMPARE(static_cast<QList<QList<QVariant>>>(renamed), expected);
+        QCOMPARE(button()->text(), QString());
+    }
+
+    void settingsAreOfferedForAdjustableDevices()
+    {
+        QSignalSpy entered(m_page.get(), &HomePage::controllerEntryOrdered);
+        QSignalSpy ordered(m_page.get(), &HomePage::controllerOptOrdered);
+        show(2);
+        for (int i : {0, 1}) {
+            QEnterEvent enter(kBody, kBody, kBody);
+            QCoreApplication::sendEvent(button(i), &enter);
+            QCOMPARE(config(i)->isVisible(), i == 0);
+        }
+        QCOMPARE(config()->geometry(), QRect(89, 0, 20, 20));
+        QTest::mouseClick(config(), Qt::LeftButton);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(button(), &leave);
+        QVERIFY(!config()->isVisible());
+        QCOMPARE(ordered.count(), 1);
+
+        m_page->setFocus();
+        button()->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(button(), Qt::Key_Tab);
+        QVERIFY(config()->hasFocus());
+        QTest::keyClick(config(), Qt::Key_Return);
+        QTest::keyClick(config(), Qt::Key_Tab);
+        QVERIFY(button(1)->hasFocus());
+        QVERIFY(!config()->isVisible());
+        QCOMPARE(ordered.count(), 2);
+        QCOMPARE(ordered.at(1).at(0).toString(), QStringLiteral("id00"));
+        QCOMPARE(entered.count(), 0);
+    }
+
+    void devicesMayGoWhileTheyAreUsed()
+    {
+        QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
+        show(2);
+        openEditor();
+        connect(editor(), &QLineEdit::textEdited, this, [this] { show(2); });
+        QTest::keyClicks(editor(), "x");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(renamed.count(), 0);
+
+        // While a receiver runs a dialog: the button has to live until its click is over.
+        const auto runDialog = [this] {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [this, &loop] {
+                show(1);
+                QTimer::singleShot(0, &loop, &QEventLoop::quit);
+            });
+            loop.exec();
+            QCoreApplication::processEvents();
+        };
+        connect(m_page.get(), &HomePage::controllerEntryOrdered, this, runDialog);
+        connect(m_page.get(), &HomePage::controllerOptOrdered, this, runDialog);
+        connect(m_page.get(), &HomePage::controllerNameChanged, this, runDialog);
+        const auto operate = [this](auto&& action) {
+            const QPointer<QToolButton> used(button());
+            action();
+            QVERIFY(used);
+            QTRY_VERIFY(!used);
+        };
+        operate([this] { QTest::mouseClick(button(), Qt::LeftButton, {}, kBody); });
+        operate([this] { config()->click(); });
+        operate([this] {
+            openEditor();
+            QTest::keyClicks(editor(), "x");
+            QTest::keyClick(editor(), Qt::Key_Return);
+        });
+        QCOMPARE(renamed.count(), 1);
+    }
+
+    void advertisementReplacesPictureAndAddress()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("ad.png"));
+        QVERIFY(redPicture(QSize(64, 32)).save(file));
+        auto* box = m_page->findChild<QWidget*>("ADBox1");
+        QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "takeUrl");
+        LogCapture log;
+        const auto deliver = [&](const QString& picture, const QString& url) {
+            m_page->setADBox1(picture, url);
+            QTest::mousePress(box, Qt::LeftButton);
+        };
+        m_page->hide();
+        deliver(file, QStringLiteral("https://early.invalid"));
+        m_page->show();
+        deliver(file, QStringLiteral("https://shown.invalid"));
+        deliver(dir.filePath(QStringLiteral("none.png")), QStringLiteral("https://lost.invalid"));
+        deliver(file, QUrl::fromLocalFile(file).toString());
+        QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+        QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid"}));
+        QVERIFY(log.contains("[HomePage]: Feilad to load AD iamge. path:" + dir.filePath("none.png")));
+        QVERIFY(log.contains("[HomePage]: Failed to open url: file:"));
+        QCOMPARE(redPart(*box).size(), QSize(box->width(), box->width() / 2));
+    }
+
+    void picturesFitTheirBoxes_data()
+    {
+        QTest::addColumn<QSize>("picture"); // in a box of 100 by 100
+        QTest::addColumn<QRect>("fitted");
+        QTest::addColumn<QRect>("fullWidth");
+        QTest::addColumn<QRect>("fullHeight");
+        const QRect box(0, 0, 100, 100);
+        QTest::newRow("wide") << QSize(300, 200) << QRect(0, 16, 100, 66) << QRect(0, 0, 100, 66) << box;
+        QTest::newRow("tall") << QSize(15, 30) << QRect(25, 0, 50, 100) << box << QRect(25, 0, 50, 100);
+        QTest::newRow("endless") << QSize(1, 30000) << QRect() << box << QRect();
+    }
+    void picturesFitTheirBoxes()
+    {
+        QFETCH(QSize, picture);
+        ImageWidget fitted;
+        AD1ImageWidget fullWidth;
+        AD2ImageWidget fullHeight;
+        for (ImageWidget* widget : std::initializer_list<ImageWidget*>{&fitted, &fullWidth, &fullHeight}) {
+            widget->resize(200, 150);
+            widget->setImg(redPicture(QSize(50, 50)));
+            widget->grab(); // what is kept of this is of no use for another picture ...
+            widget->setImg(redPicture(picture));
+            widget->grab(); // ... nor for another size
+            widget->resize(100, 100);
+        }
+        QTEST(redPart(fitted), "fitted");
+        QTEST(redPart(fullWidth), "fullWidth");
+        QTEST(redPart(fullHeight), "fullHeight");
+
+        LogCapture log;
+        fitted.setImg(QImage());
+        fullWidth.setImg(QImage());
+        QCOMPARE(redPart(fitted), QRect());
+        QTEST(redPart(fullWidth), "fullWidth");
+        QVERIFY(log.contains("[AD1ImageWidget]: The imge is empty"));
+        QImage other = redPicture(picture);
+        other.fill(Qt::blue);
+        fullWidth.setImg(other);
+        QCOMPARE(redPart(fullWidth), QRect());
+    }
+
+    void languageChangeReachesEveryText()
+    {
+        show(1);
+        MarkingTranslator translator;
+        QCoreApplication::installTranslator(&translator);
+        QCoreApplication::sendPostedEvents();
+        for (const char* label : {"label_3", "noDeviceHint", "ADBox2Header"})
+            QVERIFY(m_page->findChild<QLabel*>(label)->text().startsWith(QLatin1Char('*')));
+        QVERIFY(config()->toolTip().startsWith(QLatin1Char('*')));
+        QCOMPARE(button()->text(), QStringLiteral("strip"));
+    }
+
+private:
+    /// Every second device is adjustable.
+    void show(int count, const QString& name = QStringLiteral("strip"))
+    {
+        QMap<QString, DeviceModel> models;
+        for (int i = 0; i < count; ++i) {
+            DeviceModel model;
+            model.id = QStringLiteral("id%1").arg(i, 2, 10, QLatin1Char('0'));
+            model.name = name;
+            model.flag = i % 2 == 0;
+            models.insert(model.id, model);
+        }
+        m_page->setControllerList(models);
+    }
+    QToolButton* button(int index = 0) const
+    {
+        const auto all = m_page->findChild<QWidget*>("devicesContainer")->findChildren<QToolButton*>();
+        const QString id = QStringLiteral("id%1").arg(index, 2, 10, QLatin1Char('0'));
+        return *std::find_if(all.begin(), all.end(),
+                             [&id](auto* b) { return b->property("controllerId") == id; });
+    }
+    QLineEdit* editor() const { return button()->property("nameEdit").value<QLineEdit*>(); }
+    QToolButton* config(int index = 0) const
+    {
+        return button(index)->property("configBtn").value<QToolButton*>();
+    }
+    void openEditor() const
+    {
+        QTest::mouseClick(button(), Qt::LeftButton, {}, kStripTop);
+        QVERIFY(editor()->isVisible());
+    }
+
+    std::unique_ptr<HomePage> m_page;
+    QStringList m_urls;
+};
+
+QTEST_MAIN(TestHomePage)
+#include "tst_home_page.moc"
