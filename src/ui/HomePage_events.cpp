@@ -223,7 +223,7 @@ bool HomePage::moveInGrid(const DeviceButton* button, int key)
 QString HomePage::focusedDevice() const
 {
     for (const QWidget* w = QApplication::focusWidget(); w && w != this; w = w->parentWidget()) {
-        const QString id = w->property("controllerId").toString();
+        QString id = w->property("controllerId").toString();
         if (m_devices.contains(id))
             return id;
     }
