@@ -8,8 +8,8 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     qtbase5-dev qttools5-dev-tools libqt5serialport5-dev
     libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libudev-dev
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
-packages[run]="fonts-liberation fonts-noto-cjk xvfb xauth"
-packages[test]="xvfb x11-xserver-utils openbox xdotool fonts-liberation fonts-noto-cjk python3
+packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth"
+packages[test]="xvfb x11-xserver-utils openbox xdotool fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     clang-format-14 g++-mingw-w64-x86-64-posix"
 packages[lint]="clang-tidy"
 packages[bench]="libbenchmark-dev xvfb python3"
