@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr QLatin1String kFolder("languages"); ///< relative to the program's folder
-constexpr QLatin1String kSeparator("_");
-constexpr QLatin1String kSuffix(".qm");
+const QLatin1String kFolder("languages"); ///< relative to the program's folder
+const QLatin1String kSeparator("_");
+const QLatin1String kSuffix(".qm");
 
 QString systemLanguage()
 {
@@ -68,9 +68,10 @@ void LanguageManager::switchLanguage(const QString& language)
         qDebug().noquote() << "Failed to load translation file for language:" << language;
         return;
     }
-    // The direction first, so that the windows' answer to the new language finds it settled.
-    QGuiApplication::setLayoutDirection(QLocale(language).textDirection());
     QCoreApplication::installTranslator(&m_translator);
+    // Not before: the application itself answers a new translator by a direction of its own. The windows hear
+    // of the language later, from the event loop.
+    QGuiApplication::setLayoutDirection(QLocale(language).textDirection());
     m_currentLanguage = language;
     ConfigurationManager* config = ConfigurationManager::instance();
     config->AppConfigJsonObj().insert(QLatin1String(ConfigKeys::kLanguage.key), language);

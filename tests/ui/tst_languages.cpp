@@ -1,0 +1,251 @@
+#include "Languagemanager.h"
+#include "LogCapture.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMap>
+#include <QMenu>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <QtTest>
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+namespace {
+
+/// The locale is read once, before the first test. The character set stays, for the log.
+const bool isSystemPortuguese =
+    qunsetenv("LC_ALL") && qputenv("LC_CTYPE", "C.UTF-8") && qputenv("LANG", "pt_BR.UTF-8");
+
+/// Counts the language changes that reach a window.
+class Window : public QWidget
+{
+public:
+    int changes = 0;
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        changes += event->type() == QEvent::LanguageChange ? 1 : 0;
+        QWidget::changeEvent(event);
+    }
+};
+
+/// The finished translation of "context: source"; empty when it is not finished.
+using Catalogue = QMap<QString, QString>;
+
+Catalogue readCatalogue(const QString& path)
+{
+    Catalogue result;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return result;
+    QXmlStreamReader xml(&file);
+    QString context;
+    QString source;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("name")) {
+            context = xml.readElementText();
+        } else if (xml.name() == QLatin1String("source")) {
+            source = xml.readElementText();
+        } else if (xml.name() == QLatin1String("translation")) {
+            const bool isFinished = !xml.attributes().hasAttribute(QLatin1String("type"));
+            const QString text = xml.readElementText();
+            result.insert(context + QLatin1String(": ") + source, isFinished ? text : QString());
+        }
+    }
+    return result;
+}
+
+/// The texts that are not among the others; named in the log.
+QStringList lacking(const QStringList& texts, const QStringList& others)
+{
+    QStringList result;
+    std::set_difference(texts.begin(), texts.end(), others.begin(), others.end(), std::back_inserter(result));
+    if (!result.isEmpty())
+        qWarning().noquote() << result.join(QLatin1Char('\n'));
+    return result;
+}
+
+/// What a translation may not change: placeholders, and how many lines and list items there are.
+QStringList fixedParts(const QString& text)
+{
+    static const QRegularExpression pattern(QStringLiteral("%\\d|\\n|;"));
+    QStringList parts;
+    for (auto it = pattern.globalMatch(text); it.hasNext();)
+        parts += it.next().captured();
+    std::sort(parts.begin(), parts.end());
+    return parts;
+}
+
+QJsonValue storedLanguage()
+{
+    return ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kLanguage.key));
+}
+
+QString quitText()
+{
+    return QCoreApplication::translate("MainWindow", "退出");
+}
+
+} // namespace
+
+class TestLanguages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(isSystemPortuguese);
+        QVERIFY(m_folder.isValid());
+        const QString list = m_folder.filePath(QStringLiteral("list.ts"));
+        qputenv("LUPDATE", LUPDATE);
+        QProcess script;
+        script.setProcessChannelMode(QProcess::ForwardedChannels);
+        script.start(QStringLiteral(UPDATE_SCRIPT), {list});
+        QVERIFY(script.waitForFinished(60000));
+        QCOMPARE(script.exitCode(), 0);
+        m_texts = readCatalogue(list).keys();
+        QVERIFY(m_texts.contains(QStringLiteral("GroupInformation: 让音乐动起来！")));
+        QVERIFY(m_texts.contains(QStringLiteral("EffectNames: 音乐1")));
+        ConfigurationManager::instance()->reset();
+    }
+
+    void catalogueIsWhole_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const char* language : {"ar", "de", "en", "es", "ja", "ko", "pt", "ru", "vi", "zh"})
+            QTest::newRow(language) << QString::fromLatin1(language);
+    }
+    void catalogueIsWhole()
+    {
+        QFETCH(QString, language);
+        const Catalogue catalogue = readCatalogue(QStringLiteral(CATALOGUES "/lumivar_%1.ts").arg(language));
+        QVERIFY2(lacking(m_texts, catalogue.keys()).isEmpty(),
+                 "call scripts/update-languages.sh and translate");
+        const bool writesHan = language == QLatin1String("zh") || language == QLatin1String("ja");
+        static const QRegularExpression han(QStringLiteral("\\p{Han}"));
+        for (auto it = catalogue.begin(); it != catalogue.end(); ++it) {
+            const QString source = it.key().section(QLatin1String(": "), 1);
+            const QByteArray entry = it.key().toUtf8() + " -> " + it.value().toUtf8();
+            const char* const where = entry.constData();
+            QVERIFY2(!it.value().isEmpty(), where);
+            QVERIFY2(fixedParts(it.value()) == fixedParts(source), where);
+            if (source.startsWith(QLatin1String("Alt+")))
+                QVERIFY2(it.value() == source, where);
+            if (!writesHan && source.contains(han))
+                QVERIFY2(it.value() != source, where);
+        }
+    }
+
+    void startsInTheLanguageOfTheSystem()
+    {
+        LogCapture log;
+        LanguageManager::instance()->loadSavedLanguage();
+        QVERIFY(log.contains(QStringLiteral("No saved language settings,OS language is pt")));
+        QCOMPARE(quitText(), QStringLiteral("Sair"));
+        QCOMPARE(storedLanguage(), QJsonValue(QStringLiteral("pt")));
+    }
+
+    void switchingReachesWindowsAndStore()
+    {
+        LanguageManager* manager = LanguageManager::instance();
+        LogCapture log;
+        Window window;
+        QSignalSpy changes(manager, &LanguageManager::languageChanged);
+        ConfigurationManager::instance()->setAppConfig(QLatin1String(ConfigKeys::kLanguage.key),
+                                                       QStringLiteral("de"));
+        manager->loadSavedLanguage();
+        QVERIFY(log.contains(QStringLiteral("Get saved language settings: de")));
+        QTRY_COMPARE(window.changes, 1);
+        QCOMPARE(quitText(), QStringLiteral("Beenden"));
+
+        manager->switchLanguage(QStringLiteral("de"));
+        manager->switchLanguage(QStringLiteral("vi"));
+        QTRY_COMPARE(window.changes, 2);
+        QCOMPARE(quitText(), QStringLiteral("Thoát"));
+        QCOMPARE(manager->currentLanguage(), QStringLiteral("vi"));
+        QCOMPARE(storedLanguage(), QJsonValue(QStringLiteral("vi")));
+        QCOMPARE(changes, QList<QVariantList>({{QStringLiteral("de")}, {QStringLiteral("vi")}}));
+    }
+
+    void arabicMirrorsAndNothingElseDoes()
+    {
+        LanguageManager* manager = LanguageManager::instance();
+        Window window;
+        manager->switchLanguage(QStringLiteral("ar"));
+        QTRY_COMPARE(window.changes, 1);
+        QCOMPARE(window.layoutDirection(), Qt::RightToLeft);
+        manager->switchLanguage(QStringLiteral("en"));
+        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
+        manager->switchLanguage(QStringLiteral("ar"));
+    }
+
+    void languageWithoutCatalogueShowsTheSource()
+    {
+        LanguageManager* manager = LanguageManager::instance();
+        QSignalSpy changes(manager, &LanguageManager::languageChanged);
+        LogCapture log;
+        manager->switchLanguage(QStringLiteral("xx"));
+        QVERIFY(log.contains(QStringLiteral("Failed to load translation file for language: xx")));
+        QCOMPARE(quitText(), QStringLiteral("退出"));
+        QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+        QCOMPARE(manager->currentLanguage(), QStringLiteral("ar"));
+        QCOMPARE(storedLanguage(), QJsonValue(QStringLiteral("ar")));
+        QCOMPARE(changes.count(), 0);
+    }
+
+    void toolkitSpeaksTheLanguageToo()
+    {
+        LanguageManager::instance()->switchLanguage(QStringLiteral("zh"));
+        const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Cancel);
+        QCOMPARE(box.button(QMessageBox::Cancel)->text(), QStringLiteral("取消"));
+        QLineEdit edit;
+        const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
+        for (const QAction* action : menu->actions())
+            QVERIFY2(action->isSeparator() || action->text().at(0).script() == QChar::Script_Han,
+                     action->text().toUtf8().constData());
+    }
+
+    void catalogueFilesBesideTheProgram()
+    {
+        LanguageManager* manager = LanguageManager::instance();
+        manager->switchLanguage(QStringLiteral("xx"));
+        QVERIFY(QDir::setCurrent(m_folder.path()));
+        QVERIFY(QDir().mkdir(QStringLiteral("languages")));
+        const QStringList names{QStringLiteral("lumivar_de.qm"), QStringLiteral("lumivar_en.qm")};
+        for (const QString& name : names)
+            QVERIFY(QFile::copy(QLatin1String(":/languages/") + name, QLatin1String("languages/") + name));
+        QCOMPARE(manager->availableLanguages(), names);
+
+        LogCapture log;
+        QLocale::setDefault(QLocale(QStringLiteral("de_AT")));
+        manager->installDefaultLanguage();
+        QVERIFY(log.contains(QStringLiteral("The de translator has been installed")));
+        QCOMPARE(quitText(), QStringLiteral("Beenden"));
+
+        QLocale::setDefault(QLocale(QStringLiteral("fr_FR")));
+        manager->installDefaultLanguage();
+        QVERIFY(log.contains(QStringLiteral("The application could not find a system-specific translator")));
+        QVERIFY(log.contains(QStringLiteral("The en translator has been installed")));
+        QCOMPARE(quitText(), QStringLiteral("Exit"));
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QStringList m_texts; ///< of program, forms and data: "context: source"
+};
+
+QTEST_MAIN(TestLanguages)
+#include "tst_languages.moc"
