@@ -134,6 +134,7 @@ private slots:
         const Catalogue catalogue = readCatalogue(QStringLiteral(CATALOGUES "/lumivar_%1.ts").arg(language));
         QVERIFY2(lacking(m_texts, catalogue.keys()).isEmpty(),
                  "call scripts/update-languages.sh and translate");
+        QVERIFY2(lacking(catalogue.keys(), m_texts).isEmpty(), "call scripts/update-languages.sh");
         const bool writesHan = language == QLatin1String("zh") || language == QLatin1String("ja");
         static const QRegularExpression han(QStringLiteral("\\p{Han}"));
         for (auto it = catalogue.begin(); it != catalogue.end(); ++it) {

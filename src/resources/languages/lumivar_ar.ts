@@ -16,18 +16,6 @@
         <translation>جميع وحدات التحكم</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>الوضع الفرعي</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>وضع التشغيل</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>خيارات أخرى</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>اتجاه التركيب</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>من اليمين إلى اليسار</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>السطوع</translation>
+        <source>工作模式</source>
+        <translation>وضع التشغيل</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>إطفاء الإضاءة</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>السطوع</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>خيارات أخرى</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>الوضع الفرعي</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>أجهزة الإضاءة</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>جميع الأجهزة</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>لم يُعثر على أي جهاز. يُرجى توصيل شريط LED.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>المزيد من المنتجات</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>إعداد شريط LED</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>اسم الجهاز</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>الإعدادات</translation>
+        <source>new</source>
+        <translation>جديد</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>الرئيسية</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>المساعدة</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>تشغيل الكل</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>إطفاء الكل</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>جديد</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>المساعدة</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>تصغير</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>لا</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Press ESC to cancel</source>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>لقد ضغطت زر الإغلاق، ماذا تريد أن تفعل؟</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>تصغير إلى شريط النظام</translation>
+        <source>记住我的选择</source>
+        <translation>تذكّر اختياري</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>إنهاء البرنامج</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>تذكّر اختياري</translation>
+        <source>最小化到托盘</source>
+        <translation>تصغير إلى شريط النظام</translation>
     </message>
 </context>
 <context>

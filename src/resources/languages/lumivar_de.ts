@@ -16,18 +16,6 @@
         <translation>Alle Controller</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Effekt</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Betriebsart</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Weitere Optionen</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Montagerichtung</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>Von rechts nach links</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Helligkeit</translation>
+        <source>工作模式</source>
+        <translation>Betriebsart</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Ausschalten</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Weitere Optionen</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Effekt</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Lichtgeräte</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>Alle Geräte</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Kein Gerät gefunden. Bitte schließen Sie einen LED-Streifen an.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>Weitere Produkte</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Streifen einrichten</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Gerätename</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Einstellungen</translation>
+        <source>new</source>
+        <translation>neu</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Startseite</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Hilfe</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Alle ein</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Alle aus</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>neu</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>Nein</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ ESC drücken zum Abbrechen</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>Sie haben auf „Schließen“ geklickt. Was möchten Sie tun?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>In den Infobereich minimieren</translation>
+        <source>记住我的选择</source>
+        <translation>Auswahl merken</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Programm beenden</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Auswahl merken</translation>
+        <source>最小化到托盘</source>
+        <translation>In den Infobereich minimieren</translation>
     </message>
 </context>
 <context>

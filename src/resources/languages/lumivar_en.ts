@@ -16,18 +16,6 @@
         <translation>Set All Controllers</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Submode</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Working mode</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Other options</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Installation method</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>From right to left</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Brightness</translation>
+        <source>工作模式</source>
+        <translation>Working mode</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Turn off the lights</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brightness</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Other options</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submode</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Lighting equipment</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>All equipment</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>No device found. Please connect a light strip.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>More products</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Strip configuration</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Device name</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Setup</translation>
+        <source>new</source>
+        <translation>new</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Home</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Help</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Fully open</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Quanguan</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>new</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Setup</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>No</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Press ESC to cancel</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>You hit the close button, you wish?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>Minimize to tray</translation>
+        <source>记住我的选择</source>
+        <translation>Remember my choice</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Exit program</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Remember my choice</translation>
+        <source>最小化到托盘</source>
+        <translation>Minimize to tray</translation>
     </message>
 </context>
 <context>

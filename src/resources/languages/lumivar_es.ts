@@ -16,18 +16,6 @@
         <translation>Todos los controladores</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Submodo</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Modo de funcionamiento</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Otras opciones</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Sentido de instalación</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>De derecha a izquierda</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Brillo</translation>
+        <source>工作模式</source>
+        <translation>Modo de funcionamiento</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Apagar</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brillo</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Otras opciones</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submodo</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Dispositivos de luz</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>Todos los dispositivos</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>No se ha encontrado ningún dispositivo. Conecte una tira de LED.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>Más productos</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Configurar la tira</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Nombre del dispositivo</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Ajustes</translation>
+        <source>new</source>
+        <translation>nuevo</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Inicio</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Ayuda</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Encender todo</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Apagar todo</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>nuevo</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>No</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Pulse ESC para cancelar</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>Ha pulsado el botón de cierre. ¿Qué desea hacer?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>Minimizar a la bandeja</translation>
+        <source>记住我的选择</source>
+        <translation>Recordar mi elección</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Salir del programa</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Recordar mi elección</translation>
+        <source>最小化到托盘</source>
+        <translation>Minimizar a la bandeja</translation>
     </message>
 </context>
 <context>

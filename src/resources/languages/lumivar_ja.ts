@@ -16,18 +16,6 @@
         <translation>すべてのコントローラー</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>サブモード</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>動作モード</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>その他のオプション</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>取り付け方向</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>右から左</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>明るさ</translation>
+        <source>工作模式</source>
+        <translation>動作モード</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>消灯</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>明るさ</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>その他のオプション</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>サブモード</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>照明デバイス</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>すべてのデバイス</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>デバイスが見つかりません。LEDテープを接続してください。</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>その他の製品</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>LEDテープの設定</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>デバイス名</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>設定</translation>
+        <source>new</source>
+        <translation>new</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>ホーム</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>ヘルプ</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>すべて点灯</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>すべて消灯</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>new</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>いいえ</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ ESCキーでキャンセル</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>閉じるボタンが押されました。どうしますか？</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>トレイに最小化</translation>
+        <source>记住我的选择</source>
+        <translation>選択を記憶する</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>プログラムを終了</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>選択を記憶する</translation>
+        <source>最小化到托盘</source>
+        <translation>トレイに最小化</translation>
     </message>
 </context>
 <context>

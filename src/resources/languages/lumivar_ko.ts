@@ -16,18 +16,6 @@
         <translation>모든 컨트롤러 설정</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>하위 모드</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>작동 모드</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>기타 옵션</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>설치 방향</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>오른쪽에서 왼쪽</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>밝기</translation>
+        <source>工作模式</source>
+        <translation>작동 모드</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>끄기</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>밝기</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>기타 옵션</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>하위 모드</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>조명 장치</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>모든 장치</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>장치를 찾을 수 없습니다. LED 스트립을 연결하세요.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>더 많은 제품</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>LED 스트립 설정</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>장치 이름</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>설정</translation>
+        <source>new</source>
+        <translation>new</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>홈</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>도움말</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>모두 켜기</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>모두 끄기</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>new</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>설정</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>도움말</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>최소화</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>아니요</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ ESC 키를 누르면 취소됩니다</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>닫기 버튼을 눌렀습니다. 어떻게 할까요?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>트레이로 최소화</translation>
+        <source>记住我的选择</source>
+        <translation>선택 기억하기</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>프로그램 종료</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>선택 기억하기</translation>
+        <source>最小化到托盘</source>
+        <translation>트레이로 최소화</translation>
     </message>
 </context>
 <context>

@@ -16,18 +16,6 @@
         <translation>Todos os controladores</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Submodo</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Modo de funcionamento</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Outras opções</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Sentido da instalação</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>Da direita para a esquerda</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Brilho</translation>
+        <source>工作模式</source>
+        <translation>Modo de funcionamento</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Desligar</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brilho</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Outras opções</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submodo</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Dispositivos de luz</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>Todos os dispositivos</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Nenhum dispositivo encontrado. Conecte uma fita de LED.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>Mais produtos</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Configurar a fita</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Nome do dispositivo</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Ajustes</translation>
+        <source>new</source>
+        <translation>novo</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Início</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Ajuda</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Ligar tudo</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Desligar tudo</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>novo</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ajuda</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>Não</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Pressione ESC para cancelar</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>Você clicou em fechar. O que deseja fazer?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>Minimizar para a bandeja</translation>
+        <source>记住我的选择</source>
+        <translation>Lembrar minha escolha</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Sair do programa</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Lembrar minha escolha</translation>
+        <source>最小化到托盘</source>
+        <translation>Minimizar para a bandeja</translation>
     </message>
 </context>
 <context>

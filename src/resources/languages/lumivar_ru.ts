@@ -16,18 +16,6 @@
         <translation>Все контроллеры</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Подрежим</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Режим работы</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Другие параметры</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Направление установки</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>Справа налево</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Яркость</translation>
+        <source>工作模式</source>
+        <translation>Режим работы</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Выключить</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Яркость</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Другие параметры</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Подрежим</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Устройства подсветки</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>Все устройства</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Устройства не найдены. Подключите ленту.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>Другие продукты</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Настройка ленты</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Имя устройства</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Настройки</translation>
+        <source>new</source>
+        <translation>new</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Главная</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Справка</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Включить все</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Выключить все</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>new</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Справка</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Свернуть</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>Нет</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ ESC — отмена</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>Вы нажали кнопку закрытия. Что сделать?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>Свернуть в трей</translation>
+        <source>记住我的选择</source>
+        <translation>Запомнить выбор</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Выйти из программы</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Запомнить выбор</translation>
+        <source>最小化到托盘</source>
+        <translation>Свернуть в трей</translation>
     </message>
 </context>
 <context>

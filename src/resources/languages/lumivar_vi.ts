@@ -16,18 +16,6 @@
         <translation>Tất cả bộ điều khiển</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>Chế độ con</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>Chế độ hoạt động</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>Tùy chọn khác</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>Hướng lắp đặt</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>Từ phải sang trái</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>Độ sáng</translation>
+        <source>工作模式</source>
+        <translation>Chế độ hoạt động</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>Tắt đèn</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Độ sáng</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>Tùy chọn khác</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Chế độ con</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>Thiết bị chiếu sáng</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>Tất cả thiết bị</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Không tìm thấy thiết bị. Vui lòng kết nối dải LED.</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>Sản phẩm khác</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>Cấu hình dải LED</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>Tên thiết bị</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>Cài đặt</translation>
+        <source>new</source>
+        <translation>mới</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>Trang chủ</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>Trợ giúp</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>Bật tất cả</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>Tắt tất cả</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>mới</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Cài đặt</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Trợ giúp</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Thu nhỏ</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>Không</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Nhấn ESC để hủy</translation>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>Bạn đã nhấn nút đóng. Bạn muốn làm gì?</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>Thu nhỏ xuống khay</translation>
+        <source>记住我的选择</source>
+        <translation>Ghi nhớ lựa chọn của tôi</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>Thoát chương trình</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>Ghi nhớ lựa chọn của tôi</translation>
+        <source>最小化到托盘</source>
+        <translation>Thu nhỏ xuống khay</translation>
     </message>
 </context>
 <context>

@@ -16,18 +16,6 @@
         <translation>设置所有控制器</translation>
     </message>
     <message>
-        <source>子模式</source>
-        <translation>子模式</translation>
-    </message>
-    <message>
-        <source>工作模式</source>
-        <translation>工作模式</translation>
-    </message>
-    <message>
-        <source>其他选项</source>
-        <translation>其他选项</translation>
-    </message>
-    <message>
         <source>安装方式</source>
         <translation>安装方式</translation>
     </message>
@@ -40,8 +28,8 @@
         <translation>从右至左</translation>
     </message>
     <message>
-        <source>亮度</source>
-        <translation>亮度</translation>
+        <source>工作模式</source>
+        <translation>工作模式</translation>
     </message>
     <message>
         <source>工作状态</source>
@@ -54,6 +42,18 @@
     <message>
         <source>关灯</source>
         <translation>关灯</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>亮度</translation>
+    </message>
+    <message>
+        <source>其他选项</source>
+        <translation>其他选项</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>子模式</translation>
     </message>
 </context>
 <context>
@@ -264,39 +264,76 @@
         <source>灯光设备</source>
         <translation>灯光设备</translation>
     </message>
-</context>
-<context>
-    <name>LVSysTray</name>
     <message>
-        <source>所有设备</source>
-        <translation>所有设备</translation>
+        <source>未发现设备，请连接灯带</source>
+        <translation>未发现设备，请连接灯带</translation>
+    </message>
+    <message>
+        <source>更多产品</source>
+        <translation>更多产品</translation>
+    </message>
+    <message>
+        <source>灯带配置</source>
+        <translation>灯带配置</translation>
+    </message>
+    <message>
+        <source>设备名称</source>
+        <translation>设备名称</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>设置</source>
-        <translation>设置</translation>
+        <source>new</source>
+        <translation>new</translation>
     </message>
     <message>
         <source>首页</source>
         <translation>首页</translation>
     </message>
     <message>
-        <source>帮助</source>
-        <translation>帮助</translation>
+        <source>Alt+H</source>
+        <translation>Alt+H</translation>
     </message>
     <message>
         <source>全开</source>
         <translation>全开</translation>
     </message>
     <message>
+        <source>Alt+O</source>
+        <translation>Alt+O</translation>
+    </message>
+    <message>
         <source>全关</source>
         <translation>全关</translation>
     </message>
     <message>
-        <source>new</source>
-        <translation>new</translation>
+        <source>Alt+N</source>
+        <translation>Alt+N</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Alt+S</source>
+        <translation>Alt+S</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>帮助</translation>
+    </message>
+    <message>
+        <source>Alt+E</source>
+        <translation>Alt+E</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
     </message>
     <message>
         <source>退出</source>
@@ -313,30 +350,6 @@
     <message>
         <source>否</source>
         <translation>否</translation>
-    </message>
-    <message>
-        <source>Alt+S</source>
-        <translation>Alt+S</translation>
-    </message>
-    <message>
-        <source>Alt+H</source>
-        <translation>Alt+H</translation>
-    </message>
-    <message>
-        <source>Alt+E</source>
-        <translation>Alt+E</translation>
-    </message>
-    <message>
-        <source>Alt+O</source>
-        <translation>Alt+O</translation>
-    </message>
-    <message>
-        <source>Alt+N</source>
-        <translation>Alt+N</translation>
-    </message>
-    <message>
-        <source>Lumivar</source>
-        <translation>Lumivar</translation>
     </message>
 </context>
 <context>
@@ -573,20 +586,24 @@ Press ESC to cancel</source>
 <context>
     <name>QuitAskDialog</name>
     <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
         <source>你点击了关闭按钮，你希望？</source>
         <translation>你点击了关闭按钮，你希望？</translation>
     </message>
     <message>
-        <source>最小化到托盘</source>
-        <translation>最小化到托盘</translation>
+        <source>记住我的选择</source>
+        <translation>记住我的选择</translation>
     </message>
     <message>
         <source>退出程序</source>
         <translation>退出程序</translation>
     </message>
     <message>
-        <source>记住我的选择</source>
-        <translation>记住我的选择</translation>
+        <source>最小化到托盘</source>
+        <translation>最小化到托盘</translation>
     </message>
 </context>
 <context>
