@@ -141,7 +141,7 @@
     </message>
     <message>
         <source>全屏模式</source>
-        <translation>Ganzer Bildschirm</translation>
+        <translation>Vollbild</translation>
     </message>
     <message>
         <source>半屏-上</source>

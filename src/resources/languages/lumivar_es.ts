@@ -141,7 +141,7 @@
     </message>
     <message>
         <source>全屏模式</source>
-        <translation>Pantalla completa</translation>
+        <translation>Completa</translation>
     </message>
     <message>
         <source>半屏-上</source>
@@ -239,7 +239,7 @@
     </message>
     <message>
         <source>同屏模式</source>
-        <translation>Sincronizar pantalla</translation>
+        <translation>Como la pantalla</translation>
     </message>
     <message>
         <source>音乐模式</source>

@@ -201,19 +201,19 @@
     </message>
     <message>
         <source>音乐模式1</source>
-        <translation>ミュージックモード 1</translation>
+        <translation>音楽モード 1</translation>
     </message>
     <message>
         <source>音乐模式2</source>
-        <translation>ミュージックモード 2</translation>
+        <translation>音楽モード 2</translation>
     </message>
     <message>
         <source>音乐模式3</source>
-        <translation>ミュージックモード 3</translation>
+        <translation>音楽モード 3</translation>
     </message>
     <message>
         <source>音乐模式4</source>
-        <translation>ミュージックモード 4</translation>
+        <translation>音楽モード 4</translation>
     </message>
 </context>
 <context>

@@ -145,19 +145,19 @@
     </message>
     <message>
         <source>半屏-上</source>
-        <translation>Metade superior</translation>
+        <translation>Parte de cima</translation>
     </message>
     <message>
         <source>半屏-下</source>
-        <translation>Metade inferior</translation>
+        <translation>Parte de baixo</translation>
     </message>
     <message>
         <source>半屏-左</source>
-        <translation>Metade esquerda</translation>
+        <translation>Lado esquerdo</translation>
     </message>
     <message>
         <source>半屏-右</source>
-        <translation>Metade direita</translation>
+        <translation>Lado direito</translation>
     </message>
     <message>
         <source>电影模式</source>

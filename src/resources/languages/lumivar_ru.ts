@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>影随心动</source>
-        <translation>Тени настроения</translation>
+        <translation>Настроение</translation>
     </message>
     <message>
         <source>幻彩模式 3</source>
@@ -145,19 +145,19 @@
     </message>
     <message>
         <source>半屏-上</source>
-        <translation>Верхняя половина</translation>
+        <translation>Верх экрана</translation>
     </message>
     <message>
         <source>半屏-下</source>
-        <translation>Нижняя половина</translation>
+        <translation>Низ экрана</translation>
     </message>
     <message>
         <source>半屏-左</source>
-        <translation>Левая половина</translation>
+        <translation>Левая часть</translation>
     </message>
     <message>
         <source>半屏-右</source>
-        <translation>Правая половина</translation>
+        <translation>Правая часть</translation>
     </message>
     <message>
         <source>电影模式</source>
@@ -201,19 +201,19 @@
     </message>
     <message>
         <source>音乐模式1</source>
-        <translation>Режим музыки 1</translation>
+        <translation>Муз. режим 1</translation>
     </message>
     <message>
         <source>音乐模式2</source>
-        <translation>Режим музыки 2</translation>
+        <translation>Муз. режим 2</translation>
     </message>
     <message>
         <source>音乐模式3</source>
-        <translation>Режим музыки 3</translation>
+        <translation>Муз. режим 3</translation>
     </message>
     <message>
         <source>音乐模式4</source>
-        <translation>Режим музыки 4</translation>
+        <translation>Муз. режим 4</translation>
     </message>
 </context>
 <context>
@@ -239,7 +239,7 @@
     </message>
     <message>
         <source>同屏模式</source>
-        <translation>Синхронно с экраном</translation>
+        <translation>Как на экране</translation>
     </message>
     <message>
         <source>音乐模式</source>

@@ -109,11 +109,11 @@
     </message>
     <message>
         <source>流光异彩</source>
-        <translation>Dòng sáng rực rỡ</translation>
+        <translation>Dòng sáng màu</translation>
     </message>
     <message>
         <source>影随心动</source>
-        <translation>Bóng sáng cảm xúc</translation>
+        <translation>Theo cảm xúc</translation>
     </message>
     <message>
         <source>幻彩模式 3</source>
@@ -201,19 +201,19 @@
     </message>
     <message>
         <source>音乐模式1</source>
-        <translation>Chế độ âm nhạc 1</translation>
+        <translation>Chế độ nhạc 1</translation>
     </message>
     <message>
         <source>音乐模式2</source>
-        <translation>Chế độ âm nhạc 2</translation>
+        <translation>Chế độ nhạc 2</translation>
     </message>
     <message>
         <source>音乐模式3</source>
-        <translation>Chế độ âm nhạc 3</translation>
+        <translation>Chế độ nhạc 3</translation>
     </message>
     <message>
         <source>音乐模式4</source>
-        <translation>Chế độ âm nhạc 4</translation>
+        <translation>Chế độ nhạc 4</translation>
     </message>
 </context>
 <context>
