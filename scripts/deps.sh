@@ -10,9 +10,15 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth"
 packages[test]="xvfb x11-xserver-utils openbox xdotool fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
+    qtbase5-dev libqt5serialport5-dev
+    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libudev-dev libpulse-dev
+    libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
+packages[run]="fonts-liberation fonts-noto-cjk xvfb xauth"
+packages[test]="xvfb x11-xserver-utils xdotool fonts-liberation fonts-noto-cjk python3
+    pulseaudio pulseaudio-utils
     clang-format-14 g++-mingw-w64-x86-64-posix"
 packages[lint]="clang-tidy"
-packages[bench]="libbenchmark-dev xvfb python3"
+packages[bench]="libbenchmark-dev xvfb python3 pulseaudio pulseaudio-utils"
 
 wanted=()
 for group in "$@"; do

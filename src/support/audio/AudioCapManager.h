@@ -67,8 +67,6 @@ private:
         int users = 0;
     };
 
-    QStringList ids() const;
-
     std::unique_ptr<AnalysisThread> m_analysis;
     std::unique_ptr<AudioBackend> m_backend;
     mutable std::mutex m_mutex; // guards what follows

@@ -1,0 +1,149 @@
+#include "support/audio/AudioCapManager.h"
+
+#include "support/audio/AnalysisThread.h"
+#include "support/audio/AudioBackend.h"
+#include "support/audio/NullAudioBackend.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace {
+std::atomic<AudioCapManager*> s_instance{nullptr};
+
+const AudioSource* find(const AudioSources& sources, const QString& id)
+{
+    const bool isDefault = id == QLatin1String(kDefaultCapturerId);
+    const auto it = std::find_if(sources.begin(), sources.end(), [&](const AudioSource& source) {
+        return isDefault ? source.isDefault : source.id == id;
+    });
+    return it == sources.end() ? nullptr : &*it;
+}
+
+QStringList idsOf(const AudioSources& sources)
+{
+    QStringList ids;
+    if (find(sources, QLatin1String(kDefaultCapturerId)))
+        ids += QLatin1String(kDefaultCapturerId);
+    for (const AudioSource& source : sources)
+        ids += source.id;
+    return ids;
+}
+} // namespace
+
+AudioCapManager* AudioCapManager::instance()
+{
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    if (!s_instance) {
+        auto* created = new AudioCapManager(createAudioBackend());
+        if (QCoreApplication::instance())
+            created->moveToThread(QCoreApplication::instance()->thread());
+        qAddPostRoutine([] { delete s_instance.load(); });
+    }
+    return s_instance;
+}
+
+AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject* parent)
+    : QObject(parent)
+    , m_analysis(std::make_unique<AnalysisThread>())
+    , m_backend(backend ? std::move(backend) : std::make_unique<NullAudioBackend>())
+    , m_sources(m_backend->sources())
+{
+    m_backend->setParent(this); // follows to another thread
+    connect(m_backend.get(), &AudioBackend::sourcesChanged, this, &AudioCapManager::onSourcesChanged,
+            Qt::QueuedConnection);
+    AudioCapManager* none = nullptr;
+    s_instance.compare_exchange_strong(none, this);
+}
+
+AudioCapManager::~AudioCapManager()
+{
+    AudioCapManager* self = this;
+    s_instance.compare_exchange_strong(self, nullptr);
+    m_backend.reset();
+    m_analysis.reset();
+}
+
+QList<QString> AudioCapManager::allCapturers() const
+{
+    const std::lock_guard lock(m_mutex);
+    return idsOf(m_sources);
+}
+
+QString AudioCapManager::defaultCapturer() const
+{
+    const std::lock_guard lock(m_mutex);
+    const QString id = QLatin1String(kDefaultCapturerId);
+    return find(m_sources, id) ? id : QString();
+}
+
+QSharedPointer<AudioCapturer> AudioCapManager::acquireCapturer(const QString& id)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!find(m_sources, id)) {
+        qWarning() << "[AudioCapManager]: There is no capturer" << id;
+        return {};
+    }
+    Shared& shared = m_shared[id];
+    if (!shared.capturer) {
+        // The last reference may go in any thread.
+        shared.capturer = QSharedPointer<AudioCapturer>(new AudioCapturer(id), &QObject::deleteLater);
+        shared.capturer->moveToThread(thread());
+        m_analysis->add(shared.capturer);
+        m_backend->attach(shared.capturer);
+    }
+    ++shared.users;
+    return shared.capturer;
+}
+
+void AudioCapManager::releaseCapturer(const QString& id)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto it = m_shared.find(id);
+    if (it == m_shared.end()) {
+        qWarning() << "[AudioCapManager]: Nobody holds the capturer" << id;
+        return;
+    }
+    if (--it->users > 0)
+        return;
+    m_backend->detach(it->capturer);
+    m_analysis->remove(it->capturer);
+    m_shared.erase(it);
+}
+
+QString AudioCapManager::capturerDesc(const QString& id) const
+{
+    const std::lock_guard lock(m_mutex);
+    const AudioSource* source = find(m_sources, id);
+    if (!source)
+        return QString();
+    return id == QLatin1String(kDefaultCapturerId) ? tr("默认输出 (%1)").arg(source->name) : source->name;
+}
+
+void AudioCapManager::onSourcesChanged()
+{
+    QStringList before;
+    QStringList after;
+    {
+        const std::lock_guard lock(m_mutex);
+        AudioSources sources = m_backend->sources();
+        if (sources == m_sources)
+            return;
+        before = idsOf(m_sources);
+        m_sources = std::move(sources);
+        after = idsOf(m_sources);
+    }
+    // The list is new before anybody hears of it: who lost a source asks for the default at once.
+    for (const QString& id : before) {
+        if (!after.contains(id))
+            emit capturerFailed(id);
+    }
+    for (const QString& id : after) {
+        if (!before.contains(id))
+            emit capturerReady(id);
+    }
+    emit capturersChanged();
+}

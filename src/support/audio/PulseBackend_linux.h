@@ -1,0 +1,80 @@
+#pragma once
+
+#include "support/audio/AudioBackend.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QSemaphore>
+#include <QTimer>
+#include <map>
+#include <memory>
+
+class PulseRecorder;
+struct pa_context;
+struct pa_server_info;
+struct pa_source_info;
+struct pa_threaded_mainloop;
+
+/// Hears the sound server, PulseAudio or PipeWire's stand-in for it, through libpulse. The library's thread
+/// lists and records; this object's thread connects, and again whenever the server is gone.
+class PulseBackend : public AudioBackend
+{
+    Q_OBJECT
+
+public:
+    /// Waits for the first look at the sources, a second at most. Null when the system lacks the means for a
+    /// thread, be there a server or not.
+    static std::unique_ptr<PulseBackend> create();
+    ~PulseBackend() override;
+
+    AudioSources sources() const override;
+    void attach(const QSharedPointer<AudioCapturer>& capturer) override;
+    void detach(const QSharedPointer<AudioCapturer>& capturer) override;
+
+signals:
+    /// From the library's thread: the connection or a recording has come to its end.
+    void failed();
+
+private:
+    class Lock;
+    struct Listing
+    {
+        bool isUnderWay = false;
+        bool isOutdated = false;
+        QByteArray defaultSink;
+        AudioSources sources;
+        QHash<QString, int> rates;
+    };
+
+    explicit PulseBackend(pa_threaded_mainloop* loop);
+
+    // On this object's thread.
+    void onFailed();
+    void onRetry();
+
+    // Under the lock.
+    void connectToServer();
+    void dropConnection();
+    bool isConnected() const;
+    void list();
+    void finishListing();
+    void retarget(PulseRecorder& recorder);
+
+    // By the library, on its thread and under the lock.
+    static void onContextState(pa_context* context, void* backend);
+    static void onServerInfo(pa_context* context, const pa_server_info* info, void* backend);
+    static void onSourceInfo(pa_context* context, const pa_source_info* info, int end, void* backend);
+
+    QTimer m_retry;
+    QSemaphore m_firstLook;
+    pa_threaded_mainloop* const m_loop;
+    // Under the lock.
+    pa_context* m_context = nullptr;
+    int m_failures = 0; ///< since the last success
+    bool m_wasConnected = false;
+    bool m_saidAbsent = false;
+    Listing m_listing;
+    AudioSources m_sources;
+    QHash<QString, int> m_rates;
+    std::map<const AudioCapturer*, std::unique_ptr<PulseRecorder>> m_recorders;
+};

@@ -1,0 +1,273 @@
+// Audio capture from real sound servers that the tests start, kill and change.
+#include "LogCapture.h"
+#include "SoundServer.h"
+#include "TonePlayer.h"
+#include "support/audio/AudioBackend.h"
+#include "support/audio/AudioCapManager.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+constexpr int kPatienceMs = 20000;
+constexpr float kNearly = 3;
+const QString kFirst = QStringLiteral("first.monitor");
+const QString kSecond = QStringLiteral("second.monitor");
+
+TonePlayer::Tone tone(float hertz, float amplitude = 0.1F)
+{
+    return {hertz, amplitude};
+}
+
+/// Listens as an effect does.
+class Listener : public QObject
+{
+public:
+    Listener(AudioCapManager& manager, const QString& id)
+        : m_manager(manager)
+        , m_id(id)
+        , m_capturer(manager.acquireCapturer(id))
+    {
+        if (!m_capturer)
+            qFatal("no capturer %s", qPrintable(id));
+        connect(
+            m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
+            [this](const QVector<SoundChannel>& channels) {
+                ++m_updates;
+                m_channels = channels;
+            },
+            Qt::QueuedConnection);
+        connect(
+            m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
+            [this](const QVector<QVector<QString>>& peaks) { m_peaks = peaks; }, Qt::QueuedConnection);
+    }
+    ~Listener() override { m_manager.releaseCapturer(m_id); }
+
+    AudioCapturer* capturer() const { return m_capturer.data(); }
+    int updates() const { return m_updates; }
+    /// The level around a frequency; -1 before the first spectrum.
+    float level(float hertz, int channel = 0) const
+    {
+        float loudest = -1;
+        for (const Spectrum& point : m_channels.value(channel).spectrums) {
+            if (qAbs(point.frequency - hertz) < 30)
+                loudest = qMax(loudest, point.level);
+        }
+        return loudest;
+    }
+    bool hears(float hertz, int channel = 0) const { return qAbs(level(hertz, channel) - 60) < kNearly; }
+    /// The peak of a channel; -1 before the first.
+    double peak(int channel = 0) const
+    {
+        return m_peaks.isEmpty() ? -1 : m_peaks.at(channel).at(0).toDouble();
+    }
+
+private:
+    AudioCapManager& m_manager;
+    const QString m_id;
+    const QSharedPointer<AudioCapturer> m_capturer;
+    int m_updates = 0;
+    QVector<SoundChannel> m_channels;
+    QVector<QVector<QString>> m_peaks;
+};
+
+/// How many recordings the server carries.
+int recordings(const SoundServer& server)
+{
+    QByteArray output;
+    return server.control({"list", "short", "source-outputs"}, &output) ? output.count('\n') : -1;
+}
+} // namespace
+
+class TestAudioCapture : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_server = std::make_unique<SoundServer>();
+        m_server->useHere();
+        QVERIFY(m_server->start());
+    }
+    void cleanup() { m_server.reset(); }
+
+    void hearsEachSideOfTheDefaultLoudspeaker()
+    {
+        AudioCapManager manager(createAudioBackend());
+        QCOMPARE(manager.allCapturers(), QList<QString>({manager.defaultCapturer(), kFirst}));
+        QCOMPARE(manager.capturerDesc(kFirst), "Monitor of first");
+        QCOMPARE(manager.capturerDesc(manager.defaultCapturer()), "默认输出 (Monitor of first)");
+
+        TonePlayer player(m_server->address(), "first");
+        const Listener listener(manager, manager.defaultCapturer());
+        player.play(tone(440), tone(3000));
+        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(440, 0) && listener.hears(3000, 1), kPatienceMs);
+        QVERIFY(listener.level(3000, 0) < 5);
+        QVERIFY(listener.level(440, 1) < 5);
+        QTRY_VERIFY_WITH_TIMEOUT(qAbs(listener.peak(0) - 0.1) < 0.005, kPatienceMs);
+        player.play({});
+        QTRY_COMPARE_WITH_TIMEOUT(listener.level(440), 0.F, kPatienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.peak(), 0., kPatienceMs);
+    }
+
+    void hearsAnyKindOfLoudspeaker_data()
+    {
+        QTest::addColumn<int>("rate");
+        QTest::addColumn<int>("channels");
+        QTest::newRow("44.1 kHz") << 44100 << 2;
+        QTest::newRow("192 kHz") << 192000 << 2;
+        QTest::newRow("one channel") << 48000 << 1;
+        QTest::newRow("six channels") << 48000 << 6;
+    }
+    void hearsAnyKindOfLoudspeaker()
+    {
+        QFETCH(int, rate);
+        QFETCH(int, channels);
+        QVERIFY(m_server->addSink("second", rate, channels));
+        AudioCapManager manager(createAudioBackend());
+        TonePlayer player(m_server->address(), "second");
+        const Listener listener(manager, kSecond);
+        player.play(tone(1000));
+        const auto isHeard = [&](int side) {
+            return qAbs(listener.level(1000, side) - 60) < 8 && listener.level(4000, side) < 5;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isHeard(0) && isHeard(1), kPatienceMs);
+    }
+
+    void recordsOnceForAllAndOnlyWhileSomebodyListens()
+    {
+        AudioCapManager manager(createAudioBackend());
+        QCOMPARE(recordings(*m_server), 0);
+        auto one = std::make_unique<Listener>(manager, kFirst);
+        auto other = std::make_unique<Listener>(manager, kFirst);
+        QCOMPARE(one->capturer(), other->capturer());
+        QTRY_VERIFY_WITH_TIMEOUT(one->updates() > 5 && other->updates() > 5, kPatienceMs);
+        QCOMPARE(recordings(*m_server), 1);
+        one.reset();
+        const int before = other->updates();
+        QTRY_VERIFY_WITH_TIMEOUT(other->updates() > before + 5, kPatienceMs);
+        other.reset();
+        QTRY_COMPARE_WITH_TIMEOUT(recordings(*m_server), 0, kPatienceMs);
+
+        QVERIFY(manager.acquireCapturer("no such source").isNull());
+        manager.releaseCapturer("no such source");
+        manager.releaseCapturer(kFirst);
+    }
+
+    void followsTheDefaultLoudspeaker()
+    {
+        QVERIFY(m_server->addSink("second"));
+        AudioCapManager manager(createAudioBackend());
+        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
+        QSignalSpy changed(&manager, &AudioCapManager::capturersChanged);
+        TonePlayer firstPlayer(m_server->address(), "first");
+        TonePlayer secondPlayer(m_server->address(), "second");
+        firstPlayer.play(tone(440));
+        secondPlayer.play(tone(3000));
+        const Listener follower(manager, manager.defaultCapturer());
+        const Listener stayer(manager, kFirst);
+        QTRY_VERIFY_WITH_TIMEOUT(follower.hears(440) && stayer.hears(440), kPatienceMs);
+
+        QVERIFY(m_server->setDefaultSink("second"));
+        QTRY_VERIFY_WITH_TIMEOUT(follower.hears(3000) && !follower.hears(440), kPatienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(manager.capturerDesc(manager.defaultCapturer()),
+                                  "默认输出 (Monitor of second)", kPatienceMs);
+        QVERIFY(!changed.isEmpty());
+        QVERIFY(stayer.hears(440) && !stayer.hears(3000));
+
+        // The default is pulled out: the follower moves on by itself.
+        QVERIFY(m_server->removeSink("second"));
+        QTRY_VERIFY_WITH_TIMEOUT(follower.hears(440), kPatienceMs);
+        QVERIFY(failed.contains({kSecond}));
+        QVERIFY(!failed.contains({manager.defaultCapturer()}));
+    }
+
+    void tellsOfASourceThatGoesAndFeedsItsCapturerWhenItIsBack()
+    {
+        AudioCapManager manager(createAudioBackend());
+        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
+        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
+        QVERIFY(m_server->addSink("second"));
+        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kSecond}), kPatienceMs);
+        const Listener listener(manager, kSecond);
+        {
+            TonePlayer player(m_server->address(), "second");
+            player.play(tone(440));
+            QTRY_VERIFY_WITH_TIMEOUT(listener.hears(440), kPatienceMs);
+            QVERIFY(m_server->removeSink("second"));
+            QTRY_VERIFY_WITH_TIMEOUT(failed.contains({kSecond}), kPatienceMs);
+        }
+        QVERIFY(!manager.allCapturers().contains(kSecond));
+        QVERIFY(manager.acquireCapturer(kSecond).isNull());
+        QTRY_COMPARE_WITH_TIMEOUT(listener.level(440), 0.F, kPatienceMs);
+
+        ready.clear();
+        QVERIFY(m_server->addSink("second"));
+        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kSecond}), kPatienceMs);
+        TonePlayer player(m_server->address(), "second");
+        player.play(tone(3000));
+        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(3000), kPatienceMs);
+    }
+
+    void survivesTheServer()
+    {
+        const LogCapture log;
+        m_server->stop();
+        AudioCapManager manager(createAudioBackend());
+        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
+        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
+        QVERIFY(manager.allCapturers().isEmpty());
+        QCOMPARE(manager.defaultCapturer(), QString());
+        QVERIFY(manager.acquireCapturer(kFirst).isNull());
+        QTest::qWait(1000); // several tries
+        QCOMPARE(log.count("sound server"), 1);
+
+        QVERIFY(m_server->start());
+        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({manager.defaultCapturer()}), kPatienceMs);
+        const Listener listener(manager, manager.defaultCapturer());
+        for (const float hertz : {440.F, 3000.F}) {
+            {
+                TonePlayer player(m_server->address(), "first");
+                player.play(tone(hertz));
+                QTRY_VERIFY_WITH_TIMEOUT(listener.hears(hertz), kPatienceMs);
+                m_server->stop();
+            }
+            QTRY_VERIFY_WITH_TIMEOUT(failed.contains({kFirst}), kPatienceMs);
+            QTRY_COMPARE_WITH_TIMEOUT(listener.level(hertz), 0.F, kPatienceMs);
+            failed.clear();
+            QVERIFY(m_server->start());
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(manager.allCapturers().size(), 2, kPatienceMs);
+    }
+
+    void neverHangsWithAServerThatAnswersNothing()
+    {
+        m_server->freeze();
+        {
+            AudioCapManager unanswered(createAudioBackend()); // ends while it connects
+            QVERIFY(unanswered.allCapturers().isEmpty());
+        }
+        AudioCapManager manager(createAudioBackend());
+        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
+        m_server->thaw();
+        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kFirst}), kPatienceMs);
+        const Listener listener(manager, kFirst);
+        QTRY_VERIFY_WITH_TIMEOUT(listener.updates() > 5, kPatienceMs);
+        m_server->freeze(); // ends while it records
+    }
+
+    void hasOneInstanceForTheProcess()
+    {
+        AudioCapManager* manager = AudioCapManager::instance();
+        QCOMPARE(AudioCapManager::instance(), manager);
+        QCOMPARE(manager->thread(), thread());
+        QVERIFY(manager->allCapturers().contains(kFirst));
+    }
+
+private:
+    std::unique_ptr<SoundServer> m_server;
+};
+
+QTEST_GUILESS_MAIN(TestAudioCapture)
+#include "tst_audio_capture.moc"
