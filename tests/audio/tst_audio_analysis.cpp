@@ -1,7 +1,310 @@
+// From samples to spectra and peaks, without any sound system.
+#include "support/audio/AudioAnalyser.h"
+#include "support/audio/AudioCapturer.h"
+#include "support/audio/SampleRing.h"
+
+#include <QLocale>
+#include <QSignalSpy>
 #include <QtTest>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace {
+std::atomic<int> s_allocations{0};
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++s_allocations;
+    if (void* memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+constexpr int kRate = 48000;
+constexpr double kTurn = 6.283185307179586;
+using Samples = std::vector<float>;
+
+Samples silence(int count)
+{
+    return Samples(size_t(count));
+}
+
+Samples sine(double hertz, double amplitude, int rate, int count)
+{
+    Samples samples = silence(count);
+    for (int i = 0; i < count; ++i)
+        samples[size_t(i)] = float(amplitude * std::sin(kTurn * hertz * i / rate));
+    return samples;
+}
+
+/// Until the window holds nothing else.
+void feed(AudioAnalyser& analyser, const Samples& left, const Samples& right)
+{
+    for (size_t at = 0; at + size_t(analyser.hop()) <= left.size(); at += size_t(analyser.hop()))
+        analyser.feed(left.data() + at, right.data() + at);
+}
+
+float levelAt(const SoundChannel& channel, double hertz, double within = 30)
+{
+    float loudest = -1;
+    for (const Spectrum& point : channel.spectrums) {
+        if (std::abs(double(point.frequency) - hertz) < within)
+            loudest = std::max(loudest, point.level);
+    }
+    return loudest;
+}
+
+bool isSane(AudioAnalyser& analyser)
+{
+    for (const SoundChannel& channel : analyser.spectrum()) {
+        for (const Spectrum& point : channel.spectrums) {
+            if (!(point.level >= 0 && point.level <= 80) || !std::isfinite(point.amplitude))
+                return false;
+        }
+    }
+    for (const QVector<QString>& peaks : analyser.peaks()) {
+        bool isNumber = false;
+        const double peak = peaks.at(0).toDouble(&isNumber);
+        if (!isNumber || !(peak >= 0 && peak <= 1))
+            return false;
+    }
+    return true;
+}
+
+using Peaks = QVector<QVector<QString>>;
+} // namespace
+
 class TestAudioAnalysis : public QObject
 {
     Q_OBJECT
+
+private slots:
+    void measuresATone_data()
+    {
+        QTest::addColumn<int>("rate");
+        QTest::addColumn<double>("hertz");
+        QTest::addColumn<double>("decibels");
+        for (const int rate : {16000, 44100, 48000, 96000, 192000})
+            QTest::addRow("440 Hz at %d Hz", rate) << rate << 440. << -20.;
+        QTest::newRow("full scale") << kRate << 1000. << 0.;
+        QTest::newRow("between two points") << kRate << 85.5 * kRate / 4096 << -20.;
+        QTest::newRow("low") << kRate << 50. << -10.;
+        QTest::newRow("high") << kRate << 15000. << -50.;
+        QTest::newRow("quiet") << kRate << 440. << -70.;
+    }
+    void measuresATone()
+    {
+        QFETCH(int, rate);
+        QFETCH(double, hertz);
+        QFETCH(double, decibels);
+        AudioAnalyser analyser(rate);
+        const Samples tone = sine(hertz, std::pow(10, decibels / 20), rate, rate / 2);
+        feed(analyser, tone, silence(rate / 2));
+        const QVector<SoundChannel> channels = analyser.spectrum();
+        QCOMPARE(channels.size(), 2);
+        QVERIFY(std::abs(levelAt(channels[0], hertz) - (80 + decibels)) < 0.3);
+        if (hertz >= 100)
+            QVERIFY(levelAt(channels[0], hertz / 4) < 5);
+        if (hertz <= 4000 && hertz * 4 < rate / 2.)
+            QVERIFY(levelAt(channels[0], hertz * 4) < 5);
+        QVERIFY(levelAt(channels[1], hertz) == 0); // each side by itself
+    }
+
+    void coversWhatIsHeard_data()
+    {
+        QTest::addColumn<int>("rate");
+        for (const int rate : {8000, 22050, 44100, 48000, 96000, 192000})
+            QTest::addRow("%d", rate) << rate;
+    }
+    void coversWhatIsHeard()
+    {
+        QFETCH(int, rate);
+        AudioAnalyser analyser(rate);
+        const double updates = double(rate) / analyser.hop();
+        QVERIFY(updates >= 30 && updates <= 60);
+        const QVector<Spectrum> points = analyser.spectrum().at(1).spectrums;
+        for (int i = 1; i < points.size(); ++i)
+            QVERIFY(points[i].frequency > points[i - 1].frequency);
+        QVERIFY(points.first().frequency < 20);
+        const float step = points[1].frequency - points[0].frequency;
+        QVERIFY(points.last().frequency > std::min(20000.F, float(rate) / 2) - 2 * step);
+        QVERIFY(points.last().frequency <= 20000);
+    }
+
+    void keepsItsScaleWhateverComes()
+    {
+        AudioAnalyser analyser(kRate);
+        QVERIFY(isSane(analyser)); // before the first sample
+        QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.0000"}}));
+
+        feed(analyser, sine(440, 30, kRate, kRate), Samples(kRate, 0.3F)); // clipped; a constant offset
+        QVERIFY(isSane(analyser));
+        QCOMPARE(levelAt(analyser.spectrum()[0], 440), 80.F);
+        QCOMPARE(analyser.peaks().at(0).at(0), "1.0000");
+        QCOMPARE(levelAt(analyser.spectrum()[1], 0, 1e6), 0.F);
+
+        Samples garbage = sine(440, 0.5, kRate, kRate);
+        using Limits = std::numeric_limits<float>;
+        const float bad[] = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), Limits::max(),
+                             Limits::denorm_min()};
+        for (size_t i = 0; i < garbage.size(); i += 7)
+            garbage[i] = bad[i % 5];
+        feed(analyser, garbage, Samples(kRate, Limits::quiet_NaN()));
+        QVERIFY(isSane(analyser));
+        QCOMPARE(analyser.peaks().at(1).at(0), "0.0000");
+
+        feed(analyser, sine(440, 0.1, kRate, kRate), silence(kRate)); // it leaves nothing behind
+        QVERIFY(std::abs(levelAt(analyser.spectrum()[0], 440) - 60) < 0.3);
+        QCOMPARE(levelAt(analyser.spectrum()[0], 1760), 0.F);
+        feed(analyser, silence(kRate), silence(kRate));
+        QCOMPARE(levelAt(analyser.spectrum()[0], 440, 1e6), 0.F);
+    }
+
+    void writesPeaksOfEachHopWithAPoint()
+    {
+        QLocale::setDefault(QLocale(QLocale::German));
+        AudioAnalyser analyser(kRate);
+        Samples left = silence(analyser.hop());
+        left[3] = -0.5F;
+        analyser.feed(left.data(), silence(analyser.hop()).data());
+        QCOMPARE(analyser.peaks(), Peaks({{"0.5000"}, {"0.0000"}}));
+        analyser.feed(silence(analyser.hop()).data(), left.data());
+        QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.5000"}}));
+        QLocale::setDefault(QLocale::c());
+    }
+
+    void mixesAnyChannelsToTwo_data()
+    {
+        QTest::addColumn<Samples>("frame");
+        QTest::addColumn<float>("left");
+        QTest::addColumn<float>("right");
+        const float side = 0.7071F;
+        QTest::newRow("one") << Samples{0.5F} << 0.5F << 0.5F;
+        QTest::newRow("two") << Samples{0.5F, -0.25F} << 0.5F << -0.25F;
+        QTest::newRow("three, centre") << Samples{0, 0, 1} << side << side;
+        QTest::newRow("four, rear right") << Samples{0, 0, 0, 1} << 0.F << side;
+        QTest::newRow("five, rear left") << Samples{0, 0, 0, 1, 0} << side << 0.F;
+        QTest::newRow("six, low frequencies") << Samples{0, 0, 0, 1, 0, 0} << side << side;
+        QTest::newRow("six, rear right") << Samples{0, 0, 0, 0, 0, 1} << 0.F << side;
+        QTest::newRow("eight, side left") << Samples{0, 0, 0, 0, 0, 0, 1, 0} << side << 0.F;
+    }
+    void mixesAnyChannelsToTwo()
+    {
+        QFETCH(Samples, frame);
+        SampleRing ring;
+        ring.write(frame.data(), 1, int(frame.size()));
+        float left = 0;
+        float right = 0;
+        ring.read(&left, &right, 1);
+        QTEST(left, "left");
+        QTEST(right, "right");
+    }
+
+    void keepsSamplesInOrderAndDropsWhatDoesNotFit()
+    {
+        SampleRing ring;
+        Samples block = silence(1000);
+        Samples left = silence(SampleRing::kFrames);
+        Samples right = left;
+        float next = 0;
+        for (int turn = 0; turn < 100; ++turn) { // several times round
+            for (size_t i = 0; i < block.size(); ++i)
+                block[i] = float(turn) * 1000 + float(i);
+            ring.write(block.data(), int(block.size()), 1);
+            ring.read(left.data(), right.data(), ring.available());
+            for (size_t i = 0; i < block.size(); ++i, ++next)
+                QCOMPARE(left[i], next);
+        }
+        for (int turn = 0; turn < 100; ++turn)
+            ring.write(block.data(), int(block.size()), 1);
+        QCOMPARE(ring.available(), SampleRing::kFrames);
+        ring.skip(SampleRing::kFrames);
+        ring.write(nullptr, 10, 2); // a hole
+        ring.read(left.data(), right.data(), 10);
+        QCOMPARE(left[9], 0.F);
+        QCOMPARE(ring.available(), 0);
+    }
+
+    void takesSamplesWithoutAllocating()
+    {
+        AudioCapturer capturer("source");
+        capturer.setWakeUp(std::make_shared<QSemaphore>());
+        capturer.setRate(kRate);
+        const Samples block = sine(440, 0.5, kRate, kRate / 100);
+        capturer.write(block.data(), int(block.size() / 2), 2);
+        const int before = s_allocations;
+        for (int i = 0; i < 1000; ++i) // fills up on the way
+            capturer.write(block.data(), int(block.size() / 2), 2);
+        QCOMPARE(s_allocations.load(), before);
+        QVERIFY(capturer.analyse(0) > 0);
+        QVERIFY(s_allocations > before); // it does count
+    }
+
+    void endsASourceThatCeasesWithASecondOfSilence()
+    {
+        AudioCapturer capturer("source");
+        QCOMPARE(capturer.analyse(0), qint64(-1)); // nothing has come yet
+        QSignalSpy spectra(&capturer, &AudioCapturer::spectrumsChanged);
+        QSignalSpy peaks(&capturer, &AudioCapturer::channelsPeakValuesChanged);
+        capturer.setRate(kRate);
+        const Samples tone = sine(440, 0.5, kRate, 4096);
+        capturer.write(tone.data(), int(tone.size()), 1);
+        qint64 now = 0;
+        qint64 wait = capturer.analyse(now);
+        QCOMPARE(spectra.size(), 4);
+        QVERIFY(wait >= 100); // a little jitter is no end
+        QCoreApplication::processEvents();
+        for (spectra.clear(); wait > 0 && now < 5000; QCoreApplication::processEvents()) {
+            now += wait;
+            wait = capturer.analyse(now);
+        }
+        QCOMPARE(wait, qint64(-1));
+        QVERIFY(now > 900 && now < 2000);
+        QVERIFY(spectra.size() > 25); // for whoever smooths over several
+        QCOMPARE(levelAt(spectra.last().at(0).value<QVector<SoundChannel>>().at(0), 440), 0.F);
+        QCOMPARE(peaks.last().at(0).value<Peaks>(), Peaks({{"0.0000"}, {"0.0000"}}));
+
+        capturer.setRate(96000); // the source comes back another
+        capturer.analyse(now);
+        const Samples other = sine(440, 0.1, 96000, 3 * 2048);
+        for (int i = 0; i < 8; ++i, QCoreApplication::processEvents()) {
+            capturer.write(other.data(), int(other.size()), 1);
+            capturer.analyse(now);
+        }
+        QVERIFY(levelAt(spectra.last().at(0).value<QVector<SoundChannel>>().at(0), 440) > 55);
+    }
+
+    void doesNotPileUpWhileTheMainThreadIsStuck()
+    {
+        AudioCapturer capturer("source");
+        QSignalSpy spectra(&capturer, &AudioCapturer::spectrumsChanged);
+        capturer.setRate(kRate);
+        const auto run = [&capturer] {
+            for (int i = 0; i < 100; ++i) {
+                capturer.write(nullptr, 1024, 2);
+                capturer.analyse(0);
+            }
+        };
+        run();
+        QVERIFY(spectra.size() > 0 && spectra.size() <= 10);
+        QCoreApplication::processEvents();
+        spectra.clear();
+        run();
+        QVERIFY(spectra.size() > 0);
+    }
 };
+
 QTEST_GUILESS_MAIN(TestAudioAnalysis)
 #include "tst_audio_analysis.moc"

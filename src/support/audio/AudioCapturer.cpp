@@ -39,10 +39,11 @@ qint64 AudioCapturer::analyse(qint64 nowMs)
     if (rate == 0)
         return -1;
     if (!m_analyser || m_analyser->rate() != rate) {
+        if (m_analyser)
+            m_ring.skip(m_ring.available()); // still of the other rate
         m_analyser = std::make_unique<AudioAnalyser>(rate);
         m_left.resize(size_t(m_analyser->hop()));
         m_right.resize(size_t(m_analyser->hop()));
-        m_ring.skip(m_ring.available());
     }
     const int hop = m_analyser->hop();
     const int surplus = m_ring.available() - kMostHopsBehind * hop;

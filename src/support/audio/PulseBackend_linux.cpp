@@ -17,7 +17,8 @@
 namespace {
 constexpr int kFirstLookMs = 1000;
 constexpr int kRetryMs = 300;
-constexpr int kLongestRetryMs = 2400;
+constexpr int kSoonRetries = 10; // enough for a restart
+constexpr int kLateRetryMs = 2400;
 
 constexpr auto kNewsMask = pa_subscription_mask_t(PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
 
@@ -118,13 +119,15 @@ void PulseBackend::onFailed()
         const Lock lock(*this);
         if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context))) {
             dropConnection();
-            if (std::exchange(m_wasConnected, false))
-                qWarning() << "[AudioCapManager]: The connection to the sound server is lost";
-            else if (!std::exchange(m_saidAbsent, true))
-                qWarning() << "[AudioCapManager]: There is no sound server, waiting for one";
+            if (!std::exchange(m_saidAbsent, true)) {
+                qWarning() << (m_wasConnected
+                                   ? "[AudioCapManager]: The connection to the sound server is lost"
+                                   : "[AudioCapManager]: There is no sound server, waiting for one");
+            }
             listChanged = !m_sources.isEmpty();
             m_sources.clear();
-            waitMs = std::min(kRetryMs << std::min(m_failures++, 8), kLongestRetryMs);
+            waitMs = m_failures < kSoonRetries ? kRetryMs : kLateRetryMs;
+            ++m_failures;
         }
     }
     if (listChanged)
