@@ -8,10 +8,12 @@
 #include "ui_ControlPage.h"
 
 #include <QMouseEvent>
-#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 
 namespace {
+
+constexpr int kMinPictureHeight = 200;
 
 bool isControlModeViewEnabled()
 {
@@ -184,6 +186,10 @@ void ControlPage::remeasure()
     // The horizontal bar on purpose: the vertical one comes and goes by itself.
     ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded
                                                                                     : Qt::ScrollBarAlwaysOff);
+    // The picture in the middle of what shows at first, not of a column that runs on below the window.
+    const QMargins frame = ui->lOperateWidRegion->layout()->contentsMargins();
+    const int around = ui->modelImageHeader->sizeHint().height() + frame.top() + frame.bottom();
+    ui->productImgWid->setMaximumHeight(qMax(kMinPictureHeight, ui->scrollArea->height() - around));
 }
 
 void ControlPage::chainTabOrder()
@@ -259,6 +265,12 @@ void ControlPage::changeEvent(QEvent* event)
         for (LineWrappedRadioButton* button : findChildren<LineWrappedRadioButton*>())
             button->rewrap();
         remeasure();
+    } else if (event->type() == QEvent::LayoutDirectionChange) {
+        // The style sheet colours sliders by the direction, which it looks at only once.
+        for (QSlider* slider : findChildren<QSlider*>()) {
+            style()->unpolish(slider);
+            style()->polish(slider);
+        }
     }
     QWidget::changeEvent(event);
 }

@@ -15,7 +15,8 @@ const QColor kFocus(255, 217, 8);
 constexpr int kTextPadding = 10;
 constexpr qreal kIconUnit = 100.0; ///< diameter at which the icon has its own size
 constexpr qreal kFocusWidth = 3.0;
-constexpr int kSmallestTextPx = 11;
+constexpr int kSlightlySmallerPx = 2;
+constexpr int kSmallestTextPx = 10;
 
 } // namespace
 
@@ -66,7 +67,9 @@ void EffectWorkerButton::changeEvent(QEvent* event)
 const QPixmap& EffectWorkerButton::picture()
 {
     const qreal ratio = devicePixelRatioF();
-    const QIcon::Mode mode = isChecked() ? QIcon::Selected : QIcon::Normal;
+    // Of a picture without a selected form the toolkit makes one, tinted in the desktop's highlight colour.
+    const bool selected = isChecked() && !icon().availableSizes(QIcon::Selected).isEmpty();
+    const QIcon::Mode mode = selected ? QIcon::Selected : QIcon::Normal;
     const QString key = QStringLiteral("%1 %2 %3 %4 %5 %6")
                             .arg(icon().cacheKey())
                             .arg(mode)
@@ -116,16 +119,34 @@ void EffectWorkerButton::paintEvent(QPaintEvent*)
 void EffectWorkerButton::drawText(QPainter& painter)
 {
     const QRect strip(0, minimumWidth(), minimumWidth(), minimumHeight() - minimumWidth());
-    // A long name gets somewhat smaller before it is cut.
-    QFont shown = font();
-    const auto widthOf = [this, &shown] {
-        return QFontMetrics(shown).size(Qt::TextShowMnemonic, text()).width();
-    };
-    for (int px = fontInfo().pixelSize() - 1; px >= kSmallestTextPx && widthOf() > strip.width(); --px)
-        shown.setPixelSize(px);
-    painter.setFont(shown);
+    if (m_fitted.text != text() || m_fitted.font != font() || m_fitted.size != strip.size())
+        m_fitted = {text(), font(), strip.size(), fit(strip.size())};
+    painter.setFont(m_fitted.fit.font);
     painter.setPen(kText);
-    painter.drawText(
-        strip, Qt::AlignCenter | Qt::TextShowMnemonic,
-        QFontMetrics(shown).elidedText(text(), Qt::ElideRight, strip.width(), Qt::TextShowMnemonic));
+    painter.drawText(strip, m_fitted.fit.flags, m_fitted.fit.text);
+}
+
+EffectWorkerButton::Fit EffectWorkerButton::fit(const QSize& strip) const
+{
+    // A long name gets somewhat smaller, then it takes two lines, and only then it is cut.
+    constexpr int kLine = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine;
+    constexpr int kLines = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextWordWrap;
+    const int fullPx = QFontInfo(font()).pixelSize();
+    const auto fits = [this, &strip](const QFont& font, int flags) {
+        const QRect needed = QFontMetrics(font).boundingRect(QRect(QPoint(), strip), flags, text());
+        return needed.width() <= strip.width() && needed.height() <= strip.height();
+    };
+    QFont font = this->font();
+    for (int px = fullPx; px >= fullPx - kSlightlySmallerPx; --px) {
+        font.setPixelSize(px);
+        if (fits(font, kLine))
+            return {font, kLine, text()};
+    }
+    for (int px = fullPx - kSlightlySmallerPx; px >= qMin(kSmallestTextPx, fullPx); --px) {
+        font.setPixelSize(px);
+        if (fits(font, kLines))
+            return {font, kLines, text()};
+    }
+    const QFontMetrics metrics(font);
+    return {font, kLine, metrics.elidedText(text(), Qt::ElideRight, strip.width(), Qt::TextShowMnemonic)};
 }

@@ -26,11 +26,28 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// How a name is drawn so that it fits below the disc.
+    struct Fit
+    {
+        QFont font;
+        int flags = 0;
+        QString text;
+    };
+    struct Fitted
+    {
+        QString text;
+        QFont font;
+        QSize size;
+        Fit fit;
+    };
+
     const QPixmap& picture();
+    Fit fit(const QSize& strip) const;
     void drawText(QPainter& painter);
 
     int m_diameter = 0;
     // Scaled once: the sources are much larger than the disc.
     QPixmap m_picture;
     QString m_pictureKey; ///< what m_picture was made of and for
+    Fitted m_fitted;
 };
