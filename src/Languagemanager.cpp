@@ -3,11 +3,10 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QJsonObject>
 #include <QLocale>
 
@@ -27,6 +26,15 @@ QString systemLanguage()
 QString languageOf(const QTranslator& translator)
 {
     return QFileInfo(translator.filePath()).completeBaseName().section(kSeparator, 1);
+}
+
+/// The application's own answer to a translator may have changed the direction since `before`.
+void setDirection(Qt::LayoutDirection direction, Qt::LayoutDirection before)
+{
+    QGuiApplication::setLayoutDirection(direction);
+    // A style sheet asks for a property's value once, and rules of ours ask for the direction.
+    if (direction != before)
+        qApp->setStyleSheet(qApp->styleSheet());
 }
 
 } // namespace
@@ -62,16 +70,17 @@ void LanguageManager::switchLanguage(const QString& language)
 {
     if (language == m_currentLanguage)
         return;
+    const Qt::LayoutDirection before = QGuiApplication::layoutDirection();
     QCoreApplication::removeTranslator(&m_translator);
     if (!m_translator.load(QStringLiteral(":/languages/lumivar_%1.qm").arg(language))) {
-        QGuiApplication::setLayoutDirection(Qt::LeftToRight); // that of the source language
+        setDirection(Qt::LeftToRight, before); // that of the source language
         qDebug().noquote() << "Failed to load translation file for language:" << language;
         return;
     }
     QCoreApplication::installTranslator(&m_translator);
     // Not before: the application itself answers a new translator by a direction of its own. The windows hear
     // of the language later, from the event loop.
-    QGuiApplication::setLayoutDirection(QLocale(language).textDirection());
+    setDirection(QLocale(language).textDirection(), before);
     m_currentLanguage = language;
     ConfigurationManager* config = ConfigurationManager::instance();
     config->AppConfigJsonObj().insert(QLatin1String(ConfigKeys::kLanguage.key), language);

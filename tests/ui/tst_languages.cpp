@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
@@ -183,14 +184,28 @@ private slots:
 
     void arabicMirrorsAndNothingElseDoes()
     {
-        LanguageManager* manager = LanguageManager::instance();
+        QFile sheet(QStringLiteral(":/styles/default.qss"));
+        QVERIFY(sheet.open(QIODevice::ReadOnly));
+        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
         Window window;
-        manager->switchLanguage(QStringLiteral("ar"));
-        QTRY_COMPARE(window.changes, 1);
-        QCOMPARE(window.layoutDirection(), Qt::RightToLeft);
-        manager->switchLanguage(QStringLiteral("en"));
-        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
-        manager->switchLanguage(QStringLiteral("ar"));
+        QSlider slider(Qt::Horizontal, &window);
+        slider.resize(200, 20);
+        slider.setValue(50);
+        const auto isFilled = [&slider](int x) {
+            return slider.grab().toImage().pixelColor(x, 10).red() > 200;
+        };
+        QVERIFY(isFilled(50) && !isFilled(150));
+
+        LanguageManager* manager = LanguageManager::instance();
+        for (const char* language : {"ar", "en", "ar"}) {
+            const bool isArabic = qstrcmp(language, "ar") == 0;
+            window.changes = 0;
+            manager->switchLanguage(QLatin1String(language));
+            QTRY_COMPARE(window.changes, 1);
+            QCOMPARE(window.isRightToLeft(), isArabic);
+            QCOMPARE(isFilled(150), isArabic);
+            QCOMPARE(isFilled(50), !isArabic);
+        }
     }
 
     void languageWithoutCatalogueShowsTheSource()
