@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="vi" sourcelanguage="zh_CN">
 <context>
+    <name>AudioCapManager</name>
+    <message>
+        <source>默认输出 (%1)</source>
+        <translation>Đầu ra mặc định (%1)</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
