@@ -85,9 +85,7 @@ void LumivarApp::fillWorkGroups(const ControlOptions& options)
 void LumivarApp::fillWorkers(const QString& controllerId)
 {
     const ControlOptions& options = m_deviceManager.controlOptions(controllerId);
-    const QMap<QString, WorkerModel> workers = workerModels(m_deviceManager.effects(), options.workMode);
-    // What could not be bound is no choice to show.
-    controlPage().setWorkers(workers, workers.contains(options.subMode) ? options.subMode : QString());
+    controlPage().setWorkers(workerModels(m_deviceManager.effects(), options.workMode), options.subMode);
 }
 
 void LumivarApp::logControlPage() const
@@ -148,7 +146,8 @@ void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
     forEachController([&](AbsRGBController& each) {
         each.setBrightness(brightness);
         each.setEnable(enable);
-        m_deviceManager.setControllerEffect(each.options().id, effect, true);
+        if (!effect.isEmpty())
+            m_deviceManager.setControllerEffect(each.options().id, effect, true);
     });
     logUserAction(QStringLiteral("Successfully set the configuration of all devices to \n\t brightness: %1"
                                  "\n\t enable status: %2\n\t work effect: %3")
