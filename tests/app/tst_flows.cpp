@@ -1,0 +1,517 @@
+#include "LumivarApp.h"
+#include "StripSimulator.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/ControlPage.h"
+#include "ui/ControllerConfigDialog.h"
+#include "ui/HomePage.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QToolButton>
+#include <QtTest>
+#include <vector>
+
+namespace {
+
+constexpr int kWaitMs = 20000;
+constexpr int kLeds = 30;
+const QString kSingleColor = "id.effect.singleColor.singleColor1";
+const QString kMarquee = "id.effect.marquee.marquee";
+const QString kFlowing = "id.effect.colorful.flowingEffect";
+
+ConfigurationManager* config()
+{
+    return ConfigurationManager::instance();
+}
+
+/// A device without a line, for what no line is needed for.
+class FakeController : public AbsRGBController
+{
+    Q_OBJECT
+
+public:
+    FakeController(const QString& id, const QString& name)
+    {
+        m_options.id = id;
+        m_options.model = id.section(u':', 0, 0);
+        m_options.serial = id.section(u':', 1);
+        m_options.kindName = name;
+        m_options.nbLeds = kLeds;
+    }
+    void writeColors(const QVector<LV_RGB>&) override {}
+    void rebuildHeader() override {}
+};
+
+} // namespace
+
+/// The program's flows on the real window and on simulated strips. Each case has devices of its own.
+class FlowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        config()->reset();
+        m_folder = std::make_unique<QTemporaryDir>();
+        qputenv("LUMIVAR_SERIAL_PORTS", portsFile().toLocal8Bit());
+    }
+    void cleanup()
+    {
+        m_app.reset();
+        m_strips.clear();
+        m_ids.clear();
+        m_folder.reset();
+    }
+
+    void userChoosesEffectColourAndLight()
+    {
+        start({kMarquee, kMarquee});
+        openPage(0);
+        QCOMPARE(pageText("modelImageHeader"), "Desk 0 (" + id(0) + ")");
+        pick("workGroupContainer", "GroupInformation", "单色模式");
+        QTRY_VERIFY_WITH_TIMEOUT(shows(0, {0x4F, 0x24, 0xD3}), kWaitMs); // the effect's own first colour
+        setColour(200, 100, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(0, {200, 100, 0}), kWaitMs);
+        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(0, {100, 50, 0}), kWaitMs);
+        click("LEDDisableButton");
+        QTRY_VERIFY_WITH_TIMEOUT(shows(0, {}), kWaitMs);
+        click("installDirectionRTLButton");
+        QCOMPARE(options(0).installDirection, 1U);
+        // A group of several, and in it another effect than the one last used. Picking turns the light on.
+        pick("workGroupContainer", "GroupInformation", "幻彩模式");
+        QVERIFY(options(0).enable);
+        pick("workerContainer", "EffectNames", "流光异彩");
+        QCOMPARE(effects().boundEffectId(id(0)), kFlowing);
+        QTRY_VERIFY_WITH_TIMEOUT(isColourful(0), kWaitMs);
+        pick("workGroupContainer", "GroupInformation", "单色模式");
+        pick("workGroupContainer", "GroupInformation", "幻彩模式");
+        QCOMPARE(page().currentWorker(), kFlowing); // remembered
+        QCOMPARE(effects().boundEffectId(id(0)), kFlowing);
+        // Nothing of it was the other device's business.
+        QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
+        QVERIFY(options(1).brightness == 1.0F && options(1).installDirection == 0 && options(1).enable);
+        // Switched off elsewhere, the page follows.
+        device(0)->setEnable(false);
+        QTRY_VERIFY(!page().isLightEnabled());
+    }
+
+    void multiModeDrivesAllDevices()
+    {
+        start({kSingleColor, kMarquee, kSingleColor});
+        openPage(0);
+        setColour(10, 200, 30);
+        click("multDevControlCheckBox");
+        for (int i = 0; i < 3; ++i)
+            QTRY_VERIFY_WITH_TIMEOUT(shows(i, {10, 200, 30}), kWaitMs);
+        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        for (int i = 0; i < 3; ++i)
+            QTRY_VERIFY_WITH_TIMEOUT(shows(i, {5, 100, 15}), kWaitMs);
+        // An option reaches the workers of the same effect alone, and is no event of theirs.
+        manager().setControllerEffect(id(1), kMarquee, false);
+        QSignalSpy echo(effects().boundWorker(id(2)).data(), &IEffectWorker::effectPropertyChanged);
+        setColour(0, 0, 200);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(2, {0, 0, 100}), kWaitMs);
+        QCOMPARE(echo.size(), 0);
+        QCOMPARE(effects().effectProperty(id(1), "speed").toInt(), ConfigKeys::kMarqueeSpeed.fallback);
+        pick("workGroupContainer", "GroupInformation", "跑马灯模式");
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(effects().boundEffectId(id(i)), kMarquee);
+        click("LEDDisableButton");
+        for (int i = 0; i < 3; ++i)
+            QTRY_VERIFY_WITH_TIMEOUT(shows(i, {}), kWaitMs);
+        click("singleDevControlCheckBox");
+        click("LEDEnableButton");
+        QVERIFY(options(0).enable && !options(1).enable && !options(2).enable);
+        window().findChild<QAbstractButton*>("pushButton_on")->click();
+        QVERIFY(options(1).enable && options(2).enable);
+        window().findChild<QAbstractButton*>("pushButton_off")->click();
+        QVERIFY(!options(0).enable && !page().isLightEnabled());
+    }
+
+    void controlModeAppearsWithTheSecondDevice()
+    {
+        start({kMarquee});
+        openPage(0);
+        auto* region = page().findChild<QWidget*>("devControlModeRegion");
+        QVERIFY(!region->isVisible());
+        add("LV0124:AA", "second");
+        QVERIFY(!region->isVisible());
+        openPage(0);
+        QVERIFY(region->isVisible());
+        manager().removeController("LV0124:AA");
+        openPage(0);
+        QVERIFY(region->isVisible()); // and stays
+    }
+
+    void deviceThatGoesTakesItsPageAlong()
+    {
+        start({kMarquee, kMarquee});
+        openPage(0);
+        m_strips[1]->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(homeButtons().size() == 1, kWaitMs);
+        QVERIFY(!window().isHomePage()); // another device's page
+        m_strips[0]->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(window().isHomePage(), kWaitMs);
+        QVERIFY(homeButtons().isEmpty() && manager().controllerIds().isEmpty());
+        QVERIFY(m_strips[0]->plugIn());
+        QTRY_COMPARE_WITH_TIMEOUT(homeButtons().size(), 1, kWaitMs);
+        openPage(0);
+        QCOMPARE(page().currentWorker(), kMarquee);
+    }
+
+    void deviceGoesWhileItIsRenamed()
+    {
+        start({kMarquee});
+        QLineEdit* editor = editName(0);
+        QTest::keyClicks(editor, "x");
+        m_strips[0]->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(homeButtons().isEmpty(), kWaitMs);
+        QVERIFY(m_strips[0]->plugIn());
+        QTRY_COMPARE_WITH_TIMEOUT(homeButtons().size(), 1, kWaitMs);
+        editor = editName(0);
+        editor->setText("  & <b>灯</b>");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(options(0).kindName, "  & <b>灯</b>");
+        QCOMPARE(homeButton(id(0))->text(), "  & <b>灯</b>");
+    }
+
+    void newCountIsUsedByTheEffect()
+    {
+        start({kSingleColor});
+        whenDialogOpens([](ControllerConfigDialog& dialog) {
+            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(12);
+            dialog.accept();
+        });
+        emit window().homePage()->controllerOptOrdered(id(0));
+        QCOMPARE(options(0).nbLeds, 12U);
+        QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+        QTRY_COMPARE_WITH_TIMEOUT(m_strips[0]->lastFrame().colors.size(), 12, kWaitMs);
+        // What the new worker changes by itself reaches the page as well.
+        openPage(0);
+        QTRY_VERIFY(page().findChild<QSpinBox*>("Rbox"));
+        emit effects().boundWorker(id(0))->effectPropertyChanged("color", QJsonArray{1, 2, 3});
+        QTRY_COMPARE(page().findChild<QSpinBox*>("Bbox")->value(), 3);
+    }
+
+    void deviceFailsInsideItsCountDialog()
+    {
+        start({kSingleColor, kMarquee});
+        whenDialogOpens([this](ControllerConfigDialog&) { m_strips[0]->unplug(); });
+        // As the user does it: on the small button, which goes with the list while its click is handled.
+        auto* small = qvariant_cast<QObject*>(homeButton(id(0))->property("configBtn"));
+        QVERIFY(small);
+        qobject_cast<QAbstractButton*>(small)->click();
+        QTRY_COMPARE_WITH_TIMEOUT(homeButtons().size(), 1, kWaitMs);
+        QVERIFY(effects().boundEffectId(id(0)).isEmpty());
+        QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
+    }
+
+    void buttonPressedInsideTheCountDialogCounts()
+    {
+        config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
+        start({kFlowing});
+        whenDialogOpens([this](ControllerConfigDialog& dialog) {
+            m_strips[0]->pressButton();
+            QTRY_VERIFY_WITH_TIMEOUT(!effects().boundEffectId(id(0)).isEmpty(), kWaitMs);
+            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(7);
+            dialog.accept();
+        });
+        emit window().homePage()->controllerOptOrdered(id(0));
+        QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+        QCOMPARE(options(0).subMode, kSingleColor);
+        QTRY_COMPARE_WITH_TIMEOUT(m_strips[0]->lastFrame().colors.size(), 7, kWaitMs);
+    }
+
+    void buttonWalksTheGroupsWithAStepOnTheMarquee()
+    {
+        config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
+        config()->setAppConfig(ConfigKeys::kPhyBtnSingleCtrlMode.key, true);
+        start({kMarquee, kMarquee});
+        openPage(0);
+        m_strips[0]->pressButton();
+        QTRY_VERIFY_WITH_TIMEOUT(!options(0).enable, kWaitMs);
+        QCOMPARE(effects().boundEffectId(id(0)), kMarquee);
+        // From then on round the groups that have an effect, and nothing is ever left without one.
+        QStringList walked;
+        while (walked.size() < 10 && !walked.contains(kMarquee)) {
+            const QString before = effects().boundEffectId(id(0));
+            m_strips[0]->pressButton();
+            QTRY_VERIFY_WITH_TIMEOUT(effects().boundEffectId(id(0)) != before, kWaitMs);
+            walked += effects().boundEffectId(id(0));
+            QCOMPARE(page().currentWorker(), walked.last());
+            QVERIFY(options(0).enable);
+        }
+        QCOMPARE(walked.first(), kSingleColor);
+        QCOMPARE(walked.last(), kMarquee);
+        QVERIFY(!walked.contains(""));
+        QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
+
+        config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 0);
+        config()->setAppConfig(ConfigKeys::kPhyBtnSingleCtrlMode.key, false);
+        device(0)->setEnable(false);
+        m_strips[1]->pressButton(); // the pressed device decides for all
+        QTRY_VERIFY_WITH_TIMEOUT(!options(1).enable, kWaitMs);
+        QVERIFY(!options(0).enable);
+    }
+
+    void effectsThatAreGoneGiveWayToOnesThatExist()
+    {
+        start({"id.effect.gone.forever"});
+        config()->setGlobalValue(ConfigKeys::lastBindingKey(id(0), "id.effect.singleColor"),
+                                 "id.effect.singleColor.gone");
+        openPage(0);
+        QCOMPARE(page().currentWorker(), effects().boundEffectId(id(0)));
+        QCOMPARE(page().currentGroup(), "id.effect.colorful");
+        pick("workGroupContainer", "GroupInformation", "单色模式");
+        QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+        manager().setControllerEffect(id(0), "id.effect.gone.forever", true); // bound to nothing
+        m_app->updateControlPageView();
+        QVERIFY(effects().boundEffectId(id(0)).isEmpty());
+        pick("workGroupContainer", "GroupInformation", "跑马灯模式");
+        QCOMPARE(effects().boundEffectId(id(0)), kMarquee);
+    }
+
+    void aPageIsFilledWithoutWritingBack()
+    {
+        start({kSingleColor});
+        openPage(0);
+        setColour(9, 8, 7);
+        QCOMPARE(effects().effectProperty(id(0), "color"), QJsonValue(QJsonArray{9, 8, 7}));
+        QSignalSpy changes(&page(), &ControlPage::sOptWidPropertyChanged);
+        QSignalSpy modes(&page(), &ControlPage::controlModeChanged);
+        for (int i = 0; i < 3; ++i)
+            openPage(0);
+        QVERIFY(changes.isEmpty() && modes.isEmpty());
+        QCOMPARE(page().findChild<QSpinBox*>("Gbox")->value(), 8);
+        // A worker that is gone reaches nothing; the one in its place does, once.
+        const auto old = effects().boundWorker(id(0));
+        effects().unbindController(id(0));
+        manager().setControllerEffect(id(0), kSingleColor, true);
+        emit old->effectPropertyChanged("color", QJsonArray{50, 50, 50});
+        emit effects().boundWorker(id(0))->effectPropertyChanged("color", QJsonArray{60, 60, 60});
+        QTRY_COMPARE(page().findChild<QSpinBox*>("Gbox")->value(), 60);
+        QVERIFY(changes.isEmpty());
+    }
+
+    void groupsFitTheDevice()
+    {
+        start({});
+        add("LV0N03:01", "Matrix");
+        add("LV0127:01", "Strip");
+        const bool known = effects().hasEffect("id.effect.graphics.graphics");
+        emit window().homePage()->controllerEntryOrdered("LV0N03:01");
+        QCOMPARE(button("workGroupContainer", "GroupInformation", "图形模式") != nullptr, known);
+        emit window().homePage()->controllerEntryOrdered("LV0127:01");
+        QVERIFY(!button("workGroupContainer", "GroupInformation", "图形模式"));
+        for (const QString& group : effects().groupIds()) {
+            const EffectGroupInfo info = effects().groupInfo(group);
+            if (info.workers.isEmpty())
+                QVERIFY2(!button("workGroupContainer", "GroupInformation", info.name), qPrintable(group));
+        }
+    }
+
+    void fiftyDevicesWithOddNames()
+    {
+        start({});
+        const QStringList names{"",
+                                "&Amp && co",
+                                QString(5000, u'W'),
+                                "two\nlines",
+                                "<b>x",
+                                QString(u'\u202e') + "r",
+                                QString(QChar(0xd800)),
+                                "%1%2%n"};
+        for (int i = 0; i < 50; ++i)
+            add(QString("LV0127:%1").arg(i, 2, 10, QChar(u'0')), names[i % names.size()]);
+        QTRY_COMPARE(homeButtons().size(), 50); // the replaced ones go with the event loop
+        QVERIFY(window().width() < 3000);
+        for (int i = 0; i < names.size(); ++i) {
+            const QString deviceId = QString("LV0127:%1").arg(i, 2, 10, QChar(u'0'));
+            QCOMPARE(homeButton(deviceId)->text(), names[i]);
+            QTest::mouseClick(homeButton(deviceId), Qt::LeftButton, {}, QPoint(50, 40));
+            QCOMPARE(page().controllerId(), deviceId);
+            window().switchToHomePage();
+        }
+        QVERIFY(window().width() < 3000);
+    }
+
+    void comesUpAsItIsAsked_data()
+    {
+        QTest::addColumn<QByteArray>("property");
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<bool>("shownOnWakeUp");
+        QTest::newRow("by the user") << QByteArray("unused") << true << true;
+        QTest::newRow("with the desktop") << QByteArray("isAutoStartup") << false << true;
+        QTest::newRow("without a display") << QByteArray("isHeadless") << false << false;
+    }
+    void comesUpAsItIsAsked()
+    {
+        QFETCH(QByteArray, property);
+        qApp->setProperty(property.constData(), true);
+        const auto unset = qScopeGuard([property] { qApp->setProperty(property.constData(), QVariant()); });
+        start({});
+        QFETCH(bool, shown);
+        QFETCH(bool, shownOnWakeUp);
+        QCOMPARE(window().isVisible(), shown);
+        m_app->onWakeUpRequested();
+        QCOMPARE(window().isVisible(), shownOnWakeUp);
+        window().showMinimized();
+        m_app->onWakeUpRequested();
+        QVERIFY(window().isMinimized());
+    }
+
+private:
+    QString portsFile() const { return m_folder->filePath("ports.json"); }
+
+    /// The program with a strip for each effect, which is what it had last.
+    void start(const QStringList& storedEffects)
+    {
+        for (const QString& effect : storedEffects) {
+            const int number = static_cast<int>(m_strips.size());
+            StripSimulator::Options options;
+            options.portsFile = portsFile();
+            options.portName = QString("ttySIM%1").arg(number);
+            options.serial[2] = static_cast<char>(++m_serials);
+            m_ids += "LV0127:" + QString::fromLatin1(options.serial.toHex().toUpper());
+            config()->controllerJsonObj(m_ids.last()) = {{"kindName", QString("Desk %1").arg(number)},
+                                                         {"brightness", 1.0},
+                                                         {"enable", true},
+                                                         {"nbLeds", kLeds},
+                                                         {"adjustableLength", true},
+                                                         {"workMode", EffectWorkerOptions::groupOf(effect)},
+                                                         {"subMode", effect}};
+            config()->saveControllerJsonObj(m_ids.last());
+            m_strips.push_back(std::make_unique<StripSimulator>(options));
+            QVERIFY(m_strips.back()->plugIn());
+        }
+        m_app = std::make_unique<LumivarApp>(nullptr);
+        QTRY_COMPARE_WITH_TIMEOUT(manager().controllerIds().size(), storedEffects.size(), kWaitMs);
+    }
+    void add(const QString& id, const QString& name)
+    {
+        QVERIFY(QMetaObject::invokeMethod(
+            &manager(), "addController",
+            Q_ARG(AbsRGBControllerPtr, AbsRGBControllerPtr(new FakeController(id, name)))));
+    }
+
+    MainWindow& window() { return m_app->mainWindow(); }
+    ControlPage& page() { return *window().controlPage(); }
+    DeviceManager& manager() { return m_app->deviceManager(); }
+    EffectsManager& effects() { return manager().effects(); }
+    QString id(int strip) const { return m_ids[strip]; }
+    AbsRGBControllerPtr device(int strip) { return manager().controller(id(strip)); }
+    const ControlOptions& options(int strip) { return manager().controlOptions(id(strip)); }
+    QString pageText(const char* label) { return page().findChild<QLabel*>(label)->text(); }
+
+    QList<QToolButton*> homeButtons()
+    {
+        QList<QToolButton*> buttons;
+        for (auto* each : window().homePage()->findChildren<QToolButton*>()) {
+            if (each->property("role") == "deviceButton")
+                buttons += each;
+        }
+        return buttons;
+    }
+    QToolButton* homeButton(const QString& controllerId)
+    {
+        for (QToolButton* each : homeButtons()) {
+            if (each->property("controllerId") == controllerId)
+                return each;
+        }
+        qFatal("no button of %s", qPrintable(controllerId));
+    }
+    void openPage(int strip)
+    {
+        window().switchToHomePage();
+        QTest::mouseClick(homeButton(id(strip)), Qt::LeftButton, {}, QPoint(50, 40));
+        QVERIFY(!window().isHomePage());
+        QCOMPARE(page().controllerId(), id(strip));
+    }
+    QLineEdit* editName(int strip)
+    {
+        QToolButton* of = homeButton(id(strip));
+        QTest::mouseClick(of, Qt::LeftButton, {}, QPoint(of->width() / 2, of->height() - 5));
+        return of->findChild<QLineEdit*>();
+    }
+
+    /// Null when the page does not offer it.
+    QAbstractButton* button(const char* container, const char* context, const QString& source)
+    {
+        const QString text = QCoreApplication::translate(context, source.toUtf8().constData());
+        for (auto* each : page().findChild<QWidget*>(container)->findChildren<QAbstractButton*>()) {
+            if (each->text().simplified() == text.simplified())
+                return each;
+        }
+        return nullptr;
+    }
+    void pick(const char* container, const char* context, const char* source)
+    {
+        QAbstractButton* found = button(container, context, source);
+        QVERIFY2(found, source);
+        press(found);
+        QVERIFY2(found->isChecked(), source);
+    }
+    void click(const char* name)
+    {
+        auto* found = page().findChild<QAbstractButton*>(name);
+        QVERIFY2(found, name);
+        press(found);
+    }
+    /// A radio button takes clicks on its mark and text, a round one within its disc.
+    static void press(QAbstractButton* button)
+    {
+        const QPoint at = button->height() < 60 ? QPoint(10, button->height() / 2) : button->rect().center();
+        QTest::mouseClick(button, Qt::LeftButton, {}, at);
+    }
+    void setColour(int red, int green, int blue)
+    {
+        QVERIFY(page().findChild<QSpinBox*>("Rbox"));
+        page().findChild<QSpinBox*>("Rbox")->setValue(red);
+        page().findChild<QSpinBox*>("Gbox")->setValue(green);
+        page().findChild<QSpinBox*>("Bbox")->setValue(blue);
+    }
+
+    bool shows(int strip, LV_RGB color)
+    {
+        const QVector<LV_RGB> shown = m_strips[strip]->lastFrame().colors;
+        return shown.size() == kLeds && shown.count(color) == kLeds;
+    }
+    bool isColourful(int strip)
+    {
+        const QVector<LV_RGB> shown = m_strips[strip]->lastFrame().colors;
+        return !shown.isEmpty() && shown.count(shown.first()) < shown.size() / 2;
+    }
+    /// Runs inside the next count dialog, and sees to it that it ends.
+    template <typename Action>
+    static void whenDialogOpens(Action action)
+    {
+        auto* poll = new QTimer(qApp);
+        connect(poll, &QTimer::timeout, [poll, action] {
+            const QPointer<ControllerConfigDialog> dialog =
+                qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            poll->deleteLater();
+            poll->stop();
+            action(*dialog);
+        });
+        poll->start(5);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::vector<std::unique_ptr<StripSimulator>> m_strips;
+    QStringList m_ids;
+    int m_serials = 0;
+    std::unique_ptr<LumivarApp> m_app;
+};
+
+QTEST_MAIN(FlowsTest)
+#include "tst_flows.moc"

@@ -1,0 +1,275 @@
+#include "LumivarApp.h"
+#include "ProgramUnderTest.h"
+#include "StripSimulator.h"
+#include "VirtualDisplay.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/ControlPage.h"
+#include "ui/HomePage.h"
+#include "ui/QuitAskDialog.h"
+
+#include <QAbstractButton>
+#include <QtTest>
+#include <vector>
+
+namespace {
+
+constexpr int kWaitMs = 8000;
+constexpr int kLeds = 60;
+constexpr QSize kScreen(1500, 1000);
+const QString kStripId = "LV0127:01020304";
+const QString kFirstEffect = "id.effect.marquee.marquee";
+const LV_RGB kFirstColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
+
+QJsonObject storedStrip()
+{
+    return {{"kindName", "Desk"},
+            {"brightness", 1.0},
+            {"enable", true},
+            {"nbLeds", kLeds},
+            {"workMode", EffectWorkerOptions::groupOf(kFirstEffect)},
+            {"subMode", kFirstEffect}};
+}
+
+bool isNear(const QRect& a, const QRect& b)
+{
+    constexpr int kPixels = 20;
+    return (a.topLeft() - b.topLeft()).manhattanLength() <= kPixels &&
+           (a.bottomRight() - b.bottomRight()).manhattanLength() <= kPixels;
+}
+
+class SilentController : public AbsRGBController
+{
+public:
+    SilentController()
+    {
+        m_options.id = kStripId;
+        m_options.model = "LV0127";
+        m_options.serial = kStripId.section(u':', 1);
+        m_options.image = QImage("images/products/LV0127.jpg");
+        loadConfig();
+    }
+    void writeColors(const QVector<LV_RGB>&) override {}
+    void rebuildHeader() override {}
+};
+
+} // namespace
+
+/// The program's window as the user has it before them: a real window manager, a real tray, a real pointer.
+/// Where to click is read from an identical window inside the test, which nobody sees.
+class WindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QApplication::setFont(QFont("Arial")); // as the program does
+        qputenv("LUMIVAR_SERIAL_PORTS", "no-such-file.json");
+        ConfigurationManager::instance()->controllerJsonObj(kStripId) = storedStrip();
+        m_twin = std::make_unique<LumivarApp>(nullptr);
+        const AbsRGBControllerPtr device(new SilentController);
+        QVERIFY(QMetaObject::invokeMethod(&m_twin->deviceManager(), "addController",
+                                          Q_ARG(AbsRGBControllerPtr, device)));
+    }
+    void cleanupTestCase() { m_twin.reset(); }
+
+    void init()
+    {
+        m_display = std::make_unique<VirtualDisplay>(kScreen);
+        m_display->setArguments({"-dpi", "96"}); // one pixel of the twin is one on the screen
+        QVERIFY(m_display->start());
+        m_program = std::make_unique<ProgramUnderTest>();
+        m_program->setDisplay(m_display->name());
+        m_program->writeConfig("controllers.json", {{kStripId, storedStrip()}});
+        StripSimulator::Options options;
+        options.portsFile = m_program->portsFile();
+        m_strip = std::make_unique<StripSimulator>(options);
+        QVERIFY(m_strip->plugIn());
+    }
+    void cleanup()
+    {
+        m_program.reset();
+        m_strip.reset();
+        m_desktop.clear();
+        m_display.reset();
+    }
+
+    void userWorksWithTheWindow()
+    {
+        startDesktop("openbox", {"--sm-disable"});
+        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!geometry().isEmpty(), kWaitMs);
+        QVERIFY(QRect(QPoint(), kScreen).contains(geometry()));
+
+        click(homeButton());
+        QTRY_VERIFY_WITH_TIMEOUT(logs("has been switched to control page"), kWaitMs);
+        emit m_twin->mainWindow().homePage()->controllerEntryOrdered(kStripId);
+        click(groupButton("单色模式"));
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
+        click(twinWidget("LEDDisableButton"));
+        QTRY_VERIFY_WITH_TIMEOUT(shows({}), kWaitMs);
+        click(twinWidget("pushButton_on"));
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
+
+        // By the title bar, then by two edges and a corner. A drag counts once it is longer than a click.
+        QRect before = geometry();
+        drag(before.topLeft() + QPoint(200, 25), QPoint(-90, 60));
+        QTRY_VERIFY_WITH_TIMEOUT(isNear(geometry(), before.translated(-90, 60)), kWaitMs);
+        before = geometry();
+        drag(QPoint(before.right() - 1, before.center().y()), QPoint(80, 0));
+        QTRY_VERIFY_WITH_TIMEOUT(isNear(geometry(), before.adjusted(0, 0, 80, 0)), kWaitMs);
+        before = geometry();
+        drag(QPoint(before.center().x(), before.top() + 2), QPoint(0, -60));
+        QTRY_VERIFY_WITH_TIMEOUT(isNear(geometry(), before.adjusted(0, -60, 0, 0)), kWaitMs);
+        before = geometry();
+        drag(before.bottomRight() - QPoint(1, 1), QPoint(-60, 70));
+        QTRY_VERIFY_WITH_TIMEOUT(isNear(geometry(), before.adjusted(0, 0, -60, 70)), kWaitMs);
+
+        // The close button asks once; the program goes on in the tray, and comes back from there.
+        const QPoint close(geometry().right() - 20, geometry().top() + 25);
+        click(close);
+        answerAndRemember("miniActBtn");
+        QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
+        m_strip->clear();
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 0, kWaitMs);
+        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
+        QTRY_VERIFY_WITH_TIMEOUT(!geometry().isEmpty(), kWaitMs);
+        click(close);
+        QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
+        click(QPoint(12, kScreen.height() - 12)); // the one icon in the tray
+        QTRY_VERIFY_WITH_TIMEOUT(!geometry().isEmpty(), kWaitMs);
+        QVERIFY(shows(kFirstColor));
+        QVERIFY(m_program->terminate());
+        QCOMPARE(m_program->readConfig("app.json")["runtime.closeButtonAction"].toString(),
+                 "Minimize to the system tray");
+        QTRY_VERIFY(shows({}));
+    }
+
+    void withoutATrayAHiddenWindowComesWithTheSecondStart()
+    {
+        m_program->start({"--auto_startup"});
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
+        QVERIFY(logs("There is no tray to come up in"));
+        QVERIFY(geometry().isEmpty());
+        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
+        QTRY_VERIFY_WITH_TIMEOUT(!geometry().isEmpty(), kWaitMs);
+        QVERIFY(QRect(QPoint(), kScreen).contains(geometry()));
+        QVERIFY(m_program->terminate());
+    }
+
+private:
+    void startDesktop(const QString& program, const QStringList& arguments)
+    {
+        m_desktop.push_back(std::make_unique<QProcess>());
+        m_display->startProgram(*m_desktop.back(), program, arguments);
+        QVERIFY2(m_desktop.back()->waitForStarted(), qPrintable(program));
+    }
+
+    /// The first visible window of the program whose width lies in between, or nothing: by the width the main
+    /// window and the dialog are told apart.
+    QRect windowBetween(int minWidth, int maxWidth) const
+    {
+        // Ends with 1 when there is none; the shell keeps that from being an error.
+        QByteArray found;
+        m_display->run("sh", {"-c", "xdotool search --onlyvisible --name '^Lumivar$' || true"}, &found);
+        for (const QByteArray& window : found.split('\n')) {
+            QByteArray text;
+            QMap<QByteArray, int> values;
+            if (window.isEmpty() ||
+                !m_display->run("xdotool", {"getwindowgeometry", "--shell", QString::fromLatin1(window)},
+                                &text))
+                continue; // gone meanwhile
+            for (const QByteArray& line : text.split('\n'))
+                values[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
+            const QRect geometry(values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]);
+            if (geometry.width() >= minWidth && geometry.width() <= maxWidth)
+                return geometry;
+        }
+        return {};
+    }
+    QRect geometry() const { return windowBetween(700, kScreen.width()); }
+    QRect dialog() const { return windowBetween(200, 699); }
+
+    /// In the question of the close button.
+    void answerAndRemember(const char* button)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(!dialog().isEmpty(), kWaitMs);
+        QuitAskDialog twin(&m_twin->mainWindow());
+        twin.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog().size(), twin.size());
+        const QPoint origin = dialog().topLeft();
+        for (const char* name : {"rememberCbx", button}) {
+            const auto* widget = twin.findChild<QWidget*>(name);
+            click(origin + widget->mapTo(&twin, QPoint(15, widget->height() / 2)));
+        }
+    }
+
+    void click(QPoint at) const
+    {
+        QVERIFY(m_display->run("xdotool", {"mousemove", QString::number(at.x()), QString::number(at.y()),
+                                           "sleep", "0.1", "click", "1"}));
+    }
+    /// In the middle of the widget that stands where its twin does.
+    void click(const QWidget* twin)
+    {
+        QVERIFY(twin && twin->isVisible());
+        MainWindow& window = m_twin->mainWindow();
+        const QRect real = geometry();
+        window.resize(real.size());
+        QCoreApplication::processEvents();
+        click(real.topLeft() + twin->mapTo(&window, twin->rect().center()));
+    }
+    void drag(QPoint from, QPoint distance) const
+    {
+        constexpr int kSteps = 20;
+        QStringList script{
+            "mousemove", QString::number(from.x()), QString::number(from.y()), "sleep", "0.1", "mousedown",
+            "1"};
+        for (int i = 1; i <= kSteps; ++i) {
+            const QPoint at = from + distance * i / kSteps;
+            script += {"sleep", "0.02", "mousemove", QString::number(at.x()), QString::number(at.y())};
+        }
+        QVERIFY(m_display->run("xdotool", script << "sleep"
+                                                 << "0.1"
+                                                 << "mouseup"
+                                                 << "1"));
+    }
+
+    bool logs(const QString& text) const { return m_program->logText().contains(text); }
+    bool shows(LV_RGB color) const
+    {
+        const QVector<LV_RGB> shown = m_strip->lastFrame().colors;
+        return shown.size() == kLeds && shown.count(color) == kLeds;
+    }
+
+    QWidget* twinWidget(const char* name) { return m_twin->mainWindow().findChild<QWidget*>(name); }
+    QWidget* homeButton()
+    {
+        for (auto* each : m_twin->mainWindow().homePage()->findChildren<QAbstractButton*>()) {
+            if (each->property("controllerId") == kStripId)
+                return each;
+        }
+        return nullptr;
+    }
+    QWidget* groupButton(const char* source)
+    {
+        const QString text = QCoreApplication::translate("GroupInformation", source);
+        for (auto* each : twinWidget("workGroupContainer")->findChildren<QAbstractButton*>()) {
+            if (each->text().simplified() == text.simplified())
+                return each;
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<LumivarApp> m_twin;
+    std::unique_ptr<VirtualDisplay> m_display;
+    std::vector<std::unique_ptr<QProcess>> m_desktop;
+    std::unique_ptr<ProgramUnderTest> m_program;
+    std::unique_ptr<StripSimulator> m_strip;
+};
+
+QTEST_MAIN(WindowTest)
+#include "tst_window.moc"
