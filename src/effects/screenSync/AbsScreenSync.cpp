@@ -105,6 +105,9 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     if (sourceIdx.isEmpty())
         sourceIdx = capturers.first();
     setInputSourceIdx(sourceIdx);
+    // Grabbing begins with the first pull: without this one the first tick would find nothing yet.
+    if (m_capturer)
+        m_capturer->grabFrame();
     return 0;
 }
 
