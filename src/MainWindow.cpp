@@ -142,9 +142,11 @@ bool MainWindow::isFillingScreen() const
 WindowRegion MainWindow::regionAt(QPoint position) const
 {
     QVector<QRect> buttons;
-    for (const QAbstractButton* button : ui->titleBar->findChildren<QAbstractButton*>()) {
-        if (button->isVisibleTo(this))
-            buttons += QRect(button->mapTo(this, QPoint()), button->size());
+    if (position.y() < m_titleHeight) {
+        for (const QAbstractButton* button : ui->titleBar->findChildren<QAbstractButton*>()) {
+            if (button->isVisibleTo(this))
+                buttons += QRect(button->mapTo(this, QPoint()), button->size());
+        }
     }
     return windowRegionAt(position, size(), m_titleHeight, isFillingScreen() ? kNoBorder : m_borderWidth,
                           buttons);

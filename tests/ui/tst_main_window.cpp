@@ -1,0 +1,233 @@
+#include "MainWindow.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/HomePage.h"
+#include "ui/QuitAskDialog.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QToolButton>
+#include <QWindow>
+#include <QtTest>
+
+namespace {
+
+constexpr int kStays = 7;
+const QLatin1String kCloseKey(ConfigKeys::kCloseButtonAction.key);
+
+void press(const MainWindow& window, const char* button)
+{
+    QTest::mouseClick(window.findChild<QAbstractButton*>(button), Qt::LeftButton);
+}
+
+QPoint middleOf(const MainWindow& window, const char* button)
+{
+    const auto* widget = window.findChild<QAbstractButton*>(button);
+    return widget->mapTo(&window, widget->rect().center());
+}
+
+/// What the user does to the dialog that the next press opens, if it opens one.
+template <typename Dialog, typename Answer>
+void answerNext(Answer answer)
+{
+    QTimer::singleShot(0, qApp, [answer] {
+        if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+            answer(*dialog);
+    });
+}
+
+/// Whether the close button ends the event loop, with this answer to its question.
+template <typename Answer>
+bool quitsOnClose(const MainWindow& window, Answer answer)
+{
+    QTimer still;
+    still.setSingleShot(true);
+    QObject::connect(&still, &QTimer::timeout, [] { QCoreApplication::exit(kStays); });
+    QTimer::singleShot(0, &window, [&] {
+        answerNext<QuitAskDialog>(answer);
+        press(window, "toolButton_close");
+        still.start();
+    });
+    return QCoreApplication::exec() != kStays;
+}
+
+void drag(QWindow* window, QPoint from, QPoint distance)
+{
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    QTest::mouseMove(window, from + distance);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, from);
+}
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        ConfigurationManager::instance()->reset();
+    }
+
+    void titleBarTellsWhatIsOrdered()
+    {
+        MainWindow window;
+        window.show();
+        const qulonglong address = qApp->property("mainWindowPointer").toULongLong();
+        QCOMPARE(address,
+                 static_cast<qulonglong>(reinterpret_cast<quintptr>(static_cast<QWidget*>(&window))));
+        QVERIFY(window.isHomePage());
+        window.switchToControlPage();
+        QVERIFY(!window.isHomePage());
+        press(window, "pushButton_home");
+        QVERIFY(window.isHomePage());
+
+        QSignalSpy switches(&window, &MainWindow::allStrapOnOff);
+        press(window, "pushButton_on");
+        QVERIFY(QTest::qWaitForWindowActive(&window));        // shortcuts belong to the active window
+        QTest::keyClick(&window, Qt::Key_N, Qt::AltModifier); // all off
+        QTRY_COMPARE(switches.count(), 2);                    // the button shows the press first
+        QCOMPARE(switches.at(0).at(0).toBool(), true);
+        QCOMPARE(switches.at(1).at(0).toBool(), false);
+    }
+
+    void buttonsThatLeadNowhereAreCaption()
+    {
+        MainWindow window;
+        window.show();
+        QSignalSpy help(&window, &MainWindow::requestShowHelpDlg);
+        const QPoint settings = middleOf(window, "pushButton_settings");
+        QCOMPARE(window.regionAt(settings), WindowRegion::None);
+        window.hideUnusedButtons();
+        QCOMPARE(window.regionAt(settings), WindowRegion::Caption);
+        press(window, "pushButton_help");
+        QCOMPARE(help.count(), 1);
+    }
+
+    void closeButtonAsksOnce_data()
+    {
+        QTest::addColumn<QJsonValue>("stored");
+        QTest::addColumn<QString>("answer"); // a button of the dialog; empty: no dialog is wanted
+        QTest::addColumn<bool>("remember");
+        QTest::addColumn<bool>("isQuit");
+        QTest::addColumn<QJsonValue>("kept");
+        const QJsonValue none;
+        const QJsonValue quit("Quit the application");
+        const QJsonValue hide("Minimize to the system tray");
+        QTest::newRow("quit, for good") << none << "exitActBtn" << true << true << quit;
+        QTest::newRow("hide, this time") << none << "miniActBtn" << false << false << none;
+        QTest::newRow("header, for good") << none << "toolButton" << true << false << hide;
+        QTest::newRow("stored quit") << quit << "" << false << true << quit;
+        QTest::newRow("stored nonsense")
+            << QJsonValue("later") << "" << false << false << QJsonValue("later");
+    }
+    void closeButtonAsksOnce()
+    {
+        QFETCH(QJsonValue, stored);
+        QFETCH(QString, answer);
+        QFETCH(bool, remember);
+        QFETCH(bool, isQuit);
+        auto* config = ConfigurationManager::instance();
+        config->setAppConfig(kCloseKey, stored);
+        MainWindow window;
+        window.show();
+        bool isAsked = false;
+        const bool hasQuit = quitsOnClose(window, [&](QuitAskDialog& dialog) {
+            isAsked = true;
+            dialog.findChild<QCheckBox*>("rememberCbx")->setChecked(remember);
+            auto* button = dialog.findChild<QAbstractButton*>(answer);
+            button != nullptr ? button->click() : dialog.reject();
+        });
+        QCOMPARE(hasQuit, isQuit);
+        QCOMPARE(isAsked, !answer.isEmpty());
+        QCOMPARE(window.isVisible(), isQuit); // it goes with the program
+        QTEST(config->appConfig(kCloseKey), "kept");
+    }
+
+    void updateIsOrderedOnlyOnYes()
+    {
+        MainWindow window;
+        window.showNewVersionBtn();
+        window.show();
+        QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
+        auto* button = window.findChild<QPushButton*>("newVersionBtn");
+        for (const int choice : {1, 0}) { // no, then yes
+            answerNext<QMessageBox>([choice](QMessageBox& box) { box.buttons().at(choice)->click(); });
+            press(window, "newVersionBtn");
+            QCOMPARE(button->isVisible(), choice == 1);
+        }
+        QCOMPARE(orders.count(), 1);
+    }
+
+    void windowIsMovedAndResizedWithoutAWindowManager()
+    {
+        MainWindow window;
+        QPushButton child(window.homePage());
+        child.setGeometry(0, 0, 300, 300);
+        QSignalSpy presses(&child, &QPushButton::pressed);
+        window.setGeometry(100, 100, 900, 600);
+        window.show();
+        QWindow* handle = window.windowHandle();
+
+        drag(handle, {400, 25}, {30, 40});
+        QCOMPARE(window.geometry(), QRect(130, 140, 900, 600));
+        drag(handle, {2, 200}, {-30, 7}); // over the child
+        QCOMPARE(window.geometry(), QRect(100, 140, 930, 600));
+        QCOMPARE(presses.count(), 0);
+        drag(handle, {50, 200}, {30, 40});
+        QCOMPARE(presses.count(), 1);
+        drag(handle, middleOf(window, "pushButton_home"), {30, 40});
+        drag(handle, {400, 25}, {3, 3}); // a click that shakes
+        QCOMPARE(window.geometry(), QRect(100, 140, 930, 600));
+
+        QTest::mouseMove(handle, {2, 200});
+        QVERIFY(QGuiApplication::overrideCursor());
+        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::SizeHorCursor);
+        QTest::mouseMove(handle, {2, 599});
+        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::SizeBDiagCursor);
+        QTest::mouseMove(handle, {300, 300});
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void doubleClickMaximises()
+    {
+        MainWindow window;
+        window.show();
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 25});
+        QTRY_VERIFY(window.isMaximized());
+        const QPoint edge(window.width() - 1, 300);
+        QCOMPARE(window.regionAt(edge), WindowRegion::None);
+        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Caption); // up to the screen's edge
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 0});
+        QTRY_VERIFY(!window.isMaximized());
+        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Top);
+    }
+
+    void mirroredTitleBarKeepsItsButtons()
+    {
+        MainWindow window;
+        window.show();
+        const QPoint left = middleOf(window, "toolButton_close");
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        QTRY_VERIFY(middleOf(window, "toolButton_close").x() < 100);
+        QCOMPARE(window.regionAt(middleOf(window, "toolButton_close")), WindowRegion::None);
+        QCOMPARE(window.regionAt(left), WindowRegion::Caption);
+    }
+
+    void newLookReachesTheWindow()
+    {
+        MainWindow window;
+        window.show();
+        qApp->setStyleSheet(QStringLiteral("QWidget { background-color: rgb(1, 2, 3); }"));
+        QTRY_COMPARE(window.grab().toImage().pixelColor(400, 25), QColor(1, 2, 3));
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_main_window.moc"
