@@ -9,11 +9,12 @@
 
 #include <QMouseEvent>
 #include <QSignalBlocker>
-#include <QStyle>
 
 namespace {
 
 constexpr int kMinPictureHeight = 200;
+/// A word that is wider is cut rather than let it push the right column aside.
+constexpr int kMaxWordWidth = 260;
 
 bool isControlModeViewEnabled()
 {
@@ -192,6 +193,14 @@ void ControlPage::remeasure()
     ui->productImgWid->setMaximumHeight(qMax(kMinPictureHeight, ui->scrollArea->height() - around));
 }
 
+void ControlPage::fitTexts()
+{
+    for (LineWrappedRadioButton* button : findChildren<LineWrappedRadioButton*>()) {
+        button->setMinimumWidth(qMin(button->longestWordWidth(), kMaxWordWidth));
+        button->rewrap();
+    }
+}
+
 void ControlPage::chainTabOrder()
 {
     // From top to bottom; buttons and options that came later would stand behind everything else.
@@ -251,6 +260,7 @@ void ControlPage::resizeEvent(QResizeEvent* event)
 void ControlPage::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    fitTexts();
     remeasure();
 }
 
@@ -262,15 +272,8 @@ void ControlPage::changeEvent(QEvent* event)
             translateGroup(group);
         for (const WorkerModel& worker : qAsConst(m_workers))
             translateWorker(worker);
-        for (LineWrappedRadioButton* button : findChildren<LineWrappedRadioButton*>())
-            button->rewrap();
+        fitTexts();
         remeasure();
-    } else if (event->type() == QEvent::LayoutDirectionChange) {
-        // The style sheet colours sliders by the direction, which it looks at only once.
-        for (QSlider* slider : findChildren<QSlider*>()) {
-            style()->unpolish(slider);
-            style()->polish(slider);
-        }
     }
     QWidget::changeEvent(event);
 }

@@ -88,6 +88,7 @@ private:
     void toggleControlModeView();
     void remeasure();
     void showControllerName();
+    void fitTexts();
     void chainTabOrder();
 
     void addGroupButton(const QString& id, WorkGroupModel& model);

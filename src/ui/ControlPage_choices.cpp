@@ -19,8 +19,6 @@ constexpr int kGroupMargin = 20;
 constexpr int kWorkerColumns = 4;
 constexpr int kWorkerDiameter = 100;
 constexpr int kToolTipMs = 30000;
-/// A word that is wider is cut rather than let it push the right column aside.
-constexpr int kMaxWordWidth = 260;
 
 QString translated(const char* context, const QString& source)
 {
@@ -117,7 +115,6 @@ void ControlPage::translateGroup(const WorkGroupModel& model)
     model.button->setText(buttonText(name));
     model.button->setAccessibleName(name);
     model.button->setToolTip(toolTipText(translated("GroupInformation", model.tooltip)));
-    model.button->setMinimumWidth(qMin(model.button->longestWordWidth(), kMaxWordWidth));
 }
 
 void ControlPage::setCurrentGroup(QString groupId)
