@@ -67,9 +67,7 @@ void EffectWorkerButton::changeEvent(QEvent* event)
 const QPixmap& EffectWorkerButton::picture()
 {
     const qreal ratio = devicePixelRatioF();
-    // Of a picture without a selected form the toolkit makes one, tinted in the desktop's highlight colour.
-    const bool selected = isChecked() && !icon().availableSizes(QIcon::Selected).isEmpty();
-    const QIcon::Mode mode = selected ? QIcon::Selected : QIcon::Normal;
+    const QIcon::Mode mode = isChecked() ? QIcon::Selected : QIcon::Normal;
     const QString key = QStringLiteral("%1 %2 %3 %4 %5 %6")
                             .arg(icon().cacheKey())
                             .arg(mode)
