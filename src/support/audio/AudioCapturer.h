@@ -28,6 +28,8 @@ public:
 
     /// The rate of the samples that follow, in hertz; 2000 to 384000, others are taken for the nearest.
     void setRate(int rate);
+    /// How many samples of each channel are analysed at a time, once the rate is set.
+    int hop() const { return m_hop; }
     /// Takes interleaved samples, full scale from -1 to 1, as SampleRing does. Neither waits nor allocates.
     /// What the analysis is too late for is dropped.
     void write(const float* samples, int frames, int channels);

@@ -10,7 +10,6 @@
 namespace {
 constexpr uint8_t kChannels = 2; // the server knows what its channels are and mixes them better than we could
 constexpr int kHighestRate = 48000;
-constexpr uint32_t kFragmentsPerSecond = 100;
 constexpr uint32_t kFrameBytes = kChannels * sizeof(float);
 
 // With latencies adjusted, samples come in small fragments and soon. A stream that does not move is the only
@@ -52,9 +51,9 @@ void PulseRecorder::record(pa_context* context, const QByteArray& source, int ra
     m_capturer->setRate(int(spec.rate));
     pa_stream_set_state_callback(m_stream, &PulseRecorder::onState, this);
     pa_stream_set_read_callback(m_stream, &PulseRecorder::onRead, this);
-    // Without a size of its own a fragment may last two seconds.
+    // Without a size of its own a fragment may last two seconds. Smaller ones would wait for the analysis.
     pa_buffer_attr buffer{uint32_t(-1), uint32_t(-1), uint32_t(-1), uint32_t(-1),
-                          spec.rate / kFragmentsPerSecond * kFrameBytes};
+                          uint32_t(m_capturer->hop()) * kFrameBytes};
     if (pa_stream_connect_record(m_stream, source.constData(), &buffer, kFlags) < 0)
         m_onFailed();
 }
