@@ -22,7 +22,7 @@ public:
     /// Feeds the capturer while its source exists, and again when the source comes back. The one with the
     /// identifier kDefaultCapturerId follows the default source.
     virtual void attach(const QSharedPointer<AudioCapturer>& capturer) = 0;
-    /// Nothing is written into the capturer once this has returned.
+    /// What is under way may still be written into the capturer.
     virtual void detach(const QSharedPointer<AudioCapturer>& capturer) = 0;
 
 signals:

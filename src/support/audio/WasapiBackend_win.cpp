@@ -1,0 +1,156 @@
+#include "support/audio/WasapiBackend.h"
+
+#include "support/audio/AudioCapturer.h"
+#include "support/audio/WasapiStream.h"
+#include "support/crash/CrashStack.h"
+
+#include <QDebug>
+#include <algorithm>
+#include <utility>
+
+namespace {
+constexpr int kFirstLookMs = 1000;
+constexpr DWORD kPollMs = 10;
+constexpr DWORD kRetryMs = 300;
+constexpr DWORD kNoServiceMs = 2400;
+
+bool isFor(const AudioCapturer& capturer, const AudioSource& source)
+{
+    return capturer.id() == QLatin1String(kDefaultCapturerId) ? source.isDefault : source.id == capturer.id();
+}
+} // namespace
+
+WasapiBackend::WasapiBackend(QObject* parent)
+    : AudioBackend(parent)
+    , m_wakeEvent(CreateEventW(nullptr, FALSE, FALSE, nullptr))
+    , m_thread([this] { run(); })
+{
+    m_firstLook.tryAcquire(1, kFirstLookMs);
+}
+
+WasapiBackend::~WasapiBackend()
+{
+    m_stop = true;
+    wake();
+    m_thread.join();
+    CloseHandle(m_wakeEvent);
+}
+
+AudioSources WasapiBackend::sources() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_sources;
+}
+
+void WasapiBackend::attach(const QSharedPointer<AudioCapturer>& capturer)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_capturers += capturer;
+    }
+    wake();
+}
+
+void WasapiBackend::detach(const QSharedPointer<AudioCapturer>& capturer)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_capturers.removeAll(capturer);
+    }
+    wake();
+}
+
+void WasapiBackend::wake()
+{
+    SetEvent(m_wakeEvent);
+}
+
+void WasapiBackend::run()
+{
+    installCrashStackForThread();
+    const bool hasApartment = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
+    work();
+    if (hasApartment)
+        CoUninitialize();
+}
+
+void WasapiBackend::work()
+{
+    WasapiEndpoints endpoints([this] {
+        m_isOutdated = true;
+        wake();
+    });
+    Known known;
+    Streams streams;
+    bool saidAbsent = false;
+    ULONGLONG retryMs = 0; // not before this time
+    while (!m_stop) {
+        if (!endpoints.isOpen() && !endpoints.open()) {
+            if (!std::exchange(saidAbsent, true))
+                qWarning() << "[AudioCapManager]: There is no sound system to listen to";
+            m_firstLook.release();
+            WaitForSingleObject(m_wakeEvent, kNoServiceMs);
+            continue;
+        }
+        if (m_isOutdated.exchange(false)) {
+            known = endpoints.list();
+            publish(known);
+            retryMs = 0;
+        }
+        matchStreams(streams);
+        for (const auto& stream : streams) {
+            if (stream->isOpen() && !stream->takeSamples())
+                stream->close();
+        }
+        if (GetTickCount64() >= retryMs)
+            retryMs = steer(streams, known) ? 0 : GetTickCount64() + kRetryMs;
+        const bool isRecording =
+            std::any_of(streams.begin(), streams.end(), [](const auto& stream) { return stream->isOpen(); });
+        WaitForSingleObject(m_wakeEvent, isRecording ? kPollMs : retryMs > 0 ? kRetryMs : INFINITE);
+    }
+}
+
+void WasapiBackend::publish(const Known& known)
+{
+    AudioSources sources;
+    for (const WasapiEndpoints::Endpoint& endpoint : known)
+        sources += endpoint.source;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_sources = sources;
+    }
+    m_firstLook.release();
+    emit sourcesChanged();
+}
+
+void WasapiBackend::matchStreams(Streams& streams) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto isGone = [this](const std::unique_ptr<WasapiStream>& stream) {
+        return std::none_of(m_capturers.begin(), m_capturers.end(),
+                            [&](const auto& capturer) { return capturer.data() == &stream->capturer(); });
+    };
+    streams.erase(std::remove_if(streams.begin(), streams.end(), isGone), streams.end());
+    for (const QSharedPointer<AudioCapturer>& capturer : m_capturers) {
+        const bool isKnown = std::any_of(streams.begin(), streams.end(), [&](const auto& stream) {
+            return &stream->capturer() == capturer.data();
+        });
+        if (!isKnown)
+            streams.push_back(std::make_unique<WasapiStream>(capturer));
+    }
+}
+
+bool WasapiBackend::steer(const Streams& streams, const Known& known)
+{
+    bool good = true;
+    for (const std::unique_ptr<WasapiStream>& stream : streams) {
+        const auto wanted = std::find_if(known.begin(), known.end(), [&](const auto& endpoint) {
+            return isFor(stream->capturer(), endpoint.source);
+        });
+        if (wanted == known.end())
+            stream->close();
+        else if (stream->endpoint() != wanted->source.id)
+            good = stream->open(wanted->device.Get(), wanted->source.id, wanted->isLoudspeaker) && good;
+    }
+    return good;
+}

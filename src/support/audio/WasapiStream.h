@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSharedPointer>
+#include <QString>
+#include <audioclient.h>
+#include <mmdeviceapi.h>
+#include <wrl/client.h>
+
+class AudioCapturer;
+
+/// Records one endpoint for a capturer: what a loudspeaker plays, or a microphone. Belongs to the back end's
+/// thread.
+class WasapiStream
+{
+public:
+    explicit WasapiStream(QSharedPointer<AudioCapturer> capturer);
+    ~WasapiStream();
+    WasapiStream(const WasapiStream&) = delete;
+    WasapiStream& operator=(const WasapiStream&) = delete;
+
+    const AudioCapturer& capturer() const { return *m_capturer; }
+    bool isOpen() const { return !m_endpoint.isEmpty(); }
+    const QString& endpoint() const { return m_endpoint; }
+
+    bool open(IMMDevice* device, const QString& endpoint, bool isLoudspeaker);
+    void close();
+    /// Takes what there is. False when recording has come to its end; to be closed then.
+    bool takeSamples();
+
+private:
+    bool start(IMMDevice* device, bool isLoudspeaker);
+
+    const QSharedPointer<AudioCapturer> m_capturer;
+    QString m_endpoint;
+    Microsoft::WRL::ComPtr<IAudioClient> m_client;
+    Microsoft::WRL::ComPtr<IAudioCaptureClient> m_capture;
+    int m_channels = 0;
+};
