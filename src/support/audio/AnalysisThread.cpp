@@ -5,16 +5,12 @@
 
 #include <QElapsedTimer>
 
-AnalysisThread::AnalysisThread()
-{
-    setObjectName(QStringLiteral("audio"));
-}
-
 AnalysisThread::~AnalysisThread()
 {
     m_stop = true;
     m_wakeUp->release();
-    wait();
+    if (m_thread.joinable())
+        m_thread.join();
 }
 
 void AnalysisThread::add(const QSharedPointer<AudioCapturer>& capturer)
@@ -22,8 +18,8 @@ void AnalysisThread::add(const QSharedPointer<AudioCapturer>& capturer)
     capturer->setWakeUp(m_wakeUp);
     const std::lock_guard lock(m_mutex);
     m_capturers += capturer;
-    if (!isRunning())
-        start();
+    if (!m_thread.joinable())
+        m_thread = std::thread([this] { run(); });
 }
 
 void AnalysisThread::remove(const QSharedPointer<AudioCapturer>& capturer)
