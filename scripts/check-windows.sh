@@ -12,6 +12,7 @@ tools=$(pkg-config --variable=host_bins Qt5Core)
 # Only these: the whole of /usr/include would shadow the compiler's own headers with glibc's.
 ln -sfn /usr/include/opencv4/opencv2 "$headers/opencv2"
 ln -sfn /usr/include/log4cplus "$headers/log4cplus"
+ln -sfn /usr/include/jsoncpp/json "$headers/json"
 
 export compiler="ccache x86_64-w64-mingw32-g++-posix"
 modules=""

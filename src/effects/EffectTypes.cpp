@@ -5,6 +5,10 @@
 #include "effects/colorful/FlowingEffect.h"
 #include "effects/colorful/Marquee.h"
 #include "effects/colorful/SFrmColorMap.h"
+#include "effects/dynamicMusic/MMSOptWidget.h"
+#include "effects/dynamicMusic/Mode1/MusicMode1.h"
+#include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
+#include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
 #include "effects/screenSync/subModes/BottomHalfScreen.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
@@ -31,5 +35,7 @@ void registerEffectTypes()
     qRegisterMetaType<EffectWorkerOptions>("EffectWorkerOptions");
     registerPointers<Marquee, SingleColor, FlowingEffect, ColorMap, FullScreenMode, TopHalfScreen,
                      BottomHalfScreen, LeftHalfScreen, RightHalfScreen, CinemaScreen>();
+    registerPointers<AudioPeakValues, SFrmAudioPeakValues>();
+    registerPointers<MusicMode1, MMSOptWidget>(); // for entries beside those of the built-in catalogue
     registerPointers<FrmSingleColor, SFrmColorMap>();
 }

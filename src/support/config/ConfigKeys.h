@@ -84,5 +84,16 @@ inline constexpr Setting<int> kColorMapSpeed{"speed", 1};
 inline constexpr Setting<double> kBlurStrength{"blurStrength", 0.5};
 inline constexpr Setting<double> kSaturationStrength{"saturationStrength", 1.0};
 inline constexpr char kLedMap[] = "map"; ///< object with screenWidth, screenHeight, ledMap
+inline constexpr Setting<const char*> kAudioSource{"audioSource", ""};
+inline constexpr Setting<double> kMusicStrength{"strength", 2.0};
+inline constexpr char kFragments[] = "fragments"; ///< object of objects with the members that follow
+inline constexpr Setting<int> kBeginIndex{"beginIndex", 0};
+inline constexpr Setting<int> kEndIndex{"endIndex", 0};
+inline constexpr Setting<double> kDbEnhance{"dbEnhance", 0.0};
+inline constexpr Setting<double> kMulEnhance{"mulEnhance", 1.0};
+inline constexpr Setting<double> kMinFrequency{"minFrequency", 0.0}; // hertz
+inline constexpr Setting<double> kMaxFrequency{"maxFrequency", 0.0};
+inline constexpr Setting<int> kSoundChannel{"soundChannel", 0};
+inline constexpr Setting<int> kFragmentDir{"dir", 0};
 
 } // namespace ConfigKeys

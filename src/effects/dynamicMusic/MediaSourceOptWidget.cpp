@@ -1,0 +1,104 @@
+#include "effects/dynamicMusic/MediaSourceOptWidget.h"
+
+#include "support/config/hashPropertyKey.h"
+#include "support/log/Loggers.h"
+#include "ui_MediaSourceOptWidget.h"
+
+#include <QEvent>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr char kCaptureId[] = "captureId";
+constexpr char kCapturers[] = "capturers";
+
+} // namespace
+
+MediaSourceOptWidget::MediaSourceOptWidget(QWidget* parent)
+    : AbsWorkerWidget(parent)
+    , m_ui(std::make_unique<Ui::MediaSourceOptWidget>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->devicesComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &MediaSourceOptWidget::onDeviceSelectChanged);
+}
+
+MediaSourceOptWidget::~MediaSourceOptWidget() = default;
+
+void MediaSourceOptWidget::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kCapturers):
+        showCapturers(val);
+        break;
+    case hashPropertyKey(kCaptureId): {
+        const QSignalBlocker blocker(m_ui->devicesComboBox);
+        m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(val.toString()));
+        break;
+    }
+    case hashPropertyKey(""): {
+        const QJsonObject all = val.toObject();
+        for (const char* name : {kCapturers, kCaptureId}) {
+            const auto member = all.find(QLatin1String(name));
+            if (member != all.end())
+                setEffectProperty(QLatin1String(name), member.value());
+        }
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void MediaSourceOptWidget::showCapturers(const QJsonValue& list)
+{
+    // Blocked: the first item becomes the current one by itself, and nobody has chosen it.
+    const QSignalBlocker blocker(m_ui->devicesComboBox);
+    const QString chosen = currentId();
+    m_ui->devicesComboBox->clear();
+    m_capturerIds.clear();
+    const QJsonArray capturers = list.toArray();
+    for (const QJsonValue& capturer : capturers) {
+        m_capturerIds.append(capturer["id"].toString());
+        m_ui->devicesComboBox->addItem(capturer["desc"].toString());
+    }
+    if (!chosen.isEmpty())
+        m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(chosen));
+}
+
+QJsonValue MediaSourceOptWidget::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kCaptureId):
+        return currentId();
+    case hashPropertyKey(""):
+        return QJsonObject{{kCaptureId, currentId()}};
+    default:
+        return QJsonValue::Null;
+    }
+}
+
+QString MediaSourceOptWidget::currentId() const
+{
+    return m_capturerIds.value(m_ui->devicesComboBox->currentIndex());
+}
+
+void MediaSourceOptWidget::onDeviceSelectChanged(int idx)
+{
+    if (idx < 0 || idx >= m_capturerIds.size())
+        return;
+    LOG4CPLUS_INFO(
+        usrOptionsLogger(),
+        toLogString(
+            QStringLiteral("Audio input source changed to %1").arg(m_ui->devicesComboBox->itemText(idx))));
+    emit effectPropertyChanged(kCaptureId, m_capturerIds.at(idx));
+}
+
+void MediaSourceOptWidget::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        m_ui->retranslateUi(this);
+    AbsWorkerWidget::changeEvent(event);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "effects/AbsWorkerWidget.h"
+
+#include <QList>
+#include <QString>
+#include <memory>
+
+namespace Ui {
+class MediaSourceOptWidget;
+}
+
+/// Chooses the source of the sound. Properties: "capturers", the list to choose from, and "captureId". The
+/// list may change while it is shown: the choice stays on its identifier.
+class MediaSourceOptWidget : public AbsWorkerWidget
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE explicit MediaSourceOptWidget(QWidget* parent);
+    ~MediaSourceOptWidget() override;
+
+    /// Never reported back.
+    void setEffectProperty(const QString& key, const QJsonValue& val) override;
+    QJsonValue effectProperty(const QString& key) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private slots:
+    void onDeviceSelectChanged(int idx);
+
+private:
+    QString currentId() const;
+    void showCapturers(const QJsonValue& list);
+
+    std::unique_ptr<Ui::MediaSourceOptWidget> m_ui;
+    QList<QString> m_capturerIds; ///< in the order of the combo box
+};

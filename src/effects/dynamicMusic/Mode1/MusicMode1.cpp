@@ -1,0 +1,172 @@
+#include "effects/dynamicMusic/Mode1/MusicMode1.h"
+
+#include "effects/dynamicMusic/Mode1/LevelMeter.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/config/hashPropertyKey.h"
+
+#include <QDebug>
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kStrengthKey = ConfigKeys::kMusicStrength.key;
+
+ConfigurationManager* config()
+{
+    return ConfigurationManager::instance();
+}
+
+} // namespace
+
+MusicMode1::MusicMode1(const EffectWorkerOptions& options, QObject* parent)
+    : AbsMusicEffect(parent)
+    , m_options(options)
+{
+}
+
+int MusicMode1::load(const ControlOptions& ctlOptions)
+{
+    AbsMusicEffect::load(ctlOptions);
+    loadLEDFragmentsFromConfig(ctlOptions);
+    m_direction = static_cast<int>(ctlOptions.installDirection);
+    return 0;
+}
+
+EffectWorkerOptions MusicMode1::options()
+{
+    return m_options;
+}
+
+void MusicMode1::loadLEDFragmentsFromConfig(const ControlOptions& options)
+{
+    const QString modelFile = QStringLiteral("effects/dynamicMusic/%1.json").arg(options.model);
+    const QJsonObject stored = config()
+                                   ->effectJsonValue(effectId(), options.id, QString(), modelFile)
+                                   .toObject()
+                                   .value(QLatin1String(ConfigKeys::kFragments))
+                                   .toObject();
+    for (auto member = stored.begin(); member != stored.end(); ++member) {
+        if (const auto fragment = Fragment::fromJson(member.key(), member.value()))
+            m_fragments.insert(member.key(), *fragment);
+    }
+    m_strength = config()
+                     ->effectJsonValue(effectId(), options.id, kStrengthKey)
+                     .toDouble(ConfigKeys::kMusicStrength.fallback);
+    if (!m_fragments.isEmpty())
+        return;
+    qWarning().noquote() << "No configuration was read for" << options.id;
+    addDefaultFragments();
+    qInfo().noquote() << "The default configuration is generated for" << options.id;
+}
+
+void MusicMode1::addDefaultFragments()
+{
+    const auto add = [this](const char* name, int beginIndex, int endIndex, int dir) {
+        Fragment fragment;
+        fragment.beginIndex = beginIndex;
+        fragment.endIndex = endIndex;
+        fragment.dbEnhance = 1.0;
+        fragment.maxFrequency = 200.0;
+        fragment.dir = dir;
+        m_fragments.insert(QLatin1String(name), fragment);
+    };
+    const int half = nbLeds() / 2;
+    const bool odd = nbLeds() % 2 != 0;
+    add("left", 0, half, 1);
+    if (odd)
+        add("mid", half, half + 1, 0);
+    add("right", odd ? half + 1 : half, nbLeds(), 0);
+}
+
+void MusicMode1::unload()
+{
+    QJsonObject fragments;
+    for (auto fragment = m_fragments.cbegin(); fragment != m_fragments.cend(); ++fragment)
+        fragments.insert(fragment.key(), fragment->toJson());
+    config()->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kFragments, fragments);
+    config()->setEffectJsonValue(effectId(), controllerId(), kStrengthKey, m_strength);
+    config()->saveEffectJsonObj(effectId());
+    AbsMusicEffect::unload();
+}
+
+void MusicMode1::spectrumUpdate(QVector<SoundChannel> channels)
+{
+    if (channels.isEmpty())
+        return;
+    QVector<LV_RGB> result;
+    for (auto fragment = m_fragments.begin(); fragment != m_fragments.end(); ++fragment) {
+        const double level = LevelMeter::smooth(fragment->history, LevelMeter::heard(*fragment, channels));
+        const QVector<LV_RGB> colors = fragmentColors(fragment.key(), *fragment, level);
+        if (colors.size() == fragment->count() && result.size() < nbLeds())
+            result += colors;
+    }
+    result.resize(nbLeds());
+    if (m_direction == 1)
+        std::reverse(result.begin(), result.end());
+    emit updateColors(result);
+}
+
+QVector<LV_RGB> MusicMode1::fragmentColors(const QString&, const Fragment& fragment, double level)
+{
+    return LevelMeter::colors(fragment, level);
+}
+
+void MusicMode1::onCapturerBound()
+{
+    emit updateColors(QVector<LV_RGB>(nbLeds()));
+}
+
+void MusicMode1::setStrength(double value)
+{
+    m_strength = value;
+    for (Fragment& fragment : m_fragments)
+        fragment.mulEnhance = value;
+    config()->setEffectJsonValue(effectId(), controllerId(), kStrengthKey, m_strength);
+    config()->saveEffectJsonObj(effectId());
+}
+
+QJsonValue MusicMode1::effectProperty(const QString& key)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kStrengthKey):
+        return m_strength;
+    case hashPropertyKey(""): {
+        QJsonObject all{{kStrengthKey, m_strength}};
+        const QJsonObject base = AbsMusicEffect::effectProperty(key).toObject();
+        for (auto member = base.begin(); member != base.end(); ++member)
+            all.insert(member.key(), member.value());
+        return all;
+    }
+    default:
+        return AbsMusicEffect::effectProperty(key);
+    }
+}
+
+void MusicMode1::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    switch (hashPropertyKey(key)) {
+    case hashPropertyKey(kStrengthKey):
+        if (val.isDouble())
+            setStrength(val.toDouble());
+        break;
+    case hashPropertyKey(""):
+        setEffectProperty(kStrengthKey, val.toObject().value(QLatin1String(kStrengthKey)));
+        AbsMusicEffect::setEffectProperty(key, val);
+        break;
+    default:
+        AbsMusicEffect::setEffectProperty(key, val);
+        break;
+    }
+}
+
+void MusicMode1::onCtlDirChanged(uint32_t dir)
+{
+    AbsMusicEffect::onCtlDirChanged(dir);
+    m_direction = static_cast<int>(dir);
+}
+
+void MusicMode1::spectrumUpdate(QVector<Spectrum>) {}
+void MusicMode1::onCtlBrightnessChanged(float) {}
+void MusicMode1::onCtlKindNameChanged(QString) {}
+void MusicMode1::onCtlEnableChanged(bool) {}
