@@ -84,8 +84,11 @@ void AbsMusicEffect::setCapturerId(QString newCapturerId)
         return;
     }
     m_chosenId = newCapturerId;
-    if (newCapturerId != m_capturerId)
-        bindCapturer(newCapturerId);
+    if (newCapturerId == m_capturerId)
+        return;
+    bindCapturer(newCapturerId);
+    if (m_capturerId != newCapturerId)
+        emit effectPropertyChanged(kCaptureId, m_capturerId);
 }
 
 void AbsMusicEffect::bindCapturer(const QString& id)
@@ -118,8 +121,6 @@ void AbsMusicEffect::bindCapturer(const QString& id)
     qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is connected to the" << m_capturerId;
     onCapturerBound();
     storeCapturerId();
-    if (m_capturerId != id)
-        emit effectPropertyChanged(kCaptureId, m_capturerId);
 }
 
 void AbsMusicEffect::releaseCapturer()
@@ -137,11 +138,13 @@ void AbsMusicEffect::storeCapturerId()
 
 void AbsMusicEffect::onCapturerReady(const QString& id)
 {
-    if (m_capturer && (id != m_chosenId || id == m_capturerId))
-        return;
     const AudioCapManager* manager = AudioCapManager::instance();
+    const QList<QString> capturers = manager->allCapturers();
+    const bool heard = m_capturer && capturers.contains(m_capturerId);
+    if (heard && (id != m_chosenId || id == m_capturerId))
+        return;
     // When the sound server comes back several are announced, one by one: the chosen one goes first.
-    QString best = manager->allCapturers().contains(m_chosenId) ? m_chosenId : manager->defaultCapturer();
+    QString best = capturers.contains(m_chosenId) ? m_chosenId : manager->defaultCapturer();
     if (best.isEmpty())
         best = id;
     bindCapturer(best);

@@ -80,7 +80,8 @@ Json::Value parsed(const QByteArray& text)
         error = e.what();
     }
     if (!error.empty())
-        qWarning().noquote() << "***QIndependentObject::readJson" << QString::fromStdString(error).trimmed();
+        qWarning().noquote() << "***QIndependentObject::readJson"
+                             << QString::fromStdString(error).simplified();
     return root;
 }
 

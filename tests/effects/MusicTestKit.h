@@ -1,0 +1,65 @@
+#pragma once
+
+#include "effects/IEffectWorker.h"
+#include "support/audio/AudioBackend.h"
+#include "support/audio/AudioCapManager.h"
+#include "support/config/ConfigurationManager.h"
+
+#include <QSignalSpy>
+
+/// Offers what the test lists and counts in `attached` what is captured.
+class FakeAudioBackend : public AudioBackend
+{
+public:
+    AudioSources sources() const override { return list; }
+    void attach(const QSharedPointer<AudioCapturer>& capturer) override { attached.append(capturer->id()); }
+    void detach(const QSharedPointer<AudioCapturer>& capturer) override
+    {
+        attached.removeOne(capturer->id());
+    }
+    void offer(const AudioSources& sources)
+    {
+        list = sources;
+        emit sourcesChanged();
+    }
+
+    AudioSources list;
+    QStringList attached;
+};
+
+namespace MusicTestKit {
+
+using Frame = QVector<LV_RGB>;
+
+inline const LV_RGB kBlack{0, 0, 0};
+inline const AudioSource kSpeaker{"speaker.monitor", "Speaker", true};
+inline const AudioSource kHeadset{"headset", "Headset", false};
+
+inline EffectWorkerOptions entry(const QString& id)
+{
+    EffectWorkerOptions options;
+    options.id = id;
+    return options;
+}
+
+inline ControlOptions strip(unsigned nbLeds, unsigned direction = 0)
+{
+    ControlOptions options;
+    options.model = "LVTEST";
+    options.id = "LVTEST:01";
+    options.nbLeds = nbLeds;
+    options.installDirection = direction;
+    return options;
+}
+
+inline QJsonValue stored(const QString& effectId, const char* key)
+{
+    return ConfigurationManager::instance()->effectJsonValue(effectId, "LVTEST:01", key);
+}
+
+inline Frame lastFrame(const QSignalSpy& frames)
+{
+    return frames.isEmpty() ? Frame() : frames.last().at(0).value<Frame>();
+}
+
+} // namespace MusicTestKit

@@ -1,0 +1,112 @@
+#include "effects/dynamicMusic/MMSOptWidget.h"
+#include "effects/dynamicMusic/MediaSourceOptWidget.h"
+#include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
+#include "effects/dynamicMusic/strengthSlider.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QVBoxLayout>
+#include <QtTest>
+
+namespace {
+
+QJsonArray capturers(const QStringList& ids)
+{
+    QJsonArray list;
+    for (const QString& id : ids)
+        list.append(QJsonObject{{"id", id}, {"desc", "The " + id}});
+    return list;
+}
+
+} // namespace
+
+class TestMusicWidgets : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sliderHasOneInItsMiddle()
+    {
+        QCOMPARE(StrengthSlider::strengthOf(1), 0.505);
+        QCOMPARE(StrengthSlider::strengthOf(100), 1.0);
+        QCOMPARE(StrengthSlider::strengthOf(200), 4.0);
+        QCOMPARE(StrengthSlider::valueOf(2.0), 133);
+        QCOMPARE(StrengthSlider::valueOf(3.0), 166);
+        QCOMPARE(StrengthSlider::strengthOf(166), 2.98);
+        QCOMPARE(StrengthSlider::valueOf(-1e300), 1);
+        QCOMPARE(StrengthSlider::valueOf(1e300), 200);
+        for (int value = 1; value <= 200; ++value)
+            QCOMPARE(StrengthSlider::valueOf(StrengthSlider::strengthOf(value)), value);
+    }
+
+    void choiceStaysOnItsSource()
+    {
+        SFrmAudioPeakValues options(nullptr);
+        auto* box = options.findChild<QComboBox*>("devicesComboBox");
+        QSignalSpy changes(&options, &AbsWorkerWidget::effectPropertyChanged);
+        options.setEffectProperty("capturers", QJsonArray());
+        QCOMPARE(box->currentIndex(), -1);
+        QCOMPARE(options.effectProperty("captureId"), QJsonValue(""));
+
+        options.setEffectProperty("", QJsonObject{{"captureId", "b"}, {"capturers", capturers({"a", "b"})}});
+        QCOMPARE(box->currentText(), QString("The b"));
+        options.setEffectProperty("capturers", capturers({"new", "a", "b"}));
+        QCOMPARE(options.effectProperty("").toObject(), (QJsonObject{{"captureId", "b"}}));
+        options.setEffectProperty("capturers", capturers({"new", "a"}));
+        QCOMPARE(box->currentIndex(), -1); // not the first, which nobody has chosen
+        options.setEffectProperty("captureId", "a");
+        QCOMPARE(box->currentIndex(), 1);
+        QCOMPARE(changes.count(), 0);
+        QVERIFY(options.effectProperty("strength").isNull());
+
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(changes.at(0).at(0).toString(), QString("captureId"));
+        QCOMPARE(changes.at(0).at(1).toJsonValue(), QJsonValue("new"));
+    }
+
+    void strengthAndSourceAreOneWidget()
+    {
+        MMSOptWidget options(nullptr);
+        auto* slider = options.findChild<QSlider*>("strengthSlider");
+        QSignalSpy changes(&options, &AbsWorkerWidget::effectPropertyChanged);
+        const QJsonObject state{{"strength", 2.0}, {"captureId", "a"}, {"capturers", capturers({"a", "b"})}};
+        options.setEffectProperty("", state);
+        options.setEffectProperty("strength", QJsonValue());
+        QCOMPARE(slider->value(), 133);
+        QCOMPARE(changes.count(), 0); // being told is no change of the user's
+        QTest::keyClick(slider, Qt::Key_Home);
+        QCOMPARE(changes.last().at(0).toString(), QString("strength"));
+        QCOMPARE(changes.last().at(1).toJsonValue().toDouble(), 0.505);
+        QTest::keyClick(options.findChild<QComboBox*>("devicesComboBox"), Qt::Key_Down);
+        QCOMPARE(changes.last().at(0).toString(), QString("captureId"));
+        QCOMPARE(options.effectProperty("").toObject(),
+                 (QJsonObject{{"strength", 0.505}, {"captureId", "b"}}));
+    }
+
+    void longNamesDoNotWidenThePage()
+    {
+        QFile sheet(":/styles/default.qss");
+        QVERIFY(sheet.open(QIODevice::ReadOnly));
+        QWidget page;
+        page.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+        auto* meters = new MMSOptWidget(&page);
+        (new QVBoxLayout(&page))->addWidget(meters);
+        page.resize(320, 140);
+        page.show();
+        const int narrow = page.minimumSizeHint().width();
+        const QString name = QString("Built-in Audio Analog Stereo of the monitor ").repeated(8);
+        const QJsonArray list{QJsonObject{{"id", "x"}, {"desc", name}}};
+        meters->setEffectProperty("", QJsonObject{{"captureId", "x"}, {"capturers", list}});
+        QCoreApplication::processEvents();
+        QCOMPARE(page.minimumSizeHint().width(), narrow);
+        QCOMPARE(page.width(), 320);
+    }
+};
+
+QTEST_MAIN(TestMusicWidgets)
+#include "tst_music_widgets.moc"
