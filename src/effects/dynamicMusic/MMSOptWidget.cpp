@@ -16,7 +16,8 @@
 namespace {
 
 constexpr int kHeight = 100;
-constexpr int kSideMargin = 18; // as the row of the sources has
+constexpr int kSideMargin = 18; // both as the row of the sources has them
+constexpr int kLabelGap = 6;
 constexpr const char* kStrengthKey = ConfigKeys::kMusicStrength.key;
 
 } // namespace
@@ -35,6 +36,7 @@ MMSOptWidget::MMSOptWidget(QWidget* parent)
 
     auto* row = new QHBoxLayout;
     row->setContentsMargins(kSideMargin, 0, kSideMargin, 0);
+    row->setSpacing(kLabelGap); // else the column's
     row->addWidget(m_strengthLabel);
     row->addWidget(m_strengthSlider);
     auto* column = new QVBoxLayout(this);
