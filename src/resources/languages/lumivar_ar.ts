@@ -289,6 +289,13 @@
     </message>
 </context>
 <context>
+    <name>MMSOptWidget</name>
+    <message>
+        <source>强度：</source>
+        <translation>الشدة:</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>new</source>
@@ -357,6 +364,13 @@
     <message>
         <source>否</source>
         <translation>لا</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSourceOptWidget</name>
+    <message>
+        <source>设备源：</source>
+        <translation>مصدر الصوت:</translation>
     </message>
 </context>
 <context>

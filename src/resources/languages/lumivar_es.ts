@@ -289,6 +289,13 @@
     </message>
 </context>
 <context>
+    <name>MMSOptWidget</name>
+    <message>
+        <source>强度：</source>
+        <translation>Intensidad:</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>new</source>
@@ -357,6 +364,13 @@
     <message>
         <source>否</source>
         <translation>No</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSourceOptWidget</name>
+    <message>
+        <source>设备源：</source>
+        <translation>Fuente de sonido:</translation>
     </message>
 </context>
 <context>

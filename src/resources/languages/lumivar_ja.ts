@@ -289,6 +289,13 @@
     </message>
 </context>
 <context>
+    <name>MMSOptWidget</name>
+    <message>
+        <source>强度：</source>
+        <translation>強さ：</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>new</source>
@@ -357,6 +364,13 @@
     <message>
         <source>否</source>
         <translation>いいえ</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSourceOptWidget</name>
+    <message>
+        <source>设备源：</source>
+        <translation>音源デバイス：</translation>
     </message>
 </context>
 <context>

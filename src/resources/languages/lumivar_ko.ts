@@ -289,6 +289,13 @@
     </message>
 </context>
 <context>
+    <name>MMSOptWidget</name>
+    <message>
+        <source>强度：</source>
+        <translation>세기:</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>new</source>
@@ -357,6 +364,13 @@
     <message>
         <source>否</source>
         <translation>아니요</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSourceOptWidget</name>
+    <message>
+        <source>设备源：</source>
+        <translation>음원 장치:</translation>
     </message>
 </context>
 <context>

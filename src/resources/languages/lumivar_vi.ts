@@ -289,6 +289,13 @@
     </message>
 </context>
 <context>
+    <name>MMSOptWidget</name>
+    <message>
+        <source>强度：</source>
+        <translation>Cường độ:</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>new</source>
@@ -357,6 +364,13 @@
     <message>
         <source>否</source>
         <translation>Không</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSourceOptWidget</name>
+    <message>
+        <source>设备源：</source>
+        <translation>Nguồn âm thanh:</translation>
     </message>
 </context>
 <context>
