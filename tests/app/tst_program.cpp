@@ -80,7 +80,7 @@ private slots:
         program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.screenSync.fullScreen")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
-        program.start();
+        program.start({"--auto_startup"}); // no window on the screen that is looked at
         QTRY_VERIFY_WITH_TIMEOUT(isAll(strip, {kFull, 0, 0}), kWaitMs);
         QCOMPARE(strip.shownColors().size(), kLeds);
 
@@ -124,7 +124,7 @@ private slots:
         program.writeConfig("controllers.json", {{kStripId, storedStrip("id.effect.screenSync.fullScreen")}});
         StripSimulator strip(::strip(program));
         QVERIFY(strip.plugIn());
-        program.start();
+        program.start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(isAll(strip, {kFull, 0, 0}), kWaitMs);
         display.stop();
         // The toolkit ends the process when its server is gone.
