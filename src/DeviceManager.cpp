@@ -257,7 +257,7 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
 
 IEffectWorkerPtr DeviceManager::bindEffect(const AbsRGBControllerPtr& controller, const QString& effectId)
 {
-    const IEffectWorkerPtr worker = m_effects.bindController(controller, effectId);
+    IEffectWorkerPtr worker = m_effects.bindController(controller, effectId);
     if (!worker)
         return {};
     const QString id = controller->options().id;

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSaveFile>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
@@ -214,6 +215,19 @@ private slots:
         QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
     }
 
+    void programQuitsInsideTheCountDialog()
+    {
+        start({kSingleColor});
+        whenDialogOpens([](ControllerConfigDialog& dialog) {
+            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(7);
+            QCoreApplication::quit();
+        });
+        QTimer::singleShot(0, this, [this] { emit window().homePage()->controllerOptOrdered(id(0)); });
+        QCoreApplication::exec();
+        QCOMPARE(options(0).nbLeds, static_cast<uint32_t>(kLeds));
+        QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+    }
+
     void buttonPressedInsideTheCountDialogCounts()
     {
         config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
@@ -341,6 +355,25 @@ private slots:
             window().switchToHomePage();
         }
         QVERIFY(window().width() < 3000);
+    }
+
+    void takesANewStyleSheetWhileItRuns()
+    {
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(m_folder->path());
+        const auto back = qScopeGuard([before] { QDir::setCurrent(before); });
+        const auto write = [](const QByteArray& sheet) {
+            QSaveFile file("styles/default.qss"); // puts another file in its place, as editors do
+            return file.open(QIODevice::WriteOnly) && file.write(sheet) == sheet.size() && file.commit();
+        };
+        QVERIFY(QDir().mkdir("styles") && write("QLabel { color: red }"));
+        start({});
+        QVERIFY(qApp->styleSheet() != "QLabel { color: red }"); // as it was compiled in
+        for (const char* sheet : {"QLabel { color: green }", "QLabel { color: blue }"}) {
+            QVERIFY(write(sheet));
+            QTRY_COMPARE_WITH_TIMEOUT(qApp->styleSheet(), QString(sheet), kWaitMs);
+            QCOMPARE(window().styleSheet(), QString(sheet));
+        }
     }
 
     void comesUpAsItIsAsked_data()
