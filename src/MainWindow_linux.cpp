@@ -39,8 +39,14 @@ public:
             return onRelease(*static_cast<QMouseEvent*>(event));
         case QEvent::MouseButtonDblClick:
             return onDoubleClick(*static_cast<QMouseEvent*>(event));
+        case QEvent::Hide: {
+            // The place is the user's from now on: shown again, the window manager is not to choose another.
+            QWindow* handle = m_window.windowHandle();
+            handle->setPosition(handle->position());
+            showCursor({});
+            break;
+        }
         case QEvent::Leave:
-        case QEvent::Hide:
         case QEvent::WindowBlocked:
             showCursor({});
             break;
