@@ -298,11 +298,11 @@ private slots:
             }
         };
         run();
-        QVERIFY(spectra.size() > 0 && spectra.size() <= 10);
+        QVERIFY(!spectra.isEmpty() && spectra.size() <= 10);
         QCoreApplication::processEvents();
         spectra.clear();
         run();
-        QVERIFY(spectra.size() > 0);
+        QVERIFY(!spectra.isEmpty());
     }
 };
 

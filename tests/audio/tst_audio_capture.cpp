@@ -102,9 +102,8 @@ private slots:
         TonePlayer player(m_server->address(), "first");
         const Listener listener(manager, manager.defaultCapturer());
         player.play(tone(440), tone(3000));
-        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(440, 0) && listener.hears(3000, 1), kPatienceMs);
-        QVERIFY(listener.level(3000, 0) < 5);
-        QVERIFY(listener.level(440, 1) < 5);
+        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(440, 0) && listener.level(3000, 0) < 5, kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(3000, 1) && listener.level(440, 1) < 5, kPatienceMs);
         QTRY_VERIFY_WITH_TIMEOUT(qAbs(listener.peak(0) - 0.1) < 0.005, kPatienceMs);
         player.play({});
         QTRY_COMPARE_WITH_TIMEOUT(listener.level(440), 0.F, kPatienceMs);
@@ -173,8 +172,7 @@ private slots:
         QVERIFY(!changed.isEmpty());
         TonePlayer firstPlayer(m_server->address(), "first");
         firstPlayer.play(tone(440));
-        QTRY_VERIFY_WITH_TIMEOUT(stayer.hears(440), kPatienceMs);
-        QVERIFY(!stayer.hears(3000));
+        QTRY_VERIFY_WITH_TIMEOUT(stayer.hears(440) && !stayer.hears(3000), kPatienceMs);
         QVERIFY(!follower.hears(440));
 
         // The default is pulled out: the follower moves on by itself.

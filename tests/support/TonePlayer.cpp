@@ -60,7 +60,7 @@ void TonePlayer::run(const QByteArray& server, const QByteArray& sink)
         for (int side = 0; side < 2; ++side) {
             for (int i = 0; i < kBlockFrames; ++i) {
                 phases[side] = std::fmod(phases[side] + kTurn * double(tones[side].hertz) / kRate, kTurn);
-                block[size_t(i * 2 + side)] = tones[side].amplitude * float(std::sin(phases[side]));
+                block[size_t(i) * 2 + size_t(side)] = tones[side].amplitude * float(std::sin(phases[side]));
             }
         }
         if (isNew)

@@ -202,9 +202,16 @@ void PulseBackend::finishListing()
         list();
         return;
     }
-    // The default first, the others in the server's order.
-    std::stable_sort(m_listing.sources.begin(), m_listing.sources.end(),
-                     [](const AudioSource& a, const AudioSource& b) { return a.isDefault && !b.isDefault; });
+    // The default first, the others in the server's order. When the default loudspeaker goes, the server may
+    // know for a moment of none.
+    AudioSources& found = m_listing.sources;
+    const auto preferred = std::find_if(found.cbegin(), found.cend(),
+                                        [](const AudioSource& source) { return source.isDefault; });
+    const int first = preferred == found.cend() ? m_listing.firstMonitor : int(preferred - found.cbegin());
+    if (first >= 0) {
+        found[first].isDefault = true;
+        found.move(first, 0);
+    }
     const bool changed = m_listing.sources != m_sources;
     m_sources = m_listing.sources;
     m_rates = m_listing.rates;
@@ -265,6 +272,8 @@ void PulseBackend::onSourceInfo(pa_context*, const pa_source_info* info, int end
     source.name = QString::fromUtf8(info->description);
     source.isDefault =
         info->monitor_of_sink_name && self->m_listing.defaultSink == info->monitor_of_sink_name;
+    if (info->monitor_of_sink_name && self->m_listing.firstMonitor < 0)
+        self->m_listing.firstMonitor = self->m_listing.sources.size();
     self->m_listing.rates[source.id] = int(info->sample_spec.rate);
     self->m_listing.sources += source;
 }

@@ -43,6 +43,7 @@ private:
         bool isOutdated = false;
         QByteArray defaultSink;
         AudioSources sources;
+        int firstMonitor = -1;
         QHash<QString, int> rates;
     };
 
