@@ -120,6 +120,9 @@ void ControlPage::showControllerName()
     QString line = m_controllerName;
     line.replace(u'\n', u' ');
     QLabel* header = ui->modelImageHeader;
+    // A label goes by the direction of its text; this one stands where the other headers stand.
+    header->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter |
+                         (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft));
     const QString shown =
         header->fontMetrics().elidedText(line, Qt::ElideMiddle, header->contentsRect().width());
     header->setText(shown);
@@ -170,6 +173,7 @@ void ControlPage::toggleControlModeView()
 void ControlPage::remeasure()
 {
     // Hints are renewed from the inside out, by posted events only; here they are needed at once.
+    int lines = 0;
     for (int i = 0; i < m_regions->count(); ++i) {
         QWidget* region = m_regions->itemAt(i)->widget();
         const auto bodies = region->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
@@ -178,6 +182,7 @@ void ControlPage::remeasure()
                 body->layout()->activate();
         }
         region->layout()->activate();
+        lines += region->isHidden() ? 0 : m_regions->spacing() + StackLayout::kLine;
     }
 
     const QMargins margins = m_regions->contentsMargins();
@@ -187,6 +192,8 @@ void ControlPage::remeasure()
     // The horizontal bar on purpose: the vertical one comes and goes by itself.
     ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded
                                                                                     : Qt::ScrollBarAlwaysOff);
+    // The height counts the stack's margins, which it uses for its lines only: both columns end together.
+    ui->modelImageLayout->setContentsMargins(0, 0, 0, qMax(0, margins.top() + margins.bottom() - lines));
     // The picture in the middle of what shows at first, not of a column that runs on below the window.
     const QMargins frame = ui->lOperateWidRegion->layout()->contentsMargins();
     const int around = ui->modelImageHeader->sizeHint().height() + frame.top() + frame.bottom();
@@ -205,8 +212,9 @@ void ControlPage::chainTabOrder()
 {
     // From top to bottom; buttons and options that came later would stand behind everything else.
     QWidget* last = nullptr;
-    const auto append = [&last](QWidget* widget) {
-        if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy())
+    const auto append = [this, &last](QWidget* widget) {
+        const bool isElsewhere = widget->window() != window(); // the list of a combo box
+        if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() || isElsewhere)
             return;
         if (last)
             setTabOrder(last, widget);
@@ -266,6 +274,8 @@ void ControlPage::showEvent(QShowEvent* event)
 
 void ControlPage::changeEvent(QEvent* event)
 {
+    if (event->type() == QEvent::LayoutDirectionChange)
+        showControllerName();
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
         for (const WorkGroupModel& group : qAsConst(m_groups))

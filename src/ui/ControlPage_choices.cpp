@@ -77,6 +77,7 @@ void ControlPage::setWorkGroups(QMap<QString, WorkGroupModel> groups, QString cu
     int i = 0;
     for (QWidget* button : qAsConst(byOrder)) {
         grid->addWidget(button, i / kGroupColumns, i % kGroupColumns);
+        grid->setColumnStretch(i % kGroupColumns, 1); // else the widths hang on how texts were wrapped before
         button->show();
         ++i;
     }
@@ -86,6 +87,7 @@ void ControlPage::setWorkGroups(QMap<QString, WorkGroupModel> groups, QString cu
     ui->workGroupRegion->setMinimumHeight(ui->workModeHeader->minimumHeight() + margins.top() +
                                           margins.bottom() + rows * kGroupRowHeight +
                                           grid->spacing() * (rows - 1));
+    fitTexts();
     chainTabOrder();
     if (!currentGroup.isEmpty())
         setCurrentGroup(currentGroup);

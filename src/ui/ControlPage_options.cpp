@@ -95,7 +95,7 @@ bool ControlPage::hostSOptWidget(const QString& className)
     return true;
 }
 
-/// The widget may stand in one of its own signals, or in a dialog that it has opened.
+/// The widget may stand in one of its own signals.
 void ControlPage::retireSOptWidget(QWidget* widget)
 {
     ui->otherOptRegion->hide();

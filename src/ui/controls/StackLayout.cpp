@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr int kLine = 1; ///< the ground shows through between two items
-
 /// Counts for a parent that is not on the screen yet as well, so that sizes are right before it appears.
 bool isShown(QLayoutItem* item)
 {

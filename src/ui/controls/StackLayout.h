@@ -10,6 +10,9 @@ class StackLayout : public QLayout
     Q_OBJECT
 
 public:
+    /// Pixels below each item, where the ground shows through, on top of the spacing.
+    static constexpr int kLine = 1;
+
     explicit StackLayout(QWidget* parent = nullptr);
     ~StackLayout() override;
 
