@@ -91,6 +91,10 @@ void MainWindow::showShortcuts()
 
 void MainWindow::switchToControlPage()
 {
+    // Who came by the keyboard goes on with the page's first choice; nobody else sees a frame around it.
+    const QWidget* focus = focusWidget();
+    if (focus && (focus->focusPolicy() & Qt::TabFocus) == 0)
+        ui->stackedWidget->setFocus();
     ui->stackedWidget->setCurrentWidget(ui->controlPage);
     qInfo() << "The mainwindow has been switched to control page";
 }

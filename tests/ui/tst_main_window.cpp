@@ -1,6 +1,8 @@
 #include "MainWindow.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "ui/ControlPage.h"
+#include "ui/DeviceButton.h"
 #include "ui/HomePage.h"
 #include "ui/QuitAskDialog.h"
 
@@ -95,6 +97,26 @@ private slots:
         QTRY_COMPARE(switches.count(), 2);                    // the button shows the press first
         QCOMPARE(switches.at(0).at(0).toBool(), true);
         QCOMPARE(switches.at(1).at(0).toBool(), false);
+    }
+
+    void onlyTheKeyboardTakesTheFocusToTheControlPage()
+    {
+        MainWindow window;
+        HomePage* home = window.homePage();
+        home->setControllerList({{QStringLiteral("id"), DeviceModel()}});
+        connect(home, &HomePage::controllerEntryOrdered, &window, &MainWindow::switchToControlPage);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto* device = home->findChild<DeviceButton*>();
+        QTest::mouseClick(device->parentWidget(), Qt::LeftButton, {}, QPoint(1, 1));
+        QTest::mouseClick(device, Qt::LeftButton, {}, QPoint(50, 50));
+        QVERIFY(!window.isHomePage());
+        QVERIFY(!window.controlPage()->isAncestorOf(QApplication::focusWidget()));
+
+        window.switchToHomePage();
+        device->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(device, Qt::Key_Return);
+        QVERIFY(window.controlPage()->isAncestorOf(QApplication::focusWidget()));
     }
 
     void buttonsThatLeadNowhereAreCaption()
