@@ -29,6 +29,9 @@ ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     // The name is the user's own text: never markup, and never wider than the dialog.
     m_deviceNameLabel->setTextFormat(Qt::PlainText);
     m_deviceNameLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    // A heading stands where the dialog begins, whatever the name's own direction.
+    m_deviceNameLabel->setAlignment((isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                                    Qt::AlignVCenter);
     auto* help = new QLabel(tr("调整LED数量，使所有LED全部亮起。"), this);
     help->setProperty("class", "hint");
     help->setWordWrap(true);
@@ -67,7 +70,9 @@ QWidget* ControllerConfigDialog::makeHeader()
     connect(close, &QToolButton::clicked, this, &QDialog::reject);
 
     auto* layout = new QHBoxLayout(header);
-    layout->setContentsMargins(kMargin, 0, 0, 0);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addSpacing(kMargin); // a margin would not change sides with the direction
     layout->addWidget(title);
     layout->addStretch();
     layout->addWidget(close);

@@ -66,6 +66,7 @@ void FrmSingleColor::buildLayout()
 {
     auto* numbers = new QFormLayout;
     numbers->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    numbers->setHorizontalSpacing(4); // the blank of a label is on its far side from right to left
     numbers->setVerticalSpacing(6);
     numbers->addRow(QStringLiteral("R: "), m_redBox);
     numbers->addRow(QStringLiteral("G: "), m_greenBox);
