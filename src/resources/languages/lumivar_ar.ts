@@ -624,7 +624,7 @@ Press ESC to cancel</source>
     </message>
     <message>
         <source>最小化到托盘</source>
-        <translation>تصغير إلى شريط النظام</translation>
+        <translation>تصغير إلى علبة النظام</translation>
     </message>
 </context>
 <context>

@@ -101,7 +101,7 @@
     <name>DeviceManager</name>
     <message>
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
-        <translation>Hallo! Dein LED-Streifen hat wohl ein kleines Problem: Er trennt sich immer wieder, vielleicht bekommt er zu wenig Strom. Stecke ihn am besten direkt in einen USB-Anschluss des Mainboards oder in einen USB-Hub mit eigenem Netzteil. Wenn das nicht hilft, wende dich bitte an den Kundendienst. Die Umstände tun uns wirklich leid. Hoffentlich läuft bald alles wieder, viel Erfolg! ✌️</translation>
+        <translation>Hallo! Dein LED-Streifen hat wohl ein kleines Problem: Die Verbindung bricht immer wieder ab, vielleicht bekommt er zu wenig Strom. Stecke ihn am besten direkt in einen USB-Anschluss des Mainboards oder in einen USB-Hub mit eigenem Netzteil. Wenn das nicht hilft, wende dich bitte an den Kundendienst. Die Umstände tun uns wirklich leid. Hoffentlich läuft bald alles wieder, viel Erfolg! ✌️</translation>
     </message>
 </context>
 <context>
@@ -269,7 +269,7 @@
     <name>HomePage</name>
     <message>
         <source>灯光设备</source>
-        <translation>Lichtgeräte</translation>
+        <translation>Beleuchtungsgeräte</translation>
     </message>
     <message>
         <source>未发现设备，请连接灯带</source>
@@ -402,7 +402,7 @@
         <source>Cursor at %1, %2
 Press ESC to cancel</source>
         <translation>Zeiger bei %1, %2
-ESC drücken zum Abbrechen</translation>
+Zum Abbrechen ESC drücken</translation>
     </message>
     <message>
         <source>&amp;Custom colors</source>
@@ -422,7 +422,7 @@ ESC drücken zum Abbrechen</translation>
     </message>
     <message>
         <source>&amp;Val:</source>
-        <translation>&amp;Wert:</translation>
+        <translation>H&amp;elligkeit:</translation>
     </message>
     <message>
         <source>&amp;Red:</source>
@@ -518,7 +518,7 @@ ESC drücken zum Abbrechen</translation>
     <name>QScrollBar</name>
     <message>
         <source>Scroll here</source>
-        <translation>Hierher rollen</translation>
+        <translation>Hierher scrollen</translation>
     </message>
     <message>
         <source>Left edge</source>
@@ -554,19 +554,19 @@ ESC drücken zum Abbrechen</translation>
     </message>
     <message>
         <source>Scroll left</source>
-        <translation>Nach links rollen</translation>
+        <translation>Nach links scrollen</translation>
     </message>
     <message>
         <source>Scroll up</source>
-        <translation>Nach oben rollen</translation>
+        <translation>Nach oben scrollen</translation>
     </message>
     <message>
         <source>Scroll right</source>
-        <translation>Nach rechts rollen</translation>
+        <translation>Nach rechts scrollen</translation>
     </message>
     <message>
         <source>Scroll down</source>
-        <translation>Nach unten rollen</translation>
+        <translation>Nach unten scrollen</translation>
     </message>
 </context>
 <context>

@@ -148,7 +148,7 @@
     </message>
     <message>
         <source>全屏模式</source>
-        <translation>Completa</translation>
+        <translation>Toda la pantalla</translation>
     </message>
     <message>
         <source>半屏-上</source>

@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>电影模式</source>
-        <translation>映画</translation>
+        <translation>シネマ</translation>
     </message>
     <message>
         <source>音乐1</source>

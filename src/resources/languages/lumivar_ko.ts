@@ -370,7 +370,7 @@
     <name>MediaSourceOptWidget</name>
     <message>
         <source>设备源：</source>
-        <translation>음원 장치:</translation>
+        <translation>오디오 소스:</translation>
     </message>
 </context>
 <context>

@@ -108,7 +108,7 @@
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>
-        <translation>Luz corrida</translation>
+        <translation>Luz sequencial</translation>
     </message>
     <message>
         <source>单色模式</source>
@@ -262,7 +262,7 @@
     </message>
     <message>
         <source>跑马灯模式</source>
-        <translation>Luz corrida</translation>
+        <translation>Luz sequencial</translation>
     </message>
 </context>
 <context>

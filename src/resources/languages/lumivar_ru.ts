@@ -152,11 +152,11 @@
     </message>
     <message>
         <source>半屏-上</source>
-        <translation>Верх экрана</translation>
+        <translation>Верхняя часть</translation>
     </message>
     <message>
         <source>半屏-下</source>
-        <translation>Низ экрана</translation>
+        <translation>Нижняя часть</translation>
     </message>
     <message>
         <source>半屏-左</source>
@@ -277,7 +277,7 @@
     </message>
     <message>
         <source>更多产品</source>
-        <translation>Другие продукты</translation>
+        <translation>Другие товары</translation>
     </message>
     <message>
         <source>灯带配置</source>
@@ -299,7 +299,7 @@
     <name>MainWindow</name>
     <message>
         <source>new</source>
-        <translation>new</translation>
+        <translation>новая</translation>
     </message>
     <message>
         <source>首页</source>
@@ -377,7 +377,7 @@
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>
-        <translation>&amp;Выделить все</translation>
+        <translation>&amp;Выделить всё</translation>
     </message>
     <message>
         <source>&amp;Step up</source>
@@ -488,7 +488,7 @@ ESC — отмена</translation>
     </message>
     <message>
         <source>Select All</source>
-        <translation>Выделить все</translation>
+        <translation>Выделить всё</translation>
     </message>
 </context>
 <context>
@@ -601,7 +601,7 @@ ESC — отмена</translation>
     </message>
     <message>
         <source>Select All</source>
-        <translation>Выделить все</translation>
+        <translation>Выделить всё</translation>
     </message>
 </context>
 <context>

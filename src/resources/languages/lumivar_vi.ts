@@ -116,7 +116,7 @@
     </message>
     <message>
         <source>流光异彩</source>
-        <translation>Dòng sáng màu</translation>
+        <translation>Dòng màu sắc</translation>
     </message>
     <message>
         <source>影随心动</source>
