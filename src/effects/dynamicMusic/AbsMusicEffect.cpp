@@ -131,8 +131,10 @@ void AbsMusicEffect::releaseCapturer()
 
 void AbsMusicEffect::storeCapturerId()
 {
+    // Without any capturer so far the one of the last time is still the one to look for.
+    const QString id = m_capturerId.isEmpty() ? m_chosenId : m_capturerId;
     ConfigurationManager* config = ConfigurationManager::instance();
-    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key, m_capturerId);
+    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key, id);
     config->saveEffectJsonObj(effectId());
 }
 

@@ -7,17 +7,15 @@
 #include "support/log/Loggers.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QJsonObject>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QVBoxLayout>
 
 namespace {
 
 constexpr int kHeight = 100;
-constexpr int kSideMargin = 18; // both as the row of the sources has them
-constexpr int kLabelGap = 6;
 constexpr const char* kStrengthKey = ConfigKeys::kMusicStrength.key;
 
 } // namespace
@@ -34,16 +32,10 @@ MMSOptWidget::MMSOptWidget(QWidget* parent)
     m_strengthSlider->setObjectName(QStringLiteral("strengthSlider"));
     m_strengthSlider->setRange(StrengthSlider::kMin, StrengthSlider::kMax);
 
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(kSideMargin, 0, kSideMargin, 0);
-    row->setSpacing(kLabelGap); // else the column's
-    row->addWidget(m_strengthLabel);
-    row->addWidget(m_strengthSlider);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, kSideMargin / 2);
-    column->setSpacing(0);
-    column->addWidget(m_mediaSource);
-    column->addLayout(row);
+    m_mediaSource->addRow(m_strengthLabel, m_strengthSlider);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_mediaSource);
     retranslate();
 
     connect(m_mediaSource, &AbsWorkerWidget::effectPropertyChanged, this,

@@ -80,6 +80,13 @@ QJsonValue MediaSourceOptWidget::effectProperty(const QString& key)
     }
 }
 
+void MediaSourceOptWidget::addRow(QLabel* label, QWidget* option)
+{
+    const int row = m_ui->mainLayout->rowCount();
+    m_ui->mainLayout->addWidget(label, row, 0);
+    m_ui->mainLayout->addWidget(option, row, 1);
+}
+
 QString MediaSourceOptWidget::currentId() const
 {
     return m_capturerIds.value(m_ui->devicesComboBox->currentIndex());

@@ -9,6 +9,7 @@
 namespace Ui {
 class MediaSourceOptWidget;
 }
+class QLabel;
 
 /// Chooses the source of the sound. Properties: "capturers", the list to choose from, and "captureId". The
 /// list may change while it is shown: the choice stays on its identifier.
@@ -23,6 +24,8 @@ public:
     /// Never reported back.
     void setEffectProperty(const QString& key, const QJsonValue& val) override;
     QJsonValue effectProperty(const QString& key) override;
+    /// A further option below, in line with the source whatever the labels' widths. Takes both over.
+    void addRow(QLabel* label, QWidget* option);
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -3,7 +3,7 @@
 #include "effects/dynamicMusic/AbsMusicEffect.h"
 #include "effects/dynamicMusic/Mode1/Fragment.h"
 
-#include <QHash>
+#include <QMap>
 
 /// Level meters: each fragment of the strip listens to one band and lights the more LEDs the louder it is.
 /// No entry of the built-in catalogue names it; an entry that does is enough.
@@ -42,8 +42,10 @@ protected:
     void loadLEDFragmentsFromConfig(const ControlOptions& options);
 
     EffectWorkerOptions m_options;
-    /// The LEDs are filled in the order of this hash: a fragment's indices give its size, not its place.
-    QHash<QString, Fragment> m_fragments;
+    /// The LEDs are filled in the order of the names: a fragment's indices give its size, not its place.
+    /// Sorted, because a hash has another order in each process, and the meters would change places with
+    /// every start.
+    QMap<QString, Fragment> m_fragments;
     double m_strength = 1.0;
     int m_direction = 0; ///< 1: the strip runs mirrored
 

@@ -125,7 +125,8 @@ void AudioPeakValues::readKeyArray(const Json::Value& root) const
             ++illegal;
             continue;
         }
-        if (x >= m_widthSize || y >= m_heightSize || id > m_keyNum)
+        // 0 leaves the count to the device: no id is beyond it.
+        if (x >= m_widthSize || y >= m_heightSize || (m_keyNum > 0 && id > m_keyNum))
             qDebug().noquote() << QStringLiteral(
                                       ":QIndependentObject::readJson %1 < %2 && %3 < %4 && %5 <= %6")
                                       .arg(x)
