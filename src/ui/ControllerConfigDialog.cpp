@@ -116,6 +116,10 @@ QWidget* ControllerConfigDialog::makeButtons()
     okBtn->setDefault(true);
     connect(okBtn, &QPushButton::clicked, this, &QDialog::accept);
 
+    // As high as each other, though only one of them may be in a script with high lines.
+    for (QPushButton* button : {rejectBtn, okBtn})
+        button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
+
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addStretch();

@@ -71,7 +71,7 @@
     </message>
     <message>
         <source>调整LED数量，使所有LED全部亮起。</source>
-        <translation>すべてのLEDが点灯するようにLEDの数を調整してください。</translation>
+        <translation>すべてのLEDが点灯するように数を調整してください。</translation>
     </message>
     <message>
         <source>取消</source>

@@ -71,7 +71,7 @@
     </message>
     <message>
         <source>调整LED数量，使所有LED全部亮起。</source>
-        <translation>Подберите количество светодиодов так, чтобы горели все.</translation>
+        <translation>Подберите число так, чтобы горели все светодиоды.</translation>
     </message>
     <message>
         <source>取消</source>
