@@ -31,7 +31,7 @@ public:
         TwoChunks,    ///< the reply is cut in the middle, the rest comes kChunkGapMs later
         HangUpInReply ///< the line goes dead behind the first half
     };
-    static constexpr int kChunkGapMs = 60;
+    static constexpr int kChunkGapMs = 300; ///< a busy host must not read both as one
 
     struct Options
     {
