@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen. Probe,
-# screen capture, colour pipeline and serial line are the program's own. Nothing of the user's is touched.
-# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [-- arguments of the program]
+# Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen or, with
+# --music, a beat on a sound server of the demo's own. Probe, capture, colour pipeline and serial line are the
+# program's own. Nothing of the user's is touched.
+# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music] [-- arguments of the program]
 # Without a terminal it prints a line a second, ends after 10 seconds and fails unless the light moved.
 set -u
 bin=$(cd "$1" && pwd) || exit 2
@@ -10,11 +11,14 @@ shift
 seconds=""
 plain=""
 virtual=""
+music=""
+effect=id.effect.screenSync.fullScreen
 while [ $# -gt 0 ]; do
     case $1 in
     --seconds) seconds=$2; shift ;;
     --plain) plain=yes ;;
     --virtual) virtual=yes ;;
+    --music) music=yes; effect=id.effect.dynamicMusic.peakValues_7 ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -72,6 +76,29 @@ start_virtual_screen() {
     helpers+=($!)
 }
 
+# Plays and hears without a loudspeaker, whatever the user's own sound is.
+start_beat() {
+    mkdir -m 700 "$work/sound"
+    export PULSE_SERVER="unix:$work/sound/native"
+    # Rewinds would hold back the first two seconds.
+    HOME="$work/sound" XDG_CONFIG_HOME="$work/sound" XDG_RUNTIME_DIR="$work/sound" \
+        PULSE_RUNTIME_PATH="$work/sound" setsid pulseaudio -n --daemonize=no --exit-idle-time=-1 \
+        --use-pid-file=no --disable-shm=yes \
+        -L "module-null-sink sink_name=demo norewinds=1 sink_properties=device.description=Demo" \
+        -L "module-native-protocol-unix auth-anonymous=1 socket=$work/sound/native" \
+        >"$work/sound.log" 2>&1 </dev/null &
+    helpers+=($!)
+    local tries
+    for ((tries = 0; tries < 100; ++tries)); do
+        [ -S "$work/sound/native" ] && break
+        kill -0 "${helpers[-1]}" 2>/dev/null || break
+        sleep 0.1
+    done
+    [ -S "$work/sound/native" ] || { cat "$work/sound.log" >&2; fail "no sound server"; }
+    setsid "$bin/beat-player" >"$work/beat.log" 2>&1 </dev/null &
+    helpers+=($!)
+}
+
 # Sound and display servers are found through the folder that is about to change.
 keep_servers_reachable() {
     local old=${XDG_RUNTIME_DIR:-}
@@ -89,15 +116,15 @@ use_private_folders() {
     keep_servers_reachable
     export XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache"
     export XDG_RUNTIME_DIR="$work/run" TMPDIR="$work/tmp"
-    cat >"$work/config/Lumivar/controllers.json" <<'JSON'
+    cat >"$work/config/Lumivar/controllers.json" <<JSON
 {
     "LV0127:01020304": {
         "kindName": "Demo strip",
         "brightness": 0.8,
         "enable": true,
         "installDirection": 0,
-        "workMode": "id.effect.screenSync",
-        "subMode": "id.effect.screenSync.fullScreen",
+        "workMode": "${effect%.*}",
+        "subMode": "$effect",
         "nbLeds": 120,
         "ledPerUnit": 1,
         "adjustableLength": false,
@@ -108,7 +135,10 @@ JSON
 }
 
 use_private_folders
-if [ -n "$virtual" ]; then
+if [ -n "$music" ]; then
+    start_beat
+    [ -z "$plain" ] || set -- --auto_startup "$@" # who reads lines wants no window
+elif [ -n "$virtual" ]; then
     start_virtual_screen
     set -- --auto_startup "$@" # its window would cover what there is to follow
 fi

@@ -8,7 +8,7 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     qtbase5-dev qttools5-dev-tools libqt5serialport5-dev
     libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libudev-dev libpulse-dev
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
-packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth"
+packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio"
 packages[test]="xvfb x11-xserver-utils openbox trayer xdotool fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
     clang-format-14 g++-mingw-w64-x86-64-posix"
