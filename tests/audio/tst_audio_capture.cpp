@@ -256,6 +256,18 @@ private slots:
         m_server->freeze(); // ends while it records
     }
 
+    void endsARecordingThatIsReleasedBeforeItBegins()
+    {
+        AudioCapManager manager(createAudioBackend());
+        m_server->freeze();
+        QVERIFY(manager.acquireCapturer(kFirst));
+        manager.releaseCapturer(kFirst);
+        m_server->thaw();
+        const Listener listener(manager, kFirst);
+        QTRY_VERIFY_WITH_TIMEOUT(listener.updates() > 5, kPatienceMs);
+        QTRY_COMPARE_WITH_TIMEOUT(recordings(*m_server), 1, kPatienceMs);
+    }
+
     void hasOneInstanceForTheProcess()
     {
         AudioCapManager* manager = AudioCapManager::instance();

@@ -68,10 +68,13 @@ void PulseRecorder::stop()
 {
     if (!m_stream)
         return;
-    pa_stream_set_state_callback(m_stream, nullptr, nullptr);
+    // The library cannot take back what it has asked for and not yet got: it would record for nobody.
+    const bool isOnItsWay = pa_stream_get_state(m_stream) == PA_STREAM_CREATING;
+    pa_stream_set_state_callback(m_stream, isOnItsWay ? &PulseRecorder::onAbandonedState : nullptr, nullptr);
     pa_stream_set_read_callback(m_stream, nullptr, nullptr);
-    pa_stream_disconnect(m_stream);
-    pa_stream_unref(m_stream);
+    if (!isOnItsWay)
+        pa_stream_disconnect(m_stream);
+    pa_stream_unref(m_stream); // the connection keeps it as long as it needs
     m_stream = nullptr;
     m_source.clear();
 }
@@ -84,6 +87,12 @@ void PulseRecorder::onState(pa_stream* stream, void* recorder)
     qInfo() << "[AudioCapManager]: Recording from" << self->m_source
             << "has ended:" << pa_strerror(pa_context_errno(pa_stream_get_context(stream)));
     self->m_onFailed();
+}
+
+void PulseRecorder::onAbandonedState(pa_stream* stream, void*)
+{
+    if (pa_stream_get_state(stream) == PA_STREAM_READY)
+        pa_stream_disconnect(stream);
 }
 
 void PulseRecorder::onRead(pa_stream* stream, size_t, void* recorder)

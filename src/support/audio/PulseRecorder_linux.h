@@ -29,6 +29,7 @@ public:
 
 private:
     static void onState(pa_stream* stream, void* recorder);
+    static void onAbandonedState(pa_stream* stream, void* nobody);
     static void onRead(pa_stream* stream, size_t bytes, void* recorder);
 
     const QSharedPointer<AudioCapturer> m_capturer;
