@@ -50,11 +50,11 @@ AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject*
     : QObject(parent)
     , m_analysis(std::make_unique<AnalysisThread>())
     , m_backend(backend ? std::move(backend) : std::make_unique<NullAudioBackend>())
-    , m_sources(m_backend->sources())
 {
     m_backend->setParent(this); // follows to another thread
     connect(m_backend.get(), &AudioBackend::sourcesChanged, this, &AudioCapManager::onSourcesChanged,
             Qt::QueuedConnection);
+    m_sources = m_backend->sources(); // last, so that no change slips in between
     AudioCapManager* none = nullptr;
     s_instance.compare_exchange_strong(none, this);
 }

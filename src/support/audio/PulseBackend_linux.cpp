@@ -7,6 +7,7 @@
 #include <QDebug>
 #include <algorithm>
 #include <pulse/context.h>
+#include <pulse/def.h>
 #include <pulse/introspect.h>
 #include <pulse/operation.h>
 #include <pulse/proplist.h>
@@ -117,7 +118,10 @@ void PulseBackend::onFailed()
     int waitMs = kRetryMs;
     {
         const Lock lock(*this);
-        if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context))) {
+        // A server that has left a question unanswered for half a minute may answer the next one never or
+        // carry out the old one after all: it is hung up on.
+        if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context)) ||
+            pa_context_errno(m_context) == PA_ERR_TIMEOUT) {
             dropConnection();
             if (!std::exchange(m_saidAbsent, true)) {
                 qWarning() << (m_wasConnected
@@ -126,9 +130,9 @@ void PulseBackend::onFailed()
             }
             listChanged = !m_sources.isEmpty();
             m_sources.clear();
-            waitMs = m_failures < kSoonRetries ? kRetryMs : kLateRetryMs;
-            ++m_failures;
         }
+        waitMs = m_failures < kSoonRetries ? kRetryMs : kLateRetryMs;
+        ++m_failures;
     }
     if (listChanged)
         emit sourcesChanged();
@@ -213,6 +217,8 @@ void PulseBackend::finishListing()
         found.move(first, 0);
     }
     const bool changed = m_listing.sources != m_sources;
+    if (changed)
+        m_failures = 0;
     m_sources = m_listing.sources;
     m_rates = m_listing.rates;
     for (const auto& recorder : m_recorders)
@@ -220,6 +226,12 @@ void PulseBackend::finishListing()
     m_firstLook.release();
     if (changed)
         emit sourcesChanged();
+}
+
+void PulseBackend::failListing()
+{
+    m_listing = Listing();
+    emit failed();
 }
 
 void PulseBackend::retarget(PulseRecorder& recorder)
@@ -241,7 +253,6 @@ void PulseBackend::onContextState(pa_context* context, void* backend)
     const pa_context_state_t state = pa_context_get_state(context);
     if (state == PA_CONTEXT_READY) {
         qInfo() << "[AudioCapManager]: Connected to the sound server";
-        self->m_failures = 0;
         self->m_wasConnected = true;
         self->m_saidAbsent = false;
         forget(pa_context_subscribe(context, kNewsMask, nullptr, nullptr));
@@ -255,15 +266,22 @@ void PulseBackend::onContextState(pa_context* context, void* backend)
 void PulseBackend::onServerInfo(pa_context* context, const pa_server_info* info, void* backend)
 {
     auto* self = static_cast<PulseBackend*>(backend);
-    if (info)
-        self->m_listing.defaultSink = info->default_sink_name;
+    if (!info) {
+        self->failListing();
+        return;
+    }
+    self->m_listing.defaultSink = info->default_sink_name;
     forget(pa_context_get_source_info_list(context, &PulseBackend::onSourceInfo, self));
 }
 
 void PulseBackend::onSourceInfo(pa_context*, const pa_source_info* info, int end, void* backend)
 {
     auto* self = static_cast<PulseBackend*>(backend);
-    if (end != 0) {
+    if (end < 0) {
+        self->failListing();
+        return;
+    }
+    if (end > 0) {
         self->finishListing();
         return;
     }

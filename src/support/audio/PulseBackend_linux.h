@@ -59,6 +59,8 @@ private:
     bool isConnected() const;
     void list();
     void finishListing();
+    /// What was known stays; another look follows.
+    void failListing();
     void retarget(PulseRecorder& recorder);
 
     // By the library, on its thread and under the lock.
@@ -71,7 +73,7 @@ private:
     pa_threaded_mainloop* const m_loop;
     // Under the lock.
     pa_context* m_context = nullptr;
-    int m_failures = 0; ///< since the last success
+    int m_failures = 0; ///< since the sources last changed
     bool m_wasConnected = false;
     bool m_saidAbsent = false;
     Listing m_listing;

@@ -81,11 +81,16 @@ void PulseRecorder::stop()
 
 void PulseRecorder::onState(pa_stream* stream, void* recorder)
 {
-    if (PA_STREAM_IS_GOOD(pa_stream_get_state(stream)))
+    auto* self = static_cast<PulseRecorder*>(recorder);
+    const pa_stream_state_t state = pa_stream_get_state(stream);
+    if (state == PA_STREAM_READY)
+        self->m_saidEnded = false;
+    if (PA_STREAM_IS_GOOD(state))
         return;
-    const auto* self = static_cast<const PulseRecorder*>(recorder);
-    qInfo() << "[AudioCapManager]: Recording from" << self->m_source
-            << "has ended:" << pa_strerror(pa_context_errno(pa_stream_get_context(stream)));
+    if (!std::exchange(self->m_saidEnded, true)) { // it may be refused again and again
+        qInfo() << "[AudioCapManager]: Recording from" << self->m_source
+                << "has ended:" << pa_strerror(pa_context_errno(pa_stream_get_context(stream)));
+    }
     self->m_onFailed();
 }
 

@@ -36,4 +36,5 @@ private:
     const std::function<void()> m_onFailed;
     pa_stream* m_stream = nullptr;
     QByteArray m_source;
+    bool m_saidEnded = false;
 };
