@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kWaitMs = 8000;
 constexpr int kLeds = 60;
-constexpr QSize kScreen(1500, 1000);
+constexpr QSize kScreen(1700, 1200);
 const QString kStripId = "LV0127:01020304";
 const QString kFirstEffect = "id.effect.marquee.marquee";
 const LV_RGB kFirstColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
