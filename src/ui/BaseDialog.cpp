@@ -25,9 +25,10 @@ void BaseDialog::setHeaderSize(int headerSize)
     emit headerSizeChanged();
 }
 
-bool BaseDialog::isCaption(QPoint offset, int width, double headerSize)
+bool BaseDialog::isCaption(QPoint offset, int width, double headerSize, Qt::LayoutDirection direction)
 {
-    return offset.y() < headerSize && offset.x() < width - headerSize;
+    const int fromStart = direction == Qt::RightToLeft ? width - 1 - offset.x() : offset.x();
+    return offset.y() < headerSize && fromStart < width - headerSize;
 }
 
 void BaseDialog::paintEvent(QPaintEvent*)
@@ -41,7 +42,8 @@ void BaseDialog::paintEvent(QPaintEvent*)
 
 void BaseDialog::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || !isCaption(event->pos(), width(), m_headerSize))
+    if (event->button() != Qt::LeftButton ||
+        !isCaption(event->pos(), width(), m_headerSize, layoutDirection()))
         return QDialog::mousePressEvent(event);
     if (windowHandle() && windowHandle()->startSystemMove())
         return;

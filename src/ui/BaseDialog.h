@@ -18,8 +18,9 @@ public:
     void setHeaderSize(int headerSize);
 
     /// Whether a point (offset from the window's top left) drags the window: the header without the square
-    /// at its right end, where the close button lies. All in the same kind of pixels.
-    static bool isCaption(QPoint offset, int width, double headerSize);
+    /// at its end, where the close button lies: on the right, or mirrored on the left. All in the same kind
+    /// of pixels.
+    static bool isCaption(QPoint offset, int width, double headerSize, Qt::LayoutDirection direction);
 
 signals:
     void headerSizeChanged();

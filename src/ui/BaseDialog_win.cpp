@@ -18,7 +18,7 @@ bool BaseDialog::nativeEventFilter(const QByteArray&, void* message, long* resul
     GetWindowRect(msg->hwnd, &window);
     const QPoint offset(GET_X_LPARAM(msg->lParam) - window.left, GET_Y_LPARAM(msg->lParam) - window.top);
     const double scale = GetDpiForWindow(reinterpret_cast<HWND>(winId())) / 96.0;
-    if (!isCaption(offset, window.right - window.left, headerSize() * scale))
+    if (!isCaption(offset, window.right - window.left, headerSize() * scale, layoutDirection()))
         return false;
     *result = HTCAPTION;
     return true;

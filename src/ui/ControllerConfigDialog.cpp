@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -153,6 +154,9 @@ void ControllerConfigDialog::showDeviceName()
     const QString shown = m_deviceNameLabel->fontMetrics().elidedText(m_deviceName, Qt::ElideMiddle,
                                                                       m_deviceNameLabel->width());
     m_deviceNameLabel->setText(shown);
+    // Left to itself a label follows the script of its text, not the direction of the dialog.
+    m_deviceNameLabel->setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) |
+                                    Qt::AlignAbsolute | Qt::AlignVCenter);
     m_deviceNameLabel->setToolTip(
         shown == m_deviceName ? QString() : QStringLiteral("<qt>%1</qt>").arg(m_deviceName.toHtmlEscaped()));
 }
