@@ -246,6 +246,8 @@ void MainWindow::on_toolButton_close_clicked()
     if (stored.isUndefined() || stored.isNull()) {
         QuitAskDialog dialog(this);
         dialog.exec();
+        if (dialog.isVisible())
+            return; // the program ends meanwhile: the question has got no answer
         isQuit = dialog.quit();
         if (dialog.remember())
             config->setAppConfig(

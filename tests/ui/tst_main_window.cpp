@@ -135,7 +135,7 @@ private slots:
     void closeButtonAsksOnce_data()
     {
         QTest::addColumn<QJsonValue>("stored");
-        QTest::addColumn<QString>("answer"); // a button of the dialog; empty: no dialog is wanted
+        QTest::addColumn<QString>("answer"); // a button of the dialog or the tray; empty: no dialog is wanted
         QTest::addColumn<bool>("remember");
         QTest::addColumn<bool>("isQuit");
         QTest::addColumn<QJsonValue>("kept");
@@ -145,6 +145,7 @@ private slots:
         QTest::newRow("quit, for good") << none << "exitActBtn" << true << true << quit;
         QTest::newRow("hide, this time") << none << "miniActBtn" << false << false << none;
         QTest::newRow("header, for good") << none << "toolButton" << true << false << hide;
+        QTest::newRow("the program ends meanwhile") << none << "tray" << true << true << none;
         QTest::newRow("stored quit") << quit << "" << false << true << quit;
         QTest::newRow("stored nonsense")
             << QJsonValue("later") << "" << false << false << QJsonValue("later");
@@ -164,7 +165,7 @@ private slots:
             isAsked = true;
             dialog.findChild<QCheckBox*>("rememberCbx")->setChecked(remember);
             auto* button = dialog.findChild<QAbstractButton*>(answer);
-            button != nullptr ? button->click() : dialog.reject();
+            button != nullptr ? button->click() : QCoreApplication::quit();
         });
         QCOMPARE(hasQuit, isQuit);
         QCOMPARE(isAsked, !answer.isEmpty());
@@ -240,6 +241,22 @@ private slots:
         QTRY_VERIFY(middleOf(window, "toolButton_close").x() < 100);
         QCOMPARE(window.regionAt(middleOf(window, "toolButton_close")), WindowRegion::None);
         QCOMPARE(window.regionAt(left), WindowRegion::Caption);
+    }
+
+    void dialogIsDraggedByItsHeaderButNotByItsCloseButton()
+    {
+        for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            QApplication::setLayoutDirection(direction);
+            QuitAskDialog dialog;
+            dialog.show();
+            const QRect close = dialog.findChild<QAbstractButton*>("toolButton")->geometry();
+            const auto isCaption = [&](QPoint at) {
+                return BaseDialog::isCaption(at, dialog.width(), dialog.headerSize(), direction);
+            };
+            QVERIFY(!isCaption(close.center()));
+            QVERIFY(isCaption({dialog.width() - 1 - close.center().x(), close.center().y()}));
+            QVERIFY(!isCaption({dialog.width() / 2, dialog.headerSize()}));
+        }
     }
 
     void newLookReachesTheWindow()
