@@ -88,8 +88,7 @@ void LumivarApp::uiStyleListener()
             return;
         }
         const QString sheet = QString::fromUtf8(file.readAll());
-        qApp->setStyleSheet(sheet);
-        m_mainWindow.setStyleSheet(sheet); // it has one of its own, which would outdo the application's
+        qApp->setStyleSheet(sheet); // the main window follows by itself
         qDebug() << "The new styles file has been loaded";
     });
 }
@@ -97,8 +96,15 @@ void LumivarApp::uiStyleListener()
 void LumivarApp::onWakeUpRequested()
 {
     qInfo() << "[LumivarApp]: A second start asks for the window";
-    if (m_mainWindow.isHidden() && !isAppFlag("isHeadless"))
+    if (isAppFlag("isHeadless"))
+        return;
+    if (m_mainWindow.isHidden())
         m_mainWindow.showNormal();
+    if (m_mainWindow.isMinimized())
+        return;
+    // It may be covered by other windows.
+    m_mainWindow.raise();
+    m_mainWindow.activateWindow();
 }
 
 bool LumivarApp::isSingleControlMode()
