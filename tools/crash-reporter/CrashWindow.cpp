@@ -12,11 +12,29 @@
 namespace {
 
 constexpr int kMinWidth = 420;
+/// The look of the program's own windows.
 constexpr char kDarkStyle[] = R"(
-    QWidget { background: #202124; color: #e8eaed; font-size: 14px; }
-    QPushButton { background: #3c4043; border: none; border-radius: 4px; padding: 8px 20px; }
-    QPushButton:hover { background: #4d5155; }
-    QPushButton:focus { border: 1px solid #8ab4f8; }
+    QWidget {
+        background-color: #222222;
+        color: #d4d4d4;
+        font-size: 14px;
+        selection-background-color: #ffd908;
+        selection-color: #222222;
+    }
+    QPushButton {
+        background-color: #333333;
+        border: 1px solid #4a4a4a;
+        border-radius: 6px;
+        padding: 6px 22px;
+        outline: none;
+    }
+    QPushButton:hover { background-color: #3d3d3d; }
+    QPushButton:pressed { background-color: #2b2b2b; }
+    QPushButton:focus { border-color: #ffd908; }
+    QPushButton#closeButton { background-color: #ffd908; border: 2px solid #ffd908; padding: 5px 21px; color: #222222; }
+    QPushButton#closeButton:hover { background-color: #ffe34d; border-color: #ffe34d; }
+    QPushButton#closeButton:pressed { background-color: #d9b800; border-color: #d9b800; }
+    QPushButton#closeButton:focus { border-color: #ffffff; }
 )";
 
 } // namespace
@@ -31,13 +49,15 @@ CrashWindow::CrashWindow(const ReportTexts& texts, const QString& program, const
 
     auto* message = new QLabel(texts.message.arg(program));
     auto* dump = new QLabel(dumpPath.isEmpty() ? texts.noDump : texts.dump.arg(dumpPath));
-    dump->setTextFormat(Qt::PlainText);
     dump->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    for (QLabel* label : {message, dump})
+    for (QLabel* label : {message, dump}) {
+        label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
+    }
     auto* openFolder = new QPushButton(texts.openFolder);
     auto* closeButton = new QPushButton(texts.close);
     closeButton->setDefault(true);
+    closeButton->setObjectName(QStringLiteral("closeButton"));
     connect(openFolder, &QPushButton::clicked, this,
             [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
     connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
@@ -53,4 +73,5 @@ CrashWindow::CrashWindow(const ReportTexts& texts, const QString& program, const
     layout->addWidget(dump);
     layout->addStretch();
     layout->addLayout(buttons);
+    closeButton->setFocus();
 }
