@@ -52,14 +52,33 @@ inline ControlOptions strip(unsigned nbLeds, unsigned direction = 0)
     return options;
 }
 
+/// A running effect and what it emits.
+template <typename Effect>
+struct Running : Effect
+{
+    explicit Running(const QString& id, const ControlOptions& options)
+        : Effect(entry(id), nullptr)
+    {
+        Effect::load(options);
+    }
+    Frame last() const { return frames.isEmpty() ? Frame() : frames.last().at(0).template value<Frame>(); }
+
+    QSignalSpy frames{this, &IEffectWorker::updateColors};
+};
+
+inline QVector<int> lit(const Frame& frame)
+{
+    QVector<int> leds;
+    for (int i = 0; i < frame.size(); ++i) {
+        if (frame.at(i) != kBlack)
+            leds += i;
+    }
+    return leds;
+}
+
 inline QJsonValue stored(const QString& effectId, const char* key)
 {
     return ConfigurationManager::instance()->effectJsonValue(effectId, "LVTEST:01", key);
-}
-
-inline Frame lastFrame(const QSignalSpy& frames)
-{
-    return frames.isEmpty() ? Frame() : frames.last().at(0).value<Frame>();
 }
 
 } // namespace MusicTestKit

@@ -1,5 +1,6 @@
 #include "LightGrid.h"
 #include "effects/EffectCatalogue.h"
+#include "effects/dynamicMusic/Mode1/Fragment.h"
 
 #include <QFile>
 #include <QImage>
@@ -110,6 +111,22 @@ private slots:
         QCOMPARE(places.size(), nbLeds); // no two LEDs in one place
         for (int id = 1; id <= nbLeds; ++id)
             QVERIFY2(ids.contains(id), qPrintable(QString::number(id)));
+    }
+
+    void metersLieOnTheirStripInTheOrderOfTheirNames_data() { addModels(); }
+    void metersLieOnTheirStripInTheOrderOfTheirNames()
+    {
+        QFETCH(QString, model);
+        const QJsonObject fragments =
+            readObject("effects/dynamicMusic/" + model + ".json").value("fragments").toObject();
+        int leds = 0;
+        for (const QJsonValue& part : fragments) {
+            const auto fragment = Fragment::fromJson(model, part);
+            QVERIFY(fragment && fragment->beginIndex == leds);
+            leds = fragment->endIndex;
+        }
+        const bool adjustable = models().value(model)["adjustableLength"].toBool();
+        QCOMPARE(leds, adjustable ? 0 : models().value(model)["nbLeds"].toInt());
     }
 
     void matrixIsMappedAsItIsWired()
