@@ -92,7 +92,9 @@ void WasapiBackend::work()
             WaitForSingleObject(m_wakeEvent, kNoServiceMs);
             continue;
         }
-        if (m_isOutdated.exchange(false)) {
+        // What cannot be opened may be gone.
+        const bool isRetry = retryMs > 0 && GetTickCount64() >= retryMs;
+        if (m_isOutdated.exchange(false) || isRetry) {
             known = endpoints.list();
             publish(known);
             retryMs = 0;
@@ -104,6 +106,13 @@ void WasapiBackend::work()
         }
         if (GetTickCount64() >= retryMs)
             retryMs = steer(streams, known) ? 0 : GetTickCount64() + kRetryMs;
+        if (known.isEmpty()) {
+            // No devices, or no sound service: one that has been stopped does not call back when it is back.
+            endpoints.close();
+            m_isOutdated = true;
+            WaitForSingleObject(m_wakeEvent, kNoServiceMs);
+            continue;
+        }
         const bool isRecording =
             std::any_of(streams.begin(), streams.end(), [](const auto& stream) { return stream->isOpen(); });
         WaitForSingleObject(m_wakeEvent, isRecording ? kPollMs : retryMs > 0 ? kRetryMs : INFINITE);

@@ -28,6 +28,7 @@ public:
 
     /// False while the system has no sound service; to be tried again then.
     bool open();
+    void close();
     bool isOpen() const { return m_enumerator != nullptr; }
 
     /// The default loudspeaker first.

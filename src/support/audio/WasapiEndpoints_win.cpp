@@ -1,6 +1,7 @@
 #include "support/audio/WasapiEndpoints.h"
 
 #include <atomic>
+#include <mutex>
 #include <propidl.h>
 #include <utility>
 
@@ -44,7 +45,8 @@ bool isLoudspeaker(IMMDevice* device)
 }
 } // namespace
 
-/// What the system calls when endpoints come, go or change. It may outlive its owner by a call under way.
+/// What the system calls when endpoints come, go or change. It may outlive its owner by a call under way,
+/// which nobody waits for.
 class EndpointWatch : public IMMNotificationClient
 {
 public:
@@ -53,6 +55,13 @@ public:
     {
     }
     virtual ~EndpointWatch() = default;
+
+    /// From now on the function is not called.
+    void silence()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_onNews = nullptr;
+    }
 
     ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
     ULONG STDMETHODCALLTYPE Release() override
@@ -85,11 +94,14 @@ public:
 private:
     HRESULT tell()
     {
-        m_onNews();
+        const std::lock_guard lock(m_mutex);
+        if (m_onNews)
+            m_onNews();
         return S_OK;
     }
 
-    const std::function<void()> m_onNews;
+    std::mutex m_mutex; // guards what follows
+    std::function<void()> m_onNews;
     std::atomic<ULONG> m_references{0};
 };
 
@@ -100,8 +112,7 @@ WasapiEndpoints::WasapiEndpoints(std::function<void()> onNews)
 
 WasapiEndpoints::~WasapiEndpoints()
 {
-    if (m_watch)
-        m_enumerator->UnregisterEndpointNotificationCallback(m_watch.Get());
+    close();
 }
 
 bool WasapiEndpoints::open()
@@ -113,6 +124,16 @@ bool WasapiEndpoints::open()
     if (SUCCEEDED(m_enumerator->RegisterEndpointNotificationCallback(watch.Get())))
         m_watch = watch;
     return true;
+}
+
+void WasapiEndpoints::close()
+{
+    if (m_watch) {
+        m_watch->silence();
+        m_enumerator->UnregisterEndpointNotificationCallback(m_watch.Get());
+    }
+    m_watch.Reset();
+    m_enumerator.Reset();
 }
 
 QList<WasapiEndpoints::Endpoint> WasapiEndpoints::list() const

@@ -35,4 +35,5 @@ private:
     Microsoft::WRL::ComPtr<IAudioClient> m_client;
     Microsoft::WRL::ComPtr<IAudioCaptureClient> m_capture;
     int m_channels = 0;
+    bool m_saidUnreadable = false;
 };

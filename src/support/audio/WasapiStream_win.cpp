@@ -85,7 +85,7 @@ bool WasapiStream::start(IMMDevice* device, bool isLoudspeaker)
     const bool isReady = canRead && SUCCEEDED(m_client->Initialize(AUDCLNT_SHAREMODE_SHARED, flags,
                                                                    kBufferTime, 0, format, nullptr));
     CoTaskMemFree(format);
-    if (!canRead)
+    if (!canRead && !std::exchange(m_saidUnreadable, true))
         qWarning() << "[AudioCapManager]: Cannot read the sample format of" << m_capturer->id();
     if (!isReady || FAILED(m_client->GetService(IID_PPV_ARGS(&m_capture))))
         return false;
