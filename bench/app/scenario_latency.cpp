@@ -6,6 +6,7 @@
 #include "ScreenPainter.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
+#include "percentile.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -60,12 +61,6 @@ double shownAt(const StripSimulator& strip, LV_RGB color)
         }
     }
     return 0;
-}
-
-double percentile(QVector<double> values, double share)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(qMin(values.size() - 1, int(share * values.size())));
 }
 
 QVector<double> measure(ScreenPainter& screen, StripSimulator& strip, int changes)

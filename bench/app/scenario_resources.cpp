@@ -1,8 +1,9 @@
 // What the whole program costs beside games and films: one strip of 120 LEDs on screen synchronisation over a
-// moving picture, and on a still colour.
+// moving picture, on a still colour, and on a music effect with a beat and without a sound server.
 // Usage: scenario_resources [seconds a case, default 30]
 #include "ProcessUsage.h"
 #include "ProgramUnderTest.h"
+#include "SoundServer.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 
@@ -19,11 +20,15 @@ struct Case
     const char* effect;
     double maxCpuPercent;
     double maxResidentMb;
+    double minFramesPerSecond;
+    enum Sound { None, Playing } sound;
 };
 
 constexpr Case kCases[] = {
-    {"screen synchronisation", "id.effect.screenSync.fullScreen", 4.0, 110},
-    {"still colour", "id.effect.singleColor.singleColor1", 1.0, 110},
+    {"screen synchronisation", "id.effect.screenSync.fullScreen", 4.0, 110, 1, Case::None},
+    {"still colour", "id.effect.singleColor.singleColor1", 1.0, 110, 1, Case::None},
+    {"music", "id.effect.dynamicMusic.peakValues_7", 6.0, 110, 25, Case::Playing},
+    {"music, no sound server", "id.effect.dynamicMusic.peakValues_7", 1.0, 110, 0, Case::None},
 };
 constexpr int kSettleSeconds = 5;
 
@@ -44,6 +49,15 @@ bool run(const Case& scenario, const VirtualDisplay& display, int seconds)
     StripSimulator strip(options);
     if (!strip.plugIn())
         return false;
+    SoundServer sound;
+    sound.useHere();
+    program.environment.insert(QStringLiteral("PULSE_SERVER"), QString::fromLatin1(sound.address()));
+    QProcess beat;
+    if (scenario.sound == Case::Playing) {
+        if (!sound.start())
+            return false;
+        beat.start(QCoreApplication::applicationDirPath() + QStringLiteral("/beat-player"), {});
+    }
     program.start();
     QThread::sleep(kSettleSeconds);
 
@@ -57,10 +71,12 @@ bool run(const Case& scenario, const VirtualDisplay& display, int seconds)
     const ProcessUsage after = ProcessUsage::of(pid);
     const double cpu = 100 * (after.cpuSeconds - before.cpuSeconds) / elapsed;
     const bool good = cpu < scenario.maxCpuPercent && after.residentMb < scenario.maxResidentMb &&
-                      strip.counters().frames > 0;
+                      strip.counters().frames >= scenario.minFramesPerSecond * elapsed;
     std::printf("%-24s %5.2f %% of a core (limit %.0f), %5.1f MB resident (limit %.0f), %.1f frames/s%s\n",
                 scenario.name, cpu, scenario.maxCpuPercent, after.residentMb, scenario.maxResidentMb,
                 strip.counters().frames / elapsed, good ? "" : "  TOO MUCH");
+    beat.kill();
+    beat.waitForFinished();
     return program.terminate() && good;
 }
 
