@@ -138,10 +138,14 @@ void LumivarApp::bindNextGroup(const QString& id, const QString& currentEffect)
         group = effects.nextGroupByOrder(group);
         effect = effects.defaultEffect(group);
     }
+    if (!effects.hasEffect(effect)) {
+        qWarning().noquote() << "[LumivarApp]: No group has an effect to go on with, id" << id;
+        return;
+    }
     m_deviceManager.setControllerEffect(id, effect, true);
     if (isOnControlPage(id))
         updateControlPageView();
-    logUserAction(QStringLiteral("Controller: %1switched to the effect %2").arg(id, effect));
+    logUserAction(QStringLiteral("Controller: %1 switched to the effect %2").arg(id, effect));
 }
 
 void LumivarApp::toggleLight(const QString& id, bool enable)
