@@ -31,7 +31,7 @@ LumivarApp::LumivarApp(QObject* parent)
 {
     setProperty("runtime.openTime", QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss")));
     showWindow();
-    setDefaultControlMode();
+    firstUse(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
     uiStyleListener();
 
     connect(&m_deviceManager, &DeviceManager::newController, this, &LumivarApp::onNewController,
@@ -63,14 +63,6 @@ void LumivarApp::showWindow()
     if (isAutoStartup && !isHeadless && !QSystemTrayIcon::isSystemTrayAvailable())
         qWarning() << "[LumivarApp]: There is no tray to come up in, a second start shows the window";
     m_mainWindow.fitToScreen();
-}
-
-void LumivarApp::setDefaultControlMode()
-{
-    auto* config = ConfigurationManager::instance();
-    const QJsonValue mode = config->appConfig(ConfigKeys::kSingleControlMode.key);
-    if (mode.isNull() || mode.isUndefined())
-        config->setAppConfig(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
 }
 
 void LumivarApp::uiStyleListener()
@@ -105,6 +97,16 @@ void LumivarApp::onWakeUpRequested()
     // It may be covered by other windows.
     m_mainWindow.raise();
     m_mainWindow.activateWindow();
+}
+
+QJsonValue LumivarApp::firstUse(const char* key, const QJsonValue& fallback)
+{
+    auto* config = ConfigurationManager::instance();
+    QJsonValue stored = config->appConfig(QLatin1String(key));
+    if (!stored.isNull() && !stored.isUndefined())
+        return stored;
+    config->setAppConfig(QLatin1String(key), fallback);
+    return fallback;
 }
 
 bool LumivarApp::isSingleControlMode()

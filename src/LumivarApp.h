@@ -45,7 +45,6 @@ private slots:
 
 private:
     void showWindow();
-    void setDefaultControlMode();
     void uiStyleListener();
 
     void makeMainWindow();
@@ -76,6 +75,8 @@ private:
     void bindNextGroup(const QString& id, const QString& currentEffect);
     void toggleLight(const QString& id, bool enable);
 
+    /// The stored setting; one that is missing is written with its default.
+    static QJsonValue firstUse(const char* key, const QJsonValue& fallback);
     /// True: the control page acts on its own device, else on all of them. Read afresh at each event.
     static bool isSingleControlMode();
     void forEachController(const std::function<void(AbsRGBController&)>& action);

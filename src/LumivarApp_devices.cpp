@@ -95,8 +95,8 @@ void LumivarApp::onDevPhyBtnClicked(QString ctlName, int btn)
     auto* config = ConfigurationManager::instance();
     const bool enabledBefore = pressed->options().enable;
     const QString current = m_deviceManager.effects().boundEffectId(ctlName);
-    const int action =
-        config->appConfig(ConfigKeys::kPhyBtnAction.key).toInt(ConfigKeys::kPhyBtnAction.fallback);
+    const int action = firstUse(ConfigKeys::kPhyBtnAction.key, ConfigKeys::kPhyBtnAction.fallback)
+                           .toInt(ConfigKeys::kPhyBtnAction.fallback);
     const bool single = config->appConfig(ConfigKeys::kPhyBtnSingleCtrlMode.key)
                             .toBool(ConfigKeys::kPhyBtnSingleCtrlMode.fallback);
     // The state of the pressed device decides for all, so that one press brings them to one state.
