@@ -46,7 +46,7 @@ QString complaints(const QByteArray& members)
 {
     store(QJsonDocument::fromJson("{\"odd\": {\"endIndex\": 4, " + members + "}}").object());
     const LogCapture log;
-    Meters(kMeters, strip(5));
+    const Meters effect(kMeters, strip(5));
     return log.containing("configuration ").join('\n');
 }
 
