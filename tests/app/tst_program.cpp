@@ -1,12 +1,15 @@
 #include "ProgramUnderTest.h"
 #include "ScreenPainter.h"
+#include "SoundServer.h"
 #include "StripSimulator.h"
+#include "TonePlayer.h"
 #include "VirtualDisplay.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QScopeGuard>
 #include <QtTest>
 #include <csignal>
 
@@ -130,6 +133,30 @@ private slots:
         // The toolkit ends the process when its server is gone.
         QTRY_VERIFY_WITH_TIMEOUT(!program.isRunning(), kWaitMs);
         QTRY_VERIFY(isBlack(strip));
+    }
+
+    void stripGoesDarkWhileTheSoundServerHangs()
+    {
+        SoundServer server;
+        QVERIFY(server.start());
+        ProgramUnderTest program;
+        program.environment.insert("PULSE_SERVER", server.address());
+        program.writeConfig("controllers.json",
+                            {{kStripId, storedStrip("id.effect.dynamicMusic.peakValues_8")}});
+        StripSimulator strip(::strip(program));
+        QVERIFY(strip.plugIn());
+        TonePlayer player(server.address(), "first");
+        const auto releasePlayer = qScopeGuard([&server] { server.stop(); });
+        player.play({440, 1});
+        program.start();
+        QTRY_VERIFY_WITH_TIMEOUT(!strip.shownColors().isEmpty() && !isBlack(strip), kWaitMs);
+        server.freeze();
+        QVERIFY(program.terminate());
+        QTRY_VERIFY(isBlack(strip));
+
+        program.start(); // nor does it wait for an answer here
+        QTRY_VERIFY_WITH_TIMEOUT(program.logText().contains("The list of audio capturer is empty"), kWaitMs);
+        QVERIFY(program.terminate());
     }
 
     void stripGoesDarkWhenTheProgramCrashes()
