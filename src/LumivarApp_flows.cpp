@@ -147,7 +147,8 @@ void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
         each.setBrightness(brightness);
         each.setEnable(enable);
         if (!effect.isEmpty())
-            m_deviceManager.setControllerEffect(each.options().id, effect, true);
+            m_deviceManager.setControllerEffect(each.options().id, effect,
+                                                enable); // keeps a light that is off
     });
     logUserAction(QStringLiteral("Successfully set the configuration of all devices to \n\t brightness: %1"
                                  "\n\t enable status: %2\n\t work effect: %3")
