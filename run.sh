@@ -4,7 +4,7 @@
 # Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music] [arguments of the program]
 #   --app        only the program, whatever is connected
 #   --demo       the demo, even with a device
-#   --seconds N  the demo ends after so long; without a terminal it takes 10 seconds
+#   --seconds N  the demo ends after so long; without a terminal and a display it takes 10 seconds
 #   --plain      the demo prints lines of text instead of drawing
 #   --virtual    the demo follows a virtual screen even where there is a display
 #   --music      the demo follows a beat that it plays on a sound server of its own, unheard; with a device and

@@ -3,7 +3,8 @@
 # --music, a beat on a sound server of the demo's own. Probe, capture, colour pipeline and serial line are the
 # program's own. Nothing of the user's is touched.
 # Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music] [-- arguments of the program]
-# Without a terminal it prints a line a second, ends after 10 seconds and fails unless the light moved.
+# Without a terminal it prints a line a second; without a display as well it ends after 10 seconds. With a limit
+# it fails unless the light moved.
 set -u
 bin=$(cd "$1" && pwd) || exit 2
 shift
@@ -24,10 +25,16 @@ while [ $# -gt 0 ]; do
     esac
     shift
 done
-[ -t 1 ] || plain=yes
 [ -n "$plain" ] && virtual=yes # what a user's own screen shows need not move
 [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || virtual=yes
-[ -n "$plain" ] && [ ! -t 1 ] && seconds=${seconds:-10}
+if [ ! -t 1 ]; then
+    plain=yes
+    if [ -z "$virtual" ]; then
+        [ -n "$music" ] || effect=id.effect.colorful.ColorMap_3 # moves by itself
+    else
+        seconds=${seconds:-10}
+    fi
+fi
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/lumivar-demo.XXXXXX") || exit 1
 helpers=()
@@ -137,7 +144,7 @@ JSON
 use_private_folders
 if [ -n "$music" ]; then
     start_beat
-    [ -z "$plain" ] || set -- --auto_startup "$@" # who reads lines wants no window
+    [ -z "$virtual" ] || set -- --auto_startup "$@" # who reads lines wants no window
 elif [ -n "$virtual" ]; then
     start_virtual_screen
     set -- --auto_startup "$@" # its window would cover what there is to follow
