@@ -83,6 +83,8 @@ void Gallery::showEffect(const QString& model, const QString& effect, const QStr
     page.setBrightness(0.8F);
     page.setWorkGroups(workGroupModels(m_effects, model), group);
     page.setWorkers(workerModels(m_effects, group), effect);
+    for (auto* options : page.findChildren<AbsWorkerWidget*>())
+        options->setEffectProperty(QString(), galleryProperties());
     save(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
 }
 
@@ -102,9 +104,10 @@ void Gallery::renderOptionWidgets()
             continue;
         QWidget* const noParent = nullptr;
         const std::unique_ptr<QObject> object(meta->newInstance(Q_ARG(QWidget*, noParent)));
-        auto* widget = qobject_cast<QWidget*>(object.get());
+        auto* widget = qobject_cast<AbsWorkerWidget*>(object.get());
         if (!widget)
             continue;
+        widget->setEffectProperty(QString(), galleryProperties());
         widget->resize(kOptionWidth, widget->minimumHeight());
         save(*widget, QStringLiteral("option-%1").arg(name));
     }

@@ -1,5 +1,6 @@
 #include "GalleryModels.h"
 
+#include <QJsonArray>
 #include <QPixmap>
 
 namespace {
@@ -37,4 +38,13 @@ QMap<QString, DeviceModel> galleryDevices(int count)
         devices.insert(device.id, device);
     }
     return devices;
+}
+
+QJsonObject galleryProperties()
+{
+    const QString longName =
+        QStringLiteral("Monitor of Family 17h/19h HD Audio Controller Digital Stereo (IEC958)");
+    return {{"captureId", "default"},
+            {"capturers", QJsonArray{QJsonObject{{"id", "default"}, {"desc", longName}},
+                                     QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}}};
 }

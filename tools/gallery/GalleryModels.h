@@ -2,7 +2,11 @@
 
 #include "viewModels/DeviceModel.h"
 
+#include <QJsonObject>
 #include <QMap>
 
 /// `count` devices of the models that the product table knows, some with difficult names.
 QMap<QString, DeviceModel> galleryDevices(int count);
+
+/// The properties that option widgets would get from a worker: sound sources, one of a long name.
+QJsonObject galleryProperties();

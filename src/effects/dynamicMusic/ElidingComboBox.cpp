@@ -2,6 +2,7 @@
 
 #include <QHelpEvent>
 #include <QStylePainter>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace {
@@ -15,6 +16,7 @@ ElidingComboBox::ElidingComboBox(QWidget* parent)
 {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(kMinChars);
+    setItemDelegate(new QStyledItemDelegate(this)); // the style sheet does not reach the usual one
 }
 
 void ElidingComboBox::paintEvent(QPaintEvent*)
@@ -26,7 +28,9 @@ void ElidingComboBox::paintEvent(QPaintEvent*)
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     const int width =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width();
-    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, width - 2);
+    const QString text = fontMetrics().elidedText(option.currentText, Qt::ElideRight, width - 2);
+    // Isolated, so that the ellipsis stands where the text ends, whatever the direction of the widget.
+    option.currentText = QChar(0x2068) + text + QChar(0x2069);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
 
