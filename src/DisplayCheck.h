@@ -8,3 +8,11 @@ bool choosePlatformWithoutDisplay();
 
 /// Takes the list back out of the environment, so that programs started from here choose for themselves.
 void forgetChosenPlatform();
+
+/// Keeps the toolkit from loading the drivers of OpenGL, which nothing here draws with; those that draw in
+/// software take 50 MB. Call it before the application object. False when QT_XCB_GL_INTEGRATION holds a
+/// choice already, which is left alone.
+bool chooseNoOpenGl();
+
+/// Takes that back out of the environment, once the application object is there.
+void forgetNoOpenGl();

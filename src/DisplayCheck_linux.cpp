@@ -1,11 +1,13 @@
 #include "DisplayCheck.h"
 
 #include <QByteArray>
+#include <QWindow>
 #include <xcb/xcb.h>
 
 namespace {
 
 constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
+constexpr char kOpenGlVariable[] = "QT_XCB_GL_INTEGRATION";
 
 bool isXServerReachable()
 {
@@ -31,4 +33,18 @@ bool choosePlatformWithoutDisplay()
 void forgetChosenPlatform()
 {
     qunsetenv(kPlatformVariable);
+}
+
+bool chooseNoOpenGl()
+{
+    return !qEnvironmentVariableIsSet(kOpenGlVariable) && qputenv(kOpenGlVariable, "none");
+}
+
+void forgetNoOpenGl()
+{
+    // The toolkit reads the choice with the first window that could be drawn with it.
+    QWindow window;
+    window.setSurfaceType(QSurface::RasterGLSurface);
+    window.create();
+    qunsetenv(kOpenGlVariable);
 }

@@ -8,3 +8,10 @@ bool choosePlatformWithoutDisplay()
 }
 
 void forgetChosenPlatform() {}
+
+bool chooseNoOpenGl()
+{
+    return false; // loaded when it is first used
+}
+
+void forgetNoOpenGl() {}

@@ -121,7 +121,10 @@ int main(int argc, char** argv)
 {
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
+    const bool isOpenGlLeftOut = chooseNoOpenGl();
     QApplication app(argc, argv);
+    if (isOpenGlLeftOut)
+        forgetNoOpenGl();
     describeApplication(app, isPlatformChosen);
     QDir::setCurrent(QCoreApplication::applicationDirPath());
     readCommandLine(app);
