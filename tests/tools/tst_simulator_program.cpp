@@ -66,17 +66,6 @@ private slots:
         QCOMPARE(ports(), QStringList());
     }
 
-    void theEndOfTheProcessUnplugs()
-    {
-        start({});
-        QTRY_COMPARE(ports().size(), 1);
-        m_program.closeWriteChannel(); // an input that ends is no reason to end
-        m_program.terminate();
-        QVERIFY(ended());
-        QCOMPARE(m_program.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(ports(), QStringList());
-    }
-
     void theProgramUnderTestIsJudged_data()
     {
         QTest::addColumn<QString>("script");
@@ -106,30 +95,6 @@ private slots:
         QFETCH(QByteArray, verdict);
         const QByteArray output = m_program.readAllStandardOutput();
         QVERIFY2(output.contains(verdict), output.constData());
-    }
-
-    void nonsenseIsRefused_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        const auto row = [](const char* arguments) {
-            QTest::newRow(arguments) << QString::fromLatin1(arguments).split(' ');
-        };
-        row("--strips 0");
-        row("--rate fast");
-        row("--reply perhaps");
-        row("--script later:button");
-        row("--quit-after soon");
-        row("--unheard-of");
-        row("-- no/such/program");
-    }
-    void nonsenseIsRefused()
-    {
-        QFETCH(QStringList, arguments);
-        start(arguments);
-        QVERIFY(ended());
-        QVERIFY(m_program.exitCode() != 0);
-        QVERIFY(!m_program.readAllStandardError().isEmpty());
-        QCOMPARE(ports(), QStringList());
     }
 
 private:
