@@ -61,7 +61,6 @@ private slots:
         QTest::newRow("null pointer in a thread") << SIGSEGV << "writeToNowhere";
         QTest::newRow("stack overflow") << SIGSEGV << "overflowTheStack";
         QTest::newRow("stack overflow in a thread") << SIGSEGV << "overflowTheStack";
-        QTest::newRow("lost stack") << SIGSEGV << "loseTheStack";
         QTest::newRow("wild jump") << SIGSEGV << "jumpToNowhere";
         QTest::newRow("fatal message") << SIGABRT << "abort";
         QTest::newRow("many threads") << SIGSEGV << "writeToNowhere";
