@@ -6,8 +6,8 @@
 ScreenPainter::ScreenPainter(const QByteArray& display)
     : m_connection(xcb_connect(display.constData(), nullptr))
 {
-    if (!isConnected())
-        return;
+    if (xcb_connection_has_error(m_connection))
+        qFatal("no display to paint on");
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
     m_root = screen->root;
     m_depth = screen->root_depth;
@@ -18,11 +18,6 @@ ScreenPainter::ScreenPainter(const QByteArray& display)
 ScreenPainter::~ScreenPainter()
 {
     xcb_disconnect(m_connection);
-}
-
-bool ScreenPainter::isConnected() const
-{
-    return !xcb_connection_has_error(m_connection);
 }
 
 void ScreenPainter::fill(const QRect& rect, const QColor& color)

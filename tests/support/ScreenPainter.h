@@ -16,7 +16,6 @@ public:
     ScreenPainter(const ScreenPainter&) = delete;
     ScreenPainter& operator=(const ScreenPainter&) = delete;
 
-    bool isConnected() const;
     void fill(const QRect& rect, const QColor& color);
     void draw(QPoint position, const QImage& image);
 

@@ -6,11 +6,8 @@
 #include <QFile>
 #include <QProcessEnvironment>
 #include <QThread>
-#include <csignal>
 
 namespace {
-constexpr int kStartMs = 20000;
-constexpr int kProgramMs = 20000;
 
 QString nullSink(const QString& name, int rate, int channels)
 {
@@ -26,11 +23,6 @@ QString nullSink(const QString& name, int rate, int channels)
 SoundServer::SoundServer()
     : m_home(QDir::tempPath() + "/sound-XXXXXX") // a socket's path must be short
 {
-}
-
-SoundServer::~SoundServer()
-{
-    stop();
 }
 
 void SoundServer::useHere() const
@@ -63,24 +55,6 @@ bool SoundServer::start()
     return false;
 }
 
-void SoundServer::stop()
-{
-    if (m_server.state() == QProcess::NotRunning)
-        return;
-    m_server.kill();
-    m_server.waitForFinished();
-}
-
-void SoundServer::freeze()
-{
-    kill(pid_t(m_server.processId()), SIGSTOP);
-}
-
-void SoundServer::thaw()
-{
-    kill(pid_t(m_server.processId()), SIGCONT);
-}
-
 QByteArray SoundServer::address() const
 {
     return "unix:" + QFile::encodeName(m_home.filePath("native"));
@@ -107,13 +81,5 @@ bool SoundServer::control(const QStringList& arguments, QByteArray* output) cons
 {
     QProcess process;
     process.start("pactl", QStringList{"--server=" + QString::fromUtf8(address())} + arguments);
-    if (!process.waitForFinished(kProgramMs) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0) {
-        qWarning() << "pactl" << arguments << "failed:" << process.errorString()
-                   << process.readAllStandardError();
-        return false;
-    }
-    if (output)
-        *output = process.readAllStandardOutput();
-    return true;
+    return succeeds(process, output);
 }

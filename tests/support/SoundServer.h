@@ -1,28 +1,24 @@
 #pragma once
 
+#include "ServerProcess.h"
+
 #include <QByteArray>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
 /// A sound server of the test's own (pulseaudio) with one silent loudspeaker, "first", that is the default.
-/// Programs and the test itself reach it once useHere() has been called. Ends with this object.
-class SoundServer
+/// Programs and the test itself reach it once useHere() has been called.
+class SoundServer : public ServerProcess
 {
 public:
     SoundServer();
-    ~SoundServer();
+    ~SoundServer() { stop(); } // before its folder goes
 
     /// Makes this server the one that the process and its children find, whether it runs or not.
     void useHere() const;
     /// Waits until the server answers; false, with a warning, when it does not.
     bool start();
-    /// Kills the server, as a crash would. Does nothing when it is not running.
-    void stop();
-    /// Makes the server answer nothing until it is thawed.
-    void freeze();
-    void thaw();
 
     QByteArray address() const;
     /// One more loudspeaker, heard by "<name>.monitor".
@@ -34,5 +30,4 @@ public:
 
 private:
     QTemporaryDir m_home;
-    QProcess m_server;
 };

@@ -3,12 +3,8 @@
 #include <QDebug>
 #include <QProcessEnvironment>
 #include <QRect>
-#include <csignal>
 
 namespace {
-constexpr int kStartMs = 20000;
-constexpr int kProgramMs = 20000;
-
 QProcessEnvironment environmentFor(const QByteArray& display)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -21,11 +17,6 @@ VirtualDisplay::VirtualDisplay(QSize screenSize, int depth)
     : m_screenSize(screenSize)
     , m_depth(depth)
 {
-}
-
-VirtualDisplay::~VirtualDisplay()
-{
-    stop();
 }
 
 bool VirtualDisplay::start()
@@ -52,37 +43,11 @@ bool VirtualDisplay::start()
     return true;
 }
 
-void VirtualDisplay::stop()
-{
-    if (m_server.state() == QProcess::NotRunning)
-        return;
-    m_server.kill();
-    m_server.waitForFinished();
-}
-
-void VirtualDisplay::freeze()
-{
-    kill(pid_t(m_server.processId()), SIGSTOP);
-}
-
-void VirtualDisplay::thaw()
-{
-    kill(pid_t(m_server.processId()), SIGCONT);
-}
-
 bool VirtualDisplay::run(const QString& program, const QStringList& arguments, QByteArray* output) const
 {
     QProcess process;
     startProgram(process, program, arguments);
-    if (!process.waitForFinished(kProgramMs) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0) {
-        qWarning() << program << arguments << "failed:" << process.errorString()
-                   << process.readAllStandardError();
-        return false;
-    }
-    if (output)
-        *output = process.readAllStandardOutput();
-    return true;
+    return succeeds(process, output);
 }
 
 void VirtualDisplay::startProgram(QProcess& process, const QString& program,

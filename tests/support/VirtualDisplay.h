@@ -1,28 +1,22 @@
 #pragma once
 
+#include "ServerProcess.h"
+
 #include <QByteArray>
-#include <QProcess>
 #include <QSize>
 #include <QStringList>
 
 /// An X server of the test's own (Xvfb), on a free display number that the server itself chooses.
-/// Ends with this object.
-class VirtualDisplay
+class VirtualDisplay : public ServerProcess
 {
 public:
     explicit VirtualDisplay(QSize screenSize = QSize(1920, 1080), int depth = 24);
-    ~VirtualDisplay();
 
     /// Further options for the next start, such as {"-extension", "DAMAGE"}.
     void setArguments(const QStringList& arguments) { m_arguments = arguments; }
     /// Waits until the server listens. Once stopped it comes back under the same number. False, with a
     /// warning that says why, when it does not come up.
     bool start();
-    /// Kills the server, as a crash would. Does nothing when it is not running.
-    void stop();
-    /// Makes the server answer nothing until it is thawed, as an overloaded machine or a lost line would.
-    void freeze();
-    void thaw();
 
     /// Such as ":7"; empty before the first start.
     QByteArray name() const { return m_name; }
@@ -42,5 +36,4 @@ private:
     const int m_depth;
     QStringList m_arguments;
     QByteArray m_name;
-    QProcess m_server;
 };
