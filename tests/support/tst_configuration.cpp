@@ -1,14 +1,12 @@
 #include "LogCapture.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <atomic>
@@ -124,10 +122,8 @@ private slots:
             inodes.push_back(inodeOf(file));
         }
 
-        QSignalSpy changed(m_config.get(), &ConfigurationManager::appConfigChanged);
         for (const char* language : {"fr", "de", "de"})
             m_config->setAppConfig("language", language);
-        QCOMPARE(changed.size(), 3);
         m_config->setEffectJsonValue(kEffect, kDevice, "speed", 4);
         m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
         m_config->saveEffectJsonObj(kEffect);
@@ -141,9 +137,6 @@ private slots:
         m_config->setAppConfig("language", "ja");
         QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
         QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
-        m_config->save();
-        QCOMPARE(bytesOf(path("app.json.bak")), bytesOf(path("app.json")));
-        QVERIFY(inodeOf(path("app.json.bak")) != inodeOf(path("app.json"))); // damage to one spares the other
     }
 
     void save_writes_what_came_through_the_references()
@@ -356,15 +349,6 @@ private slots:
         QCOMPARE(m_config->globalValue("cleanStartup"), QJsonValue(true));
         QVERIFY(m_config->AppConfigJsonObj().isEmpty());
         QVERIFY(m_config->controllerJsonObj(kDevice).isEmpty());
-    }
-
-    void property_hashes_are_known_numbers()
-    {
-        QCOMPARE(hashPropertyKey(""), std::uint64_t(0xcbf29ce484222325));
-        QCOMPARE(hashPropertyKey("foobar"), std::uint64_t(0x85944171f73967e8));
-        // Bytes above 127 count as negative numbers, unlike in the published algorithm.
-        QCOMPARE(hashPropertyKey("亮度"), std::uint64_t(0xfde37b71eeee44e));
-        QCOMPARE(hashPropertyKey(QString("亮度")), std::uint64_t(0xfde37b71eeee44e));
     }
 
 private:
