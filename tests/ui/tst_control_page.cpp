@@ -4,7 +4,6 @@
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/controls/LineWrappedRadioButton.h"
-#include "ui/controls/StackLayout.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -376,12 +375,6 @@ private slots:
         QCoreApplication::removeTranslator(&translator);
         settle();
         QCOMPARE(texts(kGroups).value(5), QString("group 5"));
-
-        const auto wrap = [metrics = QFontMetrics(qApp->font())](const char* text, const char* limit) {
-            return LineWrappedRadioButton::wrapped(text, metrics, metrics.horizontalAdvance(limit));
-        };
-        QCOMPARE(wrap("wwwwwwww i", "ii"), QString("wwwwwwww\ni"));
-        QCOMPARE(wrap("幻彩模式幻彩模式", "ii"), QString("幻彩模式幻彩模式"));
     }
 
     void tabGoesDownThePage()
@@ -401,28 +394,6 @@ private slots:
         // direction, group, light, brightness, option, effect
         QVERIFY(std::is_sorted(heights.begin(), heights.end()));
         QVERIFY(lOptPage()->isAncestorOf(QApplication::focusWidget()));
-    }
-
-    void stackSkipsHiddenWidgetsAndLeavesALine()
-    {
-        QWidget host;
-        auto* stack = new StackLayout(&host);
-        stack->setSpacing(2);
-        stack->setContentsMargins(5, 5, 5, 5);
-        for (const int height : {10, 20, 30}) {
-            auto* widget = new QWidget(&host);
-            widget->setFixedHeight(height);
-            widget->setMinimumWidth(height * 2);
-            stack->addWidget(widget);
-        }
-        stack->itemAt(1)->widget()->hide();
-        host.resize(100, 200);
-        host.show();
-        QCOMPARE(stack->itemAt(0)->geometry(), QRect(0, 0, 100, 10));
-        QCOMPARE(stack->itemAt(2)->geometry(), QRect(0, 10 + 2 + 1, 100, 30));
-        QCOMPARE(stack->sizeHint(), QSize(60 + 10, 10 + 30 + 10));
-        QCOMPARE(stack->heightForWidth(50), 10 + 30 + 2 * 3);
-        QVERIFY(!stack->itemAt(3) && !stack->takeAt(-1));
     }
 };
 

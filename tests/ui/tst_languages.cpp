@@ -234,30 +234,6 @@ private slots:
                      action->text().toUtf8().constData());
     }
 
-    void catalogueFilesBesideTheProgram()
-    {
-        LanguageManager* manager = LanguageManager::instance();
-        manager->switchLanguage(QStringLiteral("xx"));
-        QVERIFY(QDir::setCurrent(m_folder.path()));
-        QVERIFY(QDir().mkdir(QStringLiteral("languages")));
-        const QStringList names{QStringLiteral("lumivar_de.qm"), QStringLiteral("lumivar_en.qm")};
-        for (const QString& name : names)
-            QVERIFY(QFile::copy(QLatin1String(":/languages/") + name, QLatin1String("languages/") + name));
-        QCOMPARE(manager->availableLanguages(), names);
-
-        LogCapture log;
-        QLocale::setDefault(QLocale(QStringLiteral("de_AT")));
-        manager->installDefaultLanguage();
-        QVERIFY(log.contains(QStringLiteral("The de translator has been installed")));
-        QCOMPARE(quitText(), QStringLiteral("Beenden"));
-
-        QLocale::setDefault(QLocale(QStringLiteral("fr_FR")));
-        manager->installDefaultLanguage();
-        QVERIFY(log.contains(QStringLiteral("The application could not find a system-specific translator")));
-        QVERIFY(log.contains(QStringLiteral("The en translator has been installed")));
-        QCOMPARE(quitText(), QStringLiteral("Exit"));
-    }
-
 private:
     QTemporaryDir m_folder;
     QStringList m_texts; ///< of program, forms and data: "context: source"
