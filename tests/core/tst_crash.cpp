@@ -107,9 +107,8 @@ private slots:
                                     "\n--language\nzh_CN\n";
         QTRY_COMPARE_WITH_TIMEOUT(reporterArguments(sandbox), expected, kPatienceMs);
 
-        const QString log = sandbox.logText();
-        QVERIFY(log.contains(" WARN  app 0 - Appeared An unknown exception occurred. \n"));
-        QVERIFY(log.contains(" - Sucesseded to write dump file " + sandbox.configFile("dumps/")));
+        QVERIFY(
+            sandbox.logText().contains(" - Sucesseded to write dump file " + sandbox.configFile("dumps/")));
     }
 
     void aDumpThatCannotBeWrittenStillLeadsToTheReporter()
@@ -122,6 +121,7 @@ private slots:
             sandbox.standardError().contains("Failed to create dump file " + sandbox.configFile("dumps/")));
         QTRY_VERIFY_WITH_TIMEOUT(!reporterArguments(sandbox).isEmpty(), kPatienceMs);
     }
+
     void theReporterWithoutADisplayNamesTheNewestDumpAndEnds()
     {
         ProgramUnderTest sandbox;

@@ -7,7 +7,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 #include <log4cplus/initializer.h>
-#include <thread>
 
 /// The log files as they stand after the log system has written them.
 class tst_logging : public QObject
@@ -57,7 +56,6 @@ private slots:
         QTest::addColumn<QString>("statements");
         QTest::addColumn<QStringList>("written");
         QTest::newRow("five, then another") << "AAAAAB" << QStringList{"A0", "A4", "B5"};
-        QTest::newRow("alternating") << "ABABA" << QStringList{"A0", "B1", "A2", "B3", "A4"};
         QTest::newRow("run after run") << "AAABBBC" << QStringList{"A0", "A2", "B3", "B5", "C6"};
         QTest::newRow("back to an earlier one") << "AABAA" << QStringList{"A0", "A1", "B2", "A3"};
         QTest::newRow("same line of two files") << "AaAa" << QStringList{"A0", "a1", "A2", "a3"};
@@ -75,22 +73,6 @@ private slots:
             QMessageLogger(file, letter.toUpper().unicode(), "f").info("%c%d", letter.toLatin1(), i);
         }
         QCOMPARE(texts(log.filePath()), written);
-    }
-
-    void aHeldLineKeepsItsThread()
-    {
-        LogSystem log(logs());
-        std::thread([] {
-            for (int i = 0; i < 2; ++i)
-                QMessageLogger("a.cpp", 1, "f").info("in the thread");
-        }).join();
-        QMessageLogger("a.cpp", 2, "f").info("outside");
-
-        const QStringList written = lines(log.filePath());
-        QCOMPARE(written.size(), 3);
-        const auto threadOf = [&](int i) { return written[i].section('[', 1).section(']', 0, 0); };
-        QCOMPARE(threadOf(1), threadOf(0));
-        QVERIFY(threadOf(2) != threadOf(0));
     }
 
     void everyLineTellsLevelLoggerAndLine()
