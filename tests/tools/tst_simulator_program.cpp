@@ -36,21 +36,6 @@ private slots:
         m_ports = m_dir->filePath("ports.json");
     }
 
-    void aScriptIsToldAsJson()
-    {
-        start({"--json", "-", "--script", "50ms:button,0.3s:unplug,600ms:plug 0,1:quit"});
-        QVERIFY(ended());
-        QCOMPARE(m_program.exitCode(), 0);
-        QStringList events;
-        for (const QByteArray& line : m_program.readAllStandardOutput().trimmed().split('\n')) {
-            const QJsonObject object = QJsonDocument::fromJson(line).object();
-            QCOMPARE(object.value("strip").toString(), "LV0127:01020304");
-            events += object.value("event").toString().section(" at ", 0, 0);
-        }
-        QCOMPARE(events.join(", "), "plugged in, button pressed, unplugged, plugged in");
-        QCOMPARE(ports(), QStringList());
-    }
-
     void commandsComeOnStandardInput()
     {
         start({"--strips", "3"});
