@@ -18,7 +18,6 @@ private slots:
         QTest::addColumn<QList<int>>("phasesMs");
         QTest::addColumn<int>("jitterMs");
         QTest::newRow("one unsteady puller") << 80 << QList<int>{0} << 3;
-        QTest::newRow("a fast one") << 16 << QList<int>{0} << 1;
         QTest::newRow("a slow one") << 3000 << QList<int>{0} << 5;
         QTest::newRow("two pullers") << 80 << QList<int>{0, 30} << 1;
         QTest::newRow("three, two of them at once") << 80 << QList<int>{0, 20, 21} << 0;
@@ -42,17 +41,6 @@ private slots:
                 pace.record(now);
             }
         }
-    }
-
-    void servesTheFastestOfDifferentPaces()
-    {
-        PullPace pace;
-        for (int ms = 0; ms < 2000; ++ms) {
-            if (ms % 80 == 0 || (ms + 11) % 33 == 0)
-                pace.record(ms * kMs);
-        }
-        const qint64 next = pace.nextAfter(pace.lastUs() + 6 * kMs);
-        QVERIFY(next > pace.lastUs() && next <= pace.lastUs() + 40 * kMs);
     }
 
     void followsAChangeOfPace()
