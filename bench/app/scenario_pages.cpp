@@ -2,6 +2,7 @@
 // strip; and what a repaint of the home page with twelve devices costs.
 // Usage: scenario_pages
 #include "LumivarApp.h"
+#include "SoundServer.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 #include "controllers/LVController.h"
@@ -31,7 +32,11 @@ struct Period
     const char* effect;
     int ms;
 };
-constexpr Period kPeriods[] = {{"id.effect.singleColor", 500}, {"id.effect.colorful.ColorMap", 33}, {"", 80}};
+// The music effects go by the sound, which is analysed 30 to 60 times a second.
+constexpr Period kPeriods[] = {{"id.effect.singleColor", 500},
+                               {"id.effect.colorful.ColorMap", 33},
+                               {"id.effect.dynamicMusic", 33},
+                               {"", 80}};
 
 int periodOf(const QString& effect)
 {
@@ -144,7 +149,9 @@ int runUnderVirtualDisplay(char** argv)
     int argc = 1;
     const QCoreApplication app(argc, argv);
     VirtualDisplay display(QSize(1920, 1080));
-    if (!display.start())
+    SoundServer sound; // silent, but the music effects paint with it
+    sound.useHere();
+    if (!display.start() || !sound.start())
         return 2;
     QProcess inner;
     inner.setProcessChannelMode(QProcess::ForwardedOutputChannel);
