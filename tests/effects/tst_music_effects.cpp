@@ -1,5 +1,6 @@
 #include "LogCapture.h"
 #include "MusicTestKit.h"
+#include "effects/InternalEffectFactory.h"
 #include "effects/dynamicMusic/Mode1/LevelMeter.h"
 #include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
@@ -174,6 +175,14 @@ private slots:
         QCOMPARE(stored(kMeters, "strength").toDouble(), 0.5);
         effect.unload();
         QCOMPARE(stored(kMeters, "fragments")["one"]["mulEnhance"].toDouble(), 0.5);
+    }
+
+    void entryThatNamesTheMetersIsEnough()
+    {
+        const InternalEffectFactory factory(nullptr); // registers the classes
+        const std::unique_ptr<IEffectWorker> worker(
+            InternalEffectFactory::createByTypeName("MusicMode1*", entry(kMeters)));
+        QVERIFY(qobject_cast<MusicMode1*>(worker.get()) && QMetaType::type("MMSOptWidget*"));
     }
 
     void barsGrowFromTheMiddle()
