@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// What a worker tells its user while it cannot show what it was chosen for, such as a screen that is gone.
+/// A worker answers the property "notice" with a source text of the translation context "EffectNotice", empty
+/// while all is well, and announces a change by effectPropertyChanged. It is a state, no setting: it is not
+/// among the properties of the empty key, and nobody sets it.
+namespace EffectNotice {
+
+inline constexpr char kKey[] = "notice";
+inline constexpr char kContext[] = "EffectNotice";
+
+} // namespace EffectNotice
