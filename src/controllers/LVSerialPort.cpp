@@ -133,6 +133,7 @@ void LVSerialPort::onDevCmdArrival()
 {
     if (!m_port->isOpen() || talksTooMuch())
         return;
+    m_talkTimer.stop(); // nothing is left to come back for, and nothing to read is no press
     const QByteArray data = m_port->readAll();
     const QByteArray shown = data.left(kLoggedBytes);
     qDebug() << "*****Received some data from " << m_name << shown << "toint() " << shown.toInt(nullptr, 10)

@@ -231,17 +231,58 @@ private slots:
         QVERIFY(!log.contains("its port does not close"));
     }
 
-    void onlyALeadingNulIsAPress()
+    void chatterIsNoPress_data()
+    {
+        QTest::addColumn<int>("burst"); // chunks, 3 ms apart
+        QTest::addColumn<int>("chunksPerSecond");
+        QTest::addColumn<QByteArray>("chunk");
+        QTest::newRow("a little too much") << 0 << 21 << QByteArray("A");
+        QTest::newRow("a burst and some more") << 25 << 20 << QByteArray("\xff\0\0", 3);
+        QTest::newRow("very much") << 0 << 200 << QByteArray("\x01\x02");
+    }
+    void chatterIsNoPress()
+    {
+        QFETCH(int, burst);
+        QFETCH(int, chunksPerSecond);
+        QFETCH(QByteArray, chunk);
+        Line line;
+        const Strip strip(line.simulator.location(), 1);
+        QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
+        QElapsedTimer clock;
+        clock.start();
+        for (int sent = 0; clock.elapsed() < 2500; ++sent) { // beyond two windows of the guard
+            QVERIFY(line.simulator.send(chunk));
+            QTest::qWait(sent < burst ? 3 : 1000 / chunksPerSecond);
+        }
+        QCOMPARE(pressed.count(), 0);
+        QVERIFY(line.log.count("talks without end") <= 1);
+        // A press is heard again, once what it came behind has been read.
+        QTRY_VERIFY_WITH_TIMEOUT(line.simulator.pressButton() && pressed.count() > 0, 20000);
+    }
+
+    void everyChunkThatBeginsWithNulIsAPress()
     {
         Line line;
         const Strip strip(line.simulator.location(), 1);
         QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
-        QVERIFY(line.simulator.pressButton());
-        QTRY_COMPARE(pressed.count(), 1);
-        QVERIFY(line.simulator.send(QByteArray("A\0", 2)));
-        QTRY_COMPARE(line.log.count("Received a unknown data"), 1);
-        QVERIFY(line.simulator.send(QByteArray("\0A", 2)));
-        QTRY_COMPARE(pressed.count(), 2);
+        const auto chunksRead = [&] { return line.log.count("Received some data"); };
+        const QByteArray press(1, '\0');
+        int presses = 0;
+        int chunks = 0;
+        for (const QByteArray& chunk : {press, press, press + 'A', QByteArray("A"), press, 'A' + press}) {
+            QVERIFY(line.simulator.send(chunk));
+            ++chunks;
+            QTRY_COMPARE(chunksRead(), chunks);
+            presses += chunk.at(0) == '\0' ? 1 : 0;
+            QTRY_COMPARE(pressed.count(), presses);
+        }
+        for (const int pauseMs : {0, 1, 5, 30}) { // both in one piece count as one
+            QVERIFY(line.simulator.pressButton());
+            QTest::qWait(pauseMs);
+            QVERIFY(line.simulator.pressButton());
+        }
+        QTRY_VERIFY(pressed.count() >= presses + 4);
+        QTRY_COMPARE(pressed.count() - presses, chunksRead() - chunks);
     }
 
     void aDeviceThatTalksWithoutEndIsReadSlowly()
