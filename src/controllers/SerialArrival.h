@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <memory>
+#include <optional>
 
 /// USB identity of a port's adapter; zeros where it has none.
 struct UsbIds
@@ -9,6 +11,9 @@ struct UsbIds
     quint16 vendor = 0;
     quint16 product = 0;
 };
+
+/// Names of ports, each with a number that tells it from a successor of the same name.
+using PortNames = QHash<QString, quint64>;
 
 /// Tells when the operating system gets a new serial port; removals show up as errors of the port. One source
 /// per system. Main thread.
@@ -20,6 +25,9 @@ public:
     explicit SerialArrival(QObject* parent = nullptr);
     ~SerialArrival() override;
 
+    /// The ports that are there, told without opening or disturbing one; nothing where that takes no care.
+    /// `deviceFolder` is a Unix system's folder of devices.
+    static std::optional<PortNames> present(const QString& deviceFolder);
     /// The adapter's identity where the list of ports does not know it.
     static UsbIds usbIds(const QString& portName);
 

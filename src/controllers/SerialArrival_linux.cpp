@@ -2,29 +2,20 @@
 #include "controllers/SerialArrival.h"
 
 #include <QDebug>
-#include <QDir>
-#include <QFile>
-#include <QSerialPortInfo>
+#include <QFileInfo>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <dirent.h>
 #include <libudev.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
 namespace {
 
+const QString kDeviceFolder = QStringLiteral("/dev");
 constexpr int kDebounceMs = 50;
 constexpr int kPollMs = 3000; ///< for what neither trigger reports
 constexpr int kMaxSysfsDepth = 8;
-
-QStringList presentNames()
-{
-    QStringList names;
-    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo& port : ports)
-        names.append(port.portName());
-    return names;
-}
 
 /// Consoles come and go with logins and are no serial ports.
 bool mayBeSerial(const QString& node)
@@ -53,7 +44,7 @@ struct SerialArrival::Private
     explicit Private(SerialArrival* owner)
         : q(owner)
     {
-        snapshot.reset(presentNames());
+        snapshot.reset(present(kDeviceFolder)->keys());
         debounce.setSingleShot(true);
         debounce.setInterval(kDebounceMs);
         QObject::connect(&debounce, &QTimer::timeout, q, [this] { look(); });
@@ -144,7 +135,7 @@ struct SerialArrival::Private
     void look()
     {
         const QSet<QString> made = std::exchange(recreated, {});
-        const QStringList fresh = snapshot.update(presentNames(), made);
+        const QStringList fresh = snapshot.update(present(kDeviceFolder)->keys(), made);
         for (const QString& name : fresh)
             emit q->arrived(name);
     }
@@ -167,6 +158,22 @@ SerialArrival::SerialArrival(QObject* parent)
 }
 
 SerialArrival::~SerialArrival() = default;
+
+std::optional<PortNames> SerialArrival::present(const QString& deviceFolder)
+{
+    // The toolkit's list opens every port of the old kind, which can raise its modem lines.
+    PortNames names;
+    DIR* folder = opendir(QFile::encodeName(deviceFolder).constData());
+    if (folder == nullptr)
+        return names;
+    while (const dirent* entry = readdir(folder)) {
+        const QString name = QFile::decodeName(entry->d_name);
+        if (mayBeSerial(name))
+            names.insert(name, entry->d_ino);
+    }
+    closedir(folder);
+    return names;
+}
 
 UsbIds SerialArrival::usbIds(const QString& portName)
 {

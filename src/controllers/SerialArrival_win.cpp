@@ -67,6 +67,11 @@ SerialArrival::SerialArrival(QObject* parent)
 
 SerialArrival::~SerialArrival() = default;
 
+std::optional<PortNames> SerialArrival::present(const QString&)
+{
+    return std::nullopt; // asking for the full list opens nothing
+}
+
 UsbIds SerialArrival::usbIds(const QString&)
 {
     return {}; // the driver's description says it

@@ -5,16 +5,8 @@
 namespace {
 constexpr quint16 kAdapterVendor = 0x1A86;
 constexpr quint16 kAdapterProducts[] = {0x7522, 0x7523};
-} // namespace
 
-SystemSerialPortSource::SystemSerialPortSource(QObject* parent)
-    : ISerialPortSource(parent)
-{
-    auto* arrival = new SerialArrival(this);
-    connect(arrival, &SerialArrival::arrived, this, &ISerialPortSource::portArrived);
-}
-
-QList<SerialPortRecord> SystemSerialPortSource::availablePorts()
+QList<SerialPortRecord> systemPorts()
 {
     QList<SerialPortRecord> records;
     const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
@@ -22,9 +14,40 @@ QList<SerialPortRecord> SystemSerialPortSource::availablePorts()
         const UsbIds ids = port.hasVendorIdentifier()
                                ? UsbIds{port.vendorIdentifier(), port.productIdentifier()}
                                : SerialArrival::usbIds(port.portName());
-        records.append({port.portName(), port.systemLocation(), describe(port.description(), ids)});
+        records.append({port.portName(), port.systemLocation(),
+                        SystemSerialPortSource::describe(port.description(), ids)});
     }
     return records;
+}
+
+} // namespace
+
+SystemSerialPortSource::SystemSerialPortSource(QObject* parent)
+    : SystemSerialPortSource(QStringLiteral("/dev"), &systemPorts, parent)
+{
+}
+
+SystemSerialPortSource::SystemSerialPortSource(const QString& deviceFolder, Details details, QObject* parent)
+    : ISerialPortSource(parent)
+    , m_deviceFolder(deviceFolder)
+    , m_details(std::move(details))
+{
+    auto* arrival = new SerialArrival(this);
+    connect(arrival, &SerialArrival::arrived, this, &ISerialPortSource::portArrived);
+}
+
+QList<SerialPortRecord> SystemSerialPortSource::availablePorts()
+{
+    const std::optional<PortNames> present = SerialArrival::present(m_deviceFolder);
+    if (!present || present != m_askedAt) {
+        m_ports.clear();
+        for (const SerialPortRecord& port : m_details()) {
+            if (!present || present->contains(port.name)) // or it is just going
+                m_ports.append(port);
+        }
+        m_askedAt = present;
+    }
+    return m_ports;
 }
 
 QString SystemSerialPortSource::describe(const QString& systemDescription, UsbIds ids)

@@ -4,6 +4,7 @@
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
 #include "controllers/LineBudget.h"
+#include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QScopeGuard>
@@ -313,6 +314,42 @@ private slots:
         flood.wait();
         close(master);
         QTRY_COMPARE(status.count(), 1); // also behind a full buffer
+    }
+
+    void theSystemIsAskedForItsPortsOnlyWhenTheyChange()
+    {
+        const QTemporaryDir devices;
+        const auto plugIn = [&](const char* name) {
+            QFile node(devices.filePath(name));
+            QVERIFY(node.open(QIODevice::WriteOnly));
+        };
+        int asked = 0;
+        SystemSerialPortSource source(devices.path(), [&] {
+            ++asked;
+            return QList<SerialPortRecord>{{"ttyUSB0", "/dev/ttyUSB0", "a"},
+                                           {"ttyUSB1", "/dev/ttyUSB1", "b"}};
+        });
+        const auto names = [&] {
+            QStringList list;
+            for (const SerialPortRecord& port : source.availablePorts())
+                list += port.name;
+            return list.join(' ');
+        };
+        plugIn("ttyUSB0");
+        QCOMPARE(names(), "ttyUSB0"); // the other is going, or not ours to open
+        QCOMPARE(names(), "ttyUSB0");
+        QCOMPARE(source.find("ttyUSB0").description, "a");
+        plugIn("tty9"); // a console
+        plugIn("random");
+        QVERIFY(!source.find("ttyUSB1").isValid());
+        QCOMPARE(asked, 1);
+        plugIn("ttyUSB1");
+        QCOMPARE(names(), "ttyUSB0 ttyUSB1");
+        QCOMPARE(names(), "ttyUSB0 ttyUSB1");
+        QCOMPARE(asked, 2);
+        QVERIFY(QFile::remove(devices.filePath("ttyUSB0")));
+        QCOMPARE(names(), "ttyUSB1");
+        QCOMPARE(asked, 3);
     }
 
     void errorsBecomeStatusAndEqualOnesAreDropped()
