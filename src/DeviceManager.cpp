@@ -207,11 +207,13 @@ bool DeviceManager::setControllerLayout(AbsRGBController& controller)
     dialog.setDeviceName(controller.options().kindName);
 
     // The transport pads with black, so exactly `count` LEDs are red on a strip of up to `highest`.
-    connect(&dialog, &ControllerConfigDialog::nbLEDChanged, &controller, [&](int count) {
+    const auto showCount = [&](int count) {
         highest = qMax(highest, count);
         controller.setNbLeds(static_cast<uint32_t>(highest));
         controller.update(QVector<LV_RGB>(count, kTestRed));
-    });
+    };
+    connect(&dialog, &ControllerConfigDialog::nbLEDChanged, &controller, showCount);
+    showCount(dialog.nbLed()); // raises the mark to what may be lit by now
     connect(&dialog, &QDialog::accepted, &controller, [&] {
         controller.setNbLeds(static_cast<uint32_t>(dialog.nbLed()));
         qDebug() << "The number of LEDs on the device has changed to " << dialog.nbLed()

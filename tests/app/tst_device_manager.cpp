@@ -1,6 +1,9 @@
 #include "DeviceManager.h"
 #include "DisconnectionHistory.h"
 #include "FakeController.h"
+#include "StripSimulator.h"
+#include "controllers/LVController.h"
+#include "controllers/LVSerialPort.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControllerConfigDialog.h"
@@ -10,6 +13,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -118,6 +122,45 @@ private slots:
         QVERIFY(asked);
         QCOMPARE(device->options().nbLeds, kept);
         QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty());
+    }
+
+    void aShorterStripIsDarkBehindItsEnd()
+    {
+        constexpr int kThere = 300;
+        const QTemporaryDir folder;
+        StripSimulator::Options simulated;
+        simulated.portsFile = folder.filePath("ports.json");
+        simulated.ledCount = kThere;
+        StripSimulator simulator(simulated);
+        QVERIFY(simulator.plugIn());
+        auto* port = new LVSerialPort;
+        QVERIFY(port->init({"ttySIM0", simulator.location(), {}}));
+        ControlOptions options;
+        options.id = kId;
+        options.model = options.kindName = "LV0127";
+        options.serial = "01";
+        options.brightness = 1.0F;
+        options.nbLeds = kThere;
+        const auto device = QSharedPointer<LVController>::create(options, port, nullptr);
+        device->rebuildHeader();
+        add(device);
+        QTRY_VERIFY(simulator.shownColors() != QVector<LV_RGB>(kThere)); // an effect
+        m_manager->effects().unbindController(kId);
+
+        const auto reds = [&](int count) {
+            return QVector<LV_RGB>(count, LV_RGB{255, 0, 0}) + QVector<LV_RGB>(kThere - count);
+        };
+        whenDialogOpens([&](ControllerConfigDialog& dialog) {
+            QTRY_COMPARE(simulator.shownColors(), reds(kThere)); // before anything is touched
+            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(250);
+            QTRY_COMPARE(simulator.shownColors(), reds(250));
+            dialog.findChild<QPushButton*>("okBtn")->click();
+        });
+        m_manager->setControllerLayout(kId);
+        QCOMPARE(device->options().nbLeds, 250U);
+        device->update(QVector<LV_RGB>(250, LV_RGB{0, 0, 255}));
+        QTRY_COMPARE(simulator.shownColors().mid(240),
+                     QVector<LV_RGB>(10, LV_RGB{0, 0, 255}) + reds(0).mid(250));
     }
 
     void quitWhileTheDialogIsOpenKeepsTheOldCount()
