@@ -30,9 +30,8 @@ bool isHeadless()
 
 } // namespace
 
-DeviceManager::DeviceManager(LumivarApp* app, QObject* parent)
+DeviceManager::DeviceManager(LumivarApp*, QObject* parent)
     : QObject(parent)
-    , m_app(app)
     , m_effects(nullptr)
 {
     qRegisterMetaType<AbsRGBControllerPtr>("QSharedPointer<AbsRGBController>");

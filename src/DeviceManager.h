@@ -20,8 +20,8 @@ class DeviceManager : public QObject
     Q_OBJECT
 
 public:
-    /// `app` gives the parent of dialogs; null is fine. The enumerators start at once.
-    DeviceManager(LumivarApp* app, QObject* parent);
+    /// The enumerators start at once. Nothing is asked of the application.
+    DeviceManager(LumivarApp*, QObject* parent);
     /// Lets the effects go, then blacks every strip out and releases its port.
     ~DeviceManager() override;
 
@@ -74,7 +74,6 @@ private:
     DeferredDeletes m_deferredDeletes; ///< first, so that it goes last
     QHash<QString, AbsRGBControllerPtr> m_controllers;
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
-    LumivarApp* m_app;
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
 };

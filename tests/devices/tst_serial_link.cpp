@@ -352,19 +352,23 @@ private slots:
         QCOMPARE(asked, 3);
     }
 
-    void errorsBecomeStatusAndEqualOnesAreDropped()
+    void errorsTellWhetherTheDeviceWorks_data()
     {
-        const Line line;
-        const Strip strip(line.simulator.location(), 1);
-        QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
-        using Error = QSerialPort::SerialPortError;
-        for (const Error error : {Error::WriteError, Error::ReadError, Error::FramingError,
-                                  Error::TimeoutError, Error::NoError, Error::NoError})
-            emit strip.serial->errorOccurred(error, "text");
-        QTRY_COMPARE(status.count(), 3);
-        QCOMPARE(status.at(0), (QVariantList{2U, "text"}));
-        QCOMPARE(status.at(1).at(0).toUInt(), 3U);
-        QCOMPARE(status.at(2).at(0).toUInt(), 0U);
+        QTest::addColumn<QVector<int>>("errors");
+        QTest::addColumn<int>("status"); // -1: ignored
+        QTest::newRow("working") << QVector<int>{0} << 0;
+        QTest::newRow("link failure") << QVector<int>{7, 8, 9} << 2;
+        QTest::newRow("cannot work") << QVector<int>{1, 2, 3, 10, 11, 12, 13} << 3;
+        QTest::newRow("nothing about the device") << QVector<int>{4, 5, 6, -1, 14} << -1;
+    }
+    void errorsTellWhetherTheDeviceWorks()
+    {
+        QFETCH(QVector<int>, errors);
+        QFETCH(int, status);
+        for (const int error : errors) {
+            const auto told = LVSerialPort::statusOf(static_cast<QSerialPort::SerialPortError>(error));
+            QCOMPARE(told ? static_cast<int>(*told) : -1, status);
+        }
     }
 
     void anErrorDoesNotOvertakeTheHandOver()
