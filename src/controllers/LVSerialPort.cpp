@@ -10,8 +10,6 @@ constexpr qint64 kReportMs = 5000;
 constexpr int kDrainPollMs = 2;
 constexpr int kSettleMs = 15; ///< lets the adapter pass on its last bytes before the port closes
 constexpr int kLoggedBytes = 256;
-constexpr int kTalkWindowMs = 1000;
-constexpr int kChunksPerWindow = 20; ///< more than a finger presses a button
 constexpr qint64 kReadBufferBytes = 4096;
 
 } // namespace
@@ -23,19 +21,18 @@ LVSerialPort::LVSerialPort(QObject* parent)
     qRegisterMetaType<QByteArray>("QByteArray");
     qRegisterMetaType<QSerialPort::SerialPortError>();
     m_clock.start();
-    for (QTimer* timer : {&m_paceTimer, &m_drainTimer, &m_talkTimer}) {
+    for (QTimer* timer : {&m_lineTimer, &m_talkTimer}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
     }
-    connect(&m_paceTimer, &QTimer::timeout, this, &LVSerialPort::sendWaiting);
-    connect(&m_drainTimer, &QTimer::timeout, this, &LVSerialPort::checkDrained);
+    connect(&m_lineTimer, &QTimer::timeout, this, &LVSerialPort::advance);
     connect(&m_talkTimer, &QTimer::timeout, this, &LVSerialPort::onDevCmdArrival);
 }
 
 LVSerialPort::~LVSerialPort()
 {
     m_port->disconnect(this);
-    closePort();
+    close(false);
     delete m_port; // deleteLater() within the last events of a thread is never carried out
 }
 
@@ -54,85 +51,74 @@ bool LVSerialPort::init(const SerialPortRecord& record)
     m_port->clear(QSerialPort::AllDirections);
     m_crashBlackOut.open((std::intptr_t)(m_port->handle())); // a number or a pointer, as the system has it
     connect(m_port, &QSerialPort::errorOccurred, this, &LVSerialPort::onPortError);
-    connect(m_port, &QSerialPort::bytesWritten, this, &LVSerialPort::sendWaiting);
+    connect(m_port, &QSerialPort::bytesWritten, this, &LVSerialPort::advance);
+    m_state = State::Probing;
     return true;
 }
 
 void LVSerialPort::startPacing()
 {
     m_writeTimer.start();
-    m_dropReportTimer.start();
-    m_paced = true;
-    if (!m_port->isOpen())
+    if (m_state != State::Probing)
         return;
+    m_state = State::Paced;
     m_port->readAll(); // the end of the probe's answer is no press, and a full buffer would never signal
     m_port->setReadBufferSize(kReadBufferBytes);
 }
 
 void LVSerialPort::write(QByteArray bytes)
 {
-    if (m_dead || m_release || !m_port->isOpen())
-        return;
-    if (!m_paced) {
+    if (m_state == State::Probing)
         m_port->write(bytes);
+    if (m_state != State::Paced)
         return;
-    }
-    if (!m_waiting.isEmpty()) {
+    if (m_pacer.offer(bytes))
         ++m_dropped;
-        reportDrops();
-    }
-    m_waiting = bytes;
-    sendWaiting();
+    advance();
 }
 
-void LVSerialPort::sendWaiting()
+void LVSerialPort::advance()
 {
-    if (m_waiting.isEmpty() || m_dead || m_port->bytesToWrite() > 0)
-        return; // bytesWritten() leads back here
-    const qint64 delayUs = m_line.delayUs(nowUs(), m_waiting.size());
+    if (m_state == State::Releasing)
+        return finishWhenDrained();
+    if (m_state != State::Paced || !m_pacer.isWaiting() || m_port->bytesToWrite() > 0)
+        return;
+    const qint64 delayUs = m_pacer.delayUs(nowUs());
     if (delayUs > 0) {
-        m_paceTimer.start(static_cast<int>((delayUs + 999) / 1000));
+        m_lineTimer.start(static_cast<int>((delayUs + 999) / 1000));
         return;
     }
-    m_paceTimer.stop();
-    const QByteArray frame = m_waiting;
-    m_waiting.clear();
-    transmit(frame);
+    m_port->write(m_pacer.take(nowUs()));
     reportWrite();
-}
-
-void LVSerialPort::transmit(const QByteArray& bytes)
-{
-    m_port->write(bytes);
-    m_line.sent(nowUs(), bytes.size());
 }
 
 void LVSerialPort::reportWrite()
 {
     m_writeTimeSum += static_cast<double>(m_writeTimer.restart());
     ++m_writeCount;
-    if (m_writeTimeSum > static_cast<double>(kReportMs) && m_writeCount >= 1) {
-        qInfo().noquote().nospace() << "[[loop]][SerialPort]: Mean write time: "
-                                    << m_writeTimeSum / m_writeCount << "ms";
-        m_writeTimeSum = 0.0;
-        m_writeCount = 0;
-    }
-}
-
-void LVSerialPort::reportDrops()
-{
-    if (m_dropReportTimer.elapsed() < kReportMs)
+    if (m_writeTimeSum <= static_cast<double>(kReportMs))
         return;
-    qInfo().noquote().nospace() << "[[loop]][SerialPort]: " << m_name << " could not carry "
-                                << m_dropped - m_reportedDrops << " frames in " << m_dropReportTimer.restart()
+    qInfo().noquote().nospace() << "[[loop]][SerialPort]: Mean write time: " << m_writeTimeSum / m_writeCount
                                 << "ms";
-    m_reportedDrops = m_dropped;
+    const quint64 dropped = m_dropped;
+    if (dropped != m_reportedDrops)
+        qInfo().noquote().nospace() << "[[loop]][SerialPort]: " << m_name << " could not carry "
+                                    << dropped - m_reportedDrops << " frames in " << m_writeTimeSum << "ms";
+    m_reportedDrops = dropped;
+    m_writeTimeSum = 0.0;
+    m_writeCount = 0;
 }
 
 void LVSerialPort::onDevCmdArrival()
 {
-    if (!m_port->isOpen() || talksTooMuch())
+    if (!m_port->isOpen())
         return;
+    if (const int delayMs = m_talk.delayMs(m_clock.elapsed())) {
+        if (!std::exchange(m_toldOfTalk, true))
+            qWarning().noquote() << "[SerialPort]:" << m_name << "talks without end and is read slowly";
+        m_talkTimer.start(delayMs);
+        return;
+    }
     m_talkTimer.stop(); // nothing is left to come back for, and nothing to read is no press
     const QByteArray data = m_port->readAll();
     const QByteArray shown = data.left(kLoggedBytes);
@@ -148,116 +134,71 @@ void LVSerialPort::onDevCmdArrival()
     }
 }
 
-bool LVSerialPort::talksTooMuch()
-{
-    if (!m_talkWindow.isValid() || m_talkWindow.hasExpired(kTalkWindowMs)) {
-        m_talkWindow.start();
-        m_chunks = 0;
-    }
-    if (m_chunks < kChunksPerWindow) {
-        ++m_chunks;
-        return false;
-    }
-    if (!m_talkTimer.isActive()) {
-        if (!std::exchange(m_toldOfTalk, true))
-            qWarning().noquote() << "[SerialPort]:" << m_name << "talks without end and is read slowly";
-        m_talkTimer.start(kTalkWindowMs);
-    }
-    return true;
-}
-
 std::optional<quint32> LVSerialPort::statusOf(QSerialPort::SerialPortError error)
 {
-    switch (static_cast<int>(error)) {
-    case 0: // NoError
+    const auto isBetween = [error](int first, int last) { return error >= first && error <= last; };
+    if (error == QSerialPort::NoError)
         return 0;
-    case 7: // WriteError
-    case 8: // ReadError
-    case 9: // ResourceError
+    if (isBetween(QSerialPort::WriteError, QSerialPort::ResourceError))
         return 2;
-    case 1:  // DeviceNotFoundError
-    case 2:  // PermissionError
-    case 3:  // OpenError
-    case 10: // UnsupportedOperationError
-    case 11: // UnknownError
-    case 12: // TimeoutError
-    case 13: // NotOpenError
+    if (isBetween(QSerialPort::DeviceNotFoundError, QSerialPort::OpenError) ||
+        isBetween(QSerialPort::UnsupportedOperationError, QSerialPort::NotOpenError))
         return 3;
-    default: // parity, framing and break say nothing about the device
-        return std::nullopt;
-    }
+    return std::nullopt; // parity, framing and break say nothing about the device
 }
 
 void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
 {
     // A hung-up port signals without end until it is closed: the first error is the only one that counts.
-    if (m_dead)
+    if (m_state == State::Dead)
         return;
     if (statusOf(error).value_or(0) != 0) {
-        m_dead = true;
-        m_waiting.clear();
-        m_paceTimer.stop();
-        QMetaObject::invokeMethod(this, &LVSerialPort::closeDead, Qt::QueuedConnection);
+        m_state = State::Dead;
+        QMetaObject::invokeMethod(
+            this, [this] { close(false); }, Qt::QueuedConnection);
     }
     emit errorOccurred(error, m_port->errorString());
-}
-
-void LVSerialPort::closeDead()
-{
-    if (m_release)
-        finishRelease(false);
-    else
-        closePort();
-}
-
-void LVSerialPort::closePort()
-{
-    m_crashBlackOut.close();
-    if (m_port->isOpen())
-        m_port->close();
 }
 
 void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
                            std::shared_ptr<PortRelease> result)
 {
-    if (m_release)
-        return;
     m_release = std::move(result);
     m_releaseDeadline = deadline;
-    m_waiting.clear();
-    m_paceTimer.stop();
-    if (m_dead || !m_port->isOpen() || black.isEmpty()) {
-        finishRelease(false);
-        return;
-    }
+    if ((m_state != State::Paced && m_state != State::Probing) || black.isEmpty())
+        return close(false);
+    m_state = State::Releasing;
     // What was written before is at most half a frame ahead of it, so the last one need not wait.
-    transmit(black);
-    checkDrained();
+    m_pacer.offer(black);
+    m_port->write(m_pacer.take(nowUs()));
+    finishWhenDrained();
 }
 
-void LVSerialPort::checkDrained()
+void LVSerialPort::finishWhenDrained()
 {
-    if (m_released)
-        return;
-    const qint64 backlogUs = m_line.backlogUs(nowUs());
-    if (m_port->bytesToWrite() == 0 && backlogUs == 0) {
-        QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { finishRelease(true); });
-    } else if (m_releaseDeadline.remainingTime() <= kSettleMs) {
+    const qint64 busyMs = (m_pacer.backlogUs(nowUs()) + 999) / 1000;
+    const qint64 leftMs = m_releaseDeadline.remainingTime() - kSettleMs;
+    if (m_port->bytesToWrite() == 0 && busyMs == 0) {
+        QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { close(true); });
+    } else if (leftMs <= 0) {
         m_port->clear(QSerialPort::AllDirections); // or closing would wait for the rest
-        finishRelease(false);
+        close(false);
     } else {
-        const qint64 untilIdleMs = (backlogUs + 999) / 1000;
-        m_drainTimer.start(static_cast<int>(
-            qBound<qint64>(kDrainPollMs, untilIdleMs, m_releaseDeadline.remainingTime() - kSettleMs)));
+        m_lineTimer.start(static_cast<int>(qBound<qint64>(kDrainPollMs, busyMs, leftMs)));
     }
 }
 
-void LVSerialPort::finishRelease(bool blackWritten)
+void LVSerialPort::close(bool blackWritten)
 {
-    if (std::exchange(m_released, true))
-        return;
-    m_drainTimer.stop();
-    closePort();
-    m_release->blackWritten = blackWritten && !m_dead;
-    m_release->done.release();
+    m_lineTimer.stop();
+    m_crashBlackOut.close();
+    if (m_port->isOpen())
+        m_port->close();
+    const bool worked = m_state == State::Releasing;
+    if (m_state != State::Dead)
+        m_state = State::Closed;
+    if (const auto release = std::exchange(m_release, nullptr)) {
+        release->blackWritten = blackWritten && worked;
+        release->done.release();
+    }
 }

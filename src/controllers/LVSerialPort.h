@@ -1,8 +1,9 @@
 #pragma once
 
 #include "controllers/CrashBlackOut.h"
-#include "controllers/LineBudget.h"
+#include "controllers/FramePacer.h"
 #include "controllers/SerialPortSource.h"
+#include "controllers/TalkGuard.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -35,7 +36,7 @@ public:
     QSerialPort* port() const { return m_port; }
     QString portName() const { return m_name; }
     /// The port reported an error and is closed, or about to be; asked on the port's thread.
-    bool isDead() const { return m_dead; }
+    bool isDead() const { return m_state == State::Dead; }
 
     /// From now on frames are paced by the line; called on the port's thread.
     void startPacing();
@@ -61,44 +62,41 @@ public slots:
     void onDevCmdArrival();
 
 private:
-    /// True when the device has said enough for now. It is read again later; until then its bytes stay on
-    /// its side, so that it fills neither memory, log nor the main thread's queue.
-    bool talksTooMuch();
+    enum class State {
+        Closed,    ///< not open yet, or closed for good
+        Probing,   ///< bytes go out at once
+        Paced,     ///< frames go out as the line can take them
+        Releasing, ///< the black frame is on its way
+        Dead       ///< has reported an error
+    };
+
     void onPortError(QSerialPort::SerialPortError error);
-    void closeDead();
-    void closePort();
-    void sendWaiting();
-    void transmit(const QByteArray& bytes);
+    /// The line may have become ready for more.
+    void advance();
+    void finishWhenDrained();
+    /// Closes the port for good and tells who waits for it.
+    void close(bool blackWritten);
     void reportWrite();
-    void reportDrops();
-    void checkDrained();
-    void finishRelease(bool blackWritten);
     qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
 
     QSerialPort* m_port;
+    QString m_name;
+    State m_state = State::Closed;
     CrashBlackOut m_crashBlackOut;
+    QElapsedTimer m_clock;
+
+    FramePacer m_pacer;
+    QTimer m_lineTimer{this}; ///< leads to advance()
+    TalkGuard m_talk;
+    QTimer m_talkTimer{this}; ///< runs while something said is unread
+    bool m_toldOfTalk = false;
+
+    std::shared_ptr<PortRelease> m_release; ///< who waits for it
+    QDeadlineTimer m_releaseDeadline;
+
     QElapsedTimer m_writeTimer;
     double m_writeTimeSum = 0.0;
     int m_writeCount = 0;
-
-    QString m_name;
-    bool m_dead = false;
-    bool m_paced = false;
-    QByteArray m_waiting;
-    QTimer m_paceTimer{this};
-    QElapsedTimer m_clock;
-    LineBudget m_line;
     std::atomic<quint64> m_dropped{0};
     quint64 m_reportedDrops = 0;
-    QElapsedTimer m_dropReportTimer;
-
-    QElapsedTimer m_talkWindow;
-    int m_chunks = 0; ///< read since the window began
-    QTimer m_talkTimer{this};
-    bool m_toldOfTalk = false;
-
-    std::shared_ptr<PortRelease> m_release;
-    QDeadlineTimer m_releaseDeadline;
-    bool m_released = false; ///< closed for good
-    QTimer m_drainTimer{this};
 };

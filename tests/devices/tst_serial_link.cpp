@@ -3,7 +3,6 @@
 #include "controllers/LVController.h"
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
-#include "controllers/LineBudget.h"
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -125,19 +124,57 @@ private slots:
     {
         constexpr int kBytes = 368;
         constexpr qint64 kFrameUs = 1000000LL * kBytes / kRealLine;
-        LineBudget line;
+        FramePacer pacer;
+        int offered = 0;
         int sent = 0;
-        qint64 mostOwedUs = 0;
+        int dropped = 0;
         for (qint64 nowUs = 0; nowUs < 6000000; nowUs += 1000000 / 62) {
-            if (line.delayUs(nowUs, kBytes) == 0) {
-                line.sent(nowUs, kBytes);
+            const QByteArray newest = QByteArray::number(++offered).leftJustified(kBytes, ' ');
+            dropped += pacer.offer(newest) ? 1 : 0;
+            if (pacer.delayUs(nowUs) == 0) {
+                QCOMPARE(pacer.take(nowUs), newest);
+                QVERIFY(!pacer.isWaiting());
                 ++sent;
             }
-            mostOwedUs = qMax(mostOwedUs, line.backlogUs(nowUs));
+            QVERIFY(pacer.backlogUs(nowUs) <= kFrameUs * 3 / 2 * 106 / 100);
         }
-        QVERIFY2(mostOwedUs <= kFrameUs * 3 / 2 * 106 / 100, qPrintable(QString::number(mostOwedUs)));
         QVERIFY2(sent >= 155 && sent <= 188, qPrintable(QString::number(sent))); // 188 would fill the line
-        QCOMPARE(line.delayUs(20000000, kBytes), 0); // an idle line takes a frame at once
+        QCOMPARE(sent + dropped + (pacer.isWaiting() ? 1 : 0), offered);
+        QCOMPARE(pacer.delayUs(20000000), 0); // an idle line takes a frame at once
+    }
+
+    void whoTalksTooMuchIsReadAgainInTheNextWindow_data()
+    {
+        QTest::addColumn<int>("chunksPerSecond");
+        for (const int rate : {1, 20, 21, 33, 60, 119, 200, 5000})
+            QTest::newRow(qPrintable(QString::number(rate))) << rate;
+    }
+    void whoTalksTooMuchIsReadAgainInTheNextWindow()
+    {
+        QFETCH(int, chunksPerSecond);
+        TalkGuard guard;
+        QVector<qint64> reads;
+        int unread = 0;
+        qint64 askAgainMs = -1; // the timer of who asks
+        for (qint64 nowMs = 5; nowMs < 20000; ++nowMs) {
+            const auto said = nowMs * chunksPerSecond / 1000 - (nowMs - 1) * chunksPerSecond / 1000;
+            unread += static_cast<int>(said);
+            if (said == 0 && nowMs != askAgainMs)
+                continue;
+            const int delayMs = guard.delayMs(nowMs);
+            QVERIFY(delayMs >= 0 && delayMs <= TalkGuard::kWindowMs);
+            askAgainMs = delayMs > 0 ? nowMs + delayMs : -1;
+            if (delayMs > 0)
+                continue;
+            QVERIFY(unread > 0); // never for nothing
+            unread = 0;
+            reads.append(nowMs);
+        }
+        const int most = qMin(chunksPerSecond, TalkGuard::kChunksPerWindow) * 20;
+        QVERIFY2(reads.size() <= most && reads.size() >= most - 20,
+                 qPrintable(QString::number(reads.size())));
+        for (int i = TalkGuard::kChunksPerWindow; i < reads.size(); ++i)
+            QVERIFY(reads.at(i) - reads.at(i - TalkGuard::kChunksPerWindow) >= TalkGuard::kWindowMs);
     }
 
     void aBusyLineGetsTheNewestPictureOnly()

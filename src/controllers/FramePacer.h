@@ -1,0 +1,29 @@
+#pragma once
+
+#include "controllers/LineBudget.h"
+
+#include <QByteArray>
+#include <utility>
+
+/// Which frames a line carries: one waits at most, and a newer one replaces it. Times as LineBudget's.
+class FramePacer
+{
+public:
+    /// True when it replaces a frame that the line could not take in time.
+    bool offer(const QByteArray& frame) { return !std::exchange(m_waiting, frame).isEmpty(); }
+    bool isWaiting() const { return !m_waiting.isEmpty(); }
+    /// How long the frame has to wait; 0: take it now.
+    qint64 delayUs(qint64 nowUs) const { return m_line.delayUs(nowUs, m_waiting.size()); }
+    /// The frame, which counts as sent.
+    QByteArray take(qint64 nowUs)
+    {
+        m_line.sent(nowUs, m_waiting.size());
+        return std::exchange(m_waiting, QByteArray());
+    }
+    /// How long the line is still busy with what was sent.
+    qint64 backlogUs(qint64 nowUs) const { return m_line.backlogUs(nowUs); }
+
+private:
+    LineBudget m_line;
+    QByteArray m_waiting;
+};
