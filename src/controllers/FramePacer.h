@@ -1,16 +1,23 @@
 #pragma once
 
+#include "controllers/LedFrame.h"
 #include "controllers/LineBudget.h"
 
 #include <QByteArray>
 #include <utility>
 
-/// Which frames a line carries: one waits at most, and a newer one replaces it. Times as LineBudget's.
+/// Which frames a line carries: one waits at most, and a newer one replaces it, with black as far as the
+/// older one would have reached: nothing stays lit behind a strip that was made shorter. Times as
+/// LineBudget's.
 class FramePacer
 {
 public:
     /// True when it replaces a frame that the line could not take in time.
-    bool offer(const QByteArray& frame) { return !std::exchange(m_waiting, frame).isEmpty(); }
+    bool offer(const QByteArray& frame)
+    {
+        const int reach = LedFrame::statedCount(m_waiting);
+        return !std::exchange(m_waiting, LedFrame::reaching(frame, reach)).isEmpty();
+    }
     bool isWaiting() const { return !m_waiting.isEmpty(); }
     /// How long the frame has to wait; 0: take it now.
     qint64 delayUs(qint64 nowUs) const { return m_line.delayUs(nowUs, m_waiting.size()); }

@@ -35,3 +35,12 @@ QByteArray LedFrame::build(const QByteArray& header, const QVector<LV_RGB>& colo
     std::memset(out + colorSize, 0, static_cast<std::size_t>(padding));
     return frame;
 }
+
+QByteArray LedFrame::reaching(const QByteArray& frame, int count)
+{
+    if (statedCount(frame) >= count)
+        return frame;
+    const int size = kHeaderSize + count * static_cast<int>(sizeof(LV_RGB));
+    return header(static_cast<quint32>(count)) + frame.mid(kHeaderSize) +
+           QByteArray(qMax(0, size - frame.size()), '\0');
+}

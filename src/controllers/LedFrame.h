@@ -13,5 +13,7 @@ QByteArray header(quint32 nbLeds);
 int statedCount(const QByteArray& header);
 /// Header and colours, padded with black to the stated count; more colours than that go out whole.
 QByteArray build(const QByteArray& header, const QVector<LV_RGB>& colors);
+/// The frame with black behind it up to that count; unchanged when it states as many.
+QByteArray reaching(const QByteArray& frame, int count);
 
 } // namespace LedFrame

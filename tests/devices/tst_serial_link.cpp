@@ -143,6 +143,23 @@ private slots:
         QCOMPARE(pacer.delayUs(20000000), 0); // an idle line takes a frame at once
     }
 
+    void aFrameThatIsReplacedKeepsItsReach()
+    {
+        const auto frame = [](quint32 stated, int colors) {
+            return LedFrame::build(LedFrame::header(stated), picture(colors, colors));
+        };
+        FramePacer pacer;
+        pacer.offer(frame(300, 300));
+        pacer.offer(frame(250, 250));
+        pacer.offer(frame(20, 30)); // more colours than stated
+        QCOMPARE(pacer.take(0), frame(300, 30));
+        pacer.offer(frame(20, 30));
+        QCOMPARE(pacer.take(0), frame(20, 30));
+        pacer.offer(frame(20, 20));
+        pacer.offer(frame(256, 9)); // longer than before
+        QCOMPARE(pacer.take(0), frame(256, 9));
+    }
+
     void whoTalksTooMuchIsReadAgainInTheNextWindow_data()
     {
         QTest::addColumn<int>("chunksPerSecond");
