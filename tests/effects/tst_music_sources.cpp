@@ -56,12 +56,12 @@ private slots:
         QVERIFY(m_backend->attached.isEmpty());
     }
 
-    void lostSourceIsReplacedUntilItReturns()
+    void wantedSourceIsKeptWhileAnotherStandsIn()
     {
         setSources({kSpeaker});
         choose("headset");
         Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QCOMPARE(stored(kPeaks, "audioSource").toString(), QString("default"));
+        QCOMPARE(stateOf(effect), QString("default"));
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(stateOf(effect), QString("headset"));
@@ -70,14 +70,48 @@ private slots:
         m_backend->offer({kSpeaker});
         QTRY_COMPARE(stateOf(effect), QString("default"));
         QCOMPARE(changes.last().at(1).toJsonValue(), QJsonValue("default"));
-
-        m_backend->offer({}); // the whole server: its capturer goes on by itself
-        QTRY_VERIFY(m_manager->allCapturers().isEmpty());
-        QCOMPARE(stateOf(effect), QString("default"));
-        m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(stateOf(effect), QString("headset"));
-        effect.unload();
+        effect.unload(); // the program quits while the headset is away
         QVERIFY(m_backend->attached.isEmpty());
+        QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
+
+        Running<AudioPeakValues> next(kPeaks, strip(4));
+        m_backend->offer({}); // the whole server
+        QTRY_VERIFY(m_backend->attached.isEmpty());
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(stateOf(next), QString("headset"));
+        m_backend->offer({kSpeaker});
+        QTRY_COMPARE(stateOf(next), QString("default"));
+        next.setEffectProperty("captureId", "default"); // now it is what the user wants
+        QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("default"));
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(m_manager->allCapturers().size(), 3);
+        QCOMPARE(stateOf(next), QString("default"));
+        next.unload();
+    }
+
+    void microphoneIsHeardOnlyWhenItIsChosen()
+    {
+        setSources({kHeadset});
+        Running<AudioPeakValues> effect(kPeaks, strip(4));
+        m_backend->offer({});
+        QTRY_VERIFY(m_manager->allCapturers().isEmpty());
+        m_backend->offer({kHeadset}); // not when it is there and not when it comes
+        QTRY_VERIFY(!m_manager->allCapturers().isEmpty());
+        QCOMPARE(stateOf(effect), QString());
+        QVERIFY(m_backend->attached.isEmpty());
+        effect.unload();
+        QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(""));
+
+        Running<AudioPeakValues> next(kPeaks, strip(4));
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(stateOf(next), QString("default"));
+        next.setEffectProperty("captureId", "headset");
+        QCOMPARE(stateOf(next), QString("headset"));
+        m_backend->offer({});
+        QTRY_COMPARE(stateOf(next), QString());
+        m_backend->offer({kHeadset});
+        QTRY_COMPARE(stateOf(next), QString("headset"));
+        next.unload();
     }
 
     void withoutAnySourceItWaits()
@@ -92,6 +126,7 @@ private slots:
             QTRY_COMPARE(stateOf(effect), chosen.isEmpty() ? QString("default") : chosen);
             QCOMPARE(m_backend->attached, QStringList{stateOf(effect)});
             effect.unload();
+            QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(chosen));
         }
     }
 

@@ -37,32 +37,17 @@ AbsMusicEffect::~AbsMusicEffect() = default;
 int AbsMusicEffect::load(const ControlOptions& ctlOptions)
 {
     m_ctlOptions = ctlOptions;
-    const AudioCapManager* manager = AudioCapManager::instance();
-    connect(manager, &AudioCapManager::capturerReady, this, &AbsMusicEffect::onCapturerReady);
-    connect(manager, &AudioCapManager::capturerFailed, this, &AbsMusicEffect::onCapturerFailed);
-    connect(manager, &AudioCapManager::capturersChanged, this, &AbsMusicEffect::onCapturersChanged);
-
-    QString id = ConfigurationManager::instance()
-                     ->effectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key)
-                     .toString();
-    if (id.isEmpty()) {
-        id = manager->defaultCapturer();
+    connect(AudioCapManager::instance(), &AudioCapManager::capturersChanged, this,
+            &AbsMusicEffect::onCapturersChanged);
+    const QString id = ConfigurationManager::instance()
+                           ->effectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key)
+                           .toString();
+    if (id.isEmpty())
         qInfo() << "[AbsMusicEffect]: Not found the last used capturer, default capturer is being used.";
-    }
-    if (!id.isEmpty()) {
-        setCapturerId(id);
-        return 0;
-    }
-    const QList<QString> capturers = manager->allCapturers();
-    if (capturers.isEmpty()) {
+    want(id);
+    if (!m_capturer)
         qWarning().noquote() << "[AbsMusicEffect]: Not connected to any capturer, controller:"
                              << controllerId();
-        return 0;
-    }
-    qWarning().noquote()
-        << "[AbsMusicEffect]: Not found default capture, will connect to first capturer, controller:"
-        << controllerId();
-    setCapturerId(capturers.first());
     return 0;
 }
 
@@ -70,11 +55,9 @@ void AbsMusicEffect::unload()
 {
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     AudioCapManager::instance()->disconnect(this);
-    if (m_capturer) {
-        m_capturer->disconnect(this);
+    if (m_capturer)
         releaseCapturer();
-    }
-    storeCapturerId();
+    storeWantedId();
 }
 
 void AbsMusicEffect::setCapturerId(QString newCapturerId)
@@ -83,91 +66,66 @@ void AbsMusicEffect::setCapturerId(QString newCapturerId)
         qCritical() << "[AbsMusicEffect]: The newCapturerId is empty.";
         return;
     }
-    m_chosenId = newCapturerId;
-    if (newCapturerId == m_capturerId)
-        return;
-    bindCapturer(newCapturerId);
+    want(newCapturerId);
+    storeWantedId();
     if (m_capturerId != newCapturerId)
         emit effectPropertyChanged(kCaptureId, m_capturerId);
 }
 
-void AbsMusicEffect::bindCapturer(const QString& id)
+void AbsMusicEffect::want(const QString& id)
 {
-    if (m_capturer) {
-        m_capturer->disconnect(this);
-        qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is disconnected from the" << m_capturerId;
-        releaseCapturer();
-        m_capturerId.clear();
-    }
+    m_wantedId = id;
+    if (!id.isEmpty() && !AudioCapManager::instance()->allCapturers().contains(id))
+        qWarning().noquote() << "[AbsMusicEffect]: Not found this audio capturer:" << id;
+    bindBestCapturer();
+}
+
+void AbsMusicEffect::bindBestCapturer()
+{
     AudioCapManager* manager = AudioCapManager::instance();
-    m_capturerId = id;
-    m_capturer = manager->acquireCapturer(m_capturerId);
+    const bool isWantedThere = manager->allCapturers().contains(m_wantedId);
+    // Without a loudspeaker there is no default, and nobody is to be heard by a microphone unasked.
+    const QString best = isWantedThere ? m_wantedId : manager->defaultCapturer();
+    if (best == m_capturerId)
+        return;
+    if (m_capturer)
+        releaseCapturer();
+    if (!best.isEmpty())
+        m_capturer = manager->acquireCapturer(best);
     if (!m_capturer) {
-        qWarning().noquote() << "[AbsMusicEffect]: Not found this audio capturer:" << m_capturerId;
-        m_capturerId = manager->defaultCapturer();
-        if (!m_capturerId.isEmpty())
-            m_capturer = manager->acquireCapturer(m_capturerId);
-        if (!m_capturer) {
-            m_capturerId.clear();
-            qCritical() << "The list of audio capturer is empty! ";
-            return;
-        }
-        qInfo() << "[AbsMusicEffect]: Using default audio capturer";
+        qCritical() << "The list of audio capturer is empty! ";
+        return;
     }
+    m_capturerId = best;
+    if (!isWantedThere && !m_wantedId.isEmpty())
+        qInfo() << "[AbsMusicEffect]: Using default audio capturer";
     connect(m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
             QOverload<QVector<SoundChannel>>::of(&AbsMusicEffect::spectrumUpdate), Qt::QueuedConnection);
     connect(m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
             &AbsMusicEffect::peakValuesChanged, Qt::QueuedConnection);
     qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is connected to the" << m_capturerId;
     onCapturerBound();
-    storeCapturerId();
 }
 
 void AbsMusicEffect::releaseCapturer()
 {
+    m_capturer->disconnect(this);
+    qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is disconnected from the" << m_capturerId;
     m_capturer.reset();
     AudioCapManager::instance()->releaseCapturer(m_capturerId);
+    m_capturerId.clear();
 }
 
-void AbsMusicEffect::storeCapturerId()
+void AbsMusicEffect::storeWantedId()
 {
-    // Without any capturer so far the one of the last time is still the one to look for.
-    const QString id = m_capturerId.isEmpty() ? m_chosenId : m_capturerId;
     ConfigurationManager* config = ConfigurationManager::instance();
-    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key, id);
+    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kAudioSource.key, m_wantedId);
     config->saveEffectJsonObj(effectId());
-}
-
-void AbsMusicEffect::onCapturerReady(const QString& id)
-{
-    const AudioCapManager* manager = AudioCapManager::instance();
-    const QList<QString> capturers = manager->allCapturers();
-    const bool heard = m_capturer && capturers.contains(m_capturerId);
-    if (heard && (id != m_chosenId || id == m_capturerId))
-        return;
-    // When the sound server comes back several are announced, one by one: the chosen one goes first.
-    QString best = capturers.contains(m_chosenId) ? m_chosenId : manager->defaultCapturer();
-    if (best.isEmpty())
-        best = id;
-    bindCapturer(best);
-    emit effectPropertyChanged(kCaptureId, m_capturerId);
-}
-
-void AbsMusicEffect::onCapturerFailed(const QString& id)
-{
-    if (!m_capturer || id != m_capturerId)
-        return;
-    const QString other = AudioCapManager::instance()->defaultCapturer();
-    if (other.isEmpty() || other == id) {
-        qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "waits for the" << id;
-        return; // the capturer goes on by itself when its source is back
-    }
-    bindCapturer(other);
-    emit effectPropertyChanged(kCaptureId, m_capturerId);
 }
 
 void AbsMusicEffect::onCapturersChanged()
 {
+    bindBestCapturer();
     emit effectPropertyChanged(kCapturers, capturerList());
     emit effectPropertyChanged(kCaptureId, m_capturerId);
 }

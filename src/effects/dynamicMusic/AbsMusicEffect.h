@@ -10,8 +10,8 @@
 class AudioCapturer;
 
 /// Base of the effects that follow the sound: binds one capturer and receives what it hears, on the worker's
-/// thread; its pace is the capturer's. Without a capturer it emits nothing until there is one. When the
-/// source in use goes, it changes to the default one, and back when the source returns.
+/// thread; its pace is the capturer's. While the source that the user wants is gone, or none was ever chosen,
+/// the default one stands in; it is never stored. Without a default there is no sound until there is one.
 class AbsMusicEffect : public IEffectWorker
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public slots:
     /// For each channel decimal numbers as text; entry 0 of channel 0 counts, 0 to 1.
     virtual void peakValuesChanged(QVector<QVector<QString>> peaks);
     int load(const ControlOptions& ctlOptions) override;
-    /// Changes the source and stores the choice. An unknown identifier gives the default capturer.
+    /// The user's choice, which is stored. While there is no such source the default one stands in.
     void setCapturerId(QString newCapturerId);
     void unload() override;
 
@@ -49,14 +49,13 @@ protected:
     ControlOptions m_ctlOptions;
 
 private:
-    void onCapturerReady(const QString& id);
-    void onCapturerFailed(const QString& id);
     void onCapturersChanged();
-    void bindCapturer(const QString& id);
+    void want(const QString& id);
+    void bindBestCapturer();
     void releaseCapturer();
-    void storeCapturerId();
+    void storeWantedId();
 
-    QString m_capturerId;
+    QString m_wantedId;   ///< what the user chose, be it gone at present; empty for nothing
+    QString m_capturerId; ///< what is bound
     QSharedPointer<AudioCapturer> m_capturer;
-    QString m_chosenId; ///< what the user wants, be it gone at present
 };
