@@ -3,6 +3,7 @@
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
 #include "effects/dynamicMusic/strengthSlider.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFile>
 #include <QJsonArray>
@@ -54,6 +55,13 @@ private slots:
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(changes.count(), 1);
         QCOMPARE(changes.at(0).at(1).toJsonValue(), QJsonValue("new"));
+
+        options.setEffectProperty("captureId", "a"); // stands in for another one
+        options.show();
+        box->showPopup();
+        QTest::keyClick(box->view(), Qt::Key_Return);
+        QCOMPARE(changes.count(), 2);
+        QCOMPARE(changes.at(1).at(1).toJsonValue(), QJsonValue("a"));
     }
 
     void strengthAndSourceAreOneWidget()

@@ -23,6 +23,9 @@ MediaSourceOptWidget::MediaSourceOptWidget(QWidget* parent)
     m_ui->setupUi(this);
     connect(m_ui->devicesComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &MediaSourceOptWidget::onDeviceSelectChanged);
+    // A stand-in is current without being the user's choice: choosing it changes no index.
+    connect(m_ui->devicesComboBox, QOverload<int>::of(&QComboBox::activated), this,
+            &MediaSourceOptWidget::onDeviceSelectChanged);
 }
 
 MediaSourceOptWidget::~MediaSourceOptWidget() = default;
@@ -36,6 +39,7 @@ void MediaSourceOptWidget::setEffectProperty(const QString& key, const QJsonValu
     case hashPropertyKey(kCaptureId): {
         const QSignalBlocker blocker(m_ui->devicesComboBox);
         m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(val.toString()));
+        m_chosenId.clear();
         break;
     }
     case hashPropertyKey(""): {
@@ -94,13 +98,14 @@ QString MediaSourceOptWidget::currentId() const
 
 void MediaSourceOptWidget::onDeviceSelectChanged(int idx)
 {
-    if (idx < 0 || idx >= m_capturerIds.size())
+    if (idx < 0 || idx >= m_capturerIds.size() || m_capturerIds.at(idx) == m_chosenId)
         return;
+    m_chosenId = m_capturerIds.at(idx);
     LOG4CPLUS_INFO(
         usrOptionsLogger(),
         toLogString(
             QStringLiteral("Audio input source changed to %1").arg(m_ui->devicesComboBox->itemText(idx))));
-    emit effectPropertyChanged(kCaptureId, m_capturerIds.at(idx));
+    emit effectPropertyChanged(kCaptureId, m_chosenId);
 }
 
 void MediaSourceOptWidget::changeEvent(QEvent* event)

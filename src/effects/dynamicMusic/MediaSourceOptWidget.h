@@ -39,4 +39,5 @@ private:
 
     std::unique_ptr<Ui::MediaSourceOptWidget> m_ui;
     QList<QString> m_capturerIds; ///< in the order of the combo box
+    QString m_chosenId;           ///< here, since the worker last said what is current
 };
