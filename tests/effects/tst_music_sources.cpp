@@ -3,6 +3,7 @@
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 
 #include <QJsonArray>
+#include <QTranslator>
 #include <QtTest>
 
 using namespace MusicTestKit;
@@ -21,6 +22,27 @@ QString stateOf(IEffectWorker& effect)
 {
     return effect.effectProperty("captureId").toString();
 }
+
+/// What the latest announcement of a property said.
+QJsonValue announced(const QSignalSpy& changes, const char* key)
+{
+    for (int i = changes.size() - 1; i >= 0; --i) {
+        if (changes.at(i).at(0) == key)
+            return changes.at(i).at(1).toJsonValue();
+    }
+    return QJsonValue::Undefined;
+}
+
+/// A language in which the default source has one name.
+class OtherLanguage : public QTranslator
+{
+public:
+    QString translate(const char* context, const char*, const char*, int) const override
+    {
+        return qstrcmp(context, "AudioCapManager") == 0 ? "Default: %1" : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
 
 } // namespace
 
@@ -69,7 +91,7 @@ private slots:
         QCOMPARE(effect.effectProperty("").toObject()["capturers"].toArray().size(), 3);
         m_backend->offer({kSpeaker});
         QTRY_COMPARE(stateOf(effect), QString("default"));
-        QCOMPARE(changes.last().at(1).toJsonValue(), QJsonValue("default"));
+        QCOMPARE(announced(changes, "captureId"), QJsonValue("default"));
         effect.unload(); // the program quits while the headset is away
         QVERIFY(m_backend->attached.isEmpty());
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
@@ -87,6 +109,32 @@ private slots:
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);
         QCOMPARE(stateOf(next), QString("default"));
         next.unload();
+    }
+
+    void openFormIsToldOfEveryChange()
+    {
+        setSources({kSpeaker});
+        Running<AudioPeakValues> effect(kPeaks, strip(4));
+        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        const auto isTold = [&] {
+            const QJsonObject all = effect.effectProperty("").toObject();
+            return announced(changes, "capturers") == all["capturers"] &&
+                   announced(changes, "captureId") == all["captureId"];
+        };
+        const auto firstName = [&] { return announced(changes, "capturers")[0]["desc"].toString(); };
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(announced(changes, "capturers").toArray().size(), 3);
+        QVERIFY(isTold());
+        OtherLanguage language;
+        QCoreApplication::installTranslator(&language);
+        QTRY_COMPARE(firstName(), QString("Default: Speaker"));
+        QVERIFY(isTold());
+        QCoreApplication::removeTranslator(&language);
+        QTRY_COMPARE(firstName(), QString("默认输出 (Speaker)"));
+        m_backend->offer({});
+        QTRY_COMPARE(announced(changes, "capturers"), QJsonValue(QJsonArray()));
+        QVERIFY(isTold());
+        effect.unload();
     }
 
     void microphoneIsHeardOnlyWhenItIsChosen()

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QEvent>
 #include <algorithm>
 #include <atomic>
 #include <utility>
@@ -54,6 +55,10 @@ AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject*
     m_backend->setParent(this); // follows to another thread
     connect(m_backend.get(), &AudioBackend::sourcesChanged, this, &AudioCapManager::onSourcesChanged,
             Qt::QueuedConnection);
+    // Of the application alone: who is no widget is not told of another language. Queued, because only its
+    // own thread may do it.
+    QMetaObject::invokeMethod(
+        this, [this] { QCoreApplication::instance()->installEventFilter(this); }, Qt::QueuedConnection);
     m_sources = m_backend->sources(); // last, so that no change slips in between
     AudioCapManager* none = nullptr;
     s_instance.compare_exchange_strong(none, this);
@@ -121,6 +126,13 @@ QString AudioCapManager::capturerDesc(const QString& id) const
     if (!source)
         return QString();
     return id == QLatin1String(kDefaultCapturerId) ? tr("默认输出 (%1)").arg(source->name) : source->name;
+}
+
+bool AudioCapManager::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange && watched == QCoreApplication::instance())
+        emit capturersChanged();
+    return QObject::eventFilter(watched, event);
 }
 
 void AudioCapManager::onSourcesChanged()

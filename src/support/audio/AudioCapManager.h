@@ -54,8 +54,12 @@ signals:
     void capturerReady(QString id);
     /// The source is gone. Who holds its capturer may keep it and wait, or take another.
     void capturerFailed(QString id);
-    /// The list or one of its texts is another, be it only that another loudspeaker is the default.
+    /// The list or one of its texts is another, be it only that another loudspeaker is the default, or that
+    /// the program speaks another language.
     void capturersChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void onSourcesChanged();
