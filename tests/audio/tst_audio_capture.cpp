@@ -153,7 +153,6 @@ private slots:
     {
         QVERIFY(m_server->addSink("second"));
         AudioCapManager manager(createAudioBackend());
-        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
         QSignalSpy changed(&manager, &AudioCapManager::capturersChanged);
         const Listener follower(manager, manager.defaultCapturer());
         const Listener stayer(manager, kFirst);
@@ -173,25 +172,21 @@ private slots:
         // The default is pulled out: the follower moves on by itself.
         QVERIFY(m_server->removeSink("second"));
         QTRY_VERIFY_WITH_TIMEOUT(follower.hears(440), kPatienceMs);
-        QVERIFY(failed.contains({kSecond}) && !failed.contains({manager.defaultCapturer()}));
+        QTRY_COMPARE_WITH_TIMEOUT(manager.allCapturers(), QList<QString>({"default", kFirst}), kPatienceMs);
     }
 
     void tellsOfASourceThatGoesAndFeedsItsCapturerWhenItIsBack()
     {
         AudioCapManager manager(createAudioBackend());
-        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
-        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
         QVERIFY(m_server->addSink("second"));
-        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kSecond}), kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kSecond), kPatienceMs);
         const Listener listener(manager, kSecond);
         QTRY_VERIFY_WITH_TIMEOUT(listener.updates() > 0, kPatienceMs);
         QVERIFY(m_server->removeSink("second"));
-        QTRY_VERIFY_WITH_TIMEOUT(failed.contains({kSecond}), kPatienceMs);
-        QVERIFY(!manager.allCapturers().contains(kSecond));
+        QTRY_VERIFY_WITH_TIMEOUT(!manager.allCapturers().contains(kSecond), kPatienceMs);
         QVERIFY(manager.acquireCapturer(kSecond).isNull());
-        ready.clear();
         QVERIFY(m_server->addSink("second"));
-        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kSecond}), kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kSecond), kPatienceMs);
         TonePlayer player(m_server->address(), "second");
         player.play(tone(3000));
         QTRY_VERIFY_WITH_TIMEOUT(listener.hears(3000), kPatienceMs);
@@ -201,12 +196,10 @@ private slots:
     {
         m_server->stop();
         AudioCapManager manager(createAudioBackend());
-        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
-        QSignalSpy failed(&manager, &AudioCapManager::capturerFailed);
         QVERIFY(manager.allCapturers().isEmpty() && manager.defaultCapturer().isNull());
         QVERIFY(manager.acquireCapturer(kFirst).isNull());
         QVERIFY(m_server->start());
-        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({manager.defaultCapturer()}), kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!manager.defaultCapturer().isEmpty(), kPatienceMs);
         const Listener listener(manager, manager.defaultCapturer());
         for (const float hertz : {440.F, 3000.F}) {
             {
@@ -215,9 +208,8 @@ private slots:
                 QTRY_VERIFY_WITH_TIMEOUT(listener.hears(hertz), kPatienceMs);
                 m_server->stop();
             }
-            QTRY_VERIFY_WITH_TIMEOUT(failed.contains({kFirst}), kPatienceMs);
+            QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().isEmpty(), kPatienceMs);
             QTRY_COMPARE_WITH_TIMEOUT(listener.level(hertz), 0.F, kPatienceMs);
-            failed.clear();
             QVERIFY(m_server->start());
         }
     }
@@ -230,9 +222,8 @@ private slots:
             QVERIFY(unanswered.allCapturers().isEmpty());
         }
         AudioCapManager manager(createAudioBackend());
-        QSignalSpy ready(&manager, &AudioCapManager::capturerReady);
         m_server->thaw();
-        QTRY_VERIFY_WITH_TIMEOUT(ready.contains({kFirst}), kPatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kFirst), kPatienceMs);
         m_server->freeze(); // a recording is over before it begins
         QVERIFY(manager.acquireCapturer(kFirst));
         manager.releaseCapturer(kFirst);

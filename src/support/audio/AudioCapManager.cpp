@@ -22,16 +22,6 @@ const AudioSource* find(const AudioSources& sources, const QString& id)
     });
     return it == sources.end() ? nullptr : &*it;
 }
-
-QStringList idsOf(const AudioSources& sources)
-{
-    QStringList ids;
-    if (find(sources, QLatin1String(kDefaultCapturerId)))
-        ids += QLatin1String(kDefaultCapturerId);
-    for (const AudioSource& source : sources)
-        ids += source.id;
-    return ids;
-}
 } // namespace
 
 AudioCapManager* AudioCapManager::instance()
@@ -75,7 +65,12 @@ AudioCapManager::~AudioCapManager()
 QList<QString> AudioCapManager::allCapturers() const
 {
     const std::lock_guard lock(m_mutex);
-    return idsOf(m_sources);
+    QList<QString> ids;
+    if (find(m_sources, QLatin1String(kDefaultCapturerId)))
+        ids += QLatin1String(kDefaultCapturerId);
+    for (const AudioSource& source : m_sources)
+        ids += source.id;
+    return ids;
 }
 
 QString AudioCapManager::defaultCapturer() const
@@ -137,25 +132,12 @@ bool AudioCapManager::eventFilter(QObject* watched, QEvent* event)
 
 void AudioCapManager::onSourcesChanged()
 {
-    QStringList before;
-    QStringList after;
     {
         const std::lock_guard lock(m_mutex);
         AudioSources sources = m_backend->sources();
         if (sources == m_sources)
             return;
-        before = idsOf(m_sources);
         m_sources = std::move(sources);
-        after = idsOf(m_sources);
-    }
-    // The list is new before anybody hears of it: who lost a source asks for the default at once.
-    for (const QString& id : before) {
-        if (!after.contains(id))
-            emit capturerFailed(id);
-    }
-    for (const QString& id : after) {
-        if (!before.contains(id))
-            emit capturerReady(id);
     }
     emit capturersChanged();
 }

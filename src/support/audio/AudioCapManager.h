@@ -50,10 +50,6 @@ public:
     QString capturerDesc(const QString& id) const;
 
 signals:
-    /// The source has come or come back. Who found no capturer at all tries again now.
-    void capturerReady(QString id);
-    /// The source is gone. Who holds its capturer may keep it and wait, or take another.
-    void capturerFailed(QString id);
     /// The list or one of its texts is another, be it only that another loudspeaker is the default, or that
     /// the program speaks another language.
     void capturersChanged();
