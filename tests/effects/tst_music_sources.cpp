@@ -137,6 +137,56 @@ private slots:
         effect.unload();
     }
 
+    void stripIsDarkAndThePageSaysWhyWithoutASource()
+    {
+        setSources({});
+        Running<AudioPeakValues> effect(kPeaks, strip(4));
+        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        const QString notice = effect.effectProperty("notice").toString();
+        QVERIFY(!notice.isEmpty());
+        QVERIFY(!effect.effectProperty("").toObject().contains("notice"));
+        QTRY_COMPARE(effect.last(), Frame(4, kBlack)); // what was there before is gone
+
+        m_backend->offer({kSpeaker});
+        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(""));
+        effect.setEffectProperty("notice", notice); // nobody's to say
+        QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));
+        speak("default", "1");
+        QTRY_VERIFY(!lit(effect.last()).isEmpty());
+        speak("default", "1"); // on its way while the source goes
+        m_backend->offer({});
+        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(notice));
+        QVERIFY(!lit(effect.last()).isEmpty());
+        QTRY_COMPARE(effect.last(), Frame(4, kBlack));
+
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(""));
+        changes.clear();
+        effect.setEffectProperty("captureId", "headset"); // from one to the other: never without
+        QVERIFY(announced(changes, "notice").isUndefined());
+        effect.unload();
+    }
+
+    void sourceThatSpeaksIsNotInterruptedByBlack()
+    {
+        setSources({kSpeaker});
+        Running<AudioPeakValues> effect(kPeaks, strip(4));
+        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        speak("default", "1");
+        bool isOver = false;
+        QTimer::singleShot(600, [&isOver] { isOver = true; });
+        QTRY_VERIFY(isOver);
+        QCOMPARE(effect.frames.count(), 1);
+        QCOMPARE(changes.count(), 0);
+
+        m_backend->offer({kSpeaker, kHeadset});
+        QTRY_COMPARE(m_manager->allCapturers().size(), 3);
+        effect.setEffectProperty("captureId", "headset"); // which says nothing at all
+        QTRY_COMPARE(effect.last(), Frame(4, kBlack));
+        QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));
+        effect.unload();
+    }
+
     void microphoneIsHeardOnlyWhenItIsChosen()
     {
         setSources({kHeadset});
@@ -186,6 +236,13 @@ private:
         m_backend = backend.get();
         m_backend->list = sources;
         m_manager = std::make_unique<AudioCapManager>(std::move(backend));
+    }
+
+    /// What a source that is in use lets everybody hear.
+    void speak(const QString& id, const QString& peak)
+    {
+        emit m_manager->acquireCapturer(id)->channelsPeakValuesChanged({{peak}, {peak}});
+        m_manager->releaseCapturer(id);
     }
 
     std::unique_ptr<AudioCapManager> m_manager;

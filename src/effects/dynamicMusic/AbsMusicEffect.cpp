@@ -1,5 +1,6 @@
 #include "effects/dynamicMusic/AbsMusicEffect.h"
 
+#include "effects/EffectNotice.h"
 #include "support/audio/AudioCapManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -13,6 +14,9 @@ namespace {
 
 constexpr char kCaptureId[] = "captureId";
 constexpr char kCapturers[] = "capturers";
+constexpr char kNoSource[] =
+    QT_TRANSLATE_NOOP("EffectNotice", "没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。");
+constexpr int kDarkAfterMs = 400; // a source that plays is heard sooner
 
 QJsonArray capturerList()
 {
@@ -30,6 +34,13 @@ AbsMusicEffect::AbsMusicEffect(QObject* parent)
     : IEffectWorker(parent)
 {
     qRegisterMetaType<QVector<SoundChannel>>("QVector<SoundChannel>");
+    m_darkTimer.setSingleShot(true);
+    m_darkTimer.setInterval(kDarkAfterMs);
+    connect(&m_darkTimer, &QTimer::timeout, this, [this] { emit updateColors(QVector<LV_RGB>(nbLeds())); });
+    connect(this, &IEffectWorker::updateColors, this, [this] {
+        if (m_capturer) // otherwise it is the last that a source said which is gone
+            m_darkTimer.stop();
+    });
 }
 
 AbsMusicEffect::~AbsMusicEffect() = default;
@@ -44,10 +55,13 @@ int AbsMusicEffect::load(const ControlOptions& ctlOptions)
                            .toString();
     if (id.isEmpty())
         qInfo() << "[AbsMusicEffect]: Not found the last used capturer, default capturer is being used.";
+    m_darkTimer.start();
     want(id);
-    if (!m_capturer)
+    if (!m_capturer) {
         qWarning().noquote() << "[AbsMusicEffect]: Not connected to any capturer, controller:"
                              << controllerId();
+        announce(EffectNotice::kKey);
+    }
     return 0;
 }
 
@@ -57,6 +71,7 @@ void AbsMusicEffect::unload()
     AudioCapManager::instance()->disconnect(this);
     if (m_capturer)
         releaseCapturer();
+    m_darkTimer.stop();
     storeWantedId();
 }
 
@@ -69,7 +84,7 @@ void AbsMusicEffect::setCapturerId(QString newCapturerId)
     want(newCapturerId);
     storeWantedId();
     if (m_capturerId != newCapturerId)
-        emit effectPropertyChanged(kCaptureId, m_capturerId);
+        announce(kCaptureId);
 }
 
 void AbsMusicEffect::want(const QString& id)
@@ -88,16 +103,24 @@ void AbsMusicEffect::bindBestCapturer()
     const QString best = isWantedThere ? m_wantedId : manager->defaultCapturer();
     if (best == m_capturerId)
         return;
-    if (m_capturer)
+    const bool wasBound = !m_capturer.isNull();
+    if (wasBound)
         releaseCapturer();
+    m_darkTimer.start(); // until the new source is heard, if there is one
     if (!best.isEmpty())
         m_capturer = manager->acquireCapturer(best);
-    if (!m_capturer) {
+    if (m_capturer)
+        connectCapturer(best);
+    else
         qCritical() << "The list of audio capturer is empty! ";
-        return;
-    }
-    m_capturerId = best;
-    if (!isWantedThere && !m_wantedId.isEmpty())
+    if (wasBound != !m_capturer.isNull())
+        announce(EffectNotice::kKey);
+}
+
+void AbsMusicEffect::connectCapturer(const QString& id)
+{
+    m_capturerId = id;
+    if (id != m_wantedId && !m_wantedId.isEmpty())
         qInfo() << "[AbsMusicEffect]: Using default audio capturer";
     connect(m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
             QOverload<QVector<SoundChannel>>::of(&AbsMusicEffect::spectrumUpdate), Qt::QueuedConnection);
@@ -126,8 +149,13 @@ void AbsMusicEffect::storeWantedId()
 void AbsMusicEffect::onCapturersChanged()
 {
     bindBestCapturer();
-    emit effectPropertyChanged(kCapturers, capturerList());
-    emit effectPropertyChanged(kCaptureId, m_capturerId);
+    announce(kCapturers);
+    announce(kCaptureId);
+}
+
+void AbsMusicEffect::announce(const char* key)
+{
+    emit effectPropertyChanged(key, effectProperty(key));
 }
 
 QJsonValue AbsMusicEffect::effectProperty(const QString& key)
@@ -137,6 +165,8 @@ QJsonValue AbsMusicEffect::effectProperty(const QString& key)
         return m_capturerId;
     case hashPropertyKey(kCapturers):
         return capturerList();
+    case hashPropertyKey(EffectNotice::kKey):
+        return m_capturer ? QString() : QString::fromUtf8(kNoSource);
     case hashPropertyKey(""):
         return QJsonObject{{kCaptureId, m_capturerId}, {kCapturers, capturerList()}};
     default:

@@ -5,6 +5,7 @@
 
 #include <QSharedPointer>
 #include <QString>
+#include <QTimer>
 #include <QVector>
 
 class AudioCapturer;
@@ -12,6 +13,7 @@ class AudioCapturer;
 /// Base of the effects that follow the sound: binds one capturer and receives what it hears, on the worker's
 /// thread; its pace is the capturer's. While the source that the user wants is gone, or none was ever chosen,
 /// the default one stands in; it is never stored. Without a default there is no sound until there is one.
+/// Whatever it is on: half a second without a picture of its own, and it shows black.
 class AbsMusicEffect : public IEffectWorker
 {
     Q_OBJECT
@@ -52,10 +54,13 @@ private:
     void onCapturersChanged();
     void want(const QString& id);
     void bindBestCapturer();
+    void connectCapturer(const QString& id);
     void releaseCapturer();
     void storeWantedId();
+    void announce(const char* key);
 
     QString m_wantedId;   ///< what the user chose, be it gone at present; empty for nothing
     QString m_capturerId; ///< what is bound
     QSharedPointer<AudioCapturer> m_capturer;
+    QTimer m_darkTimer{this}; ///< ends what the effect or the source before has left on the strip
 };

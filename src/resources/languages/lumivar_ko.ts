@@ -224,6 +224,13 @@
     </message>
 </context>
 <context>
+    <name>EffectNotice</name>
+    <message>
+        <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
+        <translation>사용할 수 있는 오디오 소스가 없어 LED 스트립이 꺼져 있습니다. 스피커를 연결하거나 다른 오디오 소스를 선택하세요.</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>

@@ -224,6 +224,13 @@
     </message>
 </context>
 <context>
+    <name>EffectNotice</name>
+    <message>
+        <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
+        <translation>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
