@@ -247,9 +247,15 @@ private slots:
         QVERIFY(!log.contains(" && ")); // no LED is beyond a strip of any length
         QCOMPARE(lit(frame(R"({"key_num": 2147483647, "key_array": [[], {"id": 1, "x": 1e99, "y": 2}],
             "key_music": [7, {"id": 1, "start": 1.5, "stop": 5, "direction": 1},
-            {"id": 2, "start": 0, "stop": 5, "direction": 1}, {"id": 3, "start": 1, "stop": 3, "direction": 0},
+            {"id": 2, "start": -4, "stop": 0, "direction": 0}, {"id": 3, "start": 1, "stop": 3, "direction": 0},
             {"id": 4, "start": -2147483648, "stop": 2147483647, "direction": 0}]})")),
                  (Leds{1, 2}));
+        QCOMPARE(lit(frame(R"({"key_music": [{"id": 1, "start": 8, "stop": 11, "direction": 1},
+            {"id": 2, "start": -1, "stop": 2, "direction": 0}]})")),
+                 (Leds{0, 1, 7, 8, 9})); // what lies on the strip
+        const Leds none =
+            lit(frame(R"({"key_music": [{"id": 1, "start": 11, "stop": 13, "direction": 1}]})"));
+        QCOMPARE(none, byDefault);
         for (const QByteArray& broken : {QByteArray("{\"a\": 8,"), QByteArray("[1]"), QByteArray(5000, '[')})
             QCOMPARE(lit(frame(broken)), byDefault);
     }

@@ -50,9 +50,11 @@ int AudioPeakValues::load(const ControlOptions& ctlOptions)
 
 void AudioPeakValues::dropSegmentsOutside()
 {
+    // A segment may begin or end beyond the strip: with direction 1 the last LED is reached in no other way.
     const auto outside = [this](const PeakSegment& segment) {
         const auto [first, last] = std::minmax(segment.start, segment.stop);
-        if (first >= 1 && last <= m_ledCount)
+        const bool hasLeds = first <= m_ledCount && last >= 1;
+        if (hasLeds && first >= -PeakBars::kFarthest && last <= PeakBars::kFarthest)
             return false;
         qWarning() << "[AudioPeakValues]: The segment" << segment.id << "is illegal:" << segment.start << "to"
                    << segment.stop << "of" << m_ledCount;

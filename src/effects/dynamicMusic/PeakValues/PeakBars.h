@@ -4,7 +4,8 @@
 
 #include <QVector>
 
-/// A piece of the strip that shows a bar. `start` and `stop` count LEDs from 1.
+/// A piece of the strip that shows a bar. `start` and `stop` count LEDs from 1, to PeakBars::kFarthest on
+/// either side.
 struct PeakSegment
 {
     int id = 0;
@@ -15,6 +16,9 @@ struct PeakSegment
 
 /// From one peak, 0 to 1, to colours. Nothing here writes beyond the list of colours.
 namespace PeakBars {
+
+/// Beyond any strip; the length of a segment still is a number.
+constexpr int kFarthest = 0xFFFF + 1;
 
 enum class Paint { Nothing, Bands, Walk, WholeStrip };
 
