@@ -162,6 +162,23 @@ private slots:
         QCOMPARE(shorter.last().size(), 3);
     }
 
+    void fragmentsLieByTheirFirstLed()
+    {
+        const auto from = [](int begin, int count, int soundChannel) {
+            Fragment fragment = meter(begin + count);
+            fragment.beginIndex = begin;
+            fragment.soundChannel = soundChannel;
+            return fragment.toJson();
+        };
+        // Of two that begin together the name decides.
+        store({{"a", from(10, 3, 1)}, {"b", from(2, 2, 2)}, {"d", from(-1, 1, 2)}, {"c", from(-1, 1, 1)}});
+        Meters effect(kMeters, strip(7));
+        effect.spectrumUpdate(Sound{tone(80), tone(0)});
+        QCOMPARE(lit(effect.last()), (Leds{0, 4, 5, 6}));
+        effect.unload();
+        QCOMPARE(stored(kMeters, "fragments").toObject().keys(), (QStringList{"a", "b", "c", "d"}));
+    }
+
     void strengthIsTheGainOfAllFragments()
     {
         store({{"one", meter(4).toJson()}});

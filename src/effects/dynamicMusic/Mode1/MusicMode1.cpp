@@ -48,7 +48,7 @@ void MusicMode1::loadLEDFragmentsFromConfig(const ControlOptions& options)
                                    .toObject();
     for (auto member = stored.begin(); member != stored.end(); ++member) {
         if (const auto fragment = Fragment::fromJson(member.key(), member.value()))
-            m_fragments.insert(member.key(), *fragment);
+            m_fragments.insert({fragment->beginIndex, member.key()}, *fragment);
     }
     m_strength = config()
                      ->effectJsonValue(effectId(), options.id, kStrengthKey)
@@ -69,7 +69,7 @@ void MusicMode1::addDefaultFragments()
         fragment.dbEnhance = 1.0;
         fragment.maxFrequency = 200.0;
         fragment.dir = dir;
-        m_fragments.insert(QLatin1String(name), fragment);
+        m_fragments.insert({beginIndex, QLatin1String(name)}, fragment);
     };
     const int half = nbLeds() / 2;
     const bool odd = nbLeds() % 2 != 0;
@@ -83,7 +83,7 @@ void MusicMode1::unload()
 {
     QJsonObject fragments;
     for (auto fragment = m_fragments.cbegin(); fragment != m_fragments.cend(); ++fragment)
-        fragments.insert(fragment.key(), fragment->toJson());
+        fragments.insert(fragment.key().second, fragment->toJson());
     config()->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kFragments, fragments);
     config()->setEffectJsonValue(effectId(), controllerId(), kStrengthKey, m_strength);
     config()->saveEffectJsonObj(effectId());
@@ -97,7 +97,7 @@ void MusicMode1::spectrumUpdate(QVector<SoundChannel> channels)
     QVector<LV_RGB> result;
     for (auto fragment = m_fragments.begin(); fragment != m_fragments.end(); ++fragment) {
         const double level = LevelMeter::smooth(fragment->history, LevelMeter::heard(*fragment, channels));
-        const QVector<LV_RGB> colors = fragmentColors(fragment.key(), *fragment, level);
+        const QVector<LV_RGB> colors = fragmentColors(fragment.key().second, *fragment, level);
         if (colors.size() == fragment->count() && result.size() < nbLeds())
             result += colors;
     }

@@ -4,6 +4,7 @@
 #include "effects/dynamicMusic/Mode1/Fragment.h"
 
 #include <QMap>
+#include <QPair>
 
 /// Level meters: each fragment of the strip listens to one band and lights the more LEDs the louder it is.
 /// No entry of the built-in catalogue names it; an entry that does is enough.
@@ -42,10 +43,9 @@ protected:
     void loadLEDFragmentsFromConfig(const ControlOptions& options);
 
     EffectWorkerOptions m_options;
-    /// The LEDs are filled in the order of the names: a fragment's indices give its size, not its place.
-    /// Sorted, because a hash has another order in each process, and the meters would change places with
-    /// every start.
-    QMap<QString, Fragment> m_fragments;
+    /// By their first LED, then their name. The LEDs are filled in this order: the indices of a fragment give
+    /// its size, and its place among the others.
+    QMap<QPair<int, QString>, Fragment> m_fragments;
     double m_strength = 1.0;
     int m_direction = 0; ///< 1: the strip runs mirrored
 
