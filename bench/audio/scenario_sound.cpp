@@ -124,7 +124,7 @@ int main(int argc, char** argv)
     server.useHere();
     if (!server.start())
         return 1;
-    AudioCapManager manager(createAudioBackend());
+    AudioCapManager manager(createAudioBackend(), 0);
     const QString id = manager.defaultCapturer();
     bool good = true;
     Heard heard;

@@ -221,12 +221,13 @@ private slots:
             AudioCapManager unanswered(createAudioBackend()); // ends while it connects
             QVERIFY(unanswered.allCapturers().isEmpty());
         }
-        AudioCapManager manager(createAudioBackend());
+        AudioCapManager manager(createAudioBackend(), 0);
         m_server->thaw();
         QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kFirst), kPatienceMs);
         m_server->freeze(); // a recording is over before it begins
         QVERIFY(manager.acquireCapturer(kFirst));
         manager.releaseCapturer(kFirst);
+        QCoreApplication::processEvents();
         m_server->thaw();
         const Listener listener(manager, kFirst);
         QTRY_VERIFY_WITH_TIMEOUT(listener.updates() > 5, kPatienceMs);

@@ -12,7 +12,11 @@ class FakeAudioBackend : public AudioBackend
 {
 public:
     AudioSources sources() const override { return list; }
-    void attach(const QSharedPointer<AudioCapturer>& capturer) override { attached.append(capturer->id()); }
+    void attach(const QSharedPointer<AudioCapturer>& capturer) override
+    {
+        attached.append(capturer->id());
+        ++begun;
+    }
     void detach(const QSharedPointer<AudioCapturer>& capturer) override
     {
         attached.removeOne(capturer->id());
@@ -25,6 +29,7 @@ public:
 
     AudioSources list;
     QStringList attached;
+    int begun = 0;
 };
 
 namespace MusicTestKit {

@@ -65,17 +65,55 @@ private slots:
         QCOMPARE(effect.frames.count(), 0);
         effect.setEffectProperty("", QJsonObject{{"captureId", "headset"}});
         QCOMPARE(effect.last(), Frame(3, kBlack));
-        QCOMPARE(m_backend->attached, QStringList{"headset"}); // the old one was given back
+        QTRY_COMPARE(m_backend->attached, QStringList{"headset"}); // the old one was given back
         QCOMPARE(stored(kMeters, "audioSource").toString(), QString("headset"));
         emit m_manager->acquireCapturer("headset")->spectrumsChanged({SoundChannel{{{50, 0, 80}}}});
         m_manager->releaseCapturer("headset");
         QTRY_VERIFY(!lit(effect.last()).isEmpty());
         effect.unload();
-        QVERIFY(m_backend->attached.isEmpty());
+        QTRY_VERIFY(m_backend->attached.isEmpty());
         m_backend->offer({});
         m_backend->offer({kSpeaker}); // comes after the end
         QTRY_COMPARE(m_manager->allCapturers().size(), 2);
         QVERIFY(m_backend->attached.isEmpty());
+    }
+
+    void recordingGoesOnFromOneEffectToTheNext()
+    {
+        for (const int lingerMs : {24 * 3600 * 1000, 0}) {
+            setSources({kSpeaker}, lingerMs);
+            Running<AudioPeakValues>(kPeaks, strip(4)).unload();
+            QCoreApplication::processEvents();
+            QCOMPARE(m_backend->attached.isEmpty(), lingerMs == 0);
+            Running<MusicMode1> next(kMeters, strip(4));
+            QCOMPARE(m_backend->attached, QStringList{"default"});
+            QCOMPARE(m_backend->begun, lingerMs == 0 ? 2 : 1);
+            next.unload();
+        }
+    }
+
+    void sourceLivesOnFromItsLastReleaseNotFromAnEarlierOne()
+    {
+        constexpr int kLinger = 50;
+        for (const bool isHeld : {true, false}) {
+            setSources({kSpeaker}, kLinger);
+            m_manager->acquireCapturer("default");
+            m_manager->releaseCapturer("default");
+            QString atFirstEnd; // timers come in the order of their times, however late
+            QTimer::singleShot(kLinger, [&] { atFirstEnd = m_backend->attached.value(0, "nothing"); });
+            QTimer::singleShot(kLinger / 5, [&] {
+                m_manager->acquireCapturer("default");
+                if (!isHeld)
+                    m_manager->releaseCapturer("default");
+            });
+            QTRY_COMPARE(atFirstEnd, QString("default"));
+            if (isHeld)
+                m_manager->releaseCapturer("default");
+            m_manager->releaseCapturer("default"); // once too often
+            QVERIFY(m_manager->acquireCapturer("default"));
+            m_manager->releaseCapturer("default");
+            QTRY_VERIFY(m_backend->attached.isEmpty());
+        }
     }
 
     void wantedSourceIsKeptWhileAnotherStandsIn()
@@ -87,13 +125,13 @@ private slots:
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(stateOf(effect), QString("headset"));
-        QCOMPARE(m_backend->attached, QStringList{"headset"});
+        QTRY_COMPARE(m_backend->attached, QStringList{"headset"});
         QCOMPARE(effect.effectProperty("").toObject()["capturers"].toArray().size(), 3);
         m_backend->offer({kSpeaker});
         QTRY_COMPARE(stateOf(effect), QString("default"));
         QCOMPARE(announced(changes, "captureId"), QJsonValue("default"));
         effect.unload(); // the program quits while the headset is away
-        QVERIFY(m_backend->attached.isEmpty());
+        QTRY_VERIFY(m_backend->attached.isEmpty());
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
 
         Running<AudioPeakValues> next(kPeaks, strip(4));
@@ -229,13 +267,13 @@ private slots:
     }
 
 private:
-    void setSources(const AudioSources& sources)
+    void setSources(const AudioSources& sources, int lingerMs = 0)
     {
         m_manager.reset(); // first: there is one instance
         auto backend = std::make_unique<FakeAudioBackend>();
         m_backend = backend.get();
         m_backend->list = sources;
-        m_manager = std::make_unique<AudioCapManager>(std::move(backend));
+        m_manager = std::make_unique<AudioCapManager>(std::move(backend), lingerMs);
     }
 
     /// What a source that is in use lets everybody hear.

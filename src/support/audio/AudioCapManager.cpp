@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QEvent>
+#include <QTimer>
 #include <algorithm>
 #include <atomic>
 #include <utility>
@@ -37,8 +38,8 @@ AudioCapManager* AudioCapManager::instance()
     return s_instance;
 }
 
-AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject* parent)
-    : QObject(parent)
+AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, int lingerMs)
+    : m_lingerMs(lingerMs)
     , m_analysis(std::make_unique<AnalysisThread>())
     , m_backend(backend ? std::move(backend) : std::make_unique<NullAudioBackend>())
 {
@@ -103,11 +104,22 @@ void AudioCapManager::releaseCapturer(const QString& id)
 {
     const std::lock_guard lock(m_mutex);
     const auto it = m_shared.find(id);
-    if (it == m_shared.end()) {
+    if (it == m_shared.end() || it->users == 0) {
         qWarning() << "[AudioCapManager]: Nobody holds the capturer" << id;
         return;
     }
     if (--it->users > 0)
+        return;
+    it->release = ++m_releases;
+    const auto end = [this, id, release = it->release] { endUnused(id, release); };
+    QMetaObject::invokeMethod(this, [this, end] { QTimer::singleShot(m_lingerMs, this, end); });
+}
+
+void AudioCapManager::endUnused(const QString& id, quint64 release)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto it = m_shared.find(id);
+    if (it == m_shared.end() || it->users > 0 || it->release != release) // it has been taken up since
         return;
     m_backend->detach(it->capturer);
     m_analysis->remove(it->capturer);

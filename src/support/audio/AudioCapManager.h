@@ -24,8 +24,9 @@ class AnalysisThread;
 class AudioBackend;
 
 /// The system's sound sources. Lives on the main thread, where it emits; the operations may be called from
-/// any thread. Nothing is captured while nobody holds a capturer. While a source is gone its capturer is
-/// silent; it goes on by itself when the source comes back.
+/// any thread. Nothing is captured while nobody holds a capturer, but for a moment after the last has
+/// released it, so that from one effect to the next the recording goes on. While a source is gone its
+/// capturer is silent; it goes on by itself when the source comes back.
 class AudioCapManager : public QObject
 {
     Q_OBJECT
@@ -35,8 +36,11 @@ public:
     /// may take up to a second where the sound server does not answer.
     static AudioCapManager* instance();
 
+    static constexpr int kLingerMs = 2000;
+
     /// With another back end than the system's. Where there is no instance yet, this one is it.
-    explicit AudioCapManager(std::unique_ptr<AudioBackend> backend, QObject* parent = nullptr);
+    /// `lingerMs`: for so long a source is captured after its last user.
+    explicit AudioCapManager(std::unique_ptr<AudioBackend> backend, int lingerMs = kLingerMs);
     ~AudioCapManager() override;
 
     /// The default first.
@@ -65,11 +69,17 @@ private:
     {
         QSharedPointer<AudioCapturer> capturer;
         int users = 0;
+        quint64 release = 0; ///< the number of the last one
     };
+
+    void endUnused(const QString& id, quint64 release);
+
+    const int m_lingerMs;
 
     std::unique_ptr<AnalysisThread> m_analysis;
     std::unique_ptr<AudioBackend> m_backend;
     mutable std::mutex m_mutex; // guards what follows
     AudioSources m_sources;
     QHash<QString, Shared> m_shared;
+    quint64 m_releases = 0;
 };
