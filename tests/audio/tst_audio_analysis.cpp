@@ -1,6 +1,7 @@
 // From samples to spectra and peaks, without any sound system.
 #include "support/audio/AudioAnalyser.h"
 #include "support/audio/AudioCapturer.h"
+#include "support/audio/RetryPause.h"
 #include "support/audio/SampleRing.h"
 
 #include <QLocale>
@@ -270,6 +271,25 @@ private slots:
         spectra.clear();
         run();
         QVERIFY(!spectra.isEmpty());
+    }
+
+    void whatFailsForLongIsTriedSeldom()
+    {
+        RetryPause pause;
+        qint64 now = 5000;
+        const auto triesIn = [&](qint64 ms) {
+            int tries = 0;
+            for (const qint64 end = now + ms; now < end; ++tries)
+                now += pause.next(now);
+            return tries;
+        };
+        QCOMPARE(triesIn(3000), 10); // a server that restarts is found at once
+        QCOMPARE(triesIn(240000), 100);
+        pause.reset(); // the sources are others
+        QCOMPARE(pause.next(now), 300);
+        triesIn(60000);
+        now += 3600000; // it has worked since
+        QCOMPARE(pause.next(now), 300);
     }
 
     void takesSamplesWithoutAllocating()

@@ -4,6 +4,7 @@
 #include "support/audio/PulseRecorder_linux.h"
 #include "support/crash/CrashStack.h"
 
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <algorithm>
 #include <pulse/context.h>
@@ -17,9 +18,6 @@
 
 namespace {
 constexpr int kFirstLookMs = 1000;
-constexpr int kRetryMs = 300;
-constexpr int kSoonRetries = 10; // enough for a restart
-constexpr int kLateRetryMs = 2400;
 
 constexpr auto kNewsMask = pa_subscription_mask_t(PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
 
@@ -115,7 +113,7 @@ void PulseBackend::detach(const QSharedPointer<AudioCapturer>& capturer)
 void PulseBackend::onFailed()
 {
     bool listChanged = false;
-    int waitMs = kRetryMs;
+    int waitMs = 0;
     {
         const Lock lock(*this);
         // A server that has left a question unanswered for half a minute may answer the next one never or
@@ -131,8 +129,7 @@ void PulseBackend::onFailed()
             listChanged = !m_sources.isEmpty();
             m_sources.clear();
         }
-        waitMs = m_failures < kSoonRetries ? kRetryMs : kLateRetryMs;
-        ++m_failures;
+        waitMs = m_pause.next(QDeadlineTimer::current().deadline());
     }
     if (listChanged)
         emit sourcesChanged();
@@ -218,7 +215,7 @@ void PulseBackend::finishListing()
     }
     const bool changed = m_listing.sources != m_sources;
     if (changed)
-        m_failures = 0;
+        m_pause.reset();
     m_sources = m_listing.sources;
     m_rates = m_listing.rates;
     for (const auto& recorder : m_recorders)

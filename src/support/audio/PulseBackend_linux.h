@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/audio/AudioBackend.h"
+#include "support/audio/RetryPause.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -73,7 +74,7 @@ private:
     pa_threaded_mainloop* const m_loop;
     // Under the lock.
     pa_context* m_context = nullptr;
-    int m_failures = 0; ///< since the sources last changed
+    RetryPause m_pause; ///< begins anew when the sources change
     bool m_wasConnected = false;
     bool m_saidAbsent = false;
     Listing m_listing;

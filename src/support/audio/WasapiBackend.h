@@ -35,9 +35,10 @@ private:
     // On the thread.
     void run();
     void work();
-    void publish(const Known& known);
-    /// One stream for each attached capturer.
-    void matchStreams(Streams& streams) const;
+    /// True when the list is another.
+    bool publish(const Known& known);
+    /// One stream for each attached capturer. True when one is new.
+    bool matchStreams(Streams& streams) const;
     /// Puts each stream on its capturer's endpoint. False when one could not be opened.
     static bool steer(const Streams& streams, const Known& known);
 

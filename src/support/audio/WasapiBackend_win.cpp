@@ -1,6 +1,7 @@
 #include "support/audio/WasapiBackend.h"
 
 #include "support/audio/AudioCapturer.h"
+#include "support/audio/RetryPause.h"
 #include "support/audio/WasapiStream.h"
 #include "support/crash/CrashStack.h"
 
@@ -11,8 +12,12 @@
 namespace {
 constexpr int kFirstLookMs = 1000;
 constexpr DWORD kPollMs = 10;
-constexpr DWORD kRetryMs = 300;
 constexpr DWORD kNoServiceMs = 2400;
+
+qint64 nowMs()
+{
+    return qint64(GetTickCount64());
+}
 
 bool isFor(const AudioCapturer& capturer, const AudioSource& source)
 {
@@ -82,8 +87,9 @@ void WasapiBackend::work()
     });
     Known known;
     Streams streams;
+    RetryPause pause;
     bool saidAbsent = false;
-    ULONGLONG retryMs = 0; // not before this time
+    qint64 retryMs = 0; // when to try again what could not be opened or has ended; 0 for no need
     while (!m_stop) {
         if (!endpoints.isOpen() && !endpoints.open()) {
             if (!std::exchange(saidAbsent, true))
@@ -92,20 +98,16 @@ void WasapiBackend::work()
             WaitForSingleObject(m_wakeEvent, kNoServiceMs);
             continue;
         }
-        // What cannot be opened may be gone.
-        const bool isRetry = retryMs > 0 && GetTickCount64() >= retryMs;
-        if (m_isOutdated.exchange(false) || isRetry) {
+        bool isDue = retryMs > 0 && nowMs() >= retryMs;
+        if (m_isOutdated.exchange(false) || isDue) { // what cannot be opened may be gone
             known = endpoints.list();
-            publish(known);
-            retryMs = 0;
+            if (publish(known)) {
+                pause.reset();
+                isDue = true;
+            }
         }
-        matchStreams(streams);
-        for (const auto& stream : streams) {
-            if (stream->isOpen() && !stream->takeSamples())
-                stream->close();
-        }
-        if (GetTickCount64() >= retryMs)
-            retryMs = steer(streams, known) ? 0 : GetTickCount64() + kRetryMs;
+        if (matchStreams(streams) || isDue) // whoever is new does not wait for the others
+            retryMs = steer(streams, known) ? 0 : nowMs() + pause.next(nowMs());
         if (known.isEmpty()) {
             // No devices, or no sound service: one that has been stopped does not call back when it is back.
             endpoints.close();
@@ -113,27 +115,40 @@ void WasapiBackend::work()
             WaitForSingleObject(m_wakeEvent, kNoServiceMs);
             continue;
         }
-        const bool isRecording =
-            std::any_of(streams.begin(), streams.end(), [](const auto& stream) { return stream->isOpen(); });
-        WaitForSingleObject(m_wakeEvent, isRecording ? kPollMs : retryMs > 0 ? kRetryMs : INFINITE);
+        bool isRecording = false;
+        for (const auto& stream : streams) {
+            if (stream->isOpen() && !stream->takeSamples()) {
+                stream->close();
+                if (retryMs == 0)
+                    retryMs = nowMs() + pause.next(nowMs());
+            }
+            isRecording = isRecording || stream->isOpen();
+        }
+        const DWORD untilRetryMs = retryMs > 0 ? DWORD(std::max<qint64>(retryMs - nowMs(), 0)) : INFINITE;
+        WaitForSingleObject(m_wakeEvent, isRecording ? kPollMs : untilRetryMs);
     }
 }
 
-void WasapiBackend::publish(const Known& known)
+bool WasapiBackend::publish(const Known& known)
 {
     AudioSources sources;
     for (const WasapiEndpoints::Endpoint& endpoint : known)
         sources += endpoint.source;
+    bool isChanged = false;
     {
         const std::lock_guard lock(m_mutex);
+        isChanged = sources != m_sources;
         m_sources = sources;
     }
     m_firstLook.release();
-    emit sourcesChanged();
+    if (isChanged)
+        emit sourcesChanged();
+    return isChanged;
 }
 
-void WasapiBackend::matchStreams(Streams& streams) const
+bool WasapiBackend::matchStreams(Streams& streams) const
 {
+    bool anyNew = false;
     const std::lock_guard lock(m_mutex);
     const auto isGone = [this](const std::unique_ptr<WasapiStream>& stream) {
         return std::none_of(m_capturers.begin(), m_capturers.end(),
@@ -146,7 +161,9 @@ void WasapiBackend::matchStreams(Streams& streams) const
         });
         if (!isKnown)
             streams.push_back(std::make_unique<WasapiStream>(capturer));
+        anyNew = anyNew || !isKnown;
     }
+    return anyNew;
 }
 
 bool WasapiBackend::steer(const Streams& streams, const Known& known)
