@@ -11,6 +11,8 @@ using namespace ScreenTestKit;
 
 namespace {
 
+const QString kSavedKey = "runtime.screenSync.sourceIndex." + kController;
+
 bool same(const cv::Mat& a, const cv::Mat& b)
 {
     return a.size() == b.size() && a.type() == b.type() && cv::norm(a, b, cv::NORM_INF) == 0.0;
@@ -138,16 +140,16 @@ private slots:
 
     void capturersComeAndGo()
     {
-        const QString savedKey = "runtime.screenSync.sourceIndex." + kController;
-        config()->setAppConfig(savedKey, "gone");
+        config()->setAppConfig(kSavedKey, "gone");
         FakeDeskDuplManager manager;
         FakeDeskDuplManager other;
         loaded<ProbeMode>(1, 0, &manager)->unload();
-        QCOMPARE(config()->appConfig(savedKey).toString(), QString("gone")); // may be back next time
+        QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("gone")); // may be back next time
         const auto worker = loaded<ProbeMode>(1, 0, &manager);
         worker->DIDeskDuplication(&other); // comes too late
         worker->update(0.1);               // nothing bound: the saved one is unknown
         emit manager.capturerReady("A");
+        QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("gone"));
         worker->setInputSourceIdx("A"); // again: stays bound, held once
         worker->setInputSourceIdx("gone");
         worker->setInputSourceIdx("");
@@ -161,20 +163,58 @@ private slots:
         manager.order.clear();
         emit manager.capturerFailed("B"); // no default left: the old one stays
         QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 1}}));
-        manager.order = {"A", "B"};
-        emit manager.capturerReady("A"); // both are back, and B had been in use
-        QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 1}}));
-        manager.order.clear();
-        emit manager.capturerFailed("B");
-        manager.order = {"A"};
-        emit manager.capturerReady("A"); // another comes in the place of the lost one
+        manager.order = {"B", "A"};
+        emit manager.capturerReady("B"); // both are back, and A is the one that was chosen
         QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 1}, {"B", 0}}));
+        manager.order.clear();
+        emit manager.capturerFailed("A");
+        manager.order = {"B"};
+        emit manager.capturerReady("B"); // another comes in the place of the lost one
+        QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 1}}));
 
         worker->unload();
-        emit manager.capturerReady("B"); // unloaded: nobody would give it back
+        emit manager.capturerReady("A"); // unloaded: nobody would give it back
         QCOMPARE(manager.held, (QHash<QString, int>{{"gone", 0}, {"A", 0}, {"B", 0}}));
-        QCOMPARE(config()->appConfig(savedKey).toString(), QString("A"));
+        QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("A"));
         QVERIFY(other.held.isEmpty());
+    }
+
+    void onlyWhatTheUserChoosesIsWantedBackAndStored()
+    {
+        FakeDeskDuplManager manager;
+        const auto lose = [&manager](const QString& id) {
+            manager.order.removeAll(id);
+            emit manager.capturerFailed(id);
+        };
+        const auto bring = [&manager](const QString& id) {
+            manager.order += id;
+            emit manager.capturerReady(id);
+        };
+        const auto source = [](AbsScreenSync& worker) {
+            return worker.effectProperty("inputSource").toString();
+        };
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        lose("A");
+        QCOMPARE(source(*worker), QString("B"));
+        bring("A"); // never chosen, but what the worker began with
+        QCOMPARE(source(*worker), QString("A"));
+        worker->unload();
+        QVERIFY(config()->appConfig(kSavedKey).isUndefined());
+
+        const auto next = loaded<ProbeMode>(1, 0, &manager);
+        next->setInputSourceIdx("A");
+        lose("A");
+        next->setInputSourceIdx("B"); // now the stand-in is chosen
+        bring("A");
+        QCOMPARE(source(*next), QString("B"));
+        lose("B");
+        QCOMPARE(source(*next), QString("A"));
+        QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("B"));
+        bring("B");
+        QCOMPARE(source(*next), QString("B"));
+        lose("B");
+        next->unload();
+        QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("B"));
     }
 
     void propertiesFollowTheProtocolAndSurvive()

@@ -34,11 +34,6 @@ double storedStrength(const QString& effectId, const QString& controllerId,
     return ok ? value : setting.fallback;
 }
 
-QString storedSourceIdx(const QString& controllerId)
-{
-    return config()->appConfig(ConfigKeys::sourceIndexKey(controllerId)).toString();
-}
-
 bool appFlag(const QString& key, bool fallback)
 {
     return config()->appConfig(key).toBool(fallback);
@@ -97,14 +92,12 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     start();
 
     const QList<QString> capturers = m_deskDuplManager->allCapturer();
-    QString sourceIdx = storedSourceIdx(controllerId());
+    m_wantedIdx = config()->appConfig(ConfigKeys::sourceIndexKey(controllerId())).toString();
     if (capturers.isEmpty()) {
         qWarning() << "[AbsScreenSync]: Cannot connect to any capture";
         return 0;
     }
-    if (sourceIdx.isEmpty())
-        sourceIdx = capturers.first();
-    setInputSourceIdx(sourceIdx);
+    bindCapturer(m_wantedIdx.isEmpty() ? capturers.first() : m_wantedIdx);
     // Grabbing begins with the first pull: without this one the first tick would find nothing yet.
     if (m_capturer)
         m_capturer->grabFrame();
@@ -117,9 +110,6 @@ void AbsScreenSync::unload()
     config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
                                m_saturationStrength);
     config()->saveEffectJsonObj(effectId());
-    // Without any capturer so far the one of the last time is still the one to look for.
-    if (!m_sourceIdx.isEmpty())
-        config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), m_sourceIdx);
     config()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), m_autoWipeDarkSide);
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     if (m_deskDuplManager)
@@ -144,19 +134,27 @@ void AbsScreenSync::DIDeskDuplication(IDeskDuplManager* mgr)
 
 void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
 {
+    if (!bindCapturer(sourceIdx))
+        return;
+    m_wantedIdx = sourceIdx;
+    config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), sourceIdx);
+}
+
+bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
+{
     if (!m_deskDuplManager) {
         qCritical() << "[AbsScreenSync]: DeskDupManager is nullptr";
-        return;
+        return false;
     }
     if (sourceIdx.isEmpty()) {
         qCritical().noquote() << "[AbsScreenSync]: Invalied sourceIdx:" << sourceIdx;
-        return;
+        return false;
     }
     // Acquired before the old one is released, so that a change to the same capturer does not stop it.
     const QSharedPointer<IDeskCapture> acquired = m_deskDuplManager->acquireCapturer(sourceIdx);
     if (!acquired) {
         qCritical().noquote() << "[AbsScreenSync]: Failed to acquire capture :" << sourceIdx;
-        return;
+        return false;
     }
     if (m_capturer) {
         qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is disconnected from the" << m_sourceIdx
@@ -165,12 +163,15 @@ void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
     }
     m_capturer = acquired;
     m_sourceIdx = sourceIdx;
+    // Who never chose wants back what he began with.
+    if (m_wantedIdx.isEmpty())
+        m_wantedIdx = sourceIdx;
     m_capturerLost = false;
     adaptOutputSize(sourceIdx);
     qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
                       << "capturer"
                       << "\r\n outputSize:" << m_capturer->outputSize();
-    config()->setAppConfig(ConfigKeys::sourceIndexKey(controllerId()), sourceIdx);
+    return true;
 }
 
 void AbsScreenSync::releaseCapturer()
@@ -198,12 +199,12 @@ void AbsScreenSync::adaptOutputSize(const QString& sourceIdx)
 void AbsScreenSync::onCapturerReady(const QString& id)
 {
     qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is available.";
-    // When the display comes back several are announced, one by one: the one of the last time goes first.
-    const QString last = storedSourceIdx(controllerId());
-    if (needsCapturer() && m_deskDuplManager->allCapturer().contains(last))
-        setInputSourceIdx(last);
+    // When the display comes back several are announced, one by one: the wanted one goes first.
+    const bool wantedIsThere = id == m_wantedIdx || m_deskDuplManager->allCapturer().contains(m_wantedIdx);
+    if (wantedIsThere && (needsCapturer() || m_sourceIdx != m_wantedIdx))
+        bindCapturer(m_wantedIdx);
     if (needsCapturer())
-        setInputSourceIdx(id);
+        bindCapturer(id);
 }
 
 void AbsScreenSync::onCapturerFailed(const QString& id)
@@ -212,7 +213,7 @@ void AbsScreenSync::onCapturerFailed(const QString& id)
     if (id != m_sourceIdx)
         return;
     m_capturerLost = true;
-    setInputSourceIdx(m_deskDuplManager->defaultCapturer());
+    bindCapturer(m_deskDuplManager->defaultCapturer());
 }
 
 bool AbsScreenSync::needsCapturer() const

@@ -34,7 +34,7 @@ public:
 public slots:
     /// The whole way from a frame to `updateColors`.
     void frameInput(cv::Mat frame);
-    /// Changes to another capturer; when it cannot be had, the old one stays.
+    /// The user's choice of another capturer, stored at once; when it cannot be had, the old one stays.
     void setInputSourceIdx(QString sourceIdx);
     void onCtlDirChanged(uint32_t dir) override;
     /// 0.0 to 1.0, stored at once.
@@ -67,6 +67,7 @@ private slots:
 private:
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
+    bool bindCapturer(const QString& sourceIdx);
     bool needsCapturer() const;
     void releaseCapturer();
     void adaptOutputSize(const QString& sourceIdx);
@@ -78,7 +79,8 @@ private:
 
     IDeskDuplManager* m_deskDuplManager = nullptr;
 
-    QString m_sourceIdx;
+    QString m_wantedIdx; ///< what the user chose, be it gone at present
+    QString m_sourceIdx; ///< what is bound: the wanted one or a stand-in, which is never stored
     QSharedPointer<IDeskCapture> m_capturer;
     bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
