@@ -241,6 +241,7 @@ private slots:
         QCOMPARE(next.load(controller), 0); // without a manager
         QCOMPARE(next.effectProperty("blur"), expected["blur"]);
         QCOMPARE(next.effectProperty("wipeDarkSide"), QJsonValue(false)); // not permitted
+        next.unload();                                                    // and yet wished for
         config()->setAppConfig("screenSyncAutoWipeDarkSide", true);
         config()->setEffectVariant(kEffect, kController, "saturationStrength", "much");
         next.load(controller);

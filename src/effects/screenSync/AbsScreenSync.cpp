@@ -110,7 +110,8 @@ void AbsScreenSync::unload()
     config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
                                m_saturationStrength);
     config()->saveEffectJsonObj(effectId());
-    config()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), m_autoWipeDarkSide);
+    // The screen and the dark-side switch were stored when they were chosen. What is in use may be less: a
+    // stand-in, or no removal for want of permission.
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     if (m_deskDuplManager)
         m_deskDuplManager->disconnect(this);
