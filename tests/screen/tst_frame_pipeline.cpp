@@ -131,11 +131,18 @@ private slots:
         QCOMPARE(spy.count(), 0); // nothing captured yet
         capture->frame = positionFrame();
         QTRY_VERIFY(spy.count() > 2);
-        for (const QSize source : {QSize(1280, 1024), QSize()}) { // without a size nothing changes
+
+        // Another resolution, a size that is unknown for a while, and a turned screen.
+        const LogCapture log;
+        for (const auto& [source, output] : {std::pair(QSize(1280, 1024), QSize(120, 96)),
+                                             {QSize(), QSize(120, 96)},
+                                             {QSize(1080, 1920), QSize(120, 213)}}) {
             capture->source = source;
-            worker->setInputSourceIdx("A");
-            QCOMPARE(capture->output, QSize(120, 96));
+            for (int i = 0; i < 3; ++i)
+                worker->update(0.1);
+            QCOMPARE(capture->output, output);
         }
+        QCOMPARE(log.count("has no size yet"), 1);
     }
 
     void capturersComeAndGo()

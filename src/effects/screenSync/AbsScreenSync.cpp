@@ -168,7 +168,7 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
     if (m_wantedIdx.isEmpty())
         m_wantedIdx = sourceIdx;
     m_capturerLost = false;
-    adaptOutputSize(sourceIdx);
+    adaptOutputSize();
     qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
                       << "capturer"
                       << "\r\n outputSize:" << m_capturer->outputSize();
@@ -183,17 +183,17 @@ void AbsScreenSync::releaseCapturer()
     m_deskDuplManager->releaseCapturer(m_sourceIdx);
 }
 
-void AbsScreenSync::adaptOutputSize(const QString& sourceIdx)
+void AbsScreenSync::adaptOutputSize()
 {
-    const QSize output = m_capturer->outputSize();
-    const QSize source = m_capturer->sourceSize();
-    if (source.isEmpty()) {
-        qWarning().noquote() << "[AbsScreenSync]: Capturer" << sourceIdx << "has no size yet:" << source;
+    m_sourceSize = m_capturer->sourceSize();
+    if (m_sourceSize.isEmpty()) {
+        qWarning().noquote() << "[AbsScreenSync]: Capturer" << m_sourceIdx
+                             << "has no size yet:" << m_sourceSize;
         return;
     }
-    const double aspect = static_cast<double>(source.width()) / source.height();
+    const double aspect = static_cast<double>(m_sourceSize.width()) / m_sourceSize.height();
     const int height = std::max(1, static_cast<int>(kFrameWidthPx / aspect));
-    if (output != QSize(kFrameWidthPx, height))
+    if (m_capturer->outputSize() != QSize(kFrameWidthPx, height))
         m_capturer->setOutputSize(kFrameWidthPx, height);
 }
 
@@ -226,6 +226,9 @@ void AbsScreenSync::update(double)
 {
     if (!m_capturer)
         return;
+    // The screen may be turned or get another resolution, or its size be known only later.
+    if (m_capturer->sourceSize() != m_sourceSize)
+        adaptOutputSize();
     const cv::Mat frame = m_capturer->grabFrame();
     if (!frame.empty())
         frameInput(frame);

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QSet>
 #include <QSharedPointer>
+#include <QSize>
 #include <QString>
 #include <QVector>
 #include <opencv2/core/mat.hpp>
@@ -70,7 +71,7 @@ private:
     bool bindCapturer(const QString& sourceIdx);
     bool needsCapturer() const;
     void releaseCapturer();
-    void adaptOutputSize(const QString& sourceIdx);
+    void adaptOutputSize();
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
@@ -82,6 +83,7 @@ private:
     QString m_wantedIdx; ///< what the user chose, be it gone at present
     QString m_sourceIdx; ///< what is bound: the wanted one or a stand-in, which is never stored
     QSharedPointer<IDeskCapture> m_capturer;
+    QSize m_sourceSize; ///< pixels of the bound source, as the output size was made for
     bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
     double m_blurStrength = 0.5;
