@@ -7,6 +7,7 @@
 #include "support/capture/X11Grabber.h"
 
 #include <QSignalSpy>
+#include <QTranslator>
 #include <QtTest>
 
 namespace {
@@ -45,6 +46,16 @@ void pull(IDeskCapture& capture, int times)
         QTest::qWait(20);
     }
 }
+
+class Shouter : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char*, const char*, int) const override
+    {
+        return qstrcmp(context, "DeskDuplManager") == 0 ? "SCREEN %1 %2 %3" : QString();
+    }
+};
 
 /// An X server with a capture of its only screen.
 struct CapturedScreen
@@ -195,6 +206,25 @@ private slots:
         QVERIFY(display.setMonitor("RIGHT", QRect(600, 100, 400, 300)));
         QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*right), kOrange, kPatienceMs);
         QCOMPARE(right->sourceSize(), QSize(400, 300));
+    }
+
+    void theTextsFollowTheScreenAndTheLanguage()
+    {
+        const CapturedScreen screen(kOrange);
+        DeskDuplManager& manager = *screen.manager;
+        QVERIFY(screen.display.setMonitor("WALL", QRect(0, 0, 320, 480)));
+        QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturer().contains("WALL"), kPatienceMs);
+        QString heard;
+        connect(&manager, &DeskDuplManager::capturersChanged, &manager,
+                [&] { heard = manager.capturerDesc("WALL"); });
+        QVERIFY(screen.display.removeMonitor("WALL"));
+        QVERIFY(screen.display.setMonitor("WALL", QRect(0, 0, 480, 320)));
+        QTRY_VERIFY_WITH_TIMEOUT(heard.contains(QString::fromUtf8("480 × 320")), kPatienceMs);
+        Shouter translator;
+        QCoreApplication::installTranslator(&translator);
+        QVERIFY(heard.startsWith("SCREEN "));
+        QCoreApplication::removeTranslator(&translator);
+        QVERIFY(heard.startsWith("WALL"));
     }
 
     void survivesTheServer()

@@ -224,6 +224,31 @@ private slots:
         QCOMPARE(config()->appConfig(kSavedKey).toString(), QString("B"));
     }
 
+    void anOpenFormHearsOfEveryChangeOfTheSources()
+    {
+        FakeDeskDuplManager manager;
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        QSignalSpy told(worker.get(), &AbsScreenSync::effectPropertyChanged);
+        const auto tells = [&told](const QString& source, int captures) {
+            return told.size() == 2 && told.first().at(0) == "captures" &&
+                   told.first().at(1).toJsonValue().toArray().size() == captures &&
+                   told.last() == QVariantList{"inputSource", QJsonValue(source)};
+        };
+        manager.order = {"B"};
+        emit manager.capturerFailed("A");
+        QVERIFY(tells("B", 1));
+        told.clear();
+        manager.order = {"B", "A"};
+        emit manager.capturerReady("A");
+        QVERIFY(tells("A", 2));
+        told.clear();
+        emit manager.capturersChanged();
+        QVERIFY(tells("A", 2));
+        worker->unload();
+        emit manager.capturersChanged();
+        QCOMPARE(told.size(), 2);
+    }
+
     void propertiesFollowTheProtocolAndSurvive()
     {
         FakeDeskDuplManager manager;

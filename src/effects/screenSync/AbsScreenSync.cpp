@@ -131,6 +131,7 @@ void AbsScreenSync::DIDeskDuplication(IDeskDuplManager* mgr)
     m_deskDuplManager = mgr;
     connect(mgr, &IDeskDuplManager::capturerReady, this, &AbsScreenSync::onCapturerReady);
     connect(mgr, &IDeskDuplManager::capturerFailed, this, &AbsScreenSync::onCapturerFailed);
+    connect(mgr, &IDeskDuplManager::capturersChanged, this, &AbsScreenSync::announceSources);
 }
 
 void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
@@ -206,15 +207,17 @@ void AbsScreenSync::onCapturerReady(const QString& id)
         bindCapturer(m_wantedIdx);
     if (needsCapturer())
         bindCapturer(id);
+    announceSources();
 }
 
 void AbsScreenSync::onCapturerFailed(const QString& id)
 {
     qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is lost.";
-    if (id != m_sourceIdx)
-        return;
-    m_capturerLost = true;
-    bindCapturer(m_deskDuplManager->defaultCapturer());
+    if (id == m_sourceIdx) {
+        m_capturerLost = true;
+        bindCapturer(m_deskDuplManager->defaultCapturer());
+    }
+    announceSources();
 }
 
 bool AbsScreenSync::needsCapturer() const

@@ -68,6 +68,7 @@ private slots:
 private:
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
+    void announceSources();
     bool bindCapturer(const QString& sourceIdx);
     bool needsCapturer() const;
     void releaseCapturer();
@@ -83,7 +84,7 @@ private:
     QString m_wantedIdx; ///< what the user chose, be it gone at present
     QString m_sourceIdx; ///< what is bound: the wanted one or a stand-in, which is never stored
     QSharedPointer<IDeskCapture> m_capturer;
-    QSize m_sourceSize; ///< pixels of the bound source, as the output size was made for
+    QSize m_sourceSize;          ///< pixels of the bound source, as the output size was made for
     bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
     double m_blurStrength = 0.5;

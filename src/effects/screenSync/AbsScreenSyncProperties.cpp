@@ -81,3 +81,10 @@ QJsonValue AbsScreenSync::captureList() const
         list.append(QJsonObject{{"index", id}, {"desc", m_deskDuplManager->capturerDesc(id)}});
     return list;
 }
+
+/// What is open on the page must show what there is to choose from now, and what is in use.
+void AbsScreenSync::announceSources()
+{
+    emit effectPropertyChanged(QStringLiteral("captures"), captureList());
+    emit effectPropertyChanged(QStringLiteral("inputSource"), m_sourceIdx);
+}

@@ -5,7 +5,9 @@
 #include "support/capture/DeskCaptureOption.h"
 #include "support/capture/NullCaptureBackend.h"
 
+#include <QCoreApplication>
 #include <QDebug>
+#include <QEvent>
 
 namespace {
 QStringList namesOf(const QList<CaptureMode>& modes)
@@ -38,6 +40,8 @@ DeskDuplManager::DeskDuplManager(const QList<CaptureMode>& modes, QObject* paren
     createBackend(m_option->curMode());
     m_sources = m_backend->sources();
     connect(m_option, &DeskCaptureOption::curModeChanged, this, &DeskDuplManager::onCurModeChanged);
+    if (qApp)
+        qApp->installEventFilter(this);
 }
 
 DeskDuplManager::~DeskDuplManager() = default;
@@ -96,16 +100,26 @@ QString DeskDuplManager::capturerDesc(QString id)
     return text.arg(source.name).arg(source.geometry.width()).arg(source.geometry.height());
 }
 
+bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
+{
+    // The application itself hears of a new language first, when the texts are there already.
+    if (watched == qApp && event->type() == QEvent::LanguageChange)
+        emit capturersChanged();
+    return IDeskDuplManager::eventFilter(watched, event);
+}
+
 void DeskDuplManager::onSourcesChanged()
 {
+    const CaptureSources found = m_backend->sources();
     QStringList before;
-    QStringList after;
+    bool changed = false;
     {
         const std::lock_guard lock(m_mutex);
         before = idsOf(m_sources);
-        m_sources = m_backend->sources();
-        after = idsOf(m_sources);
+        changed = m_sources != found;
+        m_sources = found;
     }
+    const QStringList after = idsOf(found);
     // The list is new before anybody hears of it: who lost a source asks for the default at once.
     for (const QString& id : before) {
         if (!after.contains(id))
@@ -115,6 +129,8 @@ void DeskDuplManager::onSourcesChanged()
         if (!before.contains(id))
             emit capturerReady(id);
     }
+    if (changed)
+        emit capturersChanged();
 }
 
 void DeskDuplManager::onCurModeChanged(int mode)

@@ -47,6 +47,8 @@ public:
     void releaseCapturer(QString id) override;
     QString capturerDesc(QString id) override;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
     DeskCaptureOption* option() const { return m_option; }
 
 private slots:

@@ -26,5 +26,7 @@ public:
 signals:
     void capturerReady(QString id);
     void capturerFailed(QString id);
+    /// The list, its order or a text in it is another now; comes after the signals above.
+    void capturersChanged();
 };
 Q_DECLARE_METATYPE(IDeskDuplManager*)
