@@ -249,6 +249,67 @@ private slots:
         QCOMPARE(told.size(), 2);
     }
 
+    void withoutASourceTheStripGoesDarkAndThePageIsTold()
+    {
+        config()->setAppConfig(kSavedKey, "gone");
+        FakeDeskDuplManager manager;
+        const auto capture = manager.captures["A"];
+        const auto worker = loaded<ProbeMode>(2, 0, &manager);
+        QSignalSpy colors(worker.get(), &AbsScreenSync::updateColors);
+        QSignalSpy told(worker.get(), &AbsScreenSync::effectPropertyChanged);
+        QSet<QString> notices;
+        const QVector<LV_RGB> black(2, {0, 0, 0});
+        const auto turnsDark = [&] {
+            notices += worker->effectProperty("notice").toString();
+            return colors.size() == 1 && colors.first().at(0).value<QVector<LV_RGB>>() == black &&
+                   told.contains({"notice", worker->effectProperty("notice")});
+        };
+        QCOMPARE(worker->effectProperty("notice"), QJsonValue(""));
+        QTRY_VERIFY(turnsDark()); // the chosen screen is not there
+        manager.order.clear();
+        capture->frame = positionFrame();
+        emit manager.capturerReady("A");
+        QTRY_COMPARE(colors.last().at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(2, {0, 0, 7}));
+        QCOMPARE(told.last(), (QVariantList{"notice", QJsonValue("")}));
+        QCOMPARE(worker->effectProperty("notice"), QJsonValue(""));
+
+        capture->frame.release();
+        colors.clear();
+        emit manager.capturerFailed("A"); // and there is no other
+        QTRY_VERIFY(turnsDark());
+        QCOMPARE(notices, (QSet<QString>{"", "所选的屏幕没有连接。", "没有可以跟随的屏幕画面。"}));
+
+        worker->setEffectProperty("notice", "mine");
+        QVERIFY(!worker->effectProperty("").toObject().contains("notice"));
+
+        const auto brief = loaded<ProbeMode>(2, 0, &manager);
+        QSignalSpy late(brief.get(), &AbsScreenSync::updateColors);
+        brief->unload(); // the strip belongs to the next effect
+        QTest::qWait(400);
+        QVERIFY(late.isEmpty());
+    }
+
+    void aSourceThatIsThereNeverMakesTheStripBlink()
+    {
+        FakeDeskDuplManager manager;
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        QSignalSpy colors(worker.get(), &AbsScreenSync::updateColors);
+        worker->update(0.1); // nothing grabbed yet
+        for (const auto& capture : qAsConst(manager.captures))
+            capture->frame = positionFrame();
+        QTRY_VERIFY(colors.size() > 3);
+        manager.order = {"B"};
+        emit manager.capturerFailed("A");
+        manager.captures["B"]->frame.release();
+        worker->update(0.1);
+        manager.captures["B"]->frame = positionFrame();
+        for (const int before = colors.size(); colors.size() < before + 80;)
+            QVERIFY(colors.wait());
+        for (const QVariantList& each : qAsConst(colors))
+            QCOMPARE(each.at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(1, {0, 0, 7}));
+        QCOMPARE(worker->effectProperty("notice"), QJsonValue(""));
+    }
+
     void propertiesFollowTheProtocolAndSurvive()
     {
         FakeDeskDuplManager manager;

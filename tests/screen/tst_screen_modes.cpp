@@ -76,6 +76,29 @@ private slots:
         QVERIFY(colorsOf(*loaded<LeftHalfScreen>(0), positionFrame()).isEmpty());
     }
 
+    void whatShowsNoPictureIsDarkAndSaysWhy()
+    {
+        const QJsonValue well("");
+        const auto top = loaded<TopHalfScreen>(10);
+        const auto full = loaded<FullScreenMode>(10);
+        colorsOf(*top, positionFrame());
+        colorsOf(*full, positionFrame());
+        QSignalSpy ofTop(top.get(), &AbsScreenSync::updateColors);
+        QSignalSpy ofFull(full.get(), &AbsScreenSync::updateColors);
+        full->setScreenSize(QSize(0, 67));
+        top->frameInput(positionFrame(120, 4));
+        full->frameInput(positionFrame());
+        QTRY_VERIFY(ofTop.size() == 1 && ofFull.size() == 1);
+        const QVector<LV_RGB> black(10, {0, 0, 0});
+        QCOMPARE(ofTop.first().at(0).value<QVector<LV_RGB>>(), black);
+        QCOMPARE(ofFull.first().at(0).value<QVector<LV_RGB>>(), black);
+        QVERIFY(top->effectProperty("notice") != well && full->effectProperty("notice") != well);
+        full->setScreenSize(QSize(120, 67));
+        colorsOf(*top, positionFrame());
+        colorsOf(*full, positionFrame());
+        QVERIFY(top->effectProperty("notice") == well && full->effectProperty("notice") == well);
+    }
+
     void aLayoutIsReadKeyByKey()
     {
         LedMap map = LedMap::defaultGrid(5);

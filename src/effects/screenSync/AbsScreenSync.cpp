@@ -1,5 +1,6 @@
 #include "effects/screenSync/AbsScreenSync.h"
 
+#include "effects/EffectNotice.h"
 #include "effects/screenSync/FrameFilters.h"
 #include "effects/screenSync/ScreenshotTask.h"
 #include "support/capture/IDeskDuplManager.h"
@@ -20,6 +21,12 @@ namespace {
 constexpr int kFrameWidthPx = 120;
 constexpr qint64 kScreenshotIntervalMs = 5000;
 constexpr int kFramesPerLogLine = 90;
+/// A change of the source is over sooner, so that it does not make the strip blink.
+constexpr int kDarkAfterMs = 300;
+
+constexpr const char* kNoPicture = QT_TRANSLATE_NOOP("EffectNotice", "没有可以跟随的屏幕画面。");
+constexpr const char* kChosenGone = QT_TRANSLATE_NOOP("EffectNotice", "所选的屏幕没有连接。");
+constexpr const char* kUnusable = QT_TRANSLATE_NOOP("EffectNotice", "屏幕画面或布局的大小不适合此效果。");
 
 ConfigurationManager* config()
 {
@@ -58,6 +65,9 @@ AbsScreenSync::AbsScreenSync(const EffectWorkerOptions& options, QObject* parent
         m_screenshotTimer.start();
     }
     m_frameTimer.start();
+    m_darkTimer.setSingleShot(true);
+    m_darkTimer.setInterval(kDarkAfterMs);
+    connect(&m_darkTimer, &QTimer::timeout, this, &AbsScreenSync::goDark);
     onAppConfigChanged(ConfigKeys::kScreenSyncAdvancedMode.key);
 }
 
@@ -87,6 +97,7 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
 
     if (!m_deskDuplManager) {
         qCritical() << "[AbsScreenSync]: DeskDuplManager is not injected";
+        setTrouble(kNoPicture);
         return 0;
     }
     start();
@@ -95,9 +106,11 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     m_wantedIdx = config()->appConfig(ConfigKeys::sourceIndexKey(controllerId())).toString();
     if (capturers.isEmpty()) {
         qWarning() << "[AbsScreenSync]: Cannot connect to any capture";
+        setTrouble(kNoPicture);
         return 0;
     }
-    bindCapturer(m_wantedIdx.isEmpty() ? capturers.first() : m_wantedIdx);
+    if (!bindCapturer(m_wantedIdx.isEmpty() ? capturers.first() : m_wantedIdx))
+        setTrouble(lackOfSource());
     // Grabbing begins with the first pull: without this one the first tick would find nothing yet.
     if (m_capturer)
         m_capturer->grabFrame();
@@ -115,6 +128,7 @@ void AbsScreenSync::unload()
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     if (m_deskDuplManager)
         m_deskDuplManager->disconnect(this);
+    m_darkTimer.stop();
     releaseCapturer();
 }
 
@@ -169,6 +183,8 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
     if (m_wantedIdx.isEmpty())
         m_wantedIdx = sourceIdx;
     m_capturerLost = false;
+    if (!m_dark)
+        setTrouble(nullptr);
     adaptOutputSize();
     qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
                       << "capturer"
@@ -215,7 +231,8 @@ void AbsScreenSync::onCapturerFailed(const QString& id)
     qInfo().noquote() << "[AbsScreenSync]: Capturer" << id << "is lost.";
     if (id == m_sourceIdx) {
         m_capturerLost = true;
-        bindCapturer(m_deskDuplManager->defaultCapturer());
+        if (!bindCapturer(m_deskDuplManager->defaultCapturer()))
+            setTrouble(lackOfSource());
     }
     announceSources();
 }
@@ -233,8 +250,44 @@ void AbsScreenSync::update(double)
     if (m_capturer->sourceSize() != m_sourceSize)
         adaptOutputSize();
     const cv::Mat frame = m_capturer->grabFrame();
-    if (!frame.empty())
+    if (frame.empty())
+        setTrouble(lackOfSource());
+    else
         frameInput(frame);
+}
+
+const char* AbsScreenSync::lackOfSource() const
+{
+    // One that is gone while others are there.
+    const bool others = !m_capturer && !m_deskDuplManager->allCapturer().isEmpty();
+    return others ? kChosenGone : kNoPicture;
+}
+
+void AbsScreenSync::setTrouble(const char* trouble)
+{
+    if (trouble == m_trouble)
+        return;
+    m_trouble = trouble;
+    if (m_dark) {
+        m_dark = trouble != nullptr;
+        emit effectPropertyChanged(EffectNotice::kKey, notice());
+    } else if (!trouble) {
+        m_darkTimer.stop();
+    } else if (!m_darkTimer.isActive()) {
+        m_darkTimer.start();
+    }
+}
+
+void AbsScreenSync::goDark()
+{
+    m_dark = true;
+    emit updateColors(QVector<LV_RGB>(m_colors.size(), LV_RGB{}));
+    emit effectPropertyChanged(EffectNotice::kKey, notice());
+}
+
+QString AbsScreenSync::notice() const
+{
+    return m_dark ? QString::fromUtf8(m_trouble) : QString();
 }
 
 void AbsScreenSync::frameInput(cv::Mat frame)
@@ -247,12 +300,15 @@ void AbsScreenSync::frameInput(cv::Mat frame)
     } catch (const cv::Exception& e) {
         reportOnce(QStringLiteral("%1:%2").arg(QString::fromStdString(e.func)).arg(e.line),
                    QStringLiteral("[AbsScreenSync]: The frame is skipped: ") + QLatin1String(e.what()));
+        setTrouble(kUnusable);
         return;
     } catch (const std::exception& e) {
         reportOnce(QLatin1String(e.what()),
                    QStringLiteral("[AbsScreenSync]: The frame is skipped: ") + QLatin1String(e.what()));
+        setTrouble(kUnusable);
         return;
     }
+    setTrouble(nullptr);
     emit updateColors(result);
     countFrame();
 }

@@ -7,6 +7,7 @@
 #include <QSharedPointer>
 #include <QSize>
 #include <QString>
+#include <QTimer>
 #include <QVector>
 #include <opencv2/core/mat.hpp>
 
@@ -16,6 +17,7 @@ class IDeskDuplManager;
 /// Base of the effects that follow the screen: binds one capturer, pulls a frame on every tick, conditions
 /// it, lets the mode turn it into one colour per LED and emits the colours. Lives on one thread; no failure
 /// reaches the caller. A frame that OpenCV refuses is skipped with one log line for each kind of failure.
+/// After 0.3 s without a picture that it can use the strip goes dark, and the property "notice" says why.
 class AbsScreenSync : public AbsAnimatedEffect
 {
     Q_OBJECT
@@ -73,6 +75,11 @@ private:
     bool needsCapturer() const;
     void releaseCapturer();
     void adaptOutputSize();
+    /// A text of EffectNotice::kContext; null: all is well again.
+    void setTrouble(const char* trouble);
+    void goDark();
+    QString notice() const;
+    const char* lackOfSource() const;
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
@@ -95,5 +102,8 @@ private:
     int m_frameCount = 0;
     bool m_autoWipeDarkSide = false;
     bool m_advancedMode = false;
-    QSet<QString> m_reported; ///< kinds of failure already in the log
+    QSet<QString> m_reported;        ///< kinds of failure already in the log
+    const char* m_trouble = nullptr; ///< why there is no picture now
+    bool m_dark = false;             ///< it has lasted so long that strip and page show it
+    QTimer m_darkTimer{this};        ///< a child, so that it follows to the worker's thread
 };

@@ -1,4 +1,5 @@
 // The property protocol of AbsScreenSync.
+#include "effects/EffectNotice.h"
 #include "effects/screenSync/AbsScreenSync.h"
 #include "support/capture/IDeskDuplManager.h"
 #include "support/config/ConfigKeys.h"
@@ -27,6 +28,8 @@ QJsonValue AbsScreenSync::effectProperty(const QString& key)
         return m_advancedMode;
     case hashPropertyKey("captures"):
         return captureList();
+    case hashPropertyKey(EffectNotice::kKey):
+        return notice();
     case hashPropertyKey(""): {
         QJsonObject all;
         for (const char* name : {"blur", "saturation", "inputSource", "wipeDarkSide", "enbWipeDarkSizeFunc",

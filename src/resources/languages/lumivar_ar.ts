@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>لا يوجد مصدر صوت متاح، لذا يبقى شريط LED مطفأً. وصّل مكبّر صوت أو اختر مصدر صوت آخر.</translation>
     </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>لا توجد صورة شاشة يمكن تتبعها.</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>الشاشة المختارة غير متصلة.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>حجم الشاشة أو التخطيط لا يناسب هذا التأثير.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

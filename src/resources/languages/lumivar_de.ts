@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>Keine Tonquelle verfügbar, der Streifen bleibt dunkel. Schließen Sie einen Lautsprecher an oder wählen Sie eine andere Tonquelle.</translation>
     </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>Der gewählte Bildschirm ist nicht angeschlossen.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>Die Größe des Bildschirms oder des Layouts passt nicht zu diesem Effekt.</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>Es gibt kein Bildschirmbild, dem der Effekt folgen kann.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

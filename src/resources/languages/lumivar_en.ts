@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>There is no sound source, so the strip stays dark. Connect a loudspeaker or choose another device source.</translation>
     </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>The chosen screen is not connected.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>The size of the screen or of the layout does not suit this effect.</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>There is no screen picture to follow.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>No hay ninguna fuente de sonido, por eso la tira permanece apagada. Conecte un altavoz o elija otra fuente de sonido.</translation>
     </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>No hay ninguna imagen de pantalla que seguir.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>El tamaño de la pantalla o de la disposición no es adecuado para este efecto.</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>La pantalla elegida no está conectada.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>利用できる音源がないため、LEDテープは消灯しています。スピーカーを接続するか、別の音源デバイスを選択してください。</translation>
     </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>画面またはレイアウトのサイズがこの効果に適していません。</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>追従できる画面の映像がありません。</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>選択した画面が接続されていません。</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>사용할 수 있는 오디오 소스가 없어 LED 스트립이 꺼져 있습니다. 스피커를 연결하거나 다른 오디오 소스를 선택하세요.</translation>
     </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>따라갈 화면 영상이 없습니다.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>화면 또는 레이아웃의 크기가 이 효과에 맞지 않습니다.</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>선택한 화면이 연결되어 있지 않습니다.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>Não há nenhuma fonte de som, por isso a fita fica apagada. Conecte um alto-falante ou escolha outra fonte de som.</translation>
     </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>A tela escolhida não está conectada.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>O tamanho da tela ou da disposição não é adequado para este efeito.</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>Não há nenhuma imagem de tela para seguir.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

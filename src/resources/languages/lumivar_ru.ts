@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>Нет доступного источника звука, поэтому лента не светится. Подключите динамик или выберите другой источник звука.</translation>
     </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>Нет изображения экрана, за которым можно следовать.</translation>
+    </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>Размер экрана или раскладки не подходит для этого эффекта.</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>Выбранный экран не подключён.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

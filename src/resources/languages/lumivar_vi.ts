@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>Không có nguồn âm thanh nào nên dải LED vẫn tắt. Hãy kết nối loa hoặc chọn nguồn âm thanh khác.</translation>
     </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>Kích thước màn hình hoặc bố cục không phù hợp với hiệu ứng này.</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>Màn hình đã chọn chưa được kết nối.</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>Không có hình ảnh màn hình nào để theo.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -229,6 +229,18 @@
         <source>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</source>
         <translation>没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。</translation>
     </message>
+    <message>
+        <source>屏幕画面或布局的大小不适合此效果。</source>
+        <translation>屏幕画面或布局的大小不适合此效果。</translation>
+    </message>
+    <message>
+        <source>没有可以跟随的屏幕画面。</source>
+        <translation>没有可以跟随的屏幕画面。</translation>
+    </message>
+    <message>
+        <source>所选的屏幕没有连接。</source>
+        <translation>所选的屏幕没有连接。</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>
