@@ -189,6 +189,20 @@ private slots:
         QCOMPARE(storedMap(), users);
     }
 
+    void aCanvasOutsideTheLimitsIsCutToThem()
+    {
+        writeDefaultFile(
+            R"({"key_len": 100000, "key_wid": -5, "key_array": [{"id": 1, "x": 70000, "y": 6}]})");
+        const LogCapture log;
+        const auto mode = loaded<FullScreenMode>(1);
+        QCOMPARE(mode->effectProperty("screenSize"), QJsonValue(QJsonObject{{"w", 300}, {"h", 0}}));
+        QCOMPARE(log.count("[FullScreenMode]: The canvas"), 1);
+        writeDefaultFile(R"({"key_len": 400, "key_wid": 200, "key_array": [{"id": 1, "x": 399, "y": 199}]})");
+        mode->setEffectProperty("resetCmd", QJsonValue());
+        QCOMPARE(layoutOf(*mode), QJsonArray{led(0, 299, 199)});
+        QCOMPARE(colorsOf(*mode, positionFrame()).value(0), (LV_RGB{238, 198, 7}));
+    }
+
     void theFullScreenAddsItsPropertiesToTheBase()
     {
         const auto source = loaded<FullScreenMode>(2, 1);

@@ -16,8 +16,6 @@
 namespace {
 
 constexpr QSize kLargestCanvas{300, 200};
-/// A layout file may ask for any canvas; beyond this side length a frame would cost too much memory.
-constexpr int kCanvasLimitPx = 2048;
 
 QPoint pointOf(const QJsonValue& value)
 {
@@ -36,7 +34,7 @@ int FullScreenMode::load(const ControlOptions& ctlOptions)
     const int result = AbsScreenSync::load(ctlOptions);
     const QMutexLocker sizeLock(&m_sizeMutex);
     const QMutexLocker mapLock(&m_ledMapMutex);
-    resetLedMap(LEDMapConfigJsonObj(ctlOptions));
+    takeLedMap(LEDMapConfigJsonObj(ctlOptions));
     return result;
 }
 
@@ -79,10 +77,17 @@ QJsonObject FullScreenMode::LEDMapConfigJsonObj(const ControlOptions& ctlOptions
     return stored.toObject();
 }
 
-void FullScreenMode::resetLedMap(const QJsonObject& config)
+void FullScreenMode::takeLedMap(const QJsonObject& config)
 {
     LedMap map = LedMap::defaultGrid(static_cast<int>(m_ctlOptions.nbLeds));
     map.apply(config);
+    // A file may ask for any canvas, and each frame is scaled to it.
+    const QSize canvas = map.screenSize.expandedTo(QSize(0, 0)).boundedTo(kLargestCanvas);
+    if (canvas != map.screenSize) {
+        qWarning() << "[FullScreenMode]: The canvas" << map.screenSize << "is outside the limits, it becomes"
+                   << canvas;
+        map.resize(canvas);
+    }
     m_screenSize = map.screenSize;
     m_ledMap = map.points;
 }
@@ -94,7 +99,7 @@ void FullScreenMode::restoreDefaultLayout()
         const QMutexLocker sizeLock(&m_sizeMutex);
         const QMutexLocker mapLock(&m_ledMapMutex);
         const QSize before = m_screenSize;
-        resetLedMap(LEDMapConfigDefJsonObj(m_ctlOptions));
+        takeLedMap(LEDMapConfigDefJsonObj(m_ctlOptions));
         resized = m_screenSize != before;
     }
     if (resized)
@@ -157,7 +162,6 @@ void FullScreenMode::onCtlDirChanged(uint32_t dir)
 QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
 {
     const QSize size = screenSize();
-    CV_Assert(size.width() <= kCanvasLimitPx && size.height() <= kCanvasLimitPx);
     cv::resize(frame, frame, cv::Size(size.width(), size.height()), 0, 0, cv::INTER_LINEAR);
 
     const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),

@@ -48,7 +48,7 @@ protected:
 
 private:
     QSize screenSize();
-    void resetLedMap(const QJsonObject& config);
+    void takeLedMap(const QJsonObject& config);
     void restoreDefaultLayout();
     void setAllProperties(const QJsonValue& val);
     /// The caller holds what it needs for the values it passes.
