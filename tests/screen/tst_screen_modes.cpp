@@ -189,6 +189,28 @@ private slots:
         QCOMPARE(storedMap(), users);
     }
 
+    void aStripThatGrowsAgainFindsItsLayout()
+    {
+        writeDefaultFile(R"({"key_len": 200, "key_wid": 100, "key_array":
+            [{"id": 1, "x": 10, "y": 1}, {"id": 2, "x": 20, "y": 2}, {"id": 3, "x": 199, "y": 3}]})");
+        loaded<FullScreenMode>(1)->unload();
+        QCOMPARE(layoutOf(*loaded<FullScreenMode>(3)),
+                 (QJsonArray{led(0, 10, 1), led(1, 20, 2), led(2, 199, 3)})); // never set by the user
+
+        loaded<FullScreenMode>(2)->setLEDPos(1, QPoint(55, 5));
+        const auto shorter = loaded<FullScreenMode>(1);
+        shorter->setScreenSize(QSize(100, 100));
+        shorter->unload();
+        const auto longer = loaded<FullScreenMode>(3);
+        QCOMPARE(layoutOf(*longer), (QJsonArray{led(0, 10, 1), led(1, 55, 5), led(2, 99, 3)}));
+        QCOMPARE(storedMap()["ledMap"].toArray().size(), 2);
+
+        const auto reset = loaded<FullScreenMode>(1);
+        reset->setEffectProperty("resetCmd", QJsonValue());
+        reset->unload(); // the default is what the user wants now, for all LEDs
+        QCOMPARE(layoutOf(*loaded<FullScreenMode>(2)), (QJsonArray{led(0, 10, 1), led(1, 20, 2)}));
+    }
+
     void aCanvasOutsideTheLimitsIsCutToThem()
     {
         writeDefaultFile(

@@ -17,6 +17,23 @@ namespace {
 
 constexpr QSize kLargestCanvas{300, 200};
 
+QJsonValue storedMap(const QString& effectId, const QString& controllerId)
+{
+    return ConfigurationManager::instance()->effectJsonValue(effectId, controllerId, ConfigKeys::kLedMap);
+}
+
+/// What a stored map holds for LEDs that a strip of `nbLeds` does not have.
+QJsonArray ledsBeyond(const QJsonObject& map, int nbLeds)
+{
+    QJsonArray beyond;
+    const QJsonArray leds = map["ledMap"].toArray();
+    for (const QJsonValue& led : leds) {
+        if (led["id"].toInt() > nbLeds)
+            beyond.append(led);
+    }
+    return beyond;
+}
+
 QPoint pointOf(const QJsonValue& value)
 {
     return {value["x"].toInt(), value["y"].toInt()};
@@ -34,7 +51,11 @@ int FullScreenMode::load(const ControlOptions& ctlOptions)
     const int result = AbsScreenSync::load(ctlOptions);
     const QMutexLocker sizeLock(&m_sizeMutex);
     const QMutexLocker mapLock(&m_ledMapMutex);
-    takeLedMap(LEDMapConfigJsonObj(ctlOptions));
+    const QJsonObject config = LEDMapConfigJsonObj(ctlOptions);
+    const bool users = storedMap(effectId(), ctlOptions.id).isObject();
+    // The strip may be longer than when its map was stored: the rest comes from the file.
+    takeLedMap(users ? LEDMapConfigDefJsonObj(ctlOptions) : QJsonObject(), config);
+    m_beyondStrip = users ? ledsBeyond(config, m_ledMap.size()) : QJsonArray();
     return result;
 }
 
@@ -68,8 +89,7 @@ QJsonObject FullScreenMode::LEDMapConfigDefJsonObj(const ControlOptions& ctlOpti
 
 QJsonObject FullScreenMode::LEDMapConfigJsonObj(const ControlOptions& ctlOptions)
 {
-    const QJsonValue stored =
-        ConfigurationManager::instance()->effectJsonValue(effectId(), ctlOptions.id, ConfigKeys::kLedMap);
+    const QJsonValue stored = storedMap(effectId(), ctlOptions.id);
     if (!stored.isObject())
         return LEDMapConfigDefJsonObj(ctlOptions);
     qDebug().noquote() << "[FullScreenMode]: The LED configuration has loaded from user configuration file"
@@ -77,10 +97,13 @@ QJsonObject FullScreenMode::LEDMapConfigJsonObj(const ControlOptions& ctlOptions
     return stored.toObject();
 }
 
-void FullScreenMode::takeLedMap(const QJsonObject& config)
+void FullScreenMode::takeLedMap(const QJsonObject& beneath, const QJsonObject& config)
 {
     LedMap map = LedMap::defaultGrid(static_cast<int>(m_ctlOptions.nbLeds));
+    map.apply(beneath);
     map.apply(config);
+    if (!beneath.isEmpty())
+        map.resize(map.screenSize); // its canvas may be larger
     // A file may ask for any canvas, and each frame is scaled to it.
     const QSize canvas = map.screenSize.expandedTo(QSize(0, 0)).boundedTo(kLargestCanvas);
     if (canvas != map.screenSize) {
@@ -99,7 +122,8 @@ void FullScreenMode::restoreDefaultLayout()
         const QMutexLocker sizeLock(&m_sizeMutex);
         const QMutexLocker mapLock(&m_ledMapMutex);
         const QSize before = m_screenSize;
-        takeLedMap(LEDMapConfigDefJsonObj(m_ctlOptions));
+        takeLedMap({}, LEDMapConfigDefJsonObj(m_ctlOptions));
+        m_beyondStrip = {};
         resized = m_screenSize != before;
     }
     if (resized)
@@ -110,8 +134,13 @@ void FullScreenMode::restoreDefaultLayout()
 
 void FullScreenMode::storeLedMap(const LedMap& map)
 {
+    QJsonObject stored = map.toConfig();
+    QJsonArray leds = stored["ledMap"].toArray();
+    for (const QJsonValue& led : qAsConst(m_beyondStrip))
+        leds.append(led);
+    stored["ledMap"] = leds;
     ConfigurationManager* config = ConfigurationManager::instance();
-    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kLedMap, map.toConfig());
+    config->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kLedMap, stored);
     config->saveEffectJsonObj(effectId());
 }
 

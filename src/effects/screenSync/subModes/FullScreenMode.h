@@ -3,6 +3,7 @@
 #include "effects/screenSync/AbsScreenSync.h"
 
 #include <QImage>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QMutex>
 #include <QPoint>
@@ -48,14 +49,16 @@ protected:
 
 private:
     QSize screenSize();
-    void takeLedMap(const QJsonObject& config);
+    /// `beneath` counts where `config` says nothing.
+    void takeLedMap(const QJsonObject& beneath, const QJsonObject& config);
     void restoreDefaultLayout();
     void setAllProperties(const QJsonValue& val);
     /// The caller holds what it needs for the values it passes.
     void storeLedMap(const LedMap& map);
 
     QVector<QPoint> m_ledMap; ///< index = LED number, canvas pixels
-    QMutex m_ledMapMutex;     ///< guards m_ledMap; taken after m_sizeMutex where both are needed
+    QJsonArray m_beyondStrip; ///< stored for LEDs that a longer strip had; kept for when it has them again
+    QMutex m_ledMapMutex;     ///< guards the two above; taken after m_sizeMutex where both are needed
     QMutex m_sizeMutex;       ///< guards m_screenSize
     QSize m_screenSize;
 };
