@@ -11,6 +11,7 @@
 #include <QJsonArray>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <atomic>
 #include <thread>
 
 using namespace ScreenTestKit;
@@ -162,6 +163,30 @@ private slots:
         mode->setScreenSize(QSize(100, 50)); // to the border, and not back
         mode->setScreenSize(QSize(200, 100));
         QCOMPARE(layoutOf(*mode), (QJsonArray{led(0, 0, 0), led(1, 99, 49)}));
+    }
+
+    void aLayoutIsStoredAsAWhole()
+    {
+        constexpr int kLeds = 500;
+        const auto mode = loaded<FullScreenMode>(kLeds);
+        mode->setLEDPos(0, QPoint(0, 0));
+        QJsonArray leds;
+        for (int i = 0; i < kLeds; ++i)
+            leds.append(led(i, 7, 60));
+        leds.append(led(kLeds, 7, 60)); // one that the strip does not have
+        std::atomic<bool> done{false};
+        int partly = 0;
+        std::thread reader([&] {
+            while (!done) {
+                const QJsonArray stored = storedMap()["ledMap"].toArray();
+                partly += (stored.first()["y"] == 60) != (stored.last()["y"] == 60) ? 1 : 0;
+            }
+        });
+        mode->setEffectProperty("LEDMap", leds);
+        done = true;
+        reader.join();
+        QCOMPARE(partly, 0);
+        QCOMPARE(storedMap()["ledMap"].toArray().at(kLeds - 1).toObject(), led(kLeds, 7, 60));
     }
 
     void theUsersLayoutOutlivesTheDefaultFileUntilAReset()

@@ -34,11 +34,6 @@ QJsonArray ledsBeyond(const QJsonObject& map, int nbLeds)
     return beyond;
 }
 
-QPoint pointOf(const QJsonValue& value)
-{
-    return {value["x"].toInt(), value["y"].toInt()};
-}
-
 } // namespace
 
 FullScreenMode::FullScreenMode(const EffectWorkerOptions& options, QObject* parent)
@@ -168,18 +163,32 @@ void FullScreenMode::setScreenSize(const QSize& size)
 
 void FullScreenMode::setLEDPos(int id, QPoint pos)
 {
+    setLayout(QJsonArray{QJsonObject{{"id", id}, {"x", pos.x()}, {"y", pos.y()}}});
+}
+
+void FullScreenMode::setLayout(const QJsonArray& leds)
+{
     const QSize size = screenSize();
-    if (pos.x() < 0 || pos.y() < 0 || pos.x() >= size.width() || pos.y() >= size.height()) {
-        qWarning() << "[FullScreenMode]: The LED position:" << pos << "is out of range";
-        return;
-    }
     const QMutexLocker lock(&m_ledMapMutex);
+    bool changed = false;
+    for (const QJsonValue& led : leds)
+        changed |= placeLed(size, led["id"].toInt(), QPoint(led["x"].toInt(), led["y"].toInt()));
+    if (changed)
+        storeLedMap({size, m_ledMap});
+}
+
+bool FullScreenMode::placeLed(const QSize& canvas, int id, QPoint pos)
+{
+    if (!QRect(QPoint(), canvas).contains(pos)) {
+        qWarning() << "[FullScreenMode]: The LED position:" << pos << "is out of range";
+        return false;
+    }
     if (id < 0 || id >= m_ledMap.size()) {
         qWarning() << "[FullScreenMode]: The id" << id << "of LED is out of range";
-        return;
+        return false;
     }
     m_ledMap[id] = pos;
-    storeLedMap({size, m_ledMap});
+    return true;
 }
 
 void FullScreenMode::onCtlDirChanged(uint32_t dir)
@@ -238,14 +247,11 @@ void FullScreenMode::setEffectProperty(const QString& key, const QJsonValue& val
     case hashPropertyKey("screenSize"):
         setScreenSize(QSize(val["w"].toInt(), val["h"].toInt()));
         break;
-    case hashPropertyKey("LEDMap"): {
-        const QJsonArray leds = val.toArray();
-        for (const QJsonValue& led : leds)
-            setEffectProperty(QStringLiteral("LEDPos"), led);
+    case hashPropertyKey("LEDMap"):
+        setLayout(val.toArray());
         break;
-    }
     case hashPropertyKey("LEDPos"):
-        setLEDPos(val["id"].toInt(), pointOf(val));
+        setLayout({val});
         break;
     case hashPropertyKey("resetCmd"):
         restoreDefaultLayout();

@@ -53,6 +53,10 @@ private:
     void takeLedMap(const QJsonObject& beneath, const QJsonObject& config);
     void restoreDefaultLayout();
     void setAllProperties(const QJsonValue& val);
+    /// Elements with id (from 0), x and y; stored once for all of them.
+    void setLayout(const QJsonArray& leds);
+    /// The caller holds m_ledMapMutex. False, with a warning, outside the canvas or the strip.
+    bool placeLed(const QSize& canvas, int id, QPoint pos);
     /// The caller holds what it needs for the values it passes.
     void storeLedMap(const LedMap& map);
 
