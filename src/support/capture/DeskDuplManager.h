@@ -49,8 +49,6 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    DeskCaptureOption* option() const { return m_option; }
-
 private slots:
     void onSourcesChanged();
     void onCurModeChanged(int mode);
