@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, bench.
+# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, format, lint, bench.
 # Installs what is missing; where it cannot, it names what is missing and fails.
 set -u
 
@@ -11,7 +11,8 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio"
 packages[test]="xvfb x11-xserver-utils openbox trayer xdotool fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
-    clang-format-14 g++-mingw-w64-x86-64-posix"
+    g++-mingw-w64-x86-64-posix"
+packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
 packages[bench]="libbenchmark-dev xvfb python3 pulseaudio pulseaudio-utils"
 
