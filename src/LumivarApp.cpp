@@ -124,7 +124,7 @@ void LumivarApp::forEachController(const std::function<void(AbsRGBController&)>&
     }
 }
 
-void LumivarApp::logUserAction(const QString& text)
+void LumivarApp::logUserAction(const QString& text, const char* file, int line)
 {
-    LOG4CPLUS_INFO(usrOptionsLogger(), toLogString(text));
+    usrOptionsLogger().log(log4cplus::INFO_LOG_LEVEL, toLogString(text), file, line);
 }

@@ -80,7 +80,10 @@ private:
     /// True: the control page acts on its own device, else on all of them. Read afresh at each event.
     static bool isSingleControlMode();
     void forEachController(const std::function<void(AbsRGBController&)>& action);
-    static void logUserAction(const QString& text);
+    /// The place is the caller's: the appender takes lines of one place for one run and drops those between,
+    /// so that different actions must not share one.
+    static void logUserAction(const QString& text, const char* file = __builtin_FILE(),
+                              int line = __builtin_LINE());
 
     MainWindow m_mainWindow;
     DeviceManager m_deviceManager;

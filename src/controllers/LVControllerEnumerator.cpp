@@ -11,14 +11,15 @@
 
 namespace {
 
-void logInfo(const QString& text)
+/// The log shows the caller's line.
+void logInfo(const QString& text, int line = __builtin_LINE())
 {
-    LOG4CPLUS_INFO(deviceLogger(), toLogString(text));
+    deviceLogger().log(log4cplus::INFO_LOG_LEVEL, toLogString(text), __FILE__, line);
 }
 
-void logWarning(const QString& text)
+void logWarning(const QString& text, int line = __builtin_LINE())
 {
-    LOG4CPLUS_WARN(deviceLogger(), toLogString(text));
+    deviceLogger().log(log4cplus::WARN_LOG_LEVEL, toLogString(text), __FILE__, line);
 }
 
 QString quoted(const QString& text)

@@ -1,4 +1,5 @@
 #include "FakeController.h"
+#include "LogSystem.h"
 #include "LumivarApp.h"
 #include "StripSimulator.h"
 #include "support/config/ConfigKeys.h"
@@ -85,6 +86,23 @@ private slots:
         // Nothing of it was the other device's business.
         QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
         QVERIFY(options(1).brightness == 1.0F && options(1).enable);
+    }
+
+    void eachActionOfTheUserHasItsLine()
+    {
+        start({kMarquee});
+        openPage(0);
+        LogSystem log(m_folder->filePath("logs"));
+        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        click("LEDDisableButton");
+        click("installDirectionRTLButton");
+        log.shutdown();
+        QFile file(log.filePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        for (const char* action :
+             {"brightness changed to 0.5", "enable status changed to 0", "dir changed to 1"})
+            QVERIFY2(text.contains("Controller: " + id(0) + ' ' + action), qPrintable(text));
     }
 
     void multiModeDrivesAllDevices()
@@ -415,6 +433,7 @@ private:
     std::vector<std::unique_ptr<StripSimulator>> m_strips;
     QStringList m_ids;
     int m_serials = 0;
+    log4cplus::Initializer m_keepsLogLibraryAlive;
     std::unique_ptr<LumivarApp> m_app;
 };
 

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QScopeGuard>
 #include <QtTest>
 #include <csignal>
@@ -84,6 +85,12 @@ private slots:
         m_program->start({"--auto_startup"}); // no window on the screen that is looked at
         QTRY_VERIFY_WITH_TIMEOUT(isAll(*m_strip, {kFull, 0, 0}), kWaitMs);
         QCOMPARE(m_strip->shownColors().size(), kLeds);
+
+        const QRegularExpression start(R"(device (\d+) - Start verifying device)"),
+            id(R"(device (\d+) - .* id: )");
+        const QString found = m_program->logText("devices");
+        QVERIFY2(start.match(found).hasMatch() && id.match(found).hasMatch(), qPrintable(found));
+        QVERIFY(start.match(found).captured(1) != id.match(found).captured(1)); // each statement's own line
 
         const auto [left, right] = outermostLeds();
         screen.fill(QRect(0, 0, kScreen.width() / 2, kScreen.height()), Qt::green);

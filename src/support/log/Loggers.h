@@ -5,7 +5,9 @@
 #include <log4cplus/loggingmacros.h>
 
 /// The program's four loggers; LogSystem gives them their appenders at start. Usable on any thread.
-/// Usage: LOG4CPLUS_INFO(deviceLogger(), toLogString(text)).
+/// Usage: LOG4CPLUS_INFO(deviceLogger(), toLogString(text)). A function that logs for others takes their line
+/// with `int line = __builtin_LINE()` and hands it on: the place tells statements apart, for the reader and
+/// for LVAppLogAppender, which drops what lies between the ends of a run from one place.
 
 /// Where every Qt message goes that is not marked for the loop file. Use QMessageLogger, not this.
 log4cplus::Logger& appLogger();
