@@ -40,6 +40,7 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/lumivar-demo.XXXXXX") || exit 1
 helpers=()
 simulator=""
 status=1
+export LUMIVAR_LOG_TO_CONSOLE=1 # for the program's last words
 
 cleanup() {
     trap '' INT TERM HUP

@@ -98,7 +98,8 @@ LogSystem::LogSystem(const QString& logsPath)
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy_MM_dd_hh_mm_ss")) + QLatin1String(".log");
 
     m_debugAppender = createDebugAppender();
-    setLayout(m_debugAppender);
+    if (m_debugAppender)
+        setLayout(m_debugAppender);
     log4cplus::SharedFileAppenderPtr fileAppender(new LVAppLogAppender(toLogString(filePath())));
     fileAppender->imbue(std::locale());
     m_fileAppender = log4cplus::SharedAppenderPtr(fileAppender.get());
@@ -136,7 +137,7 @@ void LogSystem::setUpAppAndLoop()
 {
     appLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
     appLogger().addAppender(m_fileAppender);
-    appLogger().addAppender(m_debugAppender);
+    addDebugAppender(appLogger());
 
     const QString baseName = m_fileName.chopped(int(qstrlen(".log")));
     loopLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
@@ -146,15 +147,21 @@ void LogSystem::setUpAppAndLoop()
 void LogSystem::setUpDevice()
 {
     deviceLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
-    deviceLogger().addAppender(m_debugAppender);
+    addDebugAppender(deviceLogger());
     deviceLogger().addAppender(createRollingAppender(m_logsPath + "/devices/" + m_fileName));
 }
 
 void LogSystem::setUpUsrOptions()
 {
     usrOptionsLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
-    usrOptionsLogger().addAppender(m_debugAppender);
+    addDebugAppender(usrOptionsLogger());
     usrOptionsLogger().addAppender(m_fileAppender);
+}
+
+void LogSystem::addDebugAppender(log4cplus::Logger& logger) const
+{
+    if (m_debugAppender)
+        logger.addAppender(m_debugAppender);
 }
 
 void LogSystem::deleteOldFiles() const

@@ -4,10 +4,11 @@
 #include <QtGlobal>
 #include <log4cplus/appender.h>
 #include <log4cplus/initializer.h>
+#include <log4cplus/logger.h>
 
 /// Sets up the program's loggers and sends every Qt message to them. A local object of main(), so that it
 /// exists from the moment the log folder is known to the end of the program. Main thread.
-/// A log folder that cannot be written is no failure: lines still go to the debug output.
+/// A log folder that cannot be written is no failure.
 class LogSystem
 {
 public:
@@ -29,16 +30,19 @@ private:
     void setUpAppAndLoop();
     void setUpDevice();
     void setUpUsrOptions();
+    void addDebugAppender(log4cplus::Logger& logger) const;
     void deleteOldFiles() const;
 
     QString m_logsPath;
     log4cplus::Initializer m_initializer;
-    QString m_fileName; ///< start time and ".log"
-    log4cplus::SharedAppenderPtr m_debugAppender;
+    QString m_fileName;                           ///< start time and ".log"
+    log4cplus::SharedAppenderPtr m_debugAppender; ///< may be null
     log4cplus::SharedAppenderPtr m_fileAppender;
     QtMessageHandler m_previousHandler = nullptr;
     bool m_isRunning = true;
 };
 
-/// The system's debug output: standard error, or the debugger where the system has a channel for it.
+/// The system's debug output: the debugger where the system has a channel for it, else standard error. Null
+/// where nobody would read it: what an autostarted program writes to standard error fills the session's
+/// journal.
 log4cplus::SharedAppenderPtr createDebugAppender();

@@ -5,6 +5,8 @@
 #include <QtTest>
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
 #include <vector>
 
 /// The program as a process: one instance, its start in odd surroundings, its end on signals.
@@ -102,6 +104,42 @@ private slots:
         QCOMPARE(stored("global.json").value("kept"), QJsonValue(1));
         QVERIFY(!stored("app.json").contains("marker"));
         QVERIFY(!QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));
+    }
+
+    void theConsoleHasACopyOfTheLogIfItIsATerminalOrOnDemand_data()
+    {
+        QTest::addColumn<bool>("terminal");
+        QTest::addColumn<QString>("demand");
+        QTest::addColumn<bool>("copied");
+        QTest::newRow("terminal") << true << "" << true;
+        QTest::newRow("on demand") << false << "1" << true;
+        QTest::newRow("neither") << false << "" << false;
+    }
+
+    void theConsoleHasACopyOfTheLogIfItIsATerminalOrOnDemand()
+    {
+        QFETCH(bool, terminal);
+        QFETCH(QString, demand);
+        QFETCH(bool, copied);
+        const int master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+        QVERIFY(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+        const QString console =
+            terminal ? QString::fromLocal8Bit(ptsname(master)) : m_sandbox->path("stderr");
+        m_sandbox->environment.insert("LUMIVAR_LOG_TO_CONSOLE", demand);
+        QProcess process;
+        process.setProcessEnvironment(m_sandbox->environment);
+        process.setStandardErrorFile(console, QIODevice::Append);
+        process.start(QDir::current().filePath("lumivar"), QStringList());
+        QTRY_VERIFY_WITH_TIMEOUT(m_sandbox->logText().contains(kReady), kPatienceMs);
+        QVERIFY(terminateWell(process));
+
+        QByteArray shown = m_sandbox->standardError().toUtf8();
+        char buffer[4096];
+        for (ssize_t size = read(master, buffer, sizeof(buffer)); size > 0;
+             size = read(master, buffer, sizeof(buffer)))
+            shown.append(buffer, int(size));
+        close(master);
+        QVERIFY2(shown.contains(kReady) == copied && shown.isEmpty() == !copied, shown.constData());
     }
 
     void aBadHomeDoesNotPreventTheStart_data()

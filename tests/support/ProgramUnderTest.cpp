@@ -27,6 +27,7 @@ ProgramUnderTest::ProgramUnderTest(const QString& folder)
     environment.insert("XDG_RUNTIME_DIR", path("run"));
     environment.insert("TMPDIR", path("tmp"));
     environment.insert("LUMIVAR_SERIAL_PORTS", portsFile());
+    environment.insert("LUMIVAR_LOG_TO_CONSOLE", "1");
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(name);
 }
