@@ -1,13 +1,12 @@
 #include "WakeUp.h"
 
+#include "RuntimeFile.h"
+
 #include <QDebug>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QThread>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -16,29 +15,9 @@ constexpr int kPatienceMs = 1000;
 constexpr int kMaxRequestBytes = 64;
 constexpr char kRequest[] = "13137\n";
 
-bool isPrivateFolder(const QByteArray& path)
-{
-    struct stat info = {};
-    return lstat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == getuid() &&
-           (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-}
-
-/// A folder that only this user can write to, so that nobody else can pose as the program; empty if none.
-QString privateFolder()
-{
-    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
-    if (!runtime.isEmpty() && isPrivateFolder(runtime))
-        return QFile::decodeName(runtime);
-    const QString path = QDir::temp().filePath(QStringLiteral("lumivar-%1").arg(getuid()));
-    const QByteArray name = QFile::encodeName(path);
-    mkdir(name.constData(), S_IRWXU);
-    return isPrivateFolder(name) ? path : QString();
-}
-
 QString socketPath()
 {
-    const QString folder = privateFolder();
-    return folder.isEmpty() ? QString() : folder + QLatin1String("/lumivar-wakeup");
+    return runtimeFile(QStringLiteral("lumivar-wakeup"));
 }
 
 } // namespace
@@ -95,10 +74,8 @@ WakeUpServer::~WakeUpServer() = default;
 bool WakeUpServer::listen()
 {
     const QString path = socketPath();
-    if (path.isEmpty()) {
-        qWarning() << "[WakeUp]: no private folder for the socket";
+    if (path.isEmpty())
         return false;
-    }
     QLocalServer::removeServer(path);
     // No access options: they bind to another name first and rename it over a live socket. The folder
     // protects.

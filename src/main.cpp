@@ -3,6 +3,7 @@
 #include "DisplayCheck.h"
 #include "LogSystem.h"
 #include "LumivarApp.h"
+#include "RuntimeFile.h"
 #include "TerminationSignals.h"
 #include "WakeUp.h"
 #include "support/config/ConfigKeys.h"
@@ -72,7 +73,7 @@ void readCommandLine(QApplication& app)
 }
 
 /// False when another process of the program runs. A lock that cannot be had for other reasons, such as a
-/// temporary folder that cannot be written, keeps nobody from starting.
+/// folder that cannot be written, keeps nobody from starting.
 bool isOnlyInstance(QLockFile& lock)
 {
     return lock.tryLock(kLockPatienceMs) || lock.error() != QLockFile::LockFailedError;
@@ -129,18 +130,18 @@ int main(int argc, char** argv)
     QDir::setCurrent(QCoreApplication::applicationDirPath());
     readCommandLine(app);
 
-    QLockFile lock(QDir::temp().filePath(QStringLiteral("LumivarSingleApp.lock")));
+    QLockFile lock(runtimeFile(QStringLiteral("LumivarSingleApp.lock")));
     if (!isOnlyInstance(lock)) {
         if (!sendWakeUp())
             qWarning("[main]: the program runs already, but nobody takes the wake-up");
         return 0;
     }
-    WakeUpServer wakeUps;
-    wakeUps.listen();
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::terminationRequested, &app, &QCoreApplication::quit);
 
     LogSystem log(ConfigurationManager::instance()->logsPath());
+    WakeUpServer wakeUps;
+    wakeUps.listen();
     cleanUpConfigurationIfAsked();
     logStart(app);
     installCrashHandler(log.filePath());

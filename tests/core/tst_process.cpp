@@ -44,6 +44,22 @@ private:
         return endsWell(process);
     }
 
+    /// Only root can give something away; others lay a link to what is root's.
+    static void putSomebodyElses(const QString& path)
+    {
+        constexpr uid_t kNobody = 65534;
+        QDir(path).removeRecursively();
+        if (getuid() != 0) {
+            QVERIFY(QFile::link("/etc", path));
+        } else if (path.endsWith(".lock")) {
+            ProgramUnderTest::writeFile(path, {});
+            QCOMPARE(chown(path.toUtf8().constData(), kNobody, kNobody), 0);
+        } else {
+            QVERIFY(QDir().mkpath(path));
+            QCOMPARE(chown(path.toUtf8().constData(), kNobody, kNobody), 0);
+        }
+    }
+
     QJsonObject stored(const QString& file) const { return m_sandbox->readConfig(file); }
 
 private slots:
@@ -71,7 +87,7 @@ private slots:
         QVERIFY(killed);
         killed->kill();
         QVERIFY(killed->waitForFinished(kPatienceMs));
-        QVERIFY(QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));
+        QVERIFY(QFile::exists(m_sandbox->path("run/LumivarSingleApp.lock")));
         QVERIFY(QFile::exists(m_sandbox->path("run/lumivar-wakeup")));
 
         const auto next = start();
@@ -79,6 +95,45 @@ private slots:
         QVERIFY(endsWell(*start({"--advanced", "--screenshot"})));
         QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 1, kPatienceMs);
         QVERIFY(terminateWell(*next));
+    }
+
+    void whatIsSomebodyElsesIsNotTrusted_data()
+    {
+        QTest::addColumn<QStringList>("foreign");
+        QTest::addColumn<bool>("runtimeFolder");
+        QTest::addColumn<QString>("lock"); // empty: none
+        const QString own = QString("tmp/lumivar-%1").arg(getuid());
+        const QString name = "LumivarSingleApp.lock";
+        QTest::newRow("no runtime folder") << QStringList() << false << own + '/' + name;
+        QTest::newRow("runtime folder") << QStringList{"run"} << true << own + '/' + name;
+        QTest::newRow("both folders") << QStringList{"run", own} << true << QString();
+        QTest::newRow("temporary folder") << QStringList{own} << false << QString();
+        QTest::newRow("lock") << QStringList{"run/" + name} << true << QString();
+    }
+
+    void whatIsSomebodyElsesIsNotTrusted()
+    {
+        QFETCH(QStringList, foreign);
+        QFETCH(bool, runtimeFolder);
+        QFETCH(QString, lock);
+        if (!runtimeFolder)
+            m_sandbox->environment.remove("XDG_RUNTIME_DIR");
+        for (const QString& name : foreign)
+            putSomebodyElses(m_sandbox->path(name));
+        const auto process = startReady();
+        QVERIFY(process);
+        for (const QString& name : foreign)
+            QVERIFY2(count(qPrintable("[RuntimeFile]: " + m_sandbox->path(name))) > 0, qPrintable(name));
+        if (!lock.isEmpty()) {
+            QVERIFY(QFile::exists(m_sandbox->path(lock)));
+            QVERIFY(endsWell(*start()));
+            QTRY_COMPARE_WITH_TIMEOUT(count(kWokenUp), 1, kPatienceMs);
+        }
+        QVERIFY(terminateWell(*process));
+        for (const QString& name : foreign) {
+            const QFileInfo info(m_sandbox->path(name));
+            QVERIFY(info.isSymLink() || info.size() == 0 || QDir(info.filePath()).isEmpty()); // untouched
+        }
     }
 
     void aCleanStartEndsOnAnySignal_data()
@@ -103,7 +158,7 @@ private slots:
         QCOMPARE(stored("global.json").value("cleanStartup"), QJsonValue(false));
         QCOMPARE(stored("global.json").value("kept"), QJsonValue(1));
         QVERIFY(!stored("app.json").contains("marker"));
-        QVERIFY(!QFile::exists(m_sandbox->path("tmp/LumivarSingleApp.lock")));
+        QVERIFY(!QFile::exists(m_sandbox->path("run/LumivarSingleApp.lock")));
     }
 
     void theConsoleHasACopyOfTheLogIfItIsATerminalOrOnDemand_data()
