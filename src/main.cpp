@@ -1,6 +1,7 @@
 #include "BuildInfo.h"
 #include "CrashHandler.h"
 #include "DisplayCheck.h"
+#include "HomeFolder.h"
 #include "LogSystem.h"
 #include "LumivarApp.h"
 #include "RuntimeFile.h"
@@ -120,6 +121,7 @@ void leaveInOrder()
 
 int main(int argc, char** argv)
 {
+    provideHomeFolder();
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
     const bool isOpenGlLeftOut = chooseNoOpenGl();

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QtTest>
 #include <csignal>
+#include <pwd.h>
+#include <unistd.h>
 
 /// What a crash leaves behind: a dump, a reporter with its arguments, a process that died of its signal.
 class tst_crash : public QObject
@@ -15,6 +17,7 @@ private:
     static constexpr char kFakeReporter[] = R"(#!/bin/sh
 here=$(dirname "$0")
 printf '%s\n' "$@" > "$here/arguments.part"
+echo "$HOME" > "$here/home"
 mv "$here/arguments.part" "$here/arguments"
 )";
 
@@ -93,6 +96,7 @@ private slots:
     {
         ProgramUnderTest sandbox;
         sandbox.writeConfig("app.json", {{"language", "zh_CN"}});
+        sandbox.environment.remove("HOME"); // then the system is asked for it
         const auto process = sandbox.startAnother({}, besideFakeReporter(sandbox, PROGRAM));
         QTRY_VERIFY_WITH_TIMEOUT(sandbox.standardError().contains("[CrashHandler]: dumps go to"),
                                  kPatienceMs);
@@ -107,6 +111,8 @@ private slots:
                                     "\n--language\nzh_CN\n";
         QTRY_COMPARE_WITH_TIMEOUT(reporterArguments(sandbox), expected, kPatienceMs);
 
+        const QByteArray home = ProgramUnderTest::readFile(sandbox.path("program/bin/home"));
+        QCOMPARE(home.trimmed(), QByteArray(getpwuid(getuid())->pw_dir));
         QVERIFY(
             sandbox.logText().contains(" - Sucesseded to write dump file " + sandbox.configFile("dumps/")));
     }

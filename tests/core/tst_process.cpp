@@ -204,6 +204,7 @@ private slots:
         const auto row = [](const char* variable, const char* value) {
             QTest::newRow(variable) << variable << value;
         };
+        row("HOME", "/dev/null/home");
         row("XDG_CONFIG_HOME", "/dev/null/config");
         row("TMPDIR", "/nowhere/at/all");
         row("XDG_RUNTIME_DIR", "/nowhere/at/all");
@@ -214,6 +215,10 @@ private slots:
         QFETCH(QString, variable);
         QFETCH(QString, value);
         m_sandbox->environment.insert(variable, value);
+        if (variable == "HOME") {
+            m_sandbox->environment.remove("XDG_CONFIG_HOME");
+            m_sandbox->environment.remove("XDG_DATA_HOME");
+        }
         ProgramUnderTest::writeFile(m_sandbox->configFile("app.json"), "{ broken");
         const auto process = startReady();
         QVERIFY(process);

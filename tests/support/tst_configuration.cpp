@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <atomic>
@@ -249,6 +250,7 @@ private slots:
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
         const rlimit tiny = {1000, limit.rlim_max}; // the disk fills up in the middle of a file
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+        QSignalSpy trouble(m_config.get(), &ConfigurationManager::savingTroubleChanged);
         m_config->save();
         m_config->save();
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
@@ -257,9 +259,22 @@ private slots:
         QCOMPARE(bytesOf(path("app.json.bak")), before);
         QCOMPARE(QDir(path()).entryList(QDir::Files), (QStringList{"app.json", "app.json.bak", "effects"}));
 
+        m_config->EnableCleanStartup(); // writes everything, and not all of it fails now
+        QVERIFY(onDisk(path("app.json")).contains("long"));
+        QVERIFY(m_config->isSavingTroubled());
         QVERIFY(QFile::remove(path("effects")));
-        QTRY_VERIFY_WITH_TIMEOUT(onDisk(path("app.json")).contains("long"), 20000);
-        QTRY_VERIFY(onDisk(effectFile()).contains(kDevice));
+        QTRY_VERIFY_WITH_TIMEOUT(onDisk(effectFile()).contains(kDevice), 20000);
+        QTRY_VERIFY(!m_config->isSavingTroubled());
+        QCOMPARE(trouble, (QList<QVariantList>{{true}, {false}})); // told once, and when it was over
+    }
+
+    void a_folder_that_cannot_be_had_is_told_without_a_save()
+    {
+        put(path("file"), "a file where a folder should be");
+        ConfigurationManager config(path("file/config"), path("file/resources"));
+        QVERIFY(!config.isSavingTroubled());
+        config.setAppConfig("language", "de");
+        QTRY_VERIFY(config.isSavingTroubled());
     }
 
     void unknown_members_are_kept()

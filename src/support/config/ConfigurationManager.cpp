@@ -30,8 +30,9 @@ QString standardFolder(QStandardPaths::StandardLocation location)
 
 struct ConfigurationManager::Private
 {
-    Private(const QString& config, const QString& resources)
-        : configPath(config)
+    Private(ConfigurationManager* manager, const QString& config, const QString& resources)
+        : manager(manager)
+        , configPath(config)
         , resourcesPath(resources)
         , app(config + QLatin1String("/app.json"))
         , global(config + QLatin1String("/global.json"))
@@ -52,6 +53,10 @@ struct ConfigurationManager::Private
         retryMs = written ? kWriteDelayMs : std::min(retryMs * 2, kLongestRetryMs);
         if (!written)
             schedule(retryMs);
+        if (isTroubled == !written)
+            return;
+        isTroubled = !written;
+        emit manager->savingTroubleChanged(isTroubled);
     }
     void writePending()
     {
@@ -67,6 +72,7 @@ struct ConfigurationManager::Private
         schedule(kWriteDelayMs);
     }
 
+    ConfigurationManager* const manager;
     const QString configPath;
     const QString resourcesPath;
     FlatStore app;
@@ -76,6 +82,7 @@ struct ConfigurationManager::Private
     bool appDirty = false;
     bool globalDirty = false;
     bool controllersDirty = false;
+    bool isTroubled = false;
     QTimer timer;
     int retryMs = kWriteDelayMs;
 };
@@ -96,7 +103,7 @@ ConfigurationManager* ConfigurationManager::instance()
 ConfigurationManager::ConfigurationManager(const QString& configPath, const QString& resourcesPath,
                                            QObject* parent)
     : QObject(parent)
-    , d(std::make_unique<Private>(configPath, resourcesPath))
+    , d(std::make_unique<Private>(this, configPath, resourcesPath))
 {
     d->timer.setParent(this); // follows to another thread
     d->timer.setSingleShot(true);
@@ -233,6 +240,11 @@ QString ConfigurationManager::resourcesPath() const
     return d->resourcesPath;
 }
 
+bool ConfigurationManager::isSavingTroubled() const
+{
+    return d->isTroubled;
+}
+
 void ConfigurationManager::save()
 {
     d->timer.stop();
@@ -256,6 +268,5 @@ void ConfigurationManager::EnableCleanStartup()
 {
     setGlobalValue(QLatin1String(ConfigKeys::kCleanStartup.key), true);
     // At once: the reset that the user asked for must not be lost if quitting goes wrong.
-    d->globalDirty = !d->global.write();
-    d->settle(!d->globalDirty);
+    d->writePending();
 }

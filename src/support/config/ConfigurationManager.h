@@ -56,6 +56,10 @@ public:
     /// Folder of what was downloaded.
     QString resourcesPath() const;
 
+    /// Whether something could not be written and is not on the disk yet: a folder that cannot be written, a
+    /// full disk. Known from the first attempt on.
+    bool isSavingTroubled() const;
+
     /// Writes everything at once, unsaved effect values included, and brings the backups up to date.
     void save();
     /// Forgets the application, controller and effect stores with files and backups; the global store stays.
@@ -67,6 +71,7 @@ signals:
     void appConfigChanged(QString key);
     /// Something was written through AppConfigJsonObj(); nobody knows what.
     void appConfigObjSaved();
+    void savingTroubleChanged(bool isTroubled);
 
 private:
     struct Private;
