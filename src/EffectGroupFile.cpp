@@ -1,13 +1,12 @@
 #include "EffectGroupFile.h"
 
+#include "support/config/DataFile.h"
+
 #include <QDebug>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 namespace {
-
-constexpr qint64 kMaxFileBytes = 4 * 1024 * 1024; // a real one has a few thousand
 
 void logParseFailure(const QString& reason)
 {
@@ -20,18 +19,14 @@ void logParseFailure(const QString& reason)
 
 QJsonArray readEffectGroupFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qCritical().noquote() << "Failed to open file" << path;
-        return {};
-    }
-    const QByteArray text = file.read(kMaxFileBytes + 1);
-    if (text.size() > kMaxFileBytes) {
-        logParseFailure(QStringLiteral("the file is too large: ") + path);
+    QString reason;
+    const std::optional<QByteArray> text = readDataFile(path, &reason);
+    if (!text) {
+        qCritical().noquote() << "Failed to open file" << path << reason;
         return {};
     }
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    const QJsonDocument document = QJsonDocument::fromJson(*text, &error);
     if (error.error != QJsonParseError::NoError) {
         logParseFailure(error.errorString());
         return {};

@@ -1,8 +1,9 @@
 #include "controllers/BridgedSerialPortSource.h"
 
+#include "support/config/DataFile.h"
+
 #include <QDateTime>
 #include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,7 +14,6 @@
 namespace {
 constexpr int kDebounceMs = 20;
 constexpr int kPollMs = 2000; ///< for folders that cannot be watched or do not exist yet
-constexpr qint64 kMaxFileBytes = 1 << 20;
 } // namespace
 
 BridgedSerialPortSource::BridgedSerialPortSource(const QString& file, QObject* parent)
@@ -71,20 +71,22 @@ void BridgedSerialPortSource::watchFile()
 
 bool BridgedSerialPortSource::read()
 {
-    QFile file(m_file);
+    QString error;
     QByteArray bytes;
-    if (file.open(QIODevice::ReadOnly))
-        bytes = file.read(kMaxFileBytes);
-    else if (file.exists())
+    if (const std::optional<QByteArray> content = readDataFile(m_file, &error))
+        bytes = *content;
+    else if (QFileInfo::exists(m_file))
         bytes = m_lastBytes; // not readable at present
     else
         m_ports.clear();
+    if (error != m_readError && QFileInfo::exists(m_file))
+        qWarning().noquote() << "[SerialPort]: Cannot read the list of serial ports" << m_file << error;
+    m_readError = error;
     if (bytes == m_lastBytes)
         return true;
     m_lastBytes = bytes;
     if (bytes.isEmpty())
         return true;
-    QString error;
     const auto ports = parse(bytes, &error);
     if (!ports) {
         qWarning().noquote() << "[SerialPort]: Ignored broken list of serial ports" << m_file << error;

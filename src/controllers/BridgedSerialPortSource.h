@@ -36,6 +36,7 @@ private:
     QList<SerialPortRecord> m_ports;
     QStringList m_identities; ///< one for each of m_ports
     QByteArray m_lastBytes;
+    QString m_readError; ///< told already
     QFileSystemWatcher m_watcher;
     QTimer m_debounce;
     QTimer m_poll;

@@ -1,7 +1,8 @@
 #include "controllers/ControllerDefaults.h"
 
+#include "support/config/DataFile.h"
+
 #include <QDebug>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -12,13 +13,13 @@ constexpr int kFamilySize = 4; ///< models that share these characters share pic
 
 QJsonObject readModel(const QString& path, const QString& model)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    if (!bytes)
         qCritical().noquote().nospace()
-            << "[ControllerEnumerator]: Failed to open \"" << path << "\", errStr:" << file.errorString();
+            << "[ControllerEnumerator]: Failed to open \"" << path << "\", errStr:" << reason;
     QJsonParseError error{};
-    const QJsonDocument document =
-        QJsonDocument::fromJson(file.isOpen() ? file.readAll() : QByteArray(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(bytes.value_or(QByteArray()), &error);
     if (error.error != QJsonParseError::NoError)
         qCritical().noquote().nospace()
             << "[ControllerEnumerator]: Failed to parse json document from LVController.json, errStr:"

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -159,6 +160,24 @@ private slots:
         QCOMPARE(stored("global.json").value("kept"), QJsonValue(1));
         QVERIFY(!stored("app.json").contains("marker"));
         QVERIFY(!QFile::exists(m_sandbox->path("run/LumivarSingleApp.lock")));
+    }
+
+    void pipesInPlaceOfFilesHoldNothingUp()
+    {
+        const QDir folder(m_sandbox->useCopyOfProgramFolder());
+        const QString effect = m_sandbox->configFile("effects/id.effect.colorful.flowingEffect.json");
+        QVERIFY(QDir().mkpath(QFileInfo(effect).path()));
+        for (const QString& path : {m_sandbox->configFile("app.json"), m_sandbox->configFile("global.json"),
+                                    m_sandbox->configFile("controllers.json"), effect, m_sandbox->portsFile(),
+                                    folder.filePath("controler_config/LVController.json"),
+                                    folder.filePath("effects/groups.json")}) {
+            QFile::remove(path);
+            QCOMPARE(mkfifo(path.toUtf8().constData(), S_IRUSR | S_IWUSR), 0);
+        }
+        const auto process = startReady();
+        QVERIFY(process);
+        QVERIFY(terminateWell(*process));
+        QVERIFY2(count("not a regular file") >= 3, qPrintable(m_sandbox->standardError()));
     }
 
     void theConsoleHasACopyOfTheLogIfItIsATerminalOrOnDemand_data()

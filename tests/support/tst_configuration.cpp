@@ -1,6 +1,7 @@
 #include "LogCapture.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/config/DataFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -193,6 +194,44 @@ private slots:
         m_config->save();
         QCOMPARE(bytesOf(path(name)), good);
         QCOMPARE(bytesOf(path(name + ".bak")), good);
+    }
+
+    void what_is_no_file_of_a_sane_size_is_moved_aside_data()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char* kind : {"pipe", "folder", "huge file"})
+            QTest::newRow(kind) << kind;
+    }
+    void what_is_no_file_of_a_sane_size_is_moved_aside()
+    {
+        QFETCH(QString, kind);
+        const auto replace = [&kind](const QString& file) {
+            QFile::remove(file);
+            if (kind == "pipe")
+                QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
+            else if (kind == "folder")
+                QVERIFY(QDir().mkpath(file));
+            else
+                put(file, QByteArray(kMaxDataFileBytes + 1, ' '));
+        };
+        m_config->setAppConfig("language", "de");
+        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
+        restart();
+        replace(path("app.json"));
+        replace(path("app.json.bak"));
+        replace(path("Moni.json"));
+        QVERIFY(m_config->appConfig("language").isUndefined());
+        QCOMPARE(QDir(path()).entryList({"app.json*.corrupt-*"}, QDir::AllEntries | QDir::System).size(), 2);
+        QCOMPARE(m_config->effectJsonValue(kEffect, kDevice, "speed", path("Moni.json")).toInt(), 5);
+
+        m_config->setAppConfig("language", "ja");
+        replace(path("app.json.bak")); // while the program runs
+        m_config->save();
+        QCOMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
+        replace(path("app.json"));
+        m_config->setAppConfig("language", "fr");
+        m_config->save();
+        QVERIFY(kind == "folder" || onDisk(path("app.json")).value("language").toString() == "fr");
     }
 
     void damage_without_a_backup_is_a_first_run()

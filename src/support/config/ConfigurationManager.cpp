@@ -2,13 +2,13 @@
 
 #include "support/config/ConfigKeys.h"
 #include "support/config/ControllerStore.h"
+#include "support/config/DataFile.h"
 #include "support/config/EffectStore.h"
 #include "support/config/FlatStore.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QStandardPaths>
 #include <QThread>
@@ -174,13 +174,14 @@ QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const 
                                                  const QString& key, const QString& defaultFile) const
 {
     QJsonValue stored = d->effects.value(effectId, controllerId, key);
-    QFile file(defaultFile);
-    if (!file.open(QIODevice::ReadOnly)) {
-        qInfo().noquote() << "[ConfigurationManager]: no defaults in" << defaultFile << file.errorString();
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(defaultFile, &reason);
+    if (!bytes) {
+        qInfo().noquote() << "[ConfigurationManager]: no defaults in" << defaultFile << reason;
         return stored;
     }
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject()) {
         qWarning().noquote() << "[ConfigurationManager]: broken defaults in" << defaultFile
                              << error.errorString();

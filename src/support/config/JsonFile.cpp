@@ -1,5 +1,7 @@
 #include "support/config/JsonFile.h"
 
+#include "support/config/DataFile.h"
+
 #include <QDateTime>
 #include <QDebug>
 #include <QDir>
@@ -72,14 +74,14 @@ bool JsonFile::read(const QString& path, QJsonObject* object) const
 {
     if (!QFileInfo::exists(path))
         return false;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        moveAside(path, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    if (!bytes) {
+        moveAside(path, QStringLiteral("cannot be read (%1)").arg(reason));
         return false;
     }
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-    file.close();
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error == QJsonParseError::NoError && document.isObject()) {
         *object = document.object();
         return true;
@@ -123,10 +125,8 @@ bool JsonFile::writeWithBackup(const QJsonObject& object)
         return false;
     if (m_saved.isEmpty() || m_backupIsEqual)
         return true;
-    QFile backup(backupPath(m_path));
-    m_backupIsEqual = backup.open(QIODevice::ReadOnly) && backup.readAll() == m_saved;
-    backup.close();
     QString error;
+    m_backupIsEqual = readDataFile(backupPath(m_path), &error) == m_saved;
     if (!m_backupIsEqual)
         m_backupIsEqual = replace(backupPath(m_path), m_saved, &error);
     if (!m_backupIsEqual)
@@ -155,8 +155,8 @@ void JsonFile::keepAsBackup() const
 {
     namespace fs = std::filesystem;
     const QString current = QFileInfo(m_path).canonicalFilePath(); // a link to a link would follow the file
-    if (current.isEmpty())
-        return; // deleted behind our back
+    if (!QFileInfo(current).isFile())
+        return; // deleted or replaced behind our back
     const QString fresh = backupPath(m_path) + QLatin1String(".new");
     QFile::remove(fresh);
     std::error_code error;

@@ -1,6 +1,7 @@
 // The file that tells AudioPeakValues where its bars lie. The prefix of the log lines is older than the
 // class.
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
+#include "support/config/DataFile.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -91,12 +92,14 @@ void AudioPeakValues::readJson(const QString& model, const QString& id)
 {
     qDebug().noquote() << "QIndependentObject::readJson" << model << id;
     const QString path = configFile(model, id);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qWarning().noquote().nospace() << "QIndependentObject::readJson readJson error:" << path;
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    if (!bytes) {
+        qWarning().noquote().nospace()
+            << "QIndependentObject::readJson readJson error:" << path << ' ' << reason;
         return;
     }
-    const Json::Value root = parsed(file.readAll());
+    const Json::Value root = parsed(*bytes);
     if (root.isNull())
         return;
     readSetting(root, "screenWidth", m_widthSize);

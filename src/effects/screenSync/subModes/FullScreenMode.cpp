@@ -3,10 +3,10 @@
 #include "effects/screenSync/LedMap.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/config/DataFile.h"
 #include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMutexLocker>
@@ -66,14 +66,15 @@ void FullScreenMode::unload()
 
 QJsonObject FullScreenMode::LEDMapConfigDefJsonObj(const ControlOptions& ctlOptions)
 {
-    QFile file(QStringLiteral("controler_config/%1.json").arg(ctlOptions.model));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qInfo().noquote() << "[FullScreenMode]: Not found default LED configuration file"
-                          << file.errorString();
+    const QString path = QStringLiteral("controler_config/%1.json").arg(ctlOptions.model);
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    if (!bytes) {
+        qInfo().noquote() << "[FullScreenMode]: Not found default LED configuration file" << reason;
         return {};
     }
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error != QJsonParseError::NoError) {
         qWarning().noquote() << "[FullScreenMode]: Failed to parser default LED configuration json file"
                              << error.errorString();
