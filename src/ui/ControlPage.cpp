@@ -55,8 +55,9 @@ void ControlPage::stackRegions()
     delete ui->optAreaWidget->layout();
     m_regions = new StackLayout(ui->optAreaWidget);
     m_regions->setSpacing(0);
-    for (QWidget* region : {ui->devControlModeRegion, ui->devDirRegion, ui->workGroupRegion, ui->statusRegion,
-                            ui->brightnessRegion, ui->otherOptRegion, ui->workersRegion})
+    for (QWidget* region : std::initializer_list<QWidget*>{
+             ui->devControlModeRegion, ui->devDirRegion, ui->workGroupRegion, ui->statusRegion,
+             ui->brightnessRegion, ui->otherOptRegion, ui->noticeLabel, ui->workersRegion})
         m_regions->addWidget(region);
 }
 
@@ -163,6 +164,13 @@ void ControlPage::setControlModeVisible(bool visible)
     remeasure();
 }
 
+void ControlPage::setNotice(QString text)
+{
+    ui->noticeLabel->setText(text);
+    ui->noticeLabel->setHidden(text.isEmpty());
+    remeasure();
+}
+
 void ControlPage::toggleControlModeView()
 {
     const bool enabled = !isControlModeViewEnabled();
@@ -181,7 +189,8 @@ void ControlPage::remeasure()
             if (body->layout())
                 body->layout()->activate();
         }
-        region->layout()->activate();
+        if (region->layout())
+            region->layout()->activate();
         lines += region->isHidden() ? 0 : m_regions->spacing() + StackLayout::kLine;
     }
 
@@ -249,7 +258,7 @@ bool ControlPage::eventFilter(QObject* watched, QEvent* event)
             toggleControlModeView();
     } else if (watched == ui->optAreaWidget) {
         // A region needs another height: texts were wrapped, the font or an option widget has changed.
-        if (event->type() == QEvent::LayoutRequest)
+        if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
             remeasure();
     } else if (event->type() == QEvent::FocusIn) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();

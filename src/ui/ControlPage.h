@@ -56,6 +56,8 @@ public slots:
     void setCurrentWorker(QString workerId);
     void setControllerName(QString name);
     void setControllerId(QString id);
+    /// Why the strip may not show what was chosen, above the effects; translated already, empty for none.
+    void setNotice(QString text);
     void setSOptWidProperty(QString key, QJsonValue val);
     void setLOptWidProperty(QString key, QJsonValue val);
 

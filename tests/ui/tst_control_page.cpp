@@ -377,6 +377,33 @@ private slots:
         QCOMPARE(texts(kGroups).value(5), QString("group 5"));
     }
 
+    void noticeStandsAboveTheEffectsAndWraps()
+    {
+        const auto* notice = part<QLabel>("noticeLabel");
+        const auto* effects = part<QWidget>("workersRegion");
+        const QString text =
+            "<b>The screen is gone</b> " + QString("connect it again or choose another ").repeated(4);
+        m_page->setWorkers(twoWorkers(), "a");
+        settle();
+        const int before = contentHeight();
+        QVERIFY(!notice->isVisible());
+        for (const int width : {1600, 900, 640}) {
+            m_page->resize(width, 590);
+            m_page->setNotice(text);
+            settle();
+            QVERIFY(notice->isVisible() && notice->text() == text && notice->textFormat() == Qt::PlainText);
+            QCOMPARE(notice->height(), notice->heightForWidth(notice->width()));
+            QVERIFY(effects->y() > notice->geometry().bottom());
+            QVERIFY(part<QWidget>("otherOptRegion")->geometry().bottom() < notice->y());
+            QVERIFY(contentHeight() > effects->geometry().bottom());
+        }
+        m_page->resize(1000, 590);
+        m_page->setNotice({});
+        settle();
+        QVERIFY(!notice->isVisible());
+        QCOMPARE(contentHeight(), before);
+    }
+
     void tabGoesDownThePage()
     {
         LogCapture log;

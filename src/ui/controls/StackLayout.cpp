@@ -10,6 +10,12 @@ bool isShown(QLayoutItem* item)
     return item->widget() != nullptr && !item->widget()->isHidden();
 }
 
+/// A text that wraps needs the more height the narrower it is.
+int heightOf(const QLayoutItem* item, int width)
+{
+    return item->hasHeightForWidth() && width > 0 ? item->heightForWidth(width) : item->sizeHint().height();
+}
+
 QSize withMargins(const QSize& size, const QMargins& margins)
 {
     return size + QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
@@ -55,7 +61,7 @@ QSize StackLayout::sizeHint() const
         if (!isShown(item))
             continue;
         width = qMax(width, item->sizeHint().width());
-        height += item->sizeHint().height();
+        height += heightOf(item, geometry().width());
     }
     return withMargins(QSize(width, height), contentsMargins());
 }
@@ -84,7 +90,7 @@ int StackLayout::stack(const QRect& rect, bool move) const
         if (!isShown(item))
             continue;
         if (move)
-            item->setGeometry(QRect(rect.left(), y, rect.width(), item->sizeHint().height()));
+            item->setGeometry(QRect(rect.left(), y, rect.width(), heightOf(item, rect.width())));
         y += item->geometry().height() + spacing() + kLine;
     }
     return y - rect.top();

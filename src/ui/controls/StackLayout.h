@@ -3,7 +3,8 @@
 #include <QLayout>
 #include <QVector>
 
-/// Widgets one below the other at full width, each as high as its size hint; hidden ones take no room.
+/// Widgets one below the other at full width, each as high as its size hint, a text that wraps as high
+/// as it needs; hidden ones take no room.
 /// The contents margins count for the hints only: the items begin at the rectangle's own edge.
 class StackLayout : public QLayout
 {
