@@ -12,14 +12,30 @@
 
 namespace {
 
-const QLatin1String kFolder("languages"); ///< relative to the program's folder
+const QString kFallback = QStringLiteral("en"); ///< for systems that speak none of the catalogues' languages
+const QLatin1String kFolder("languages");       ///< relative to the program's folder
 const QLatin1String kSeparator("_");
 const QLatin1String kSuffix(".qm");
 
-QString systemLanguage()
+QString storedChoice()
 {
-    const QString name = QLocale::system().name();
-    return name.left(name.lastIndexOf(QLatin1Char('_'))).toLower();
+    return ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kLanguage.key)).toString();
+}
+
+QString catalogueOf(const QString& language)
+{
+    return QStringLiteral(":/languages/lumivar_%1.qm").arg(language);
+}
+
+/// Exactly this one. A translator asked for "pt_BR" would take "pt".
+bool hasCatalogue(const QString& language)
+{
+    return QFile::exists(catalogueOf(language));
+}
+
+void logMissing(const QString& language)
+{
+    qDebug().noquote() << "Failed to load translation file for language:" << language;
 }
 
 /// "pt" of "languages/lumivar_pt.qm".
@@ -51,42 +67,54 @@ LanguageManager::LanguageManager(QObject* parent)
 {
 }
 
-void LanguageManager::loadSavedLanguage()
+void LanguageManager::loadSavedLanguage(const QString& systemLocale)
 {
-    const QJsonValue saved =
-        ConfigurationManager::instance()->AppConfigJsonObj().value(QLatin1String(ConfigKeys::kLanguage.key));
-    QString language;
-    if (saved.isNull() || saved.isUndefined()) {
-        language = systemLanguage();
-        qInfo().noquote() << "No saved language settings,OS language is" << language;
-    } else {
-        language = saved.toString(QLatin1String(ConfigKeys::kLanguage.fallback));
-        qInfo().noquote() << "Get saved language settings:" << language;
+    const QString chosen = storedChoice();
+    if (!chosen.isEmpty()) {
+        qInfo().noquote() << "Get saved language settings:" << chosen;
+        if (show(chosen))
+            return;
     }
-    switchLanguage(language);
+    const QString system = systemLocale.left(systemLocale.lastIndexOf(QLatin1Char('_'))).toLower();
+    if (chosen.isEmpty())
+        qInfo().noquote() << "No saved language settings,OS language is" << system;
+    if (!show(system))
+        show(kFallback);
 }
 
 void LanguageManager::switchLanguage(const QString& language)
 {
-    if (language == m_currentLanguage)
-        return;
-    const Qt::LayoutDirection before = QGuiApplication::layoutDirection();
-    QCoreApplication::removeTranslator(&m_translator);
-    if (!m_translator.load(QStringLiteral(":/languages/lumivar_%1.qm").arg(language))) {
-        setDirection(Qt::LeftToRight, before); // that of the source language
-        qDebug().noquote() << "Failed to load translation file for language:" << language;
+    if (!hasCatalogue(language)) {
+        logMissing(language);
         return;
     }
+    if (language != storedChoice()) {
+        ConfigurationManager* config = ConfigurationManager::instance();
+        config->AppConfigJsonObj().insert(QLatin1String(ConfigKeys::kLanguage.key), language);
+        config->saveAppConfigJsonObj();
+    }
+    show(language);
+}
+
+bool LanguageManager::show(const QString& language)
+{
+    if (language == m_currentLanguage)
+        return true;
+    if (!hasCatalogue(language)) {
+        logMissing(language);
+        return false;
+    }
+    const Qt::LayoutDirection before = QGuiApplication::layoutDirection();
+    QCoreApplication::removeTranslator(&m_translator);
+    m_translator.load(catalogueOf(language));
     QCoreApplication::installTranslator(&m_translator);
     // Not before: the application itself answers a new translator by a direction of its own. The windows hear
     // of the language later, from the event loop.
     setDirection(QLocale(language).textDirection(), before);
     m_currentLanguage = language;
-    ConfigurationManager* config = ConfigurationManager::instance();
-    config->AppConfigJsonObj().insert(QLatin1String(ConfigKeys::kLanguage.key), language);
-    config->saveAppConfigJsonObj();
     emit languageChanged(language);
     qDebug().noquote() << "InstallTranslator:" << language;
+    return true;
 }
 
 void LanguageManager::installENTranslator()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QObject>
 #include <QPair>
 #include <QSharedPointer>
@@ -16,11 +17,13 @@ class LanguageManager : public QObject
 public:
     static LanguageManager* instance();
 
-    /// Once at the start, before the first form is built: the stored language, else the system's.
-    void loadSavedLanguage();
-    /// Loads the compiled-in catalogue and remembers the choice. A language without a catalogue leaves the
-    /// source language on screen and the stored choice as it was.
+    /// Shows what the user chose; without a choice, or without a catalogue for it, the system's language,
+    /// else English. At the start before the first form is built, and when the system's locale has changed.
+    /// Stores nothing.
+    void loadSavedLanguage(const QString& systemLocale = QLocale::system().name());
+    /// The user's choice: shown and stored. Without a compiled-in catalogue nothing changes.
     void switchLanguage(const QString& language);
+    /// What shows; empty before the first call of one of the above.
     QString currentLanguage() const { return m_currentLanguage; }
 
     /// For catalogues that stand as files in the folder "languages" beside the program.
@@ -34,6 +37,7 @@ signals:
 
 private:
     explicit LanguageManager(QObject* parent = nullptr);
+    bool show(const QString& language);
 
     QTranslator m_translator;
     QString m_currentLanguage;

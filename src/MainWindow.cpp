@@ -12,7 +12,6 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QFile>
-#include <QLocale>
 #include <QMessageBox>
 #include <QMetaMethod>
 #include <QScreen>
@@ -163,11 +162,9 @@ void MainWindow::changeEvent(QEvent* event)
         ui->retranslateUi(this);
         showShortcuts();
         break;
-    case QEvent::LocaleChange: {
-        const QString name = QLocale::system().name();
-        LanguageManager::instance()->switchLanguage(name.left(name.lastIndexOf(QLatin1Char('_'))));
+    case QEvent::LocaleChange:
+        LanguageManager::instance()->loadSavedLanguage();
         break;
-    }
     case QEvent::WindowStateChange: {
         // Without the outline the close button reaches into the corner of the screen.
         const int outline = isFillingScreen() ? 0 : kOutline;

@@ -131,9 +131,10 @@ private slots:
     void theReporterWithoutADisplayNamesTheNewestDumpAndEnds()
     {
         ProgramUnderTest sandbox;
+        QString language = "zh_CN";
         const auto report = [&] {
             const QString folder = sandbox.configFile("").chopped(1);
-            const QStringList arguments{"--file", "lumivar", "--path", folder, "--language", "zh_CN"};
+            const QStringList arguments{"--file", "lumivar", "--path", folder, "--language", language};
             const auto reporter = sandbox.startAnother(arguments, CRASH_REPORTER);
             return ProgramUnderTest::endsWell(*reporter) ? sandbox.standardError() : QString();
         };
@@ -145,6 +146,14 @@ private slots:
         QVERIFY(
             older.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
         QVERIFY(report().contains("转储文件：" + sandbox.configFile("dumps/newer.dmp")));
+        language.clear(); // the user chose none: the system's
+        for (const char* const variable : {"LC_ALL", "LANGUAGE"})
+            sandbox.environment.remove(variable);
+        sandbox.environment.insert("LC_CTYPE", "C.UTF-8"); // the character set stays
+        sandbox.environment.insert("LANG", "zh_TW.UTF-8");
+        QVERIFY(report().contains("转储文件："));
+        sandbox.environment.insert("LANG", "nl_NL.UTF-8");
+        QVERIFY(report().contains("Dump file: "));
     }
 };
 

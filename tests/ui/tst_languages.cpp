@@ -1,5 +1,6 @@
 #include "Languagemanager.h"
 #include "LogCapture.h"
+#include "MainWindow.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -94,6 +95,11 @@ QJsonValue storedLanguage()
     return ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kLanguage.key));
 }
 
+void store(const QJsonValue& language)
+{
+    ConfigurationManager::instance()->setAppConfig(QLatin1String(ConfigKeys::kLanguage.key), language);
+}
+
 QString quitText()
 {
     return QCoreApplication::translate("MainWindow", "退出");
@@ -151,13 +157,76 @@ private slots:
         }
     }
 
-    void startsInTheLanguageOfTheSystem()
+    void startsInTheLanguageOfTheSystemElseInEnglish_data()
     {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("a catalogue of the language") << "pt_BR"
+                                                     << "pt"
+                                                     << "Sair";
+        QTest::newRow("the source language") << "zh_TW"
+                                             << "zh"
+                                             << "退出";
+        QTest::newRow("no catalogue") << "nl_NL"
+                                      << "en"
+                                      << "Exit";
+        QTest::newRow("C") << "C"
+                           << "en"
+                           << "Exit";
+        QTest::newRow("POSIX") << "POSIX"
+                               << "en"
+                               << "Exit";
+        QTest::newRow("nothing") << ""
+                                 << "en"
+                                 << "Exit";
+    }
+    void startsInTheLanguageOfTheSystemElseInEnglish()
+    {
+        QFETCH(QString, locale);
         LogCapture log;
-        LanguageManager::instance()->loadSavedLanguage();
-        QVERIFY(log.contains(QStringLiteral("No saved language settings,OS language is pt")));
-        QCOMPARE(quitText(), QStringLiteral("Sair"));
-        QCOMPARE(storedLanguage(), QJsonValue(QStringLiteral("pt")));
+        LanguageManager* manager = LanguageManager::instance();
+        manager->loadSavedLanguage(locale);
+        QVERIFY(log.contains("No saved language settings,OS language is"));
+        QTEST(manager->currentLanguage(), "language");
+        QTEST(quitText(), "text");
+        QCOMPARE(storedLanguage(), QJsonValue(QJsonValue::Undefined)); // it is nobody's choice
+    }
+
+    void userChoosesAndTheSystemFollowsOnlyWithoutAChoice()
+    {
+        LanguageManager* manager = LanguageManager::instance();
+        MainWindow window;
+        const auto localeChanges = [&window] {
+            QEvent change(QEvent::LocaleChange);
+            QCoreApplication::sendEvent(&window, &change);
+        };
+        manager->loadSavedLanguage("C");
+        localeChanges();
+        QCOMPARE(manager->currentLanguage(), "pt");
+        manager->switchLanguage("pt"); // shows already, and is a choice from now on
+        QCOMPARE(storedLanguage(), QJsonValue("pt"));
+        for (const char* chosen : {"zh", "de"}) {
+            manager->switchLanguage(chosen);
+            localeChanges();
+            QCOMPARE(manager->currentLanguage(), chosen);
+            QCOMPARE(storedLanguage(), QJsonValue(chosen));
+        }
+        QCOMPARE(quitText(), "Beenden");
+        // The catalogue of the choice is gone for a while: the choice stays.
+        store("xx");
+        manager->loadSavedLanguage("nl_NL");
+        QCOMPARE(manager->currentLanguage(), "en");
+        QCOMPARE(quitText(), "Exit");
+        localeChanges();
+        QCOMPARE(manager->currentLanguage(), "pt");
+        QCOMPARE(storedLanguage(), QJsonValue("xx"));
+        store("de");
+        localeChanges();
+        QCOMPARE(manager->currentLanguage(), "de");
+        store({});
+        localeChanges();
+        QCOMPARE(manager->currentLanguage(), "pt");
     }
 
     void switchingReachesWindowsAndStore()
@@ -166,8 +235,7 @@ private slots:
         LogCapture log;
         Window window;
         QSignalSpy changes(manager, &LanguageManager::languageChanged);
-        ConfigurationManager::instance()->setAppConfig(QLatin1String(ConfigKeys::kLanguage.key),
-                                                       QStringLiteral("de"));
+        store("de");
         manager->loadSavedLanguage();
         QVERIFY(log.contains(QStringLiteral("Get saved language settings: de")));
         QTRY_COMPARE(window.changes, 1);
@@ -208,17 +276,21 @@ private slots:
         }
     }
 
-    void languageWithoutCatalogueShowsTheSource()
+    void languageWithoutCatalogueChangesNothing()
     {
         LanguageManager* manager = LanguageManager::instance();
+        manager->switchLanguage("ar");
         QSignalSpy changes(manager, &LanguageManager::languageChanged);
-        LogCapture log;
-        manager->switchLanguage(QStringLiteral("xx"));
-        QVERIFY(log.contains(QStringLiteral("Failed to load translation file for language: xx")));
-        QCOMPARE(quitText(), QStringLiteral("退出"));
-        QCOMPARE(QGuiApplication::layoutDirection(), Qt::LeftToRight);
-        QCOMPARE(manager->currentLanguage(), QStringLiteral("ar"));
-        QCOMPARE(storedLanguage(), QJsonValue(QStringLiteral("ar")));
+        for (const char* language : {"xx", "", "pt_BR"}) {
+            LogCapture log;
+            const QString text = quitText();
+            manager->switchLanguage(language);
+            QVERIFY(log.contains(QString("Failed to load translation file for language: ") + language));
+            QCOMPARE(quitText(), text);
+            QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+            QCOMPARE(manager->currentLanguage(), "ar");
+            QCOMPARE(storedLanguage(), QJsonValue("ar"));
+        }
         QCOMPARE(changes.count(), 0);
     }
 

@@ -1,3 +1,4 @@
+#include "Languagemanager.h"
 #include "MainWindow.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -75,6 +76,7 @@ private slots:
     {
         QApplication::setLayoutDirection(Qt::LeftToRight);
         ConfigurationManager::instance()->reset();
+        LanguageManager::instance()->switchLanguage("zh"); // the widths of its texts are known
     }
 
     void titleBarTellsWhatIsOrdered()

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QLocale>
 #include <QTextStream>
 #include <cstdio>
 
@@ -49,7 +50,8 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("language"), QStringLiteral("Language code"), QStringLiteral("code")});
     parser.parse(QCoreApplication::arguments()); // whatever is wrong with them, the user has to be told
 
-    const ReportTexts texts = reportTexts(parser.value(QStringLiteral("language")));
+    const QString chosen = parser.value(QStringLiteral("language")); // empty when the user chose none
+    const ReportTexts texts = reportTexts(chosen.isEmpty() ? QLocale::system().name() : chosen);
     const QString program = parser.value(QStringLiteral("file"));
     const QDir folder(parser.value(QStringLiteral("path")) + QLatin1String("/dumps"));
     const QString dumpPath = newestDump(folder);
