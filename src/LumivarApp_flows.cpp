@@ -140,7 +140,8 @@ void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
         return; // the devices keep what they have
     const ControlPage& page = controlPage();
     logUserAction(QStringLiteral("Switched to multi device control"));
-    const float brightness = page.brightness();
+    // The device's own: the page shows it in whole percent, and nobody has asked for that to be written.
+    const float brightness = m_deviceManager.controlOptions(page.controllerId()).brightness;
     const bool enable = page.isLightEnabled();
     const QString effect = page.currentWorker();
     forEachController([&](AbsRGBController& each) {

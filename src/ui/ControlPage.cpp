@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr float kFloatErrorPercent = 0.001f;
 constexpr int kMinPictureHeight = 200;
 /// A word that is wider is cut rather than let it push the right column aside.
 constexpr int kMaxWordWidth = 260;
@@ -103,7 +104,9 @@ void ControlPage::setSingleDevCtrlMode(bool enable)
 void ControlPage::setBrightness(float brightness)
 {
     const QSignalBlocker blocker(this);
-    ui->brightnessSlider->setValue(static_cast<int>(qBound(0.0f, brightness * 100.0f, 100.0f)));
+    // Truncated, but 0.53 is 0.52999998 as a float.
+    const float percent = brightness * 100.0f + kFloatErrorPercent;
+    ui->brightnessSlider->setValue(static_cast<int>(qBound(0.0f, percent, 100.0f)));
     update();
 }
 

@@ -136,6 +136,18 @@ private slots:
         QVERIFY(!options(0).enable && !page().isLightEnabled());
     }
 
+    void multiModeKeepsWhatThePageCannotShow()
+    {
+        start({kSingleColor, kSingleColor});
+        device(0)->setBrightness(0.5375F);
+        openPage(0);
+        QCOMPARE(page().findChild<QSlider*>("brightnessSlider")->value(), 53);
+        click("multDevControlCheckBox");
+        QVERIFY(options(0).brightness == 0.5375F && options(1).brightness == 0.5375F);
+        page().findChild<QSlider*>("brightnessSlider")->setValue(54);
+        QVERIFY(options(0).brightness == 0.54F && options(1).brightness == 0.54F);
+    }
+
     void controlModeAppearsWithTheSecondDevice()
     {
         start({kMarquee});

@@ -160,6 +160,12 @@ private slots:
         page->setSingleDevCtrlMode(true);
         QVERIFY(page->dir() == 1 && !page->isLightEnabled());
         QCOMPARE(part<QSlider>("brightnessSlider")->value(), 99);
+        for (int percent = 0; percent <= 100; ++percent) { // 0.53 is a little less as a float
+            page->setBrightness(static_cast<float>(percent) / 100);
+            QCOMPARE(part<QSlider>("brightnessSlider")->value(), percent);
+            page->setBrightness(static_cast<float>(percent / 100.0));
+            QCOMPARE(part<QSlider>("brightnessSlider")->value(), percent);
+        }
         QVERIFY(part<QRadioButton>("singleDevControlCheckBox")->isChecked());
         QCOMPARE(told, QStringList());
 
