@@ -14,6 +14,11 @@ namespace {
 
 constexpr float kFloatErrorPercent = 0.001f;
 constexpr int kMinPictureHeight = 200;
+constexpr int kMinPictureWidth = 280; ///< from here on the headers stand beside their controls
+constexpr int kControlsWidth = 440;   ///< four effects side by side
+constexpr int kHeaderHeight = 30;     ///< of one that stands above
+constexpr int kMaxHeaderWidth = 140;  ///< of one that stands beside; a longer word has what it needs
+constexpr int kHeaderPadding = 28;    ///< as the style sheet says, and a little for rounding
 /// A word that is wider is cut rather than let it push the right column aside.
 constexpr int kMaxWordWidth = 260;
 
@@ -181,25 +186,59 @@ void ControlPage::toggleControlModeView()
     setControlModeVisible(enabled);
 }
 
+QList<ControlPage::Region> ControlPage::regions() const
+{
+    QList<Region> result;
+    for (int i = 0; i < m_regions->count(); ++i) {
+        QWidget* widget = m_regions->itemAt(i)->widget();
+        if (auto* layout = static_cast<QBoxLayout*>(widget->layout())) // the notice has none
+            result.append({widget, layout, static_cast<QLabel*>(layout->itemAt(0)->widget()),
+                           layout->itemAt(1)->widget()});
+    }
+    return result;
+}
+
+/// Beside their controls the headers form a column; above them where the picture would have no room left.
+void ControlPage::placeHeaders(int pageWidth)
+{
+    int column = 0;
+    for (const Region& region : regions()) {
+        region.header->ensurePolished();
+        const int text = region.header->fontMetrics().horizontalAdvance(region.header->text());
+        const int wrapped =
+            region.header->minimumSizeHint().width(); // the longest word, where there are words
+        column = qMax(column, qMax(qMin(text + kHeaderPadding, kMaxHeaderWidth), wrapped));
+    }
+    const bool beside =
+        pageWidth >= column + kControlsWidth + ui->columnsLayout->spacing() + kMinPictureWidth;
+    for (const Region& region : regions()) {
+        region.layout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+        region.header->setMinimumSize(beside ? column : 0, beside ? 0 : kHeaderHeight);
+        region.header->setMaximumWidth(beside ? column : QWIDGETSIZE_MAX);
+        region.widget->setMinimumHeight(region.header->minimumHeight() + region.body->minimumHeight());
+    }
+    const QMargins unused = m_regions->contentsMargins();
+    const int needed = m_regions->minimumSize().width() - unused.left() - unused.right();
+    ui->optAreaWidget->setMinimumWidth(qMax((beside ? column : 0) + kControlsWidth, needed));
+}
+
 void ControlPage::remeasure()
 {
+    const QMargins margins = m_regions->contentsMargins();
+    const int width = ui->scrollArea->width() - margins.left() - margins.right();
+    placeHeaders(width);
+
     // Hints are renewed from the inside out, by posted events only; here they are needed at once.
     int lines = 0;
-    for (int i = 0; i < m_regions->count(); ++i) {
-        QWidget* region = m_regions->itemAt(i)->widget();
-        const auto bodies = region->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        for (const QWidget* body : bodies) {
-            if (body->layout())
-                body->layout()->activate();
-        }
-        if (region->layout())
-            region->layout()->activate();
-        lines += region->isHidden() ? 0 : m_regions->spacing() + StackLayout::kLine;
+    for (const Region& region : regions()) {
+        if (region.body->layout())
+            region.body->layout()->activate();
+        region.layout->activate();
     }
+    for (int i = 0; i < m_regions->count(); ++i)
+        lines += m_regions->itemAt(i)->widget()->isHidden() ? 0 : m_regions->spacing() + StackLayout::kLine;
 
-    const QMargins margins = m_regions->contentsMargins();
     const int height = m_regions->sizeHint().height();
-    const int width = ui->scrollArea->width() - margins.left() - margins.right();
     ui->scrollAreaWidgetContents_3->setFixedSize(qMax(0, width), height);
     // The horizontal bar on purpose: the vertical one comes and goes by itself.
     ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QJsonValue>
+#include <QList>
 #include <QMap>
 #include <QWidget>
 #include <memory>
@@ -13,6 +14,8 @@ namespace Ui {
 class ControlPage;
 }
 class AbsWorkerWidget;
+class QBoxLayout;
+class QLabel;
 class StackLayout;
 
 /// The page on which one device, or all of them, are operated. Knows neither devices nor effects: the setter
@@ -85,9 +88,20 @@ private slots:
     void onDevCtlModeChanged();
 
 private:
+    /// One row of the left column: a header, and beside or below it its controls.
+    struct Region
+    {
+        QWidget* widget;
+        QBoxLayout* layout;
+        QLabel* header;
+        QWidget* body;
+    };
+    QList<Region> regions() const;
+
     void connectForm();
     void stackRegions();
     void toggleControlModeView();
+    void placeHeaders(int pageWidth);
     void remeasure();
     void showControllerName();
     void fitTexts();

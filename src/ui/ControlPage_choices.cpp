@@ -84,9 +84,8 @@ void ControlPage::setWorkGroups(QMap<QString, WorkGroupModel> groups, QString cu
 
     const int rows = (groups.size() + kGroupColumns - 1) / kGroupColumns;
     const QMargins margins = grid->contentsMargins();
-    ui->workGroupRegion->setMinimumHeight(ui->workModeHeader->minimumHeight() + margins.top() +
-                                          margins.bottom() + rows * kGroupRowHeight +
-                                          grid->spacing() * (rows - 1));
+    ui->workGroupContainer->setMinimumHeight(margins.top() + margins.bottom() + rows * kGroupRowHeight +
+                                             grid->spacing() * (rows - 1));
     fitTexts();
     chainTabOrder();
     if (!currentGroup.isEmpty())
@@ -161,15 +160,14 @@ void ControlPage::setWorkers(QMap<QString, WorkerModel> workers, QString current
     const int count = workers.size();
     const int rows = (count + kWorkerColumns - 1) / kWorkerColumns;
     const QMargins margins = grid->contentsMargins();
-    const int height = ui->subModeHeader->minimumHeight() + margins.top() + margins.bottom() +
-                       rows * rowHeight + grid->verticalSpacing() * (rows - 1);
+    ui->workerContainer->setMinimumHeight(margins.top() + margins.bottom() + rows * rowHeight +
+                                          grid->verticalSpacing() * (rows - 1));
     const QPointer<QGridLayout> mine(grid);
     if (!currentWorker.isEmpty())
         setCurrentWorker(currentWorker);
     if (!mine)
         return; // whoever filled the options has set other effects meanwhile
     ui->workersRegion->setVisible(count != 1);
-    ui->workersRegion->setMinimumHeight(height);
     remeasure();
 }
 

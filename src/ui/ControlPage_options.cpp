@@ -112,9 +112,7 @@ void ControlPage::fitSOptWidget(QWidget* widget)
     const int height = widget->minimumHeight() > 0 ? widget->minimumHeight() : widget->sizeHint().height();
     widget->setFixedHeight(height);
     const QMargins margins = ui->otherOptionsWidget->layout()->contentsMargins();
-    const int body = height + margins.top() + margins.bottom();
-    ui->otherOptionsWidget->setMinimumHeight(body);
-    ui->otherOptRegion->setMinimumHeight(body + ui->otherHeader->minimumHeight());
+    ui->otherOptionsWidget->setMinimumHeight(height + margins.top() + margins.bottom());
 }
 
 bool ControlPage::hostLOptWidget(const QString& className)

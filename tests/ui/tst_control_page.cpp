@@ -1,3 +1,4 @@
+#include "Languagemanager.h"
 #include "LogCapture.h"
 #include "effects/AbsWorkerWidget.h"
 #include "support/config/ConfigKeys.h"
@@ -8,6 +9,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QStackedWidget>
@@ -196,8 +199,9 @@ private slots:
         QCOMPARE(texts(kGroups), (QStringList{"zero", "R&&B <b>", "second of three, a long name", "last"}));
         QVERIFY(shown.at(0)->y() == shown.at(2)->y() && shown.at(3)->y() > shown.at(2)->y());
         QVERIFY(qAbs(shown.at(0)->width() - shown.at(2)->width()) <= 1);
-        // 36 for the header, two margins of 20, two rows of 40, one spacing of -1
-        QCOMPARE(part<QWidget>("workGroupRegion")->minimumHeight(), 36 + 40 + 80 - 1);
+        // The header, two margins of 20, two rows of 40, one spacing of -1
+        const auto* header = part<QWidget>("workModeHeader");
+        QCOMPARE(part<QWidget>("workGroupRegion")->minimumHeight(), header->minimumHeight() + 40 + 80 - 1);
         m_page->setCurrentGroup("unknown");
         QVERIFY(shown.at(1)->isChecked());
         QCOMPARE(picked.count(), 0);
@@ -218,7 +222,7 @@ private slots:
         settle();
         QCOMPARE(texts(kEffects), (QStringList{"one", "three", "four", "five", "tie"}));
         const QWidget* region = part<QWidget>("workersRegion");
-        QVERIFY(region->isVisible() && region->height() >= 36 + 2 * effect("one")->height() + 20);
+        QVERIFY(region->isVisible() && region->height() >= 2 * effect("one")->height() + 20);
         QVERIFY(effect("five")->y() == effect("one")->y() && effect("tie")->y() > effect("one")->y());
         QVERIFY(contentHeight() >= region->geometry().bottom()); // nothing lies below the page
 
@@ -280,7 +284,7 @@ private slots:
         QCOMPARE(contentHeight(), before + 100);
         emit sOpt()->visibleStatusChanged(false);
         QVERIFY(!shows("otherOptRegion"));
-        QCOMPARE(contentHeight(), before - 60 - 36);
+        QCOMPARE(contentHeight(), before - 60);
         m_page->setSOptWidProperty("k", 8);
         QCOMPARE(sOpt()->effectProperty("k").toInt(), 5);
     }
@@ -408,6 +412,56 @@ private slots:
         settle();
         QVERIFY(!notice->isVisible());
         QCOMPARE(contentHeight(), before);
+    }
+
+    void firstRowOfEffectsShowsWithoutScrolling_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const char* language : {"zh", "en", "de", "ru", "ar", "ja", "vi"})
+            QTest::newRow(language) << language;
+    }
+    void firstRowOfEffectsShowsWithoutScrolling()
+    {
+        QFETCH(QString, language);
+        LanguageManager::instance()->switchLanguage(language);
+        QMap<QString, WorkGroupModel> groups;
+        for (const char* name : {"单色模式", "幻彩模式", "同屏模式", "音乐模式", "图形模式", "跑马灯模式"})
+            groups[name] = group(name, groups.size());
+        QMap<QString, WorkerModel> effects;
+        for (int i = 1; i <= 8; ++i)
+            effects[QString::number(i)] = worker("幻彩模式 " + QString::number(i), i, "EchoOption");
+        m_page->setControlModeVisible(true);
+        m_page->setWorkGroups(groups, "音乐模式");
+        m_page->setWorkers(effects, "1");
+        sOpt()->setMinimumHeight(80); // of the music effects
+        emit sOpt()->miniHeightChanged(80);
+        // What the title bar leaves of 80 % of a screen of 1366x768, and of the window's own size.
+        for (const QSize size : {QSize(1090, 562), QSize(1178, 798)}) {
+            m_page->resize(size);
+            settle();
+            const QWidget* first = buttons(kEffects).first();
+            QVERIFY(m_page->rect().contains(QRect(first->mapTo(m_page.get(), QPoint()), first->size())));
+            int bottom = -1;
+            for (const char* name : {"devControlModeRegion", "devDirRegion", "workGroupRegion",
+                                     "statusRegion", "brightnessRegion", "otherOptRegion", "workersRegion"}) {
+                const QRect region = part<QWidget>(name)->geometry();
+                QVERIFY2(region.top() > bottom, name);
+                bottom = region.bottom();
+            }
+            QVERIFY(part<QWidget>("productImgWid")->width() > size.width() / 3); // gives way, but stays
+        }
+        // On a small screen nothing is cut at the sides, and the rest is reached by scrolling.
+        m_page->resize(640, 428);
+        settle();
+        QVERIFY(lOptPage()->mapTo(m_page.get(), lOptPage()->rect().topRight()).x() < 640);
+        QVERIFY(part<QScrollArea>("scrollArea")->verticalScrollBar()->maximum() > 0);
+        QCOMPARE(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum(), 0);
+        for (const char* container : {kGroups, kEffects}) {
+            const QRect inside = part<QWidget>(container)->rect();
+            for (const auto* button : buttons(container))
+                QVERIFY2(inside.contains(button->geometry()), qPrintable(button->text()));
+        }
+        LanguageManager::instance()->switchLanguage("zh");
     }
 
     void tabGoesDownThePage()
