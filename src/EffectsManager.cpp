@@ -9,7 +9,6 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QMetaMethod>
 #include <algorithm>
@@ -272,10 +271,11 @@ QSharedPointer<QThread> EffectsManager::loadInNewThread(const QSharedPointer<IEf
 
 void EffectsManager::unload(const EffectBinding& binding)
 {
-    // A load that has not begun must not follow the unload, and while it waits it holds worker and
-    // controller.
-    if (binding.thread)
-        QCoreApplication::removePostedEvents(binding.worker.data(), QEvent::MetaCall);
+    // What waits in the queue of the worker's own thread, its load first of all, has its turn before: what
+    // the user chose last is not lost, and nothing reaches the worker after its unload.
+    if (binding.worker->thread() != QThread::currentThread())
+        QMetaObject::invokeMethod(
+            binding.worker.data(), [] {}, Qt::BlockingQueuedConnection);
     guardedCall("unload", [&] { binding.worker->unload(); });
 }
 

@@ -23,8 +23,8 @@ public:
     virtual EffectWorkerOptions options() = 0;
     virtual QJsonValue effectProperty(const QString& key) = 0;
     virtual void setEffectProperty(const QString& key, const QJsonValue& val) = 0;
-    /// The last call: writes what must survive. May come from another thread than the worker's. On the main
-    /// thread the injected services may be gone after it.
+    /// The last call, never without load and after all calls that waited: writes what must survive. May come
+    /// from another thread than the worker's. On the main thread the injected services may be gone after it.
     virtual void unload() = 0;
 
 public slots:

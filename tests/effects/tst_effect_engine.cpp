@@ -201,6 +201,34 @@ private slots:
         QTRY_COMPARE(deleted.load(), kRounds + 1);
     }
 
+    void what_waits_for_an_async_worker_comes_before_its_unload_data()
+    {
+        QTest::addColumn<bool>("managerGoes");
+        QTest::newRow("unbound") << false;
+        QTest::newRow("with the manager") << true;
+    }
+    void what_waits_for_an_async_worker_comes_before_its_unload()
+    {
+        QFETCH(bool, managerGoes);
+        auto manager = std::make_unique<TestManager>();
+        const auto controller = QSharedPointer<FakeController>::create();
+        const QString id = controller->id();
+        for (const QStringList& keys : {QStringList{}, QStringList{"value", "throw", "value"}}) {
+            manager->bindController(controller, kAsync);
+            QJsonArray expected{"desk main", "load own"};
+            for (const QString& key : keys) {
+                manager->setEffectProperty(id, key, 1); // the load may not even have begun
+                expected += "set " + key + " own";
+            }
+            expected += "unload main";
+            if (managerGoes && !keys.isEmpty())
+                manager.reset();
+            else
+                manager->unbindController(id);
+            QCOMPARE(storedJournal(kAsync, *controller), expected);
+        }
+    }
+
     void the_manager_unloads_what_is_bound_when_it_goes()
     {
         auto manager = std::make_unique<TestManager>();
