@@ -11,7 +11,7 @@ class AbsAnimatedEffect : public IEffectWorker
     Q_OBJECT
 
 public:
-    /// Period of 33 ms, not started; the subclass keeps the options itself and calls start().
+    /// Period of 33 ms, not started; the subclass sets m_effectOptions and calls start().
     explicit AbsAnimatedEffect(QObject* parent);
     /// Period from the configuration. With autoStart `update` is called before `load`.
     AbsAnimatedEffect(const EffectWorkerOptions& options, QObject* parent, bool autoStart);

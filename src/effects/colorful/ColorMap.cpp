@@ -25,8 +25,8 @@ double speedFactor(int speed)
 
 ColorMap::ColorMap(const EffectWorkerOptions& options, QObject* parent)
     : AbsAnimatedEffect(parent)
-    , m_effectOptions(options)
 {
+    m_effectOptions = options;
     start();
 }
 
@@ -46,11 +46,6 @@ int ColorMap::load(const ControlOptions& ctlOptions)
                      kMaxSpeed);
     m_ctlOptions = ctlOptions;
     return 0;
-}
-
-EffectWorkerOptions ColorMap::options()
-{
-    return m_effectOptions;
 }
 
 QJsonValue ColorMap::effectProperty(const QString& key)

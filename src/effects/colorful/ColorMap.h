@@ -15,7 +15,6 @@ public:
     Q_INVOKABLE ColorMap(const EffectWorkerOptions& options, QObject* parent);
 
     int load(const ControlOptions& ctlOptions) override;
-    EffectWorkerOptions options() override;
     QJsonValue effectProperty(const QString& key) override;
     void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
@@ -28,8 +27,6 @@ private:
     void setSpeed(int speed);
     void storeSpeed();
 
-    // The base class's constructor with the fixed period leaves its own copy empty.
-    EffectWorkerOptions m_effectOptions;
     ControlOptions m_ctlOptions;
     QImage m_colorMap;
     int m_speed = 100;
