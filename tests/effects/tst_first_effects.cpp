@@ -1,3 +1,4 @@
+#include "effects/EffectProperties.h"
 #include "effects/colorful/ColorMap.h"
 #include "effects/colorful/FlowingEffect.h"
 #include "effects/colorful/Marquee.h"
@@ -282,6 +283,41 @@ private slots:
         effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});
         effect.unload();
         QCOMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF090807u);
+    }
+
+    void propertiesAreAnsweredByTheirKind()
+    {
+        QStringList written;
+        const auto setter = [&written](const char* name) {
+            return [&written, name](const QJsonValue& val) { written += name + val.toVariant().toString(); };
+        };
+        EffectProperties properties{
+            {"list", [] { return 1; }, setter("list "), EffectProperty::Place},
+            {"sources", [] { return 2; }, {}, EffectProperty::Place}, // to be read only
+            {"notice", [] { return 3; }, {}, EffectProperty::Apart},
+            {"reset", {}, setter("reset "), EffectProperty::Apart},
+        };
+        properties.add({{"choice", [] { return 4; }, setter("choice ")},
+                        {"colour", [] { return 5; }, setter("colour "), EffectProperty::Look}});
+        const QJsonObject all{{"list", 1}, {"sources", 2}, {"choice", 4}, {"colour", 5}};
+        QCOMPARE(properties.read("").toObject(), all);
+        QCOMPARE(properties.read(EffectProperties::kLook).toObject(), (QJsonObject{{"colour", 5}}));
+        QCOMPARE(properties.read("notice").toInt(), 3);
+        for (const char* unknown : {"reset", "Colour", " "})
+            QCOMPARE(properties.read(unknown), QJsonValue(QJsonValue::Null));
+
+        QJsonObject more = all;
+        for (const char* key : {"notice", "reset", "unknown", "", EffectProperties::kLook})
+            more[key] = 9;
+        properties.write("", more);
+        QCOMPARE(written,
+                 (QStringList{"list 1", "choice 4", "colour 5"})); // a list comes before what is in it
+        for (const char* key : {"sources", "notice", "unknown", EffectProperties::kLook})
+            properties.write(key, 6);
+        properties.write("", 6);
+        properties.write("", QJsonObject{{"colour", QJsonValue::Null}});
+        properties.write("reset", 7);
+        QCOMPARE(written.mid(3), (QStringList{"colour ", "reset 7"}));
     }
 
     void propertiesFollowTheProtocol_data()

@@ -1,6 +1,5 @@
 #include "effects/colorful/ColorMap.h"
 
-#include "effects/SingleProperty.h"
 #include "effects/colorful/paintUnits.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
@@ -24,8 +23,10 @@ double speedFactor(int speed)
 } // namespace
 
 ColorMap::ColorMap(const EffectWorkerOptions& options, QObject* parent)
-    : AbsAnimatedEffect(parent)
+    : WithProperties(parent)
 {
+    m_properties.add({{kSpeedKey, [this] { return m_speed; },
+                       [this](const QJsonValue& speed) { setSpeed(speed.toInt(0)); }, EffectProperty::Look}});
     m_effectOptions = options;
     start();
 }
@@ -46,18 +47,6 @@ int ColorMap::load(const ControlOptions& ctlOptions)
                      kMaxSpeed);
     m_ctlOptions = ctlOptions;
     return 0;
-}
-
-QJsonValue ColorMap::effectProperty(const QString& key)
-{
-    return SingleProperty::read(key, kSpeedKey, m_speed);
-}
-
-void ColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
-    if (!speed.isUndefined())
-        setSpeed(speed.toInt(0));
 }
 
 void ColorMap::unload()

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "effects/AbsAnimatedEffect.h"
+#include "effects/EffectProperties.h"
 
 #include <QImage>
 
 /// Plays a picture on the strip: its width lies along the strip, its height is time. The picture is
 /// effects/colorful/<last part of the effect id>.png beside the program. Runs at 33 ms. Main thread.
 /// Property "speed": slider value, 1 to 200.
-class ColorMap : public AbsAnimatedEffect
+class ColorMap : public WithProperties<AbsAnimatedEffect>
 {
     Q_OBJECT
 
@@ -15,8 +16,6 @@ public:
     Q_INVOKABLE ColorMap(const EffectWorkerOptions& options, QObject* parent);
 
     int load(const ControlOptions& ctlOptions) override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
 protected:

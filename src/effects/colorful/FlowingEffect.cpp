@@ -1,6 +1,5 @@
 #include "effects/colorful/FlowingEffect.h"
 
-#include "effects/SingleProperty.h"
 #include "effects/colorful/paintUnits.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
@@ -35,9 +34,11 @@ int sliderValue(double speed)
 } // namespace
 
 FlowingEffect::FlowingEffect(const EffectWorkerOptions& options, QObject* parent)
-    : IEffectWorker(parent)
+    : WithProperties(parent)
     , m_effectOptions(options)
 {
+    m_properties.add({{kSpeedKey, [this] { return sliderValue(m_speed); },
+                       [this](const QJsonValue& speed) { setSpeed(speed.toInt(0)); }, EffectProperty::Look}});
 }
 
 int FlowingEffect::load(const ControlOptions& ctlOptions)
@@ -65,18 +66,6 @@ int FlowingEffect::load(const ControlOptions& ctlOptions)
 EffectWorkerOptions FlowingEffect::options()
 {
     return m_effectOptions;
-}
-
-QJsonValue FlowingEffect::effectProperty(const QString& key)
-{
-    return SingleProperty::read(key, kSpeedKey, sliderValue(m_speed));
-}
-
-void FlowingEffect::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
-    if (!speed.isUndefined())
-        setSpeed(speed.toInt(0));
 }
 
 void FlowingEffect::unload()

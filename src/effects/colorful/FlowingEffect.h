@@ -1,10 +1,11 @@
 #pragma once
 
+#include "effects/EffectProperties.h"
 #include "effects/IEffectWorker.h"
 
 /// A full rainbow that runs along the strip by a fixed amount each timer period. Main thread.
 /// Property "speed": slider value, 1 to 200.
-class FlowingEffect : public IEffectWorker
+class FlowingEffect : public WithProperties<IEffectWorker>
 {
     Q_OBJECT
 
@@ -13,8 +14,6 @@ public:
 
     int load(const ControlOptions& ctlOptions) override;
     EffectWorkerOptions options() override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
 public slots:

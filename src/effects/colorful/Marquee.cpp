@@ -1,6 +1,5 @@
 #include "effects/colorful/Marquee.h"
 
-#include "effects/SingleProperty.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -13,8 +12,10 @@ constexpr const char* kSpeedKey = ConfigKeys::kMarqueeSpeed.key;
 } // namespace
 
 Marquee::Marquee(const EffectWorkerOptions& options, QObject* parent)
-    : AbsAnimatedEffect(options, parent, true)
+    : WithProperties(options, parent, true)
 {
+    m_properties.add({{kSpeedKey, [this] { return m_speed; },
+                       [this](const QJsonValue& speed) { setSpeed(speed.toInt(0)); }, EffectProperty::Look}});
 }
 
 int Marquee::load(const ControlOptions& ctlOptions)
@@ -26,22 +27,14 @@ int Marquee::load(const ControlOptions& ctlOptions)
     return 0;
 }
 
-QJsonValue Marquee::effectProperty(const QString& key)
+void Marquee::unload()
 {
-    return SingleProperty::read(key, kSpeedKey, m_speed);
-}
-
-void Marquee::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
-    if (speed.isUndefined())
-        return;
-    m_speed = speed.toInt(0);
     storeSpeed();
 }
 
-void Marquee::unload()
+void Marquee::setSpeed(int speed)
 {
+    m_speed = speed;
     storeSpeed();
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "effects/AbsAnimatedEffect.h"
+#include "effects/EffectProperties.h"
 
 /// One red unit that moves along a black strip, paced by the time that passed. Main thread.
 /// Property "speed": slider value, 1 to 200.
-class Marquee : public AbsAnimatedEffect
+class Marquee : public WithProperties<AbsAnimatedEffect>
 {
     Q_OBJECT
 
@@ -12,8 +13,6 @@ public:
     Q_INVOKABLE Marquee(const EffectWorkerOptions& options, QObject* parent);
 
     int load(const ControlOptions& ctlOptions) override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
 public slots:
@@ -23,6 +22,7 @@ protected:
     void update(double seconds) override;
 
 private:
+    void setSpeed(int speed);
     void storeSpeed();
 
     int m_speed = 45;

@@ -1,6 +1,5 @@
 #include "effects/colorful/SFrmColorMap.h"
 
-#include "effects/SingleProperty.h"
 #include "support/config/ConfigKeys.h"
 #include "support/log/Loggers.h"
 
@@ -19,10 +18,12 @@ constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
 } // namespace
 
 SFrmColorMap::SFrmColorMap(QWidget* parent)
-    : AbsWorkerWidget(parent)
+    : WithProperties(parent)
     , m_speedLabel(new QLabel(this))
     , m_speedSlider(new QSlider(Qt::Horizontal, this))
 {
+    m_properties.add({{kSpeedKey, [this] { return m_speedSlider->value(); },
+                       [this](const QJsonValue& speed) { m_speedSlider->setValue(speed.toInt(0)); }}});
     setFixedHeight(kHeight);
     m_speedLabel->setObjectName(QStringLiteral("speedLabel"));
     m_speedSlider->setObjectName(QStringLiteral("speedSlider"));
@@ -37,18 +38,6 @@ SFrmColorMap::SFrmColorMap(QWidget* parent)
     retranslate();
 
     connect(m_speedSlider, &QSlider::valueChanged, this, &SFrmColorMap::onSpeedSliderChanged);
-}
-
-void SFrmColorMap::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue speed = SingleProperty::written(key, kSpeedKey, val);
-    if (!speed.isUndefined())
-        m_speedSlider->setValue(speed.toInt(0));
-}
-
-QJsonValue SFrmColorMap::effectProperty(const QString& key)
-{
-    return SingleProperty::read(key, kSpeedKey, m_speedSlider->value());
 }
 
 void SFrmColorMap::onSpeedSliderChanged(int v)

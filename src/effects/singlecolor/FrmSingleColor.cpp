@@ -1,6 +1,5 @@
 #include "effects/singlecolor/FrmSingleColor.h"
 
-#include "effects/SingleProperty.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
 #include "ui/controls/ColorWheel.h"
@@ -32,13 +31,18 @@ QWidget* mainWindow()
 } // namespace
 
 FrmSingleColor::FrmSingleColor(QWidget* parent)
-    : AbsWorkerWidget(parent)
+    : WithProperties(parent)
     , m_colorWheel(new ColorWheel(this))
     , m_redBox(addBox("Rbox"))
     , m_greenBox(addBox("Gbox"))
     , m_blueBox(addBox("Bbox"))
     , m_selectColorBtn(new QPushButton(this))
 {
+    m_properties.add({{kColorKey, [this] { return toRgbArray(boxColor()); },
+                       [this](const QJsonValue& color) {
+                           if (color.isArray())
+                               showColor(colorFromRgbArray(color.toArray()));
+                       }}});
     setFixedHeight(kHeight);
     m_colorWheel->setObjectName(QStringLiteral("colorWheel"));
     m_colorWheel->setFixedSize(kWheelSize, kWheelSize);
@@ -86,18 +90,6 @@ void FrmSingleColor::buildLayout()
     row->addWidget(m_colorWheel);
     row->addLayout(right);
     row->addStretch();
-}
-
-void FrmSingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue color = SingleProperty::written(key, kColorKey, val);
-    if (color.isArray())
-        showColor(colorFromRgbArray(color.toArray()));
-}
-
-QJsonValue FrmSingleColor::effectProperty(const QString& key)
-{
-    return SingleProperty::read(key, kColorKey, toRgbArray(boxColor()));
 }
 
 void FrmSingleColor::onColorWheelChanged(QColor color)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/AbsWorkerWidget.h"
+#include "effects/EffectProperties.h"
 
 #include <QColor>
 
@@ -10,15 +11,12 @@ class QSpinBox;
 
 /// Options of the single-colour effect: wheel, three numbers and the system's colour dialog, kept in step.
 /// Every change, also one from outside, is reported once as "color".
-class FrmSingleColor : public AbsWorkerWidget
+class FrmSingleColor : public WithProperties<AbsWorkerWidget>
 {
     Q_OBJECT
 
 public:
     Q_INVOKABLE explicit FrmSingleColor(QWidget* parent);
-
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
-    QJsonValue effectProperty(const QString& key) override;
 
 signals:
     void colorChanged(QColor color);

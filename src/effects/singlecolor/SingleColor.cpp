@@ -1,6 +1,5 @@
 #include "effects/singlecolor/SingleColor.h"
 
-#include "effects/SingleProperty.h"
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -15,9 +14,15 @@ constexpr const char* kColorKey = ConfigKeys::kSingleColor.key;
 } // namespace
 
 SingleColor::SingleColor(const EffectWorkerOptions& options, QObject* parent)
-    : IEffectWorker(parent)
+    : WithProperties(parent)
     , m_effectOptions(options)
 {
+    m_properties.add({{kColorKey, [this] { return toRgbArray(m_color); },
+                       [this](const QJsonValue& color) {
+                           if (color.isArray())
+                               m_color = colorFromRgbArray(color.toArray());
+                       },
+                       EffectProperty::Look}});
 }
 
 int SingleColor::load(const ControlOptions& ctlOptions)
@@ -47,18 +52,6 @@ int SingleColor::load(const ControlOptions& ctlOptions)
 EffectWorkerOptions SingleColor::options()
 {
     return m_effectOptions;
-}
-
-QJsonValue SingleColor::effectProperty(const QString& key)
-{
-    return SingleProperty::read(key, kColorKey, toRgbArray(m_color));
-}
-
-void SingleColor::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    const QJsonValue color = SingleProperty::written(key, kColorKey, val);
-    if (color.isArray())
-        m_color = colorFromRgbArray(color.toArray());
 }
 
 void SingleColor::unload()

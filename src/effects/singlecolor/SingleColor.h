@@ -1,5 +1,6 @@
 #pragma once
 
+#include "effects/EffectProperties.h"
 #include "effects/IEffectWorker.h"
 
 #include <QColor>
@@ -8,7 +9,7 @@
 
 /// Paints the whole strip with one colour and sends that picture every 500 ms. Main thread.
 /// Property "color": [red, green, blue]; a change reaches the LEDs with the next tick.
-class SingleColor : public IEffectWorker
+class SingleColor : public WithProperties<IEffectWorker>
 {
     Q_OBJECT
 
@@ -17,8 +18,6 @@ public:
 
     int load(const ControlOptions& ctlOptions) override;
     EffectWorkerOptions options() override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
 public slots:
