@@ -124,6 +124,12 @@ void MainWindow::showNewVersionBtn()
     ui->newVersionBtn->show();
 }
 
+void MainWindow::setNotice(const QString& text)
+{
+    ui->noticeLabel->setText(text);
+    ui->noticeLabel->setHidden(text.isEmpty());
+}
+
 void MainWindow::fitToScreen()
 {
     setGeometry(fittedGeometry(geometry(), screen()->geometry(), minimumSizeHint()));

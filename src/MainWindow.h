@@ -29,6 +29,8 @@ public:
     ControlPage* controlPage() const;
 
     void showNewVersionBtn();
+    /// One calm line below the title bar, already translated; an empty text hides it.
+    void setNotice(const QString& text);
     /// A window that does not lie inside its screen gets 80 % of it, centred.
     void fitToScreen();
     /// Hides the title bar's buttons whose signal nobody takes.

@@ -182,6 +182,12 @@ void HomePage::setADBox1(QString imgFilename, QString clickUrl)
     ui->ADBox1->setCursor(clickUrl.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
 }
 
+void HomePage::setNotice(QString text)
+{
+    ui->noticeLabel->setText(text);
+    ui->noticeLabel->setHidden(text.isEmpty());
+}
+
 void HomePage::openADBox1Url()
 {
     // The address comes from the network: it must not start a file of this machine.

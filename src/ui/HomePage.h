@@ -33,6 +33,8 @@ public slots:
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);
+    /// A calm line above the devices, already translated; an empty text hides it.
+    void setNotice(QString text);
 
 signals:
     void controllerEntryOrdered(QString id);

@@ -262,7 +262,8 @@ private slots:
     void languageChangeReachesEveryText()
     {
         show(1);
-        const auto labels = m_page->findChildren<QLabel*>();
+        auto labels = m_page->findChildren<QLabel*>();
+        labels.removeOne(m_page->findChild<QLabel*>("noticeLabel")); // translated by who sets it
         for (QLabel* label : labels)
             label->clear();
         config()->setToolTip({});

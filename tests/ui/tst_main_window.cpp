@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -129,6 +130,27 @@ private slots:
         QCOMPARE(window.regionAt(settings), WindowRegion::Caption);
         press(window, "pushButton_help");
         QCOMPARE(help.count(), 1);
+    }
+
+    void noticesWrapAboveWhatTheyTellOf()
+    {
+        MainWindow window;
+        window.show();
+        const QString text = QStringLiteral("<b>one & two</b> ").repeated(30);
+        window.setNotice(text);
+        window.homePage()->setNotice(text);
+        window.resize(window.minimumSize());
+        for (QLabel* notice : window.findChildren<QLabel*>("noticeLabel")) {
+            QCOMPARE(notice->text(), text);
+            QCOMPARE(notice->textFormat(), Qt::PlainText);
+            QVERIFY(notice->isVisible());
+            QTRY_VERIFY(notice->height() >= notice->heightForWidth(notice->width()));
+            QVERIFY(notice->height() > 2 * notice->fontMetrics().height());
+        }
+        window.setNotice({});
+        window.homePage()->setNotice({});
+        for (const QLabel* notice : window.findChildren<QLabel*>("noticeLabel"))
+            QVERIFY(!notice->isVisible());
     }
 
     void closeButtonAsksOnce_data()
