@@ -9,7 +9,7 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libudev-dev libpulse-dev
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev"
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio"
-packages[test]="xvfb x11-xserver-utils openbox trayer xdotool fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
+packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool dbus-daemon fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
     g++-mingw-w64-x86-64-posix"
 packages[format]="clang-format-14"

@@ -29,16 +29,6 @@ LVSysTray::LVSysTray(LumivarApp* app, QObject* parent)
     : QObject(parent)
     , m_app(app)
 {
-    const QIcon icon = QIcon(QPixmap(QLatin1String(kIconFile)));
-    if (icon.isNull())
-        qCritical().noquote() << "Failed to load icon file:" << kIconFile;
-    m_icon.setIcon(icon);
-    connect(&m_icon, &QSystemTrayIcon::activated, this, &LVSysTray::onTrayIconActived);
-    m_icon.setToolTip(QCoreApplication::applicationName());
-    m_icon.setVisible(true);
-    if (!QSystemTrayIcon::isSystemTrayAvailable())
-        qInfo() << "[LVSysTray]: no system tray, the icon appears as soon as there is one";
-
     auto* setup = new QAction(settingsText(), this);
     setup->setVisible(LumivarApp::hasSettingsDialog());
     connect(setup, &QAction::triggered, this, &LVSysTray::onSetupActTriggered);
@@ -48,7 +38,6 @@ LVSysTray::LVSysTray(LumivarApp* app, QObject* parent)
     auto* exit = new QAction(exitText(), this);
     connect(exit, &QAction::triggered, this, &LVSysTray::onQuitActTriggered);
     m_fixedActions = {setup, separator, exit};
-    m_icon.setContextMenu(&m_menu);
 
     // No widget, so nothing else tells it of a new language.
     connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, [setup, exit] {
@@ -59,9 +48,33 @@ LVSysTray::LVSysTray(LumivarApp* app, QObject* parent)
     onDeviceCountChanged({});
     connect(&app->deviceManager(), &DeviceManager::newController, this, &LVSysTray::onDeviceCountChanged);
     connect(&app->deviceManager(), &DeviceManager::controllerFailed, this, &LVSysTray::onDeviceCountChanged);
+    connect(&m_host, &TrayHost::availableChanged, this, &LVSysTray::onTrayAvailable);
+    onTrayAvailable(m_host.isAvailable());
 }
 
 LVSysTray::~LVSysTray() = default;
+
+void LVSysTray::onTrayAvailable(bool isAvailable)
+{
+    if (isAvailable && !m_icon)
+        makeIcon();
+    if (!isAvailable)
+        qInfo() << "[LVSysTray]: no system tray, the icon appears as soon as there is one";
+    m_app->mainWindow().setTrayAvailable(isAvailable);
+}
+
+/// Once and no earlier than there is a tray; the toolkit brings the icon back when the tray goes and returns.
+void LVSysTray::makeIcon()
+{
+    const QIcon icon = QIcon(QPixmap(QLatin1String(kIconFile)));
+    if (icon.isNull())
+        qCritical().noquote() << "Failed to load icon file:" << kIconFile;
+    m_icon = std::make_unique<QSystemTrayIcon>(icon);
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this, &LVSysTray::onTrayIconActived);
+    m_icon->setToolTip(QCoreApplication::applicationName());
+    m_icon->setContextMenu(&m_menu);
+    m_icon->show();
+}
 
 void LVSysTray::onDeviceCountChanged(QString)
 {

@@ -1,19 +1,22 @@
 #pragma once
 
+#include "TrayHost.h"
+
 #include <QList>
 #include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
+#include <memory>
 
 class LumivarApp;
 
-/// The tray icon with its menu. Main thread.
+/// The tray icon with its menu, from the moment on that the desktop has a tray. Main thread.
 class LVSysTray : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Shows the icon at once. `app` gives window and devices and outlives the tray.
+    /// `app` gives window and devices and outlives the tray.
     explicit LVSysTray(LumivarApp* app, QObject* parent = nullptr);
     ~LVSysTray() override;
 
@@ -24,10 +27,13 @@ private slots:
     void onDeviceCountChanged(QString ctlName);
 
 private:
+    void makeIcon();
+    void onTrayAvailable(bool isAvailable);
     void showWindow();
 
     LumivarApp* m_app;
-    QSystemTrayIcon m_icon;
+    TrayHost m_host;
     QMenu m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_icon;
     QList<QAction*> m_fixedActions;
 };

@@ -11,7 +11,6 @@
 #include <QDebug>
 #include <QFile>
 #include <QFileSystemWatcher>
-#include <QSystemTrayIcon>
 
 namespace {
 
@@ -56,12 +55,8 @@ LumivarApp::~LumivarApp()
 
 void LumivarApp::showWindow()
 {
-    const bool isHeadless = isAppFlag("isHeadless");
-    const bool isAutoStartup = isAppFlag("isAutoStartup");
-    if (!isAutoStartup && !isHeadless)
-        m_mainWindow.show();
-    if (isAutoStartup && !isHeadless && !QSystemTrayIcon::isSystemTrayAvailable())
-        qWarning() << "[LumivarApp]: There is no tray to come up in, a second start shows the window";
+    if (!isAppFlag("isHeadless"))
+        isAppFlag("isAutoStartup") ? m_mainWindow.putAway() : m_mainWindow.show();
     m_mainWindow.fitToScreen();
 }
 
@@ -90,7 +85,7 @@ void LumivarApp::onWakeUpRequested()
     qInfo() << "[LumivarApp]: A second start asks for the window";
     if (isAppFlag("isHeadless"))
         return;
-    if (m_mainWindow.isHidden())
+    if (m_mainWindow.isPutAway())
         m_mainWindow.showNormal();
     if (m_mainWindow.isMinimized())
         return;

@@ -28,8 +28,8 @@ public:
     void releaseDevices() { m_deviceManager.releaseAll(); }
 
 public slots:
-    /// A second start asks to see this one: a hidden window is shown, a covered one comes to the front, a
-    /// minimised one stays as it is.
+    /// A second start asks to see this one: a window that was put away is shown, a covered one comes to the
+    /// front, one that the user has minimised stays as it is.
     void onWakeUpRequested();
     /// Fills the control page from the state of its device. Nothing happens while the home page is showing.
     void updateControlPageView();

@@ -119,6 +119,22 @@ ControlPage* MainWindow::controlPage() const
     return ui->controlPage;
 }
 
+void MainWindow::setTrayAvailable(bool isAvailable)
+{
+    m_hasTray = isAvailable;
+    if (m_isPutAway)
+        putAway();
+}
+
+void MainWindow::putAway()
+{
+    m_isPutAway = true;
+    if (m_hasTray || !canMinimise())
+        hide();
+    else
+        showMinimized();
+}
+
 void MainWindow::showNewVersionBtn()
 {
     ui->newVersionBtn->show();
@@ -175,6 +191,7 @@ void MainWindow::changeEvent(QEvent* event)
         // Without the outline the close button reaches into the corner of the screen.
         const int outline = isFillingScreen() ? 0 : kOutline;
         ui->windowLayout->setContentsMargins(outline, outline, outline, outline);
+        m_isPutAway = m_isPutAway && isMinimized();
         break;
     }
     case QEvent::StyleChange:
@@ -192,6 +209,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     on_toolButton_close_clicked();
     event->ignore();
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    m_isPutAway = m_isPutAway && isMinimized();
+    QWidget::showEvent(event);
 }
 
 void MainWindow::mousePressEvent(QMouseEvent* event)
@@ -248,6 +271,8 @@ void MainWindow::on_toolButton_close_clicked()
     bool isQuit = stored.toString() == QLatin1String(ConfigKeys::kCloseQuits);
     if (stored.isUndefined() || stored.isNull()) {
         QuitAskDialog dialog(this);
+        if (!m_hasTray)
+            dialog.offerNoTray();
         dialog.exec();
         if (dialog.isVisible())
             return; // the program ends meanwhile: the question has got no answer
@@ -256,10 +281,8 @@ void MainWindow::on_toolButton_close_clicked()
             config->setAppConfig(
                 key, QLatin1String(isQuit ? ConfigKeys::kCloseQuits : ConfigKeys::kCloseMinimizes));
     }
-    if (!isQuit) {
-        hide();
-        return;
-    }
+    if (!isQuit)
+        return putAway();
     qInfo() << "The user clicks the close button of the main window and is about to exit the application";
     QCoreApplication::quit();
 }

@@ -28,6 +28,12 @@ public:
     HomePage* homePage() const;
     ControlPage* controlPage() const;
 
+    /// Without a tray a window that is put away is minimised, where the desktop can do that. One that is
+    /// away already changes its place as the tray comes and goes.
+    void setTrayAvailable(bool isAvailable);
+    void putAway();
+    bool isPutAway() const { return isHidden() || m_isPutAway; }
+
     void showNewVersionBtn();
     /// One calm line below the title bar, already translated; an empty text hides it.
     void setNotice(const QString& text);
@@ -49,6 +55,7 @@ signals:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool nativeEvent(const QByteArray& eventType, void* message, long* result) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -68,11 +75,15 @@ private:
     void loadStyleSheet();
     void showShortcuts();
     bool isFillingScreen() const;
+    /// Whether a minimised window can be found again: somebody manages windows.
+    static bool canMinimise();
     /// Serves the regions with the system's own means; what is returned lives as long as the window.
     std::unique_ptr<QObject> makeFrame();
 
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<QObject> m_frame;
+    bool m_hasTray = true;
+    bool m_isPutAway = false;
     const int m_titleHeight = 50;
     const int m_borderWidth = 5;
 };

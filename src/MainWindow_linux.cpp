@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QWindow>
+#include <cstdlib>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -155,6 +157,26 @@ private:
 std::unique_ptr<QObject> MainWindow::makeFrame()
 {
     return std::make_unique<WindowFrame>(*this);
+}
+
+bool MainWindow::canMinimise()
+{
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    int number = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &number);
+    bool isManaged = false;
+    if (xcb_connection_has_error(connection) == 0) {
+        auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
+        for (; number > 0; --number)
+            xcb_screen_next(&screen);
+        xcb_get_window_attributes_reply_t* root = xcb_get_window_attributes_reply(
+            connection, xcb_get_window_attributes(connection, screen.data->root), nullptr);
+        isManaged = root && (root->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
+        std::free(root);
+    }
+    xcb_disconnect(connection);
+    return isManaged;
 }
 
 // The frame hears the mouse through the toolkit here.

@@ -48,6 +48,11 @@ std::unique_ptr<QObject> MainWindow::makeFrame()
     return nullptr;
 }
 
+bool MainWindow::canMinimise()
+{
+    return true;
+}
+
 bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, long* result)
 {
     const MSG* msg = static_cast<MSG*>(message);

@@ -2,6 +2,8 @@
 
 #include "ui_QuitAskDialog.h"
 
+#include <QCoreApplication>
+
 QuitAskDialog::QuitAskDialog(QWidget* parent)
     : BaseDialog(parent)
     , ui(std::make_unique<Ui::QuitAskDialog>())
@@ -17,6 +19,12 @@ QuitAskDialog::QuitAskDialog(QWidget* parent)
 }
 
 QuitAskDialog::~QuitAskDialog() = default;
+
+void QuitAskDialog::offerNoTray()
+{
+    // The word stands on the window's title bar as well, in its context.
+    ui->miniActBtn->setText(QCoreApplication::translate("MainWindow", "最小化"));
+}
 
 void QuitAskDialog::answer(bool quit)
 {

@@ -18,6 +18,8 @@ public:
     explicit QuitAskDialog(QWidget* parent = nullptr);
     ~QuitAskDialog() override;
 
+    /// For a desktop without a tray: the answer to minimise does not speak of one.
+    void offerNoTray();
     /// The answer holds for the next times as well.
     bool remember() const { return m_remember; }
     /// Quit the program; else it goes on in the tray.

@@ -8,6 +8,8 @@
 #include "ui/HomePage.h"
 
 #include <QAbstractButton>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QtTest>
 #include <vector>
 
@@ -51,6 +53,76 @@ public:
     }
 };
 
+/// A session bus of the test's own.
+class SessionBus : public ServerProcess
+{
+public:
+    bool start()
+    {
+        m_server.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        while (!m_address.endsWith('\n')) {
+            if (!m_server.waitForReadyRead(kWaitMs))
+                return false;
+            m_address += m_server.readAllStandardOutput();
+        }
+        return true;
+    }
+    QString address() const { return m_address.trimmed(); }
+
+private:
+    QByteArray m_address;
+};
+
+/// A panel that shows notifiers; the watcher can be there before any panel is.
+class NotifierPanel : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_isShown)
+
+public:
+    explicit NotifierPanel(const QString& address)
+        : m_bus(QDBusConnection::connectToBus(address, "panel"))
+    {
+    }
+    ~NotifierPanel() override { QDBusConnection::disconnectFromBus("panel"); }
+
+    bool startWatcher()
+    {
+        return m_bus.registerObject("/StatusNotifierWatcher", this, QDBusConnection::ExportAllContents) &&
+               m_bus.registerService("org.kde.StatusNotifierWatcher");
+    }
+    bool stopWatcher()
+    {
+        m_isShown = false;
+        item.clear();
+        m_bus.unregisterObject("/StatusNotifierWatcher");
+        return m_bus.unregisterService("org.kde.StatusNotifierWatcher");
+    }
+    void show()
+    {
+        m_isShown = true;
+        emit StatusNotifierHostRegistered();
+    }
+    void clickItem() const
+    {
+        QDBusMessage click = QDBusMessage::createMethodCall(item, "/StatusNotifierItem",
+                                                            "org.kde.StatusNotifierItem", "Activate");
+        m_bus.send(click << 0 << 0);
+    }
+    QString item;
+
+public slots:
+    void RegisterStatusNotifierItem(const QString& service) { item = service; }
+
+signals:
+    void StatusNotifierHostRegistered();
+
+private:
+    QDBusConnection m_bus;
+    bool m_isShown = false;
+};
+
 } // namespace
 
 /// The program's window as the user has it before them: a real window manager, a real tray, a real pointer.
@@ -75,6 +147,7 @@ private slots:
         QVERIFY(m_display->start());
         m_program = std::make_unique<ProgramUnderTest>();
         m_program->setDisplay(m_display->name());
+        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
         m_program->writeConfig("controllers.json", {{kStripId, storedStrip()}});
         m_program->writeConfig("app.json", {{"runtime.closeButtonAction", "Minimize to the system tray"}});
         StripSimulator::Options options;
@@ -114,19 +187,76 @@ private slots:
 
         // The program goes on in the tray, and comes back from there.
         const QRect place = geometry();
-        const QPoint close(place.right() - 20, place.top() + 25);
-        click(close);
+        closeWindow();
         QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
         QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QCOMPARE(geometry(), place);
-        click(close);
+        closeWindow();
         QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
         click(QPoint(12, kScreen.height() - 12)); // the one icon in the tray
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QVERIFY(shows(kFirstColor));
         QVERIFY(m_program->terminate());
         QTRY_VERIFY(shows({}));
+    }
+
+    void windowWaitsInTheTaskbarForATrayThatIsLate()
+    {
+        startDesktop("openbox", {"--sm-disable"});
+        m_program->start({"--auto_startup"});
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        QVERIFY(geometry().isEmpty());
+        clickInTaskbar();
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        closeWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother())); // it is away, not just minimised
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        closeWindow();
+
+        for (int i = 0; i < 2; ++i) { // the second one when the first has gone
+            QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+            startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+            QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
+            QVERIFY(geometry().isEmpty());
+            for (int left = kMaxNudges; left > 0 && !isActive(); --left) // the icon comes when it likes
+                click(QPoint(12, kScreen.height() - 12));
+            QVERIFY(isActive());
+            closeWindow();
+            QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
+            m_desktop.pop_back();
+        }
+    }
+
+    void windowGoesToTheNotifiersOfALatePanel()
+    {
+        SessionBus bus;
+        QVERIFY(bus.start());
+        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
+        startDesktop("openbox", {"--sm-disable"});
+        m_program->start({"--auto_startup"});
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+
+        NotifierPanel panel(bus.address());
+        for (int i = 0; i < 2; ++i) { // as when the panel is restarted
+            QVERIFY(panel.startWatcher());
+            panel.show();
+            QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
+            QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty(), kWaitMs);
+            panel.clickItem();
+            QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+            closeWindow();
+            QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
+            QVERIFY(panel.stopWatcher());
+            QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        }
+        // A watcher alone shows nothing.
+        QVERIFY(panel.startWatcher());
+        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        closeWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
     }
 
 private:
@@ -145,7 +275,10 @@ private:
         return answer;
     }
     /// Whether the window manager has taken the program's window in and given it the focus.
-    bool isActive() const { return ask("xdotool getactivewindow getwindowname") == "Lumivar\n"; }
+    bool isActive() const
+    {
+        return ask("xdotool getactivewindow getwindowname") == "Lumivar\n" && !geometry().isEmpty();
+    }
     /// The program's visible window, or nothing.
     QRect geometry() const
     {
@@ -156,6 +289,15 @@ private:
             values[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
         return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
     }
+
+    /// Whether the task bar has the window, which cannot be seen.
+    bool isMinimised() const
+    {
+        return ask("for each in $(xdotool search --name '^Lumivar$'); do xprop -id $each WM_STATE; done")
+            .contains("Iconic");
+    }
+    void clickInTaskbar() const { ask("xdotool search --name '^Lumivar$' windowactivate %@"); }
+    void closeWindow() const { click(geometry().topRight() + QPoint(-20, 25)); }
 
     void pointer(QPoint at, const QStringList& then = {}) const
     {

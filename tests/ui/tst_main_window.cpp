@@ -194,6 +194,21 @@ private slots:
         QTEST(config->appConfig(kCloseKey), "kept");
     }
 
+    void questionSpeaksOfATrayOnlyWhereThereIsOne()
+    {
+        MainWindow window;
+        window.show();
+        for (const bool hasTray : {true, false, true}) {
+            window.setTrayAvailable(hasTray);
+            QString offered;
+            QVERIFY(!quitsOnClose(window, [&](QuitAskDialog& dialog) {
+                offered = dialog.findChild<QAbstractButton*>("miniActBtn")->text();
+                dialog.reject();
+            }));
+            QCOMPARE(offered, hasTray ? "最小化到托盘" : "最小化");
+        }
+    }
+
     void updateIsOrderedOnlyOnYes()
     {
         MainWindow window;
