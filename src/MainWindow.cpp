@@ -273,9 +273,8 @@ void MainWindow::on_toolButton_close_clicked()
         QuitAskDialog dialog(this);
         if (!m_hasTray)
             dialog.offerNoTray();
-        dialog.exec();
-        if (dialog.isVisible())
-            return; // the program ends meanwhile: the question has got no answer
+        if (dialog.exec() != QDialog::Accepted)
+            return; // cancelled, or the program ends meanwhile
         isQuit = dialog.quit();
         if (dialog.remember())
             config->setAppConfig(

@@ -8,8 +8,8 @@ namespace Ui {
 class QuitAskDialog;
 }
 
-/// Asks what the close button of the main window should do. Closed by other means than its two buttons the
-/// answer is to minimise. Main thread.
+/// Asks what the close button of the main window should do. Rejected by other means than its two buttons:
+/// nothing at all. Main thread.
 class QuitAskDialog : public BaseDialog
 {
     Q_OBJECT

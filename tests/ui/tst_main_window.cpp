@@ -156,16 +156,19 @@ private slots:
     void closeButtonAsksOnce_data()
     {
         QTest::addColumn<QJsonValue>("stored");
-        QTest::addColumn<QString>("answer"); // a button of the dialog or the tray; empty: no dialog is wanted
+        QTest::addColumn<QString>(
+            "answer"); // a button of the dialog, a key or the tray; empty: none is wanted
         QTest::addColumn<bool>("remember");
         QTest::addColumn<bool>("isQuit");
         QTest::addColumn<QJsonValue>("kept");
         const QJsonValue none;
         const QJsonValue quit("Quit the application");
         const QJsonValue hide("Minimize to the system tray");
+        QTest::newRow("hide, for good") << none << "miniActBtn" << true << false << hide;
         QTest::newRow("quit, for good") << none << "exitActBtn" << true << true << quit;
         QTest::newRow("hide, this time") << none << "miniActBtn" << false << false << none;
-        QTest::newRow("header, for good") << none << "toolButton" << true << false << hide;
+        QTest::newRow("header") << none << "toolButton" << true << false << none;
+        QTest::newRow("Escape") << none << "Escape" << true << false << none;
         QTest::newRow("the program ends meanwhile") << none << "tray" << true << true << none;
         QTest::newRow("stored quit") << quit << "" << false << true << quit;
         QTest::newRow("stored nonsense")
@@ -185,12 +188,17 @@ private slots:
         const bool hasQuit = quitsOnClose(window, [&](QuitAskDialog& dialog) {
             isAsked = true;
             dialog.findChild<QCheckBox*>("rememberCbx")->setChecked(remember);
-            auto* button = dialog.findChild<QAbstractButton*>(answer);
-            button != nullptr ? button->click() : QCoreApplication::quit();
+            if (auto* button = dialog.findChild<QAbstractButton*>(answer))
+                button->click();
+            else if (answer == "Escape")
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            else
+                QCoreApplication::quit();
         });
         QCOMPARE(hasQuit, isQuit);
         QCOMPARE(isAsked, !answer.isEmpty());
-        QCOMPARE(window.isVisible(), isQuit); // it goes with the program
+        const bool isCancelled = answer == "toolButton" || answer == "Escape";
+        QCOMPARE(window.isVisible(), isQuit || isCancelled); // it goes with the program
         QTEST(config->appConfig(kCloseKey), "kept");
     }
 
