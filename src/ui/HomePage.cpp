@@ -190,9 +190,9 @@ void HomePage::setNotice(QString text)
 
 void HomePage::openADBox1Url()
 {
-    // The address comes from the network: it must not start a file of this machine.
+    // The address comes from the network: it leads to a page of the web, and starts nothing on this machine.
     const QUrl url(m_adBox1Url);
-    const bool allowed = !url.scheme().isEmpty() && !url.isLocalFile();
+    const bool allowed = url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http");
     if (!allowed || !QDesktopServices::openUrl(url))
         qWarning().noquote().nospace() << "[HomePage]: Failed to open url: " << m_adBox1Url;
 }

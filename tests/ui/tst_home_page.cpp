@@ -210,7 +210,9 @@ private slots:
         const QString file = dir.filePath(QStringLiteral("ad.png"));
         QVERIFY(redPicture(QSize(64, 32)).save(file));
         auto* box = m_page->findChild<QWidget*>("ADBox1");
-        QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "takeUrl");
+        const QStringList schemes{"https", "http", "file", "smb", "mailto", "steam"};
+        for (const QString& scheme : schemes)
+            QDesktopServices::setUrlHandler(scheme, this, "takeUrl");
         LogCapture log;
         const auto deliver = [&](const QString& picture, const QString& url) {
             m_page->setADBox1(picture, url);
@@ -221,11 +223,16 @@ private slots:
         m_page->show();
         deliver(file, QStringLiteral("https://shown.invalid"));
         deliver(dir.filePath(QStringLiteral("none.png")), QStringLiteral("https://lost.invalid"));
-        deliver(file, QUrl::fromLocalFile(file).toString());
-        QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
-        QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid"}));
+        for (const QString& scheme : schemes)
+            deliver(file, scheme + "://x.invalid");
+        deliver(file, QStringLiteral("//x.invalid"));
+        for (const QString& scheme : schemes)
+            QDesktopServices::unsetUrlHandler(scheme);
+        QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid", "https://x.invalid",
+                                      "http://x.invalid"}));
         QVERIFY(log.contains("[HomePage]: Feilad to load AD iamge. path:" + dir.filePath("none.png")));
         QVERIFY(log.contains("[HomePage]: Failed to open url: file:"));
+        QVERIFY(log.contains("[HomePage]: Failed to open url: //x"));
         QCOMPARE(redPart(*box).size(), QSize(box->width(), box->width() / 2));
     }
 
