@@ -57,8 +57,7 @@ bool HomePage::eventFilter(QObject* watched, QEvent* event)
     } else if (role == QLatin1String("deviceButtonConfig")) {
         if (auto* config = qobject_cast<QToolButton*>(watched))
             return configButtonEvent(config, event);
-    } else if (watched->objectName() == QLatin1String("ADBox1") &&
-               event->type() == QEvent::MouseButtonPress) {
+    } else if (watched == ui->ADBox1 && event->type() == QEvent::MouseButtonPress && !m_adBox1Url.isEmpty()) {
         openADBox1Url();
     }
     return QWidget::eventFilter(watched, event);

@@ -218,16 +218,24 @@ private slots:
             m_page->setADBox1(picture, url);
             QTest::mousePress(box, Qt::LeftButton);
         };
+        const auto isOffered = [box] { return box->cursor().shape() == Qt::PointingHandCursor; };
+        QTest::mousePress(box, Qt::LeftButton);
+        deliver(file, {});
+        QVERIFY(!isOffered());
+        QVERIFY(!log.contains("Failed to open url"));
         m_page->hide();
         deliver(file, QStringLiteral("https://early.invalid"));
         m_page->show();
         deliver(file, QStringLiteral("https://shown.invalid"));
+        QVERIFY(isOffered());
         deliver(dir.filePath(QStringLiteral("none.png")), QStringLiteral("https://lost.invalid"));
         for (const QString& scheme : schemes)
             deliver(file, scheme + "://x.invalid");
         deliver(file, QStringLiteral("//x.invalid"));
         for (const QString& scheme : schemes)
             QDesktopServices::unsetUrlHandler(scheme);
+        deliver(file, {});
+        QVERIFY(!isOffered());
         QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid", "https://x.invalid",
                                       "http://x.invalid"}));
         QVERIFY(log.contains("[HomePage]: Feilad to load AD iamge. path:" + dir.filePath("none.png")));
