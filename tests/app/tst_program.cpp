@@ -164,7 +164,7 @@ private slots:
         server.freeze();
         QVERIFY(m_program->terminate());
         QTRY_VERIFY(isBlack(*m_strip));
-        const QString missed = "The list of audio capturer is empty";
+        const QString missed = "Not connected to any capturer";
         const int before = m_program->logText().count(missed);
         m_program->start(); // nor does it wait for an answer here
         QTRY_VERIFY_WITH_TIMEOUT(m_program->logText().count(missed) > before, kWaitMs);

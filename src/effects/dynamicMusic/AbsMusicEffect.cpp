@@ -57,11 +57,12 @@ int AbsMusicEffect::load(const ControlOptions& ctlOptions)
         qInfo() << "[AbsMusicEffect]: Not found the last used capturer, default capturer is being used.";
     m_darkTimer.start();
     want(id);
-    if (!m_capturer) {
+    if (m_capturer)
+        return 0;
+    if (id.isEmpty())
         qWarning().noquote() << "[AbsMusicEffect]: Not connected to any capturer, controller:"
                              << controllerId();
-        announce(EffectNotice::kKey);
-    }
+    announce(EffectNotice::kKey);
     return 0;
 }
 
@@ -90,9 +91,14 @@ void AbsMusicEffect::setCapturerId(QString newCapturerId)
 void AbsMusicEffect::want(const QString& id)
 {
     m_wantedId = id;
-    if (!id.isEmpty() && !AudioCapManager::instance()->allCapturers().contains(id))
+    const bool isMissing = !id.isEmpty() && !AudioCapManager::instance()->allCapturers().contains(id);
+    if (isMissing)
         qWarning().noquote() << "[AbsMusicEffect]: Not found this audio capturer:" << id;
     bindBestCapturer();
+    if (isMissing && m_capturer)
+        qInfo() << "[AbsMusicEffect]: Using default audio capturer";
+    else if (isMissing)
+        qCritical() << "The list of audio capturer is empty! ";
 }
 
 void AbsMusicEffect::bindBestCapturer()
@@ -111,8 +117,6 @@ void AbsMusicEffect::bindBestCapturer()
         m_capturer = manager->acquireCapturer(best);
     if (m_capturer)
         connectCapturer(best);
-    else
-        qCritical() << "The list of audio capturer is empty! ";
     if (wasBound != !m_capturer.isNull())
         announce(EffectNotice::kKey);
 }
@@ -120,8 +124,6 @@ void AbsMusicEffect::bindBestCapturer()
 void AbsMusicEffect::connectCapturer(const QString& id)
 {
     m_capturerId = id;
-    if (id != m_wantedId && !m_wantedId.isEmpty())
-        qInfo() << "[AbsMusicEffect]: Using default audio capturer";
     connect(m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
             QOverload<QVector<SoundChannel>>::of(&AbsMusicEffect::spectrumUpdate), Qt::QueuedConnection);
     connect(m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
