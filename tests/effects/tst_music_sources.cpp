@@ -219,6 +219,7 @@ private slots:
 
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);
+        speak("default", "1");                            // comes too late
         effect.setEffectProperty("captureId", "headset"); // which says nothing at all
         QTRY_COMPARE(effect.last(), Frame(4, kBlack));
         QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));

@@ -37,10 +37,6 @@ AbsMusicEffect::AbsMusicEffect(QObject* parent)
     m_darkTimer.setSingleShot(true);
     m_darkTimer.setInterval(kDarkAfterMs);
     connect(&m_darkTimer, &QTimer::timeout, this, [this] { emit updateColors(QVector<LV_RGB>(nbLeds())); });
-    connect(this, &IEffectWorker::updateColors, this, [this] {
-        if (m_capturer) // otherwise it is the last that a source said which is gone
-            m_darkTimer.stop();
-    });
 }
 
 AbsMusicEffect::~AbsMusicEffect() = default;
@@ -124,10 +120,27 @@ void AbsMusicEffect::bindBestCapturer()
 void AbsMusicEffect::connectCapturer(const QString& id)
 {
     m_capturerId = id;
-    connect(m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
-            QOverload<QVector<SoundChannel>>::of(&AbsMusicEffect::spectrumUpdate), Qt::QueuedConnection);
-    connect(m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
-            &AbsMusicEffect::peakValuesChanged, Qt::QueuedConnection);
+    // What a source said last may arrive when another one is bound: disconnecting takes back nothing.
+    const auto isHeard = [this, from = m_capturer.data()] {
+        if (m_capturer != from)
+            return false;
+        m_darkTimer.stop();
+        return true;
+    };
+    connect(
+        m_capturer.data(), &AudioCapturer::spectrumsChanged, this,
+        [this, isHeard](const QVector<SoundChannel>& channels) {
+            if (isHeard())
+                spectrumUpdate(channels);
+        },
+        Qt::QueuedConnection);
+    connect(
+        m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
+        [this, isHeard](const QVector<QVector<QString>>& peaks) {
+            if (isHeard())
+                peakValuesChanged(peaks);
+        },
+        Qt::QueuedConnection);
     qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is connected to the" << m_capturerId;
     onCapturerBound();
 }
