@@ -140,7 +140,10 @@ private slots:
         window.setNotice(text);
         window.homePage()->setNotice(text);
         window.resize(window.minimumSize());
-        for (QLabel* notice : window.findChildren<QLabel*>("noticeLabel")) {
+        const QList<QLabel*> notices{window.findChild<QLabel*>("noticeLabel", Qt::FindDirectChildrenOnly),
+                                     window.homePage()->findChild<QLabel*>("noticeLabel")};
+        for (QLabel* notice : notices) {
+            QVERIFY(notice);
             QCOMPARE(notice->text(), text);
             QCOMPARE(notice->textFormat(), Qt::PlainText);
             QVERIFY(notice->isVisible());
@@ -149,7 +152,7 @@ private slots:
         }
         window.setNotice({});
         window.homePage()->setNotice({});
-        for (const QLabel* notice : window.findChildren<QLabel*>("noticeLabel"))
+        for (const QLabel* notice : notices)
             QVERIFY(!notice->isVisible());
     }
 
