@@ -2,12 +2,12 @@
 
 #include "DisconnectionHistory.h"
 #include "GuardedCall.h"
+#include "LedCountSession.h"
 #include "PluginFiles.h"
 #include "controllers/LVControllerEnumerator.h"
 #include "controllers/VTControllerEnumerator.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "ui/ControllerConfigDialog.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -19,8 +19,6 @@
 namespace {
 
 constexpr uint32_t kWorking = 0;
-constexpr int kFirstHighMark = 200; ///< LEDs addressed by the test pattern at least
-constexpr LV_RGB kTestRed{255, 0, 0};
 
 /// Without a display nobody can answer a dialog.
 bool isHeadless()
@@ -43,6 +41,7 @@ DeviceManager::DeviceManager(LumivarApp*, QObject* parent)
 DeviceManager::~DeviceManager()
 {
     delete m_disconnectionWarning;
+    qDeleteAll(m_countSessions);
     // All strips go black at the same time; each controller's destructor then only waits for its own.
     for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
         controller->beginRelease();
@@ -50,6 +49,7 @@ DeviceManager::~DeviceManager()
 
 void DeviceManager::releaseAll()
 {
+    qDeleteAll(std::exchange(m_countSessions, {}));
     for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
         controller->beginRelease();
     for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
@@ -149,26 +149,21 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
         return;
     }
 
-    if (options.nbLeds == 0) {
-        const bool chosen = setControllerLayout(*controller);
-        // The device may have failed and gone while the dialog was open.
-        if (m_controllers.value(options.id) != controller)
-            return;
-        if (!chosen) {
-            controller->setNbLeds(1);
-            qInfo() << "The user unconfigures the new device, so 1 LED is set for the new device "
-                    << options.id;
-        }
+    if (options.nbLeds > 0) {
+        bindStoredEffect(options.id);
+        emit newController(options.id);
+        return;
     }
-    if (!m_effects.boundEffectId(options.id).isEmpty()) // by a button meanwhile, without knowing the count
-        m_effects.unbindController(options.id);
-    bindFirstEffect(controlOptions(options.id));
-    emit newController(options.id);
+    askLedCount(controller, [this, id = options.id](bool accepted) {
+        if (!accepted)
+            qInfo() << "The user unconfigures the new device, so 1 LED is set for the new device " << id;
+        emit newController(id);
+    });
 }
 
-void DeviceManager::bindFirstEffect(const ControlOptions& options)
+void DeviceManager::bindStoredEffect(const QString& id)
 {
-    const QString id = options.id;
+    const ControlOptions& options = controlOptions(id);
     const bool known =
         !options.workMode.isEmpty() && !options.subMode.isEmpty() && m_effects.hasEffect(options.subMode);
     QString effect = known ? options.subMode : m_effects.lastBindingEffect(id, QString());
@@ -179,64 +174,43 @@ void DeviceManager::bindFirstEffect(const ControlOptions& options)
 
 bool DeviceManager::setControllerLayout(const QString& id)
 {
-    // Held here, because the device may fail and go while the dialog is open.
     const AbsRGBControllerPtr found = controller(id);
-    return found && setControllerLayout(*found);
+    if (!found || m_countSessions.contains(id))
+        return found != nullptr;
+    m_effects.unbindController(id); // so that it does not paint over the test pattern
+    askLedCount(found, [this, id](bool) {
+        if (m_effects.boundEffectId(id).isEmpty()) {
+            qWarning().noquote() << "Failed to bind controller " << id << "to effect"
+                                 << controlOptions(id).subMode;
+            removeController(id);
+        }
+        qInfo().noquote() << "End configuring the device";
+    });
+    return true;
 }
 
-bool DeviceManager::setControllerLayout(AbsRGBController& controller)
+void DeviceManager::askLedCount(const AbsRGBControllerPtr& controller, const std::function<void(bool)>& then)
 {
-    const uint32_t stored = controller.options().nbLeds;
-    const uint32_t previous = qMax(stored, 1U);
-    controller.setNbLeds(previous);
-    // Where nobody answered, the question comes again with the next start or the device's return.
-    const auto leaveOpen = [&] {
-        if (stored == 0)
-            controller.saveProperty(QLatin1String(ConfigKeys::kNbLeds.key), 0);
+    const QString id = controller->options().id;
+    const auto goOn = [this, id, then](bool accepted) {
+        if (!m_effects.boundEffectId(id).isEmpty()) // by a button meanwhile, without knowing the count
+            m_effects.unbindController(id);
+        bindStoredEffect(id);
+        then(accepted);
     };
     if (isHeadless()) {
-        qWarning() << "[DeviceManager]: The LED count cannot be asked for without a display, device:"
-                   << controller.options().id;
-        leaveOpen();
-        return false;
+        qWarning() << "[DeviceManager]: The LED count cannot be asked for without a display, device:" << id;
+        const uint32_t stored = controller->options().nbLeds;
+        controller->setNbLeds(qMax(stored, 1U));
+        controller->saveProperty(QLatin1String(ConfigKeys::kNbLeds.key), stored); // it is asked another time
+        return goOn(false);
     }
-    ControllerConfigDialog dialog(dialogParent());
-    int highest = kFirstHighMark;
-    dialog.setNbLed(static_cast<int>(previous));
-    dialog.setDeviceName(controller.options().kindName);
-
-    // The transport pads with black, so exactly `count` LEDs are red on a strip of up to `highest`.
-    const auto showCount = [&](int count) {
-        highest = qMax(highest, count);
-        controller.setNbLeds(static_cast<uint32_t>(highest));
-        controller.update(QVector<LV_RGB>(count, kTestRed));
-    };
-    connect(&dialog, &ControllerConfigDialog::nbLEDChanged, &controller, showCount);
-    showCount(dialog.nbLed()); // raises the mark to what may be lit by now
-    connect(&dialog, &QDialog::accepted, &controller, [&] {
-        controller.setNbLeds(static_cast<uint32_t>(dialog.nbLed()));
-        qDebug() << "The number of LEDs on the device has changed to " << dialog.nbLed()
-                 << "by user operation.";
+    auto* session = new LedCountSession(controller, dialogParent());
+    m_countSessions.insert(id, session);
+    connect(session, &LedCountSession::answered, this, [this, id, goOn](bool accepted) {
+        m_countSessions.take(id)->deleteLater();
+        goOn(accepted);
     });
-    connect(&dialog, &QDialog::rejected, &controller, [&] {
-        controller.update({}); // or what the pattern lit beyond the count would stay lit
-        controller.setNbLeds(previous);
-        qDebug() << "The operation of configuring the device is cancelled , device id "
-                 << controller.options().id;
-    });
-    // A device that fails meanwhile needs no answer any more.
-    connect(this, &DeviceManager::controllerFailed, &dialog, [&](const QString& failed) {
-        if (failed != controller.options().id)
-            return;
-        dialog.reject();
-        leaveOpen();
-    });
-    const int result = dialog.exec();
-    if (dialog.isVisible()) { // the program ends: the test pattern's count must not be what is stored
-        dialog.reject();
-        leaveOpen();
-    }
-    return result != QDialog::Rejected;
 }
 
 void DeviceManager::setControllerEffect(const QString& id, const QString& effectId, bool enable)
@@ -248,20 +222,13 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
     }
     target->setWorkMode(EffectWorkerOptions::groupOf(effectId));
     target->setSubMode(effectId);
-    if (!bindEffect(target, effectId)) {
+    const IEffectWorkerPtr worker = m_effects.bindController(target, effectId);
+    if (!worker) {
         qWarning() << "Cannot bind controller: " << id << " to effect: " << effectId;
         return;
     }
     if (enable)
         target->setEnable(true);
-}
-
-IEffectWorkerPtr DeviceManager::bindEffect(const AbsRGBControllerPtr& controller, const QString& effectId)
-{
-    IEffectWorkerPtr worker = m_effects.bindController(controller, effectId);
-    if (!worker)
-        return {};
-    const QString id = controller->options().id;
     // The same worker comes back when the same effect is chosen again: one connection is enough.
     disconnect(worker.data(), &IEffectWorker::effectPropertyChanged, this, nullptr);
     connect(
@@ -270,7 +237,6 @@ IEffectWorkerPtr DeviceManager::bindEffect(const AbsRGBControllerPtr& controller
             onEffectPropertyChanged(id, effectId, key, val);
         },
         Qt::QueuedConnection);
-    return worker;
 }
 
 void DeviceManager::onEffectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val)
@@ -285,6 +251,7 @@ void DeviceManager::removeController(const QString& id)
     if (!gone)
         return;
     disconnect(gone.data(), &AbsRGBController::statusChanged, this, nullptr); // not about its successor
+    delete m_countSessions.take(id); // nobody needs its answer any more
     gone.reset();
     qInfo().noquote() << "[DeviceManager]: " << id << "has been removed";
     emit controllerFailed(id);

@@ -10,7 +10,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QSharedPointer>
+#include <functional>
 
+class LedCountSession;
 class LumivarApp;
 class QMessageBox;
 
@@ -38,12 +40,11 @@ public:
 
     /// Forgets the device and emits controllerFailed; nothing happens for an unknown id.
     void removeController(const QString& id);
-    /// Binds an effect; `enable` also turns the light on.
+    /// Binds an effect and makes it the device's choice; `enable` also turns the light on. What the worker
+    /// changes by itself is announced from then on.
     void setControllerEffect(const QString& id, const QString& effectId, bool enable);
-    /// Binds an effect as it is, without making it the device's stored choice; null on failure. What the
-    /// worker changes by itself is announced from then on.
-    IEffectWorkerPtr bindEffect(const AbsRGBControllerPtr& controller, const QString& effectId);
-    /// Asks the user for the LED count; false when rejected or unknown.
+    /// Asks the user for the LED count and returns at once; the device's effect rests until the answer. False
+    /// for an unknown id.
     bool setControllerLayout(const QString& id);
 
 signals:
@@ -60,8 +61,10 @@ private:
     void loadExternalDeviceEnumerators();
     void createBuiltInEnumerators();
     void addEnumerator(const QString& key, const QSharedPointer<IDeviceEnumerator>& enumerator);
-    bool setControllerLayout(AbsRGBController& controller);
-    void bindFirstEffect(const ControlOptions& options);
+    /// Binds the effect and runs `then` after the answer, or at once without a display; never when the device
+    /// goes before.
+    void askLedCount(const AbsRGBControllerPtr& controller, const std::function<void(bool)>& then);
+    void bindStoredEffect(const QString& id);
     void onControllerStatusChanged(const QString& id, uint32_t status, const QString& description);
     void warnOfDisconnections(const QString& id);
     QWidget* dialogParent() const;
@@ -74,6 +77,7 @@ private:
     DeferredDeletes m_deferredDeletes; ///< first, so that it goes last
     QHash<QString, AbsRGBControllerPtr> m_controllers;
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
+    QHash<QString, LedCountSession*> m_countSessions; ///< by device, while its user is asked
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
 };

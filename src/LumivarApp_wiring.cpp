@@ -51,30 +51,8 @@ void LumivarApp::rename(const QString& id, const QString& name)
 void LumivarApp::reconfigure(const QString& id)
 {
     qInfo().noquote() << "Start configuring the device" << id;
-    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
-    if (!controller) {
+    if (!m_deviceManager.setControllerLayout(id))
         qWarning().noquote() << "Not found controller, id" << id;
-        return;
-    }
-    EffectsManager& effects = m_deviceManager.effects();
-    QString effect = effects.boundEffectId(id);
-    effects.unbindController(id); // so that it does not paint over the test pattern
-    m_deviceManager.setControllerLayout(id);
-
-    // Anything may have happened while the dialog was open. A device that has failed, or is back as another
-    // object, is nobody's business here any more.
-    if (m_deviceManager.controller(id) == controller) {
-        const QString boundMeanwhile = effects.boundEffectId(id);
-        if (!boundMeanwhile.isEmpty()) { // by the device's button; it does not know the new count
-            effect = boundMeanwhile;
-            effects.unbindController(id);
-        }
-        if (!m_deviceManager.bindEffect(controller, effect)) {
-            qWarning().noquote() << "Failed to bind controller " << id << "to effect" << effect;
-            removeController(id);
-        }
-    }
-    qInfo().noquote() << "End configuring the device";
 }
 
 void LumivarApp::changeDirection(int dir)

@@ -9,6 +9,7 @@
 #include "ui/ControllerConfigDialog.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -21,17 +22,15 @@ namespace {
 
 const QString kId = "LV0127:01";
 
-template <typename Action>
-void whenDialogOpens(Action action)
+/// The one that is open; null when none is.
+ControllerConfigDialog* countDialog()
 {
-    auto* poll = new QTimer(qApp);
-    QObject::connect(poll, &QTimer::timeout, [poll, action] {
-        if (auto* dialog = qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget())) {
-            poll->deleteLater();
-            action(*dialog);
-        }
-    });
-    poll->start(5);
+    return qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
+}
+
+int storedCount()
+{
+    return ConfigurationManager::instance()->controllerJsonObj(kId)[ConfigKeys::kNbLeds.key].toInt(-1);
 }
 
 QJsonArray timesAgo(const QVector<double>& secondsAgo, const QDateTime& now)
@@ -105,21 +104,23 @@ private slots:
         QFETCH(bool, accept);
         QFETCH(uint32_t, kept);
         const auto device = QSharedPointer<FakeController>::create(kId, 0);
-        bool asked = false;
-        whenDialogOpens([&](ControllerConfigDialog& dialog) {
-            asked = true;
-            auto* box = dialog.findChild<QSpinBox*>("nbLEDBox");
-            box->setValue(250);
-            QCOMPARE(device->options().nbLeds, 250U);
-            box->setValue(30);
-            QCOMPARE(device->options().nbLeds, 250U); // the dark rest must stay addressed
-            QCOMPARE(device->shown, QVector<LV_RGB>(30, LV_RGB{255, 0, 0}));
-            const QString button = accept ? "okBtn" : "rejectBtn";
-            dialog.findChild<QPushButton*>(button)->click();
-            QCOMPARE(device->shown.size(), accept ? 30 : 0); // a rejected pattern does not stay lit
-        });
+        QSignalSpy added(m_manager.get(), &DeviceManager::newController);
         add(device);
-        QVERIFY(asked);
+        QVERIFY(countDialog());
+        QCOMPARE(device->shown, QVector<LV_RGB>(1, LV_RGB{255, 0, 0}));
+        auto* box = countDialog()->findChild<QSpinBox*>("nbLEDBox");
+        box->setValue(250);
+        QCOMPARE(device->options().nbLeds, 250U);
+        box->setValue(30);
+        QCOMPARE(device->options().nbLeds, 250U); // the dark rest must stay addressed
+        QCOMPARE(device->shown, QVector<LV_RGB>(30, LV_RGB{255, 0, 0}));
+        QCOMPARE(storedCount(), 0); // a try is no choice
+        QVERIFY(added.isEmpty());
+        countDialog()->findChild<QPushButton*>(accept ? "okBtn" : "rejectBtn")->click();
+        QVERIFY(!countDialog());
+        QCOMPARE(device->shown.size(), accept ? 30 : 0); // a rejected pattern does not stay lit
+        QCOMPARE(storedCount(), static_cast<int>(kept));
+        QCOMPARE(added.size(), 1);
         QCOMPARE(device->options().nbLeds, kept);
         QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty());
     }
@@ -145,51 +146,90 @@ private slots:
         device->rebuildHeader();
         add(device);
         QTRY_VERIFY(simulator.shownColors() != QVector<LV_RGB>(kThere)); // an effect
-        m_manager->effects().unbindController(kId);
 
         const auto reds = [&](int count) {
             return QVector<LV_RGB>(count, LV_RGB{255, 0, 0}) + QVector<LV_RGB>(kThere - count);
         };
-        whenDialogOpens([&](ControllerConfigDialog& dialog) {
-            QTRY_COMPARE(simulator.shownColors(), reds(kThere)); // before anything is touched
-            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(250);
-            dialog.findChild<QPushButton*>("okBtn")->click();
-        });
-        m_manager->setControllerLayout(kId);
+        QVERIFY(m_manager->setControllerLayout(kId));
+        QTRY_COMPARE(simulator.shownColors(), reds(kThere)); // before anything is touched
+        countDialog()->findChild<QSpinBox*>("nbLEDBox")->setValue(250);
+        countDialog()->findChild<QPushButton*>("okBtn")->click();
         QCOMPARE(device->options().nbLeds, 250U);
+        QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty()); // the effect is back
+        m_manager->effects().unbindController(kId);
         device->update(QVector<LV_RGB>(250, LV_RGB{0, 0, 255})); // before the line could take the pattern
         QTRY_COMPARE(simulator.shownColors().mid(240),
                      QVector<LV_RGB>(10, LV_RGB{0, 0, 255}) + reds(0).mid(250));
     }
 
-    void quitWhileTheDialogIsOpenKeepsTheOldCount()
+    void anEndWithoutAnAnswerKeepsTheOldCount_data()
     {
-        const auto device = QSharedPointer<FakeController>::create(kId, 60);
-        add(device);
-        whenDialogOpens([](ControllerConfigDialog& dialog) {
-            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(70);
-            QCoreApplication::quit();
-        });
-        bool accepted = true;
-        QTimer::singleShot(0, this, [&] { accepted = m_manager->setControllerLayout(kId); });
-        QCoreApplication::exec();
-        QVERIFY(!accepted);
-        QCOMPARE(device->counts, (QVector<uint32_t>{200, 60}));
+        QTest::addColumn<bool>("isNew");
+        QTest::addColumn<int>("end");
+        for (const bool isNew : {true, false}) {
+            QTest::addRow("the device fails, new: %d", isNew) << isNew << 0;
+            QTest::addRow("the program quits, new: %d", isNew) << isNew << 1;
+            QTest::addRow("the program is left, new: %d", isNew) << isNew << 2;
+        }
     }
-
-    void deviceThatFailsWhileItsDialogIsOpenGoes()
+    void anEndWithoutAnAnswerKeepsTheOldCount()
     {
-        const auto device = QSharedPointer<FakeController>::create(kId, 0);
+        QFETCH(bool, isNew);
+        QFETCH(int, end);
+        const auto device = QSharedPointer<FakeController>::create(kId, isNew ? 0 : 60);
+        device->saveConfig();
         connect(m_manager.get(), &DeviceManager::controllerFailed, m_manager.get(),
                 [this](const QString& id) { m_manager->removeController(id); });
         QSignalSpy added(m_manager.get(), &DeviceManager::newController);
-        whenDialogOpens([&](ControllerConfigDialog&) { emit device->statusChanged(2, "pulled out"); });
         add(device);
-        QVERIFY(m_manager->controllerIds().isEmpty());
-        QCOMPARE(added.size(), 0);
-        // Nobody answered: it is asked about again when it is back.
-        QCOMPARE(ConfigurationManager::instance()->controllerJsonObj(kId)[ConfigKeys::kNbLeds.key].toInt(-1),
-                 0);
+        QVERIFY(m_manager->setControllerLayout(kId)); // a new device's question is open already
+        const QPointer<ControllerConfigDialog> dialog = countDialog();
+        QVERIFY(dialog);
+        dialog->findChild<QSpinBox*>("nbLEDBox")->setValue(270);
+        if (end == 0)
+            emit device->statusChanged(2, "pulled out");
+        else if (end == 1)
+            m_manager.reset();
+        else
+            m_manager->releaseAll();
+        QCOMPARE(device->counts, (QVector<uint32_t>{200, 270, isNew ? 1U : 60U}));
+        QCOMPARE(storedCount(), isNew ? 0 : 60); // an open question stays one
+        QVERIFY(device->shown.isEmpty());
+        QTRY_VERIFY(!dialog);
+        QVERIFY(!countDialog());
+        QCOMPARE(added.size(), isNew ? 0 : 1);
+        if (m_manager && end == 0)
+            QVERIFY(m_manager->controllerIds().isEmpty() && !m_manager->setControllerLayout(kId));
+    }
+
+    void severalNewDevicesAreAskedAboutAtOnce_data()
+    {
+        QTest::addColumn<QStringList>("answered");
+        QTest::newRow("in their order") << QStringList{"first", "second"};
+        QTest::newRow("the later one first") << QStringList{"second", "first"};
+    }
+    void severalNewDevicesAreAskedAboutAtOnce()
+    {
+        QFETCH(QStringList, answered);
+        QSignalSpy added(m_manager.get(), &DeviceManager::newController);
+        for (const QString name : {"first", "second"})
+            add(QSharedPointer<FakeController>::create("LV0127:" + name, 0, name));
+        QHash<QString, ControllerConfigDialog*> dialogs;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* dialog = qobject_cast<ControllerConfigDialog*>(widget))
+                dialogs.insert(dialog->findChild<QLabel*>("deviceNameLabel")->text(), dialog);
+        }
+        QCOMPARE(dialogs.size(), 2);
+        int count = 10;
+        for (const QString& which : answered) {
+            dialogs.value(which)->setNbLed(++count);
+            dialogs.value(which)->accept();
+            const QString id = "LV0127:" + which;
+            QCOMPARE(added.takeFirst().at(0).toString(), id);
+            QCOMPARE(m_manager->controlOptions(id).nbLeds, static_cast<uint32_t>(count));
+            QVERIFY(!m_manager->effects().boundEffectId(id).isEmpty());
+        }
+        QVERIFY(added.isEmpty());
     }
 
     void threeFailuresInUnderTwentySecondsWarnOnce()

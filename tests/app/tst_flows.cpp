@@ -176,13 +176,14 @@ private slots:
     {
         config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
         start({kFlowing});
-        whenDialogOpens([this](ControllerConfigDialog& dialog) {
-            m_strips[0]->pressButton();
-            QTRY_VERIFY_WITH_TIMEOUT(!effects().boundEffectId(id(0)).isEmpty(), kWaitMs);
-            dialog.findChild<QSpinBox*>("nbLEDBox")->setValue(7);
-            dialog.accept();
-        });
         emit window().homePage()->controllerOptOrdered(id(0));
+        auto* dialog = qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog && dialog->windowModality() != Qt::NonModal); // nothing else is operated meanwhile
+        QVERIFY(effects().boundEffectId(id(0)).isEmpty());
+        m_strips[0]->pressButton();
+        QTRY_VERIFY_WITH_TIMEOUT(!effects().boundEffectId(id(0)).isEmpty(), kWaitMs);
+        dialog->findChild<QSpinBox*>("nbLEDBox")->setValue(7);
+        dialog->accept();
         QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
         QCOMPARE(options(0).subMode, kSingleColor);
         QTRY_COMPARE_WITH_TIMEOUT(m_strips[0]->lastFrame().colors.size(), 7, kWaitMs);
@@ -421,25 +422,6 @@ private:
         const QVector<LV_RGB> shown = m_strips[strip]->lastFrame().colors;
         return !shown.isEmpty() && shown.count(shown.first()) < shown.size() / 2;
     }
-    /// Runs inside the next count dialog, and sees to it that it ends.
-    template <typename Action>
-    static void whenDialogOpens(Action action)
-    {
-        auto* poll = new QTimer(qApp);
-        connect(poll, &QTimer::timeout, [poll, action] {
-            const QPointer<ControllerConfigDialog> dialog =
-                qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            poll->deleteLater();
-            poll->stop();
-            action(*dialog);
-            if (!QTest::qWaitFor([dialog] { return !dialog || !dialog->isVisible(); }, kWaitMs))
-                dialog->reject();
-        });
-        poll->start(5);
-    }
-
     const QString m_dataFolder = QDir::currentPath();
     std::unique_ptr<QTemporaryDir> m_folder;
     std::vector<std::unique_ptr<StripSimulator>> m_strips;
