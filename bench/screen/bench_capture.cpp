@@ -5,7 +5,6 @@
 #include "support/capture/DeskCapture.h"
 #include "support/capture/DeskDuplManager.h"
 #include "support/capture/FrameScaler.h"
-#include "support/capture/ThreadedCaptureBackend.h"
 #include "support/capture/X11Grabber.h"
 
 #include <QCoreApplication>
@@ -116,9 +115,7 @@ bool benchGrab(const VirtualDisplay& display, const QImage& picture, double limi
 
 CaptureMode modeOn(const VirtualDisplay& display)
 {
-    return {QStringLiteral("X11"), [&display] {
-                return std::make_unique<ThreadedCaptureBackend>(std::make_shared<X11Grabber>(display.name()));
-            }};
+    return [&display] { return std::make_shared<X11Grabber>(display.name()); };
 }
 
 bool benchPull(const VirtualDisplay& display)

@@ -3,7 +3,6 @@
 #include "VirtualDisplay.h"
 #include "support/capture/DeskCaptureOption.h"
 #include "support/capture/DeskDuplManager.h"
-#include "support/capture/ThreadedCaptureBackend.h"
 #include "support/capture/X11Grabber.h"
 
 #include <QSignalSpy>
@@ -20,8 +19,7 @@ const QColor kBlue(20, 60, 230);
 CaptureMode modeOn(const VirtualDisplay& display)
 {
     const QByteArray name = display.name();
-    return {"X11",
-            [name] { return std::make_unique<ThreadedCaptureBackend>(std::make_shared<X11Grabber>(name)); }};
+    return [name] { return std::make_shared<X11Grabber>(name); };
 }
 
 /// The pixel in the middle of the given part of the frame, as the effects read it; invalid without a frame.

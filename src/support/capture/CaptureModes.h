@@ -1,19 +1,14 @@
 #pragma once
 
 #include <QList>
-#include <QString>
 #include <functional>
 #include <memory>
 
-class CaptureBackend;
+class ScreenGrabber;
 
-/// One entry of the list of ways in which this system's desktop can be read.
-struct CaptureMode
-{
-    QString name;
-    /// Null where the mode cannot work, for want of a display say.
-    std::function<std::unique_ptr<CaptureBackend>()> create;
-};
+/// Makes what reads this system's desktop in one of the ways there are; null where it cannot work, for want
+/// of a display say.
+using CaptureMode = std::function<std::shared_ptr<ScreenGrabber>()>;
 
-/// The modes of this system in the order of the settings dialog. A new back end is a new entry here.
+/// The modes of this system in the order of the settings dialog. Another grabber is a new entry here.
 QList<CaptureMode> captureModes();

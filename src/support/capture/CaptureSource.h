@@ -3,6 +3,7 @@
 #include <QList>
 #include <QRect>
 #include <QString>
+#include <algorithm>
 
 /// One picture source of the desktop, normally a monitor.
 struct CaptureSource
@@ -18,3 +19,11 @@ struct CaptureSource
     }
 };
 using CaptureSources = QList<CaptureSource>;
+
+/// Null for a source that is not there; valid as long as the list is.
+inline const CaptureSource* findSource(const CaptureSources& sources, const QString& id)
+{
+    const auto it = std::find_if(sources.begin(), sources.end(),
+                                 [&id](const CaptureSource& source) { return source.id == id; });
+    return it == sources.end() ? nullptr : &*it;
+}

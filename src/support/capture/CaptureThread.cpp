@@ -5,7 +5,6 @@
 #include "support/crash/CrashStack.h"
 
 #include <QDebug>
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -13,16 +12,9 @@ constexpr qint64 kLookUs = 2000000; // between two tries to open, and between tw
 constexpr int kFirstLookMs = 1000;
 constexpr unsigned long kEndMs = 500;
 
-const CaptureSource* find(const CaptureSources& sources, const QString& id)
-{
-    const auto it = std::find_if(sources.begin(), sources.end(),
-                                 [&id](const CaptureSource& source) { return source.id == id; });
-    return it == sources.end() ? nullptr : &*it;
-}
-
 void tell(DeskCapture& capture, const CaptureSources& sources)
 {
-    if (const CaptureSource* source = find(sources, capture.id()))
+    if (const CaptureSource* source = findSource(sources, capture.id()))
         capture.setSource(source->geometry.size());
     else
         capture.setLost();
@@ -72,10 +64,7 @@ CaptureSources CaptureThread::sources() const
 
 void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
 {
-    capture->setWaker([weak = std::weak_ptr<ScreenGrabber>(m_grabber)] {
-        if (const std::shared_ptr<ScreenGrabber> grabber = weak.lock())
-            grabber->wake();
-    });
+    capture->setGrabber(m_grabber);
     {
         const std::lock_guard lock(m_mutex);
         m_captures += capture;
@@ -88,7 +77,7 @@ void CaptureThread::detach(const QSharedPointer<DeskCapture>& capture)
 {
     const std::lock_guard lock(m_mutex);
     m_captures.removeAll(capture);
-    capture->setWaker({});
+    capture->setGrabber(nullptr);
     capture->setLost();
 }
 
@@ -167,10 +156,10 @@ qint64 CaptureThread::grabWhatIsDue()
 {
     qint64 earliest = -1;
     for (const QSharedPointer<DeskCapture>& capture : captures()) {
-        qint64 due = capture->nextGrabUs(DeskCapture::nowUs());
+        qint64 due = capture->nextGrabUs();
         if (due >= 0 && due <= DeskCapture::nowUs()) {
             grab(*capture, due);
-            due = capture->nextGrabUs(DeskCapture::nowUs());
+            due = capture->nextGrabUs();
         }
         if (due >= 0)
             earliest = earliest < 0 ? due : qMin(earliest, due);
@@ -182,7 +171,7 @@ void CaptureThread::grab(DeskCapture& capture, qint64 dueUs)
 {
     cv::Mat frame;
     const CaptureSources all = sources();
-    if (const CaptureSource* source = find(all, capture.id()))
+    if (const CaptureSource* source = findSource(all, capture.id()))
         m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame);
     capture.finishGrab(frame, dueUs);
 }

@@ -1,12 +1,13 @@
 #include "support/capture/DeskCapture.h"
 
+#include "support/capture/ScreenGrabber.h"
+
 #include <chrono>
 #include <utility>
 
 namespace {
 constexpr int kMaxOutputPx = 4096;
 constexpr int kDefaultWidthPx = 120;
-constexpr qint64 kLeadUs = 2000; // for an early pull
 
 QSize defaultOutputSize(QSize source)
 {
@@ -49,9 +50,7 @@ cv::Mat DeskCapture::grabFrame()
     {
         std::unique_lock lock(m_mutex);
         const qint64 now = nowUs();
-        if (m_pace.isAsleep(now))
-            m_urgent = true;
-        m_pace.record(now);
+        m_plan.pull(now);
         if (m_lost)
             return {};
         if (!m_ready.empty())
@@ -80,22 +79,22 @@ void DeskCapture::setOutputSize(int width, int height)
     m_frame.release();
     m_ready.release();
     const qint64 now = nowUs();
-    m_urgent = !m_pace.isAsleep(now);
+    m_plan.hurry(now);
     wakeWhenEarlier(lock, now);
 }
 
-void DeskCapture::setWaker(std::function<void()> waker)
+void DeskCapture::setGrabber(const std::shared_ptr<ScreenGrabber>& grabber)
 {
     const std::lock_guard lock(m_mutex);
-    m_waker = std::move(waker);
-    m_plannedUs = -1;
+    m_grabber = grabber;
+    m_plan.forget();
 }
 
 void DeskCapture::setSource(QSize size)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_lost && !m_pace.isAsleep(nowUs()))
-        m_urgent = true;
+    if (m_lost)
+        m_plan.hurry(nowUs());
     m_lost = false;
     m_sourceSize = size;
 }
@@ -108,11 +107,10 @@ void DeskCapture::setLost()
     m_ready.release();
 }
 
-qint64 DeskCapture::nextGrabUs(qint64 nowUs)
+qint64 DeskCapture::nextGrabUs()
 {
     const std::lock_guard lock(m_mutex);
-    m_plannedUs = dueUs(nowUs);
-    return m_plannedUs;
+    return m_lost ? -1 : m_plan.takeDueUs(nowUs());
 }
 
 bool DeskCapture::needsNewFrame()
@@ -125,16 +123,12 @@ void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
 {
     std::unique_lock lock(m_mutex);
     const qint64 now = nowUs();
-    m_targetUs = m_urgent ? now : qMax(now, dueUs + leadUs());
-    // From the due time on, so that a busy machine's late wake-ups count. It rises fast and falls slowly.
-    const qint64 cost = now - dueUs;
-    m_costUs += (cost - m_costUs) / (cost > m_costUs ? 2 : 16);
-    m_urgent = false;
+    m_plan.done(dueUs, now);
     if (m_lost)
         return;
     if (!frame.empty()) {
         if (frame.cols != m_outputSize.width() || frame.rows != m_outputSize.height()) {
-            m_urgent = true;
+            m_plan.hurry(now);
             return;
         }
         m_frame = std::move(frame);
@@ -152,31 +146,11 @@ void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
         m_ready = std::move(ready);
 }
 
-qint64 DeskCapture::dueUs(qint64 nowUs) const
-{
-    if (m_lost)
-        return -1;
-    if (m_urgent)
-        return nowUs;
-    if (m_pace.isAsleep(nowUs))
-        return -1;
-    const qint64 next = m_pace.nextAfter(qMax(m_pace.lastUs(), m_targetUs) + m_pace.apartUs());
-    return next < 0 ? -1 : next - leadUs();
-}
-
-qint64 DeskCapture::leadUs() const
-{
-    return qMin(m_costUs + kLeadUs, m_pace.periodUs() / 2);
-}
-
 void DeskCapture::wakeWhenEarlier(std::unique_lock<std::mutex>& lock, qint64 nowUs)
 {
-    const qint64 due = dueUs(nowUs);
-    const bool planned = m_plannedUs >= 0 && due >= m_plannedUs - kLeadUs;
-    if (due < 0 || planned || !m_waker)
+    const std::shared_ptr<ScreenGrabber> grabber = m_grabber.lock();
+    if (m_lost || !grabber || !m_plan.takeWake(nowUs))
         return;
-    m_plannedUs = due;
-    const std::function<void()> waker = m_waker;
     lock.unlock();
-    waker();
+    grabber->wake();
 }

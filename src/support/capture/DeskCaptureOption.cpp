@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QVariant>
-#include <utility>
 
 namespace {
 qulonglong addressOf(const DeskCaptureOption* option)
@@ -20,9 +19,9 @@ DeskCaptureOption* DeskCaptureOption::current()
         static_cast<quintptr>(qApp->property(kProperty).toULongLong()));
 }
 
-DeskCaptureOption::DeskCaptureOption(QStringList modeNames, QObject* parent)
+DeskCaptureOption::DeskCaptureOption(int totalOfMode, QObject* parent)
     : QObject(parent)
-    , m_modeNames(std::move(modeNames))
+    , m_totalOfMode(totalOfMode)
 {
     if (qApp)
         qApp->setProperty(kProperty, addressOf(this));

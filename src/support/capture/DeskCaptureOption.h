@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
 
 /// The user's choice of capture back end. Main thread. Found through the application object's property
 /// kProperty while a DeskDuplManager exists.
@@ -16,20 +15,18 @@ public:
     /// The object whose address the application's property holds; null without one.
     static DeskCaptureOption* current();
 
-    explicit DeskCaptureOption(QStringList modeNames, QObject* parent = nullptr);
+    explicit DeskCaptureOption(int totalOfMode, QObject* parent = nullptr);
     ~DeskCaptureOption() override;
 
     int curMode() const { return m_curMode; }
     /// Takes effect at once; a mode that does not exist is refused with a warning.
     void setCurMode(int mode);
-    int totalOfMode() const { return m_modeNames.size(); }
-    /// Empty for a mode that does not exist.
-    QString modeName(int mode) const { return m_modeNames.value(mode); }
+    int totalOfMode() const { return m_totalOfMode; }
 
 signals:
     void curModeChanged(int mode);
 
 private:
-    QStringList m_modeNames;
+    const int m_totalOfMode;
     int m_curMode = 0;
 };

@@ -1,23 +1,14 @@
 #include "support/capture/DeskDuplManager.h"
 
-#include "support/capture/CaptureBackend.h"
+#include "support/capture/CaptureThread.h"
 #include "support/capture/DeskCapture.h"
 #include "support/capture/DeskCaptureOption.h"
-#include "support/capture/NullCaptureBackend.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QEvent>
 
 namespace {
-QStringList namesOf(const QList<CaptureMode>& modes)
-{
-    QStringList names;
-    for (const CaptureMode& mode : modes)
-        names += mode.name;
-    return names;
-}
-
 QStringList idsOf(const CaptureSources& sources)
 {
     QStringList ids;
@@ -35,10 +26,10 @@ DeskDuplManager::DeskDuplManager(QObject* parent)
 DeskDuplManager::DeskDuplManager(const QList<CaptureMode>& modes, QObject* parent)
     : IDeskDuplManager(parent)
     , m_modes(modes)
-    , m_option(new DeskCaptureOption(namesOf(modes), this))
+    , m_option(new DeskCaptureOption(modes.size(), this))
 {
-    createBackend(m_option->curMode());
-    m_sources = m_backend->sources();
+    startThread(m_option->curMode());
+    m_sources = currentSources();
     connect(m_option, &DeskCaptureOption::curModeChanged, this, &DeskDuplManager::onCurModeChanged);
     if (qApp)
         qApp->installEventFilter(this);
@@ -61,15 +52,16 @@ QString DeskDuplManager::defaultCapturer()
 QSharedPointer<IDeskCapture> DeskDuplManager::acquireCapturer(QString id)
 {
     const std::lock_guard lock(m_mutex);
-    const int index = indexOf(id);
-    if (index < 0) {
+    const CaptureSource* source = findSource(m_sources, id);
+    if (!source) {
         qWarning() << "[DeskDuplManager]: There is no capturer" << id;
         return {};
     }
     Shared& shared = m_shared[id];
     if (!shared.capture) {
-        shared.capture = QSharedPointer<DeskCapture>::create(id, m_sources[index].geometry.size());
-        m_backend->attach(shared.capture);
+        shared.capture = QSharedPointer<DeskCapture>::create(id, source->geometry.size());
+        if (m_thread)
+            m_thread->attach(shared.capture);
     }
     ++shared.users;
     return shared.capture;
@@ -85,19 +77,19 @@ void DeskDuplManager::releaseCapturer(QString id)
     }
     if (--it->users > 0)
         return;
-    m_backend->detach(it->capture);
+    if (m_thread)
+        m_thread->detach(it->capture);
     m_shared.erase(it);
 }
 
 QString DeskDuplManager::capturerDesc(QString id)
 {
     const std::lock_guard lock(m_mutex);
-    const int index = indexOf(id);
-    if (index < 0)
+    const CaptureSource* source = findSource(m_sources, id);
+    if (!source)
         return QString();
-    const CaptureSource& source = m_sources[index];
-    const QString text = source.primary ? tr("%1 (%2 × %3, 主屏幕)") : tr("%1 (%2 × %3)");
-    return text.arg(source.name).arg(source.geometry.width()).arg(source.geometry.height());
+    const QString text = source->primary ? tr("%1 (%2 × %3, 主屏幕)") : tr("%1 (%2 × %3)");
+    return text.arg(source->name).arg(source->geometry.width()).arg(source->geometry.height());
 }
 
 bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
@@ -110,7 +102,7 @@ bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
 
 void DeskDuplManager::onSourcesChanged()
 {
-    const CaptureSources found = m_backend->sources();
+    const CaptureSources found = currentSources();
     QStringList before;
     bool changed = false;
     {
@@ -137,30 +129,30 @@ void DeskDuplManager::onCurModeChanged(int mode)
 {
     {
         const std::lock_guard lock(m_mutex);
-        for (const Shared& shared : qAsConst(m_shared))
-            m_backend->detach(shared.capture);
-        createBackend(mode);
-        for (const Shared& shared : qAsConst(m_shared))
-            m_backend->attach(shared.capture);
+        startThread(mode);
+        for (const Shared& shared : qAsConst(m_shared)) {
+            if (m_thread)
+                m_thread->attach(shared.capture);
+        }
     }
     onSourcesChanged();
 }
 
-void DeskDuplManager::createBackend(int mode)
+void DeskDuplManager::startThread(int mode)
 {
-    m_backend.reset();
-    if (mode < m_modes.size())
-        m_backend = m_modes[mode].create();
-    if (!m_backend)
-        m_backend = std::make_unique<NullCaptureBackend>();
-    connect(m_backend.get(), &CaptureBackend::sourcesChanged, this, &DeskDuplManager::onSourcesChanged);
+    m_thread.reset();
+    const std::shared_ptr<ScreenGrabber> grabber = mode < m_modes.size() ? m_modes[mode]() : nullptr;
+    if (!grabber) {
+        qWarning() << "[DeskDuplManager]: There is no display to capture from";
+        return;
+    }
+    m_thread = std::make_unique<CaptureThread>(grabber);
+    connect(m_thread.get(), &CaptureThread::sourcesChanged, this, &DeskDuplManager::onSourcesChanged,
+            Qt::QueuedConnection);
+    m_thread->begin();
 }
 
-int DeskDuplManager::indexOf(const QString& id) const
+CaptureSources DeskDuplManager::currentSources() const
 {
-    for (int i = 0; i < m_sources.size(); ++i) {
-        if (m_sources[i].id == id)
-            return i;
-    }
-    return -1;
+    return m_thread ? m_thread->sources() : CaptureSources();
 }

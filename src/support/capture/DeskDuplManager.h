@@ -4,14 +4,13 @@
 //
 //   IDeskDuplManager, IDeskCapture   what the effects see: a list of sources, and frames of one of them
 //   DeskDuplManager                  shares one DeskCapture a source; DeskCaptureOption, the user's choice,
-//                                    picks the back end from the list in CaptureModes_*
-//   CaptureBackend                   where another way to read the desktop slots in: ThreadedCaptureBackend
-//                                    grabs on a thread, NullCaptureBackend stands in without a display
-//   DeskCapture                      between pullers and grabbing: keeps the newest frame and says when the
-//                                    next is due, just before the pull that PullPace expects
+//                                    picks the grabber from the list in CaptureModes_*
+//   DeskCapture                      between pullers and grabbing: keeps the newest frame; its GrabPlan says
+//                                    when the next is due, just before the pull that it expects
 //   CaptureThread                    grabs what is due and follows the sources; drives a ScreenGrabber
-//   ScreenGrabber                    one system's calls: X11Grabber (with X11Image for the memory and
-//                                    X11ChangeWatch to skip still screens), DxgiGrabber (with DxgiMonitor)
+//   ScreenGrabber                    where another way to read the desktop slots in, one system's calls:
+//                                    X11Grabber (with X11Image for the memory and X11ChangeWatch to skip
+//                                    still screens), DxgiGrabber (with DxgiMonitor)
 //   FrameScaler                      the screen's pixels to the small frame, by the mean of areas
 
 #include "support/capture/CaptureModes.h"
@@ -22,11 +21,11 @@
 #include <memory>
 #include <mutex>
 
-class CaptureBackend;
+class CaptureThread;
 class DeskCapture;
 class DeskCaptureOption;
 
-/// The desktop's picture sources, read by the back end that DeskCaptureOption selects. Lives on the main
+/// The desktop's picture sources, read by the grabber that DeskCaptureOption selects. Lives on the main
 /// thread, where it emits; the operations may be called from any thread. While a source is gone its
 /// capture gives no frames; it gives frames again when the source comes back.
 class DeskDuplManager : public IDeskDuplManager
@@ -60,13 +59,13 @@ private:
         int users = 0;
     };
 
-    void createBackend(int mode);
-    int indexOf(const QString& id) const;
+    void startThread(int mode);
+    CaptureSources currentSources() const;
 
     const QList<CaptureMode> m_modes;
     DeskCaptureOption* m_option = nullptr;
-    std::unique_ptr<CaptureBackend> m_backend;
-    std::mutex m_mutex; // guards what follows, and m_backend outside the main thread
+    std::unique_ptr<CaptureThread> m_thread; ///< null where there is nothing to read
+    std::mutex m_mutex;                      // guards what follows, and m_thread outside the main thread
     CaptureSources m_sources;
     QHash<QString, Shared> m_shared;
 };
