@@ -67,6 +67,10 @@ private slots:
                          qPrintable(QString::number(kernel)));
             }
         }
+        cv::Mat picture(90, 90, CV_8UC4);
+        cv::randu(picture, 0, 256);
+        const cv::Mat part = picture(cv::Rect(20, 30, 40, 30));
+        QVERIFY(same(FrameFilters::blur(part, 0.5), FrameFilters::blur(part.clone(), 0.5)));
     }
 
     void saturationIsAddedToTheColor()

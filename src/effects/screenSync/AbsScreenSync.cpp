@@ -79,7 +79,6 @@ AbsScreenSync::~AbsScreenSync()
 
 int AbsScreenSync::load(const ControlOptions& ctlOptions)
 {
-    FrameFilters::disableOpenCL();
     m_colors.resize(static_cast<int>(ctlOptions.nbLeds));
     m_direction = ctlOptions.installDirection;
     m_ctlOptions = ctlOptions;
@@ -318,10 +317,9 @@ QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
     // The modes read pixels of four bytes.
     CV_Assert(frame.type() == CV_8UC4);
     const cv::Mat work = m_autoWipeDarkSide ? wipeDarkSide(frame) : frame;
-    cv::UMat sharp;
-    work.copyTo(sharp);
-    cv::Mat out;
-    blurFrame(sharp, m_blurStrength).copyTo(out);
+    // No UMat: a frame this small gains nothing from an accelerator, and the first one would load its
+    // runtime.
+    cv::Mat out = blurFrame(work, m_blurStrength);
     takeScreenshot(out);
     if (m_direction == 1)
         cv::flip(out, out, 1);

@@ -3,8 +3,8 @@
 #include <QColor>
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <opencv2/core.hpp>
-#include <opencv2/core/ocl.hpp>
 #include <opencv2/imgproc.hpp>
 
 namespace {
@@ -18,16 +18,25 @@ constexpr int kMostPixelsIgnored = 2;
 /// cv::GaussianBlur rounds its weights for 8-bit pixels to multiples of 1/256.
 constexpr int kKernelBits = 8;
 constexpr double kKernelSum = 1 << kKernelBits;
+/// A frame may be a part of a larger picture, of which the rest is nothing to it.
+constexpr int kBorder = cv::BORDER_DEFAULT | cv::BORDER_ISOLATED;
 
-/// The weights of cv::GaussianBlur times 256, seen by blurring a single bright pixel of one row.
+/// The weights of cv::GaussianBlur times 256, seen by blurring a single bright pixel of one row. Empty when
+/// they are others than its own arithmetic needs.
 cv::Mat integerKernel(int size)
 {
+    static thread_local std::map<int, cv::Mat> kept;
+    const auto known = kept.find(size);
+    if (known != kept.end())
+        return known->second;
     cv::Mat impulse = cv::Mat::zeros(1, 2 * size + 1, CV_8UC1);
     impulse.at<uchar>(0, size) = 255;
     cv::GaussianBlur(impulse, impulse, cv::Size(size, 1), 0, 0, cv::BORDER_DEFAULT);
     cv::Mat kernel;
     impulse.colRange(size - size / 2, size + size / 2 + 1).convertTo(kernel, CV_32F);
-    return kernel;
+    if (cv::sum(kernel)[0] != kKernelSum)
+        kernel.release();
+    return kept[size] = kernel;
 }
 
 /// The result of cv::GaussianBlur to the bit in a quarter of its time, which is nearly all the time of a
@@ -38,8 +47,7 @@ void blurExactly(const cv::Mat& src, cv::Mat& dst, const cv::Mat& kernel)
     constexpr int kBits = 2 * kKernelBits;
     // Kept, because the heap may give a block of this size (0.13 MB) back to the system after every frame.
     static thread_local cv::Mat sums;
-    cv::sepFilter2D(src, sums, CV_32F, kernel, kernel, cv::Point(-1, -1), 1 << (kBits - 1),
-                    cv::BORDER_DEFAULT);
+    cv::sepFilter2D(src, sums, CV_32F, kernel, kernel, cv::Point(-1, -1), 1 << (kBits - 1), kBorder);
     dst.create(src.size(), src.type());
     const int rowBytes = src.cols * src.channels();
     for (int y = 0; y < src.rows; ++y) {
@@ -65,10 +73,10 @@ int blurKernelSize(double strength)
 cv::Mat blur(const cv::Mat& src, double strength)
 {
     const int size = blurKernelSize(strength);
-    const cv::Mat kernel = integerKernel(size);
+    const cv::Mat kernel = size == 1 ? cv::Mat() : integerKernel(size);
     cv::Mat dst;
-    if (size == 1 || src.depth() != CV_8U || src.isSubmatrix() || cv::sum(kernel)[0] != kKernelSum)
-        cv::GaussianBlur(src, dst, cv::Size(size, size), 0, 0, cv::BORDER_DEFAULT);
+    if (kernel.empty() || src.depth() != CV_8U)
+        cv::GaussianBlur(src, dst, cv::Size(size, size), 0, 0, kBorder);
     else
         blurExactly(src, dst, kernel);
     return dst;
@@ -104,13 +112,6 @@ LV_RGB adjustSaturation(LV_RGB color, double strength)
     const QColor rgb = hsv.toRgb();
     return {static_cast<std::uint8_t>(rgb.red()), static_cast<std::uint8_t>(rgb.green()),
             static_cast<std::uint8_t>(rgb.blue())};
-}
-
-void disableOpenCL()
-{
-    // The first UMat would load whatever OpenCL runtime there is, with its memory and its threads, and the
-    // way of a frame this small to an accelerator and back takes longer than all of its processing here.
-    cv::ocl::setUseOpenCL(false);
 }
 
 } // namespace FrameFilters

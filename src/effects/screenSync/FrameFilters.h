@@ -23,7 +23,4 @@ void wipeDarkSide(const cv::Mat& frame, cv::Mat& result);
 /// Adds `strength` (-1.0 to 1.0) to the HSV saturation; hue and value stay. Grey has no hue and stays grey.
 LV_RGB adjustSaturation(LV_RGB color, double strength);
 
-/// For the calling thread, before its first UMat: frames are too small to gain anything from an accelerator.
-void disableOpenCL();
-
 } // namespace FrameFilters
