@@ -188,23 +188,25 @@ void AbsRGBController::internalUpdate()
 void AbsRGBController::reportPace(const QVector<LV_RGB>& out)
 {
     const qint64 elapsed = m_updateTimer.restart();
-    if (elapsed >= kRefreshMs)
+    if (elapsed >= kRefreshMs && m_refreshBrake.isDue(0.0))
         qWarning().noquote().nospace() << "[[loop]][Controller]: " << m_options.id
                                        << ": The automatic refresh of the controller is triggered";
     m_updateMsSum += elapsed;
     ++m_updateCount;
     if (m_updateMsSum <= kReportMs)
         return;
+    const double average = static_cast<double>(m_updateMsSum) / static_cast<double>(m_updateCount);
+    m_updateMsSum = 0;
+    m_updateCount = 0;
+    if (!m_paceBrake.isDue(average, m_options.subMode))
+        return;
     const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(out.constData()),
                                                out.size() * static_cast<int>(sizeof(LV_RGB)));
-    qDebug().noquote().nospace() << "[[loop]][Controller]" << m_options.id << ", Avg update interval: "
-                                 << static_cast<double>(m_updateMsSum) / static_cast<double>(m_updateCount)
-                                 << "ms, \r\n"
+    qDebug().noquote().nospace() << "[[loop]][Controller]" << m_options.id
+                                 << ", Avg update interval: " << average << "ms, \r\n"
                                  << "  Current worker: " << m_options.subMode << "\r\n"
                                  << "  Current raw led data: \r\n"
                                  << bytes.toHex() << "\r\n \r\n";
-    m_updateMsSum = 0;
-    m_updateCount = 0;
 }
 
 void AbsRGBController::onStrapColorOffsetParamChanged(QString key)

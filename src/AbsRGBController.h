@@ -3,6 +3,7 @@
 #include "controllers/ColorCurve.h"
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
+#include "support/log/LoopBrake.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -85,6 +86,8 @@ private:
     QElapsedTimer m_updateTimer;
     qint64 m_updateMsSum = 0;
     qint64 m_updateCount = 0;
+    LoopBrake m_refreshBrake;
+    LoopBrake m_paceBrake;
 };
 
 using AbsRGBControllerPtr = QSharedPointer<AbsRGBController>;

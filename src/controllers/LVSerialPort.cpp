@@ -98,13 +98,14 @@ void LVSerialPort::reportWrite()
     ++m_writeCount;
     if (m_writeTimeSum <= static_cast<double>(kReportMs))
         return;
-    qInfo().noquote().nospace() << "[[loop]][SerialPort]: Mean write time: " << m_writeTimeSum / m_writeCount
-                                << "ms";
-    const quint64 dropped = m_dropped;
-    if (dropped != m_reportedDrops)
-        qInfo().noquote().nospace() << "[[loop]][SerialPort]: " << m_name << " could not carry "
-                                    << dropped - m_reportedDrops << " frames in " << m_writeTimeSum << "ms";
-    m_reportedDrops = dropped;
+    const double mean = m_writeTimeSum / m_writeCount;
+    if (m_writeBrake.isDue(mean))
+        qInfo().noquote().nospace() << "[[loop]][SerialPort]: Mean write time: " << mean << "ms";
+    const quint64 dropped = m_dropped - m_reportedDrops;
+    m_reportedDrops += dropped;
+    if (dropped > 0 && m_dropBrake.isDue(static_cast<double>(dropped) / m_writeTimeSum))
+        qInfo().noquote().nospace() << "[[loop]][SerialPort]: " << m_name << " could not carry " << dropped
+                                    << " frames in " << m_writeTimeSum << "ms";
     m_writeTimeSum = 0.0;
     m_writeCount = 0;
 }

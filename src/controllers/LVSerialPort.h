@@ -4,6 +4,7 @@
 #include "controllers/FramePacer.h"
 #include "controllers/SerialPortSource.h"
 #include "controllers/TalkGuard.h"
+#include "support/log/LoopBrake.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -99,4 +100,6 @@ private:
     int m_writeCount = 0;
     std::atomic<quint64> m_dropped{0};
     quint64 m_reportedDrops = 0;
+    LoopBrake m_writeBrake;
+    LoopBrake m_dropBrake;
 };

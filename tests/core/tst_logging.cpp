@@ -1,5 +1,6 @@
 #include "LogSystem.h"
 #include "support/log/Loggers.h"
+#include "support/log/LoopBrake.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -107,6 +108,25 @@ private slots:
         QVERIFY(QFileInfo(loopFile).size() < 11 * 1024 * 1024);
         QVERIFY(QFileInfo(loopFile + ".1").size() >= 10 * 1024 * 1024);
         QVERIFY(!QFile::exists(loopFile + ".2"));
+    }
+
+    void aFigureThatStaysTheSameGoesQuietUntilItIsNews()
+    {
+        LoopBrake brake;
+        constexpr qint64 kDayMs = 24 * 60 * 60 * 1000;
+        int lines = 0;
+        for (qint64 now = 0; now < kDayMs; now += 3000)
+            lines += brake.isDue(80.0 + double(now % 7), "effect", now) ? 1 : 0;
+        constexpr int kLineBytes = 2000; // a picture of 300 LEDs
+        QVERIFY2(lines > 200 && lines * kLineBytes < 1000 * 1000, qPrintable(QString::number(lines)));
+        for (const char* text : {"another effect", "effect"}) { // the choice gone and back
+            QCOMPARE(brake.isDue(80.0, text, kDayMs), true);
+            QCOMPARE(brake.isDue(60.1, text, kDayMs), true);
+            QCOMPARE(brake.isDue(59.9, text, kDayMs), true); // a quarter less than 80
+            QCOMPARE(brake.isDue(59.9, text, kDayMs), true);
+            QCOMPARE(brake.isDue(59.9, text, kDayMs), true);
+            QCOMPARE(brake.isDue(59.9, text, kDayMs), false);
+        }
     }
 
     void theOldestFilesGoAtTheStart()

@@ -90,6 +90,8 @@ private slots:
         controller.update({{1, 2, 3}});
         QTRY_VERIFY_WITH_TIMEOUT(log.contains("[[loop]][Controller]LV0127:AB, Avg update interval: "), 20000);
         QVERIFY(controller.written.size() >= 4);
+        QTRY_VERIFY_WITH_TIMEOUT(controller.written.size() >= 8, 20000);
+        QCOMPARE(log.count("The automatic refresh of the controller is triggered"), 3); // no news any more
         QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{1, 2, 3}}));
     }
 

@@ -344,8 +344,10 @@ void AbsScreenSync::countFrame()
     m_frameTimeSum += m_frameTimer.restart();
     if (++m_frameCount <= kFramesPerLogLine)
         return;
-    qDebug().noquote() << "[[loop]][AbsScreenSync]:" << controllerId()
-                       << "avg frame time:" << static_cast<double>(m_frameTimeSum) / m_frameCount << "ms";
+    const double average = static_cast<double>(m_frameTimeSum) / m_frameCount;
+    if (m_frameBrake.isDue(average))
+        qDebug().noquote() << "[[loop]][AbsScreenSync]:" << controllerId() << "avg frame time:" << average
+                           << "ms";
     m_frameTimeSum = 0;
     m_frameCount = 0;
 }

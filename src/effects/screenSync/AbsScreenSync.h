@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/AbsAnimatedEffect.h"
+#include "support/log/LoopBrake.h"
 
 #include <QElapsedTimer>
 #include <QSet>
@@ -99,6 +100,7 @@ private:
     QElapsedTimer m_frameTimer;
     bool m_screenshotEnabled = false; ///< read once, so that a frame costs no look-up
     qint64 m_frameTimeSum = 0;        ///< ms
+    LoopBrake m_frameBrake;
     int m_frameCount = 0;
     bool m_autoWipeDarkSide = false;
     bool m_advancedMode = false;
