@@ -47,7 +47,7 @@ struct Preparation
     std::atomic<const ReporterCall*> call{&calls[0]};
     std::vector<std::string> environment;
     std::vector<char*> environmentPointers; ///< ends with a null pointer
-    int logFile = -1;
+    std::string logFile;
 };
 
 Preparation* s_preparation = nullptr; // never freed: static destructors may crash as well
@@ -66,7 +66,9 @@ void setDefaultAction(int signal)
 void logLine(const char* level, const char* message, const char* detail = "")
 {
     const CrashTime now = crashTime(s_preparation->facts.utcOffsetSeconds);
-    for (const int fd : {s_preparation->logFile, STDERR_FILENO}) {
+    // Opened now, because the log rolls over.
+    const int logFile = open(s_preparation->logFile.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    for (const int fd : {logFile, STDERR_FILENO}) {
         s_logLine.putDecimal(now.month, 2).put("/").putDecimal(now.day, 2).put("/");
         s_logLine.putDecimal(now.year % 100, 2).put(" ").putDecimal(now.hour, 2).put(":");
         s_logLine.putDecimal(now.minute, 2).put(":").putDecimal(now.second, 2).put(" ");
@@ -74,6 +76,7 @@ void logLine(const char* level, const char* message, const char* detail = "")
         s_logLine.put(" [").putDecimal(int64_t(pthread_self())).put("] ").put(level).put(" app 0 - ");
         s_logLine.put(message).put(detail).put(" \n").flush(fd);
     }
+    close(logFile);
 }
 
 void writeDump(const Crash& crash)
@@ -179,7 +182,7 @@ Preparation* prepare(const QString& logFilePath)
     for (std::string& entry : preparation->environment)
         preparation->environmentPointers.push_back(entry.data());
     preparation->environmentPointers.push_back(nullptr);
-    preparation->logFile = open(toPath(logFilePath).c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    preparation->logFile = toPath(logFilePath);
     return preparation;
 }
 

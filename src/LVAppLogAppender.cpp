@@ -1,8 +1,13 @@
 #include "LVAppLogAppender.h"
 
+#include <utility>
+
 using log4cplus::spi::InternalLoggingEvent;
 
 namespace {
+
+/// With the rolling files of the other logs this stays below kMaxLogBytes.
+constexpr long kMaxFileBytes = 3L * 1024 * 1024;
 
 bool isSameStatement(const InternalLoggingEvent& a, const InternalLoggingEvent& b)
 {
@@ -11,8 +16,8 @@ bool isSameStatement(const InternalLoggingEvent& a, const InternalLoggingEvent& 
 
 } // namespace
 
-LVAppLogAppender::LVAppLogAppender(const log4cplus::tstring& fileName)
-    : FileAppender(fileName, std::ios_base::app, /*immediateFlush=*/true, /*createDirs=*/true)
+LVAppLogAppender::LVAppLogAppender(const log4cplus::tstring& fileName, std::shared_ptr<LogFolder> folder)
+    : BoundedFileAppender(fileName, kMaxFileBytes, std::move(folder))
 {
 }
 
@@ -52,5 +57,5 @@ void LVAppLogAppender::append(const InternalLoggingEvent& event)
 
 void LVAppLogAppender::write(const InternalLoggingEvent& event)
 {
-    FileAppender::append(event);
+    BoundedFileAppender::append(event);
 }

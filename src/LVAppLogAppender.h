@@ -1,6 +1,7 @@
 #pragma once
 
-#include <log4cplus/fileappender.h>
+#include "BoundedFileAppender.h"
+
 #include <log4cplus/spi/loggingevent.h>
 #include <memory>
 #include <vector>
@@ -8,11 +9,11 @@
 /// File appender that collapses runs: of consecutive lines from one statement only the first and the last
 /// are written, the last when something else is logged. The text is not compared, so a loop that logs
 /// changing values is one run. A line held back is lost if the program ends first.
-/// Any thread; a file that cannot be written loses lines and is tried again.
-class LVAppLogAppender : public log4cplus::FileAppender
+class LVAppLogAppender : public BoundedFileAppender
 {
 public:
-    explicit LVAppLogAppender(const log4cplus::tstring& fileName);
+    explicit LVAppLogAppender(const log4cplus::tstring& fileName,
+                              std::shared_ptr<LogFolder> folder = nullptr);
     ~LVAppLogAppender() override;
 
 protected:

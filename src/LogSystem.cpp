@@ -4,20 +4,16 @@
 #include "support/log/Loggers.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QMessageLogContext>
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <locale>
-#include <log4cplus/fileappender.h>
 #include <log4cplus/layout.h>
 #include <stdexcept>
 
 namespace {
 
 constexpr long kRollingFileBytes = 10L * 1024 * 1024;
-constexpr int kRollingBackups = 1;
 constexpr char kLoopMark[] = "[[loop]]";
 
 log4cplus::LogLevel toLogLevel(QtMsgType type)
@@ -63,28 +59,12 @@ void setLayout(const log4cplus::SharedAppenderPtr& appender)
         LOG4CPLUS_TEXT("%D{%m/%d/%y %H:%M:%S %Q} [%t] %-5p %c %L - %m %n")));
 }
 
-log4cplus::SharedAppenderPtr createRollingAppender(const QString& path)
+log4cplus::SharedAppenderPtr openFile(BoundedFileAppender* appender)
 {
-    log4cplus::SharedFileAppenderPtr appender(
-        new log4cplus::RollingFileAppender(toLogString(path), kRollingFileBytes, kRollingBackups,
-                                           /*immediateFlush=*/true, /*createDirs=*/true));
     appender->imbue(std::locale());
-    log4cplus::SharedAppenderPtr result(appender.get());
+    log4cplus::SharedAppenderPtr result(appender);
     setLayout(result);
     return result;
-}
-
-/// Deletes the oldest matching files until `kept` remain. The files of this run start with `ownPrefix`
-/// and are not counted.
-void keepNewest(const QDir& dir, const QString& pattern, int kept, const QString& ownPrefix)
-{
-    QStringList oldestFirst = dir.entryList({pattern}, QDir::Files, QDir::Time | QDir::Reversed);
-    const auto isOwn = [&](const QString& name) { return name.startsWith(ownPrefix); };
-    oldestFirst.erase(std::remove_if(oldestFirst.begin(), oldestFirst.end(), isOwn), oldestFirst.end());
-    for (int i = 0; i < oldestFirst.size() - kept; ++i) {
-        QFile::remove(dir.filePath(oldestFirst[i]));
-        QFile::remove(dir.filePath(oldestFirst[i] + QLatin1String(".1"))); // a rolling file's backup
-    }
 }
 
 } // namespace
@@ -100,15 +80,13 @@ LogSystem::LogSystem(const QString& logsPath)
     m_debugAppender = createDebugAppender();
     if (m_debugAppender)
         setLayout(m_debugAppender);
-    log4cplus::SharedFileAppenderPtr fileAppender(new LVAppLogAppender(toLogString(filePath())));
-    fileAppender->imbue(std::locale());
-    m_fileAppender = log4cplus::SharedAppenderPtr(fileAppender.get());
-    setLayout(m_fileAppender);
+    m_folder = std::make_shared<LogFolder>(m_logsPath, m_fileName.chopped(int(qstrlen(".log"))));
+    m_fileAppender = openFile(new LVAppLogAppender(toLogString(filePath()), m_folder));
 
     setUpAppAndLoop();
     setUpDevice();
     setUpUsrOptions();
-    deleteOldFiles();
+    m_folder->deleteOldFiles();
     m_previousHandler = qInstallMessageHandler(handleQtMessage);
     // exit() unwinds no stack: without this, messages of static destructors would reach dead loggers.
     std::atexit([] { qInstallMessageHandler(nullptr); });
@@ -141,14 +119,14 @@ void LogSystem::setUpAppAndLoop()
 
     const QString baseName = m_fileName.chopped(int(qstrlen(".log")));
     loopLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
-    loopLogger().addAppender(createRollingAppender(m_logsPath + QLatin1Char('/') + baseName + ".loop.log"));
+    loopLogger().addAppender(openRollingFile(m_logsPath + QLatin1Char('/') + baseName + ".loop.log"));
 }
 
 void LogSystem::setUpDevice()
 {
     deviceLogger().setLogLevel(log4cplus::ALL_LOG_LEVEL);
     addDebugAppender(deviceLogger());
-    deviceLogger().addAppender(createRollingAppender(m_logsPath + "/devices/" + m_fileName));
+    deviceLogger().addAppender(openRollingFile(m_logsPath + "/devices/" + m_fileName));
 }
 
 void LogSystem::setUpUsrOptions()
@@ -158,22 +136,13 @@ void LogSystem::setUpUsrOptions()
     usrOptionsLogger().addAppender(m_fileAppender);
 }
 
+log4cplus::SharedAppenderPtr LogSystem::openRollingFile(const QString& path) const
+{
+    return openFile(new BoundedFileAppender(toLogString(path), kRollingFileBytes, m_folder));
+}
+
 void LogSystem::addDebugAppender(log4cplus::Logger& logger) const
 {
     if (m_debugAppender)
         logger.addAppender(m_debugAppender);
-}
-
-void LogSystem::deleteOldFiles() const
-{
-    const QString ownPrefix = m_fileName.chopped(int(qstrlen(".log")));
-    QDir dir(m_logsPath);
-    keepNewest(dir, QStringLiteral("*.log"), 40, ownPrefix);
-    // A folder that is missing leaves the walk where it is; the next cleaning then works on that folder.
-    dir.cd(QStringLiteral("devices"));
-    keepNewest(dir, QStringLiteral("*.log"), 20, ownPrefix);
-    dir.cd(QStringLiteral("../usrOptions"));
-    keepNewest(dir, QStringLiteral("*.log"), 20, ownPrefix);
-    dir.cd(QStringLiteral("../../dumps"));
-    keepNewest(dir, QStringLiteral("*.dmp"), 20, ownPrefix);
 }

@@ -5,6 +5,9 @@
 #include <log4cplus/appender.h>
 #include <log4cplus/initializer.h>
 #include <log4cplus/logger.h>
+#include <memory>
+
+class LogFolder;
 
 /// Sets up the program's loggers and sends every Qt message to them. A local object of main(), so that it
 /// exists from the moment the log folder is known to the end of the program. Main thread.
@@ -31,11 +34,12 @@ private:
     void setUpDevice();
     void setUpUsrOptions();
     void addDebugAppender(log4cplus::Logger& logger) const;
-    void deleteOldFiles() const;
+    log4cplus::SharedAppenderPtr openRollingFile(const QString& path) const;
 
     QString m_logsPath;
     log4cplus::Initializer m_initializer;
-    QString m_fileName;                           ///< start time and ".log"
+    QString m_fileName; ///< start time and ".log"
+    std::shared_ptr<LogFolder> m_folder;
     log4cplus::SharedAppenderPtr m_debugAppender; ///< may be null
     log4cplus::SharedAppenderPtr m_fileAppender;
     QtMessageHandler m_previousHandler = nullptr;

@@ -100,6 +100,10 @@ private slots:
         const auto process = sandbox.startAnother({}, besideFakeReporter(sandbox, PROGRAM));
         QTRY_VERIFY_WITH_TIMEOUT(sandbox.standardError().contains("[CrashHandler]: dumps go to"),
                                  kPatienceMs);
+        const QDir logs(sandbox.configFile("logs"));
+        const QString log = logs.filePath(logs.entryList({"*.log"}, QDir::Files, QDir::Name).value(0));
+        QVERIFY(QFile::rename(log, log + ".1")); // it rolls over
+        ProgramUnderTest::writeFile(log, {});
         ::kill(pid_t(process->processId()), SIGSEGV);
         QVERIFY(process->waitForFinished(kPatienceMs));
         QCOMPARE(process->exitStatus(), QProcess::CrashExit);

@@ -1,9 +1,11 @@
+#include "LogFolder.h"
 #include "LogSystem.h"
 #include "support/log/Loggers.h"
 #include "support/log/LoopBrake.h"
 
 #include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -38,11 +40,12 @@ private:
         return result;
     }
 
-    static QString writeOldFile(const QString& path, int ageMinutes)
+    static QString writeOldFile(const QString& path, int ageMinutes, qint64 bytes = 0)
     {
         QDir().mkpath(QFileInfo(path).path());
         QFile file(path);
         file.open(QIODevice::WriteOnly);
+        file.resize(bytes);
         file.setFileTime(QDateTime::currentDateTime().addSecs(-60LL * ageMinutes),
                          QFileDevice::FileModificationTime);
         return path;
@@ -108,6 +111,36 @@ private slots:
         QVERIFY(QFileInfo(loopFile).size() < 11 * 1024 * 1024);
         QVERIFY(QFileInfo(loopFile + ".1").size() >= 10 * 1024 * 1024);
         QVERIFY(!QFile::exists(loopFile + ".2"));
+    }
+
+    void allLogsTogetherKeepTheirBoundWhileOneRunWrites()
+    {
+        const auto sum = [this] {
+            qint64 bytes = 0;
+            for (QDirIterator it(logs(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+                bytes += QFileInfo(it.next()).size();
+            return bytes;
+        };
+        QStringList old; // ten of five million bytes each, the oldest last
+        for (int i = 0; i < 10; ++i) {
+            const QString name = (i % 2 ? "/devices/" : "/") + QString("2020_%1.log").arg(i);
+            old << writeOldFile(logs() + name, 10 + i, 5'000'000);
+        }
+        LogSystem log(logs());
+        QVERIFY(sum() <= kMaxLogBytes);
+        QVERIFY(QFile::exists(old[8]) && !QFile::exists(old[9]));
+
+        const QByteArray filler(50'000, 'x');
+        for (int i = 0; i < 410; ++i) { // 20.5 million bytes in each log
+            QMessageLogger("a.cpp", i, "f").info("%s", filler.constData());
+            qInfo("[[loop]] %s", filler.constData());
+            LOG4CPLUS_INFO(deviceLogger(), filler.constData());
+            if (i % 50 == 0)
+                QVERIFY2(sum() <= kMaxLogBytes, qPrintable(QString::number(sum())));
+        }
+        QVERIFY2(sum() <= kMaxLogBytes && sum() > 40'000'000, qPrintable(QString::number(sum())));
+        QMessageLogger("a.cpp", 1000, "f").info("the last line");
+        QVERIFY(lines(log.filePath()).last().contains("the last line"));
     }
 
     void aFigureThatStaysTheSameGoesQuietUntilItIsNews()
