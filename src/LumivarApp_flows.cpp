@@ -25,6 +25,7 @@ QString controlModeText(bool single)
 }
 
 /// The choice between one device and all appears by itself when two are there for the first time, and stays.
+/// While it does not show, each device is on its own.
 bool isControlModeOffered(int controllers)
 {
     auto* config = ConfigurationManager::instance();
@@ -32,7 +33,10 @@ bool isControlModeOffered(int controllers)
     const QJsonValue stored = config->appConfig(setting.key);
     if ((stored.isNull() || stored.isUndefined()) && controllers > 1)
         config->setAppConfig(setting.key, true);
-    return config->appConfig(setting.key).toBool(setting.fallback);
+    const bool isOffered = config->appConfig(setting.key).toBool(setting.fallback);
+    if (!isOffered)
+        config->setAppConfig(ConfigKeys::kSingleControlMode.key, true);
+    return isOffered;
 }
 
 } // namespace
@@ -70,8 +74,8 @@ void LumivarApp::updateControlPageView()
     page.setBrightness(options.brightness);
     page.setControllerName(pageTitle(options));
     page.setProductImage(options.image);
-    page.setSingleDevCtrlMode(isSingleControlMode());
     page.setControlModeVisible(isControlModeOffered(m_deviceManager.controllerIds().size()));
+    page.setSingleDevCtrlMode(isSingleControlMode());
     fillWorkGroups(options);
     fillWorkers(options.id);
     logControlPage();

@@ -184,6 +184,8 @@ void ControlPage::toggleControlModeView()
     const bool enabled = !isControlModeViewEnabled();
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::kEnableMultiDeviceControlView.key, enabled);
     setControlModeVisible(enabled);
+    if (!enabled && ui->multDevControlCheckBox->isChecked())
+        ui->singleDevControlCheckBox->click(); // nobody could see any more that all devices follow
 }
 
 QList<ControlPage::Region> ControlPage::regions() const

@@ -160,6 +160,31 @@ private slots:
         QVERIFY(region->isVisible());
     }
 
+    void allDevicesAreNeverMeantUnseen()
+    {
+        config()->setAppConfig(ConfigKeys::kSingleControlMode.key, false);
+        config()->setAppConfig(ConfigKeys::kEnableMultiDeviceControlView.key, false);
+        start({kMarquee, kMarquee});
+        const auto isEachOnItsOwn = [this] {
+            click("LEDDisableButton");
+            const bool isOtherLit = options(1).enable;
+            window().findChild<QAbstractButton*>("pushButton_on")->click();
+            return isOtherLit && config()->appConfig(ConfigKeys::kSingleControlMode.key).toBool();
+        };
+        const auto pressHeader = [this] {
+            QTest::mousePress(page().findChild<QWidget*>("modelImageHeader"), Qt::LeftButton);
+        };
+        openPage(0);
+        QVERIFY(isEachOnItsOwn());
+        pressHeader();
+        click("multDevControlCheckBox");
+        QVERIFY(!isEachOnItsOwn());
+        pressHeader();
+        QVERIFY(isEachOnItsOwn());
+        pressHeader();
+        QVERIFY(page().findChild<QAbstractButton*>("singleDevControlCheckBox")->isChecked());
+    }
+
     void deviceThatGoesTakesItsPageAlong()
     {
         start({kMarquee, kMarquee});
