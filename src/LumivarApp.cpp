@@ -55,6 +55,7 @@ LumivarApp::~LumivarApp()
 
 void LumivarApp::showWindow()
 {
+    m_mainWindow.sizeToScreen();
     if (!isAppFlag("isHeadless"))
         isAppFlag("isAutoStartup") ? m_mainWindow.putAway() : m_mainWindow.show();
     m_mainWindow.fitToScreen();

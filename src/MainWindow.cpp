@@ -15,12 +15,17 @@
 #include <QMessageBox>
 #include <QMetaMethod>
 #include <QScreen>
+#include <QWindow>
 
 namespace {
 
 constexpr char kPointerProperty[] = "mainWindowPointer";
 constexpr int kNoBorder = -1; ///< no point lies on it
 constexpr int kOutline = 1;   ///< what the style sheet draws around the window
+constexpr QSize kSmallest(640, 480);
+/// The title bar of a narrower window has no room for the name and the buttons in every language.
+constexpr int kNarrow = 800;
+constexpr int kMenuSpacing = 12;
 
 } // namespace
 
@@ -47,6 +52,8 @@ MainWindow::MainWindow(QWidget* parent)
     // The close button may only hide the window: that must not refuse the end of the user's desktop.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     m_frame = makeFrame();
+    connect(windowHandle(), &QWindow::screenChanged, this, &MainWindow::followScreen);
+    followScreen();
     ui->stackedWidget->setFocus(); // no button stands out until the keyboard is used
 
     const QImage logo(QStringLiteral("images/logo.png"));
@@ -146,9 +153,19 @@ void MainWindow::setNotice(const QString& text)
     ui->noticeLabel->setHidden(text.isEmpty());
 }
 
+void MainWindow::sizeToScreen()
+{
+    resize(openingSize(size(), screen()->availableSize()).expandedTo(minimumSize()));
+}
+
 void MainWindow::fitToScreen()
 {
-    setGeometry(fittedGeometry(geometry(), screen()->geometry(), minimumSizeHint()));
+    setGeometry(fittedGeometry(geometry(), screen()->geometry(), minimumSize()));
+}
+
+void MainWindow::followScreen()
+{
+    setMinimumSize(kSmallest.boundedTo(screen()->availableSize()));
 }
 
 void MainWindow::hideUnusedButtons()
@@ -209,6 +226,14 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     on_toolButton_close_clicked();
     event->ignore();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    const bool isNarrow = width() < kNarrow;
+    ui->nameWid->setHidden(isNarrow);
+    ui->menuLayout->setSpacing(isNarrow ? 0 : kMenuSpacing);
+    QWidget::resizeEvent(event);
 }
 
 void MainWindow::showEvent(QShowEvent* event)

@@ -37,6 +37,8 @@ public:
     void showNewVersionBtn();
     /// One calm line below the title bar, already translated; an empty text hides it.
     void setNotice(const QString& text);
+    /// Takes the size to open with: much of a small screen, a part of a large one.
+    void sizeToScreen();
     /// A window that does not lie inside its screen gets 80 % of it, centred.
     void fitToScreen();
     /// Hides the title bar's buttons whose signal nobody takes.
@@ -55,6 +57,7 @@ signals:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool nativeEvent(const QByteArray& eventType, void* message, long* result) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -74,6 +77,7 @@ private slots:
 private:
     void loadStyleSheet();
     void showShortcuts();
+    void followScreen();
     bool isFillingScreen() const;
     /// Whether a minimised window can be found again: somebody manages windows.
     static bool canMinimise();

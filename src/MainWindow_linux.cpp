@@ -98,8 +98,7 @@ private:
         if (m_grip == Grip::Pressed && distance.manhattanLength() >= QApplication::startDragDistance())
             startDrag();
         if (m_grip == Grip::ByHand)
-            m_window.setGeometry(
-                draggedGeometry(m_startGeometry, m_edges, distance, m_window.minimumSizeHint()));
+            m_window.setGeometry(draggedGeometry(m_startGeometry, m_edges, distance, m_window.minimumSize()));
         return true;
     }
 

@@ -8,12 +8,18 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QUrl>
 
 namespace {
 constexpr int kConfigSide = 20;
 constexpr QSize kDeviceSize(110, 130);
 constexpr int kEditHeight = 22;
+constexpr int kSpacing = 10;
+// Widths of the two halves of the page.
+constexpr int kSixColumns = 760;
+constexpr int kLeastPictures = 180;
+constexpr int kMostPictures = 560;
 } // namespace
 
 HomePage::HomePage(QWidget* parent)
@@ -22,6 +28,7 @@ HomePage::HomePage(QWidget* parent)
 {
     ui->setupUi(this);
     ui->ADBox1->installEventFilter(this);
+    ui->controllerButtonScrollArea->installEventFilter(this);
     const QImage secondPicture(QStringLiteral("images/product01_h.png"));
     ui->ADBox1->setImg(QImage(QStringLiteral("images/product00_h.png")));
     ui->ADBox2->setImg(secondPicture);
@@ -40,30 +47,59 @@ void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
     const QString focused = focusedDevice();
     retireDeviceButtons();
     m_devices.clear();
-    delete ui->devicesContainer->layout();
-    auto* grid = new QGridLayout(ui->devicesContainer);
-    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    grid->setVerticalSpacing(20);
-    grid->setHorizontalSpacing(10);
-
-    int i = 0;
-    for (auto it = ctls.constBegin(); it != ctls.constEnd(); ++it, ++i) {
+    for (auto it = ctls.constBegin(); it != ctls.constEnd(); ++it) {
         DeviceModel model = it.value();
         DeviceButton* button = makeDeviceButton(it.key(), model);
-        grid->addWidget(button, i / kColumns, i % kColumns, Qt::AlignLeft | Qt::AlignTop);
         // The container owns the button; the model only points to it.
         model.button = QSharedPointer<QToolButton>(button, [](QToolButton*) {});
         m_devices.insert(it.key(), model);
         button->show();
     }
-    grid->addItem(new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding), 100, 0);
-    grid->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 7);
+    placeDeviceButtons();
 
     ui->noDeviceHint->setVisible(ctls.isEmpty());
     ui->controllerButtonScrollArea->setVisible(!ctls.isEmpty());
     retranslateDeviceButtons();
     if (m_devices.contains(focused))
         m_devices[focused].button->setFocus(Qt::OtherFocusReason);
+}
+
+void HomePage::placeDeviceButtons()
+{
+    delete ui->devicesContainer->layout();
+    auto* grid = new QGridLayout(ui->devicesContainer);
+    grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    grid->setVerticalSpacing(20);
+    grid->setHorizontalSpacing(kSpacing);
+    int i = 0;
+    for (const DeviceModel& model : qAsConst(m_devices)) {
+        grid->addWidget(model.button.data(), i / m_columns, i % m_columns, Qt::AlignLeft | Qt::AlignTop);
+        ++i;
+    }
+    grid->addItem(new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding), 100, 0);
+    grid->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 7);
+}
+
+/// As many columns as the area has room for beside its scroll bar, which comes and goes.
+void HomePage::fitColumns()
+{
+    const QScrollArea& area = *ui->controllerButtonScrollArea;
+    const int room = area.width() - area.verticalScrollBar()->sizeHint().width() - 2 * kMargin + kSpacing;
+    const int columns = qBound(1, room / (kDeviceSize.width() + kSpacing), kMostColumns);
+    if (columns == m_columns)
+        return;
+    m_columns = columns;
+    placeDeviceButtons();
+}
+
+/// The pictures take what six columns of devices leave, within their limits.
+void HomePage::resizeEvent(QResizeEvent* event)
+{
+    const int room = ui->horizontalLayout->contentsRect().width() - ui->horizontalLayout->spacing();
+    const int pictures = qBound(kLeastPictures, room - kSixColumns, kMostPictures);
+    ui->ADBox1->setMaximumWidth(pictures);
+    ui->ADBox2Panel->setMaximumWidth(pictures);
+    QWidget::resizeEvent(event);
 }
 
 DeviceButton* HomePage::makeDeviceButton(const QString& id, const DeviceModel& model)

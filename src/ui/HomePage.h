@@ -44,14 +44,17 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    static constexpr int kColumns = 6;
+    static constexpr int kMostColumns = 6;
     static constexpr int kMargin = 15; ///< around the device buttons, pixels
 
     DeviceButton* makeDeviceButton(const QString& id, const DeviceModel& model);
     QLineEdit* makeNameEdit(DeviceButton* button);
     QToolButton* makeConfigButton(DeviceButton* button, const QString& id);
+    void placeDeviceButtons();
+    void fitColumns();
     void retranslateDeviceButtons();
     void retireDeviceButtons();
     void releaseRetired();
@@ -72,6 +75,7 @@ private:
 
     std::unique_ptr<Ui::HomePage> ui;
     QMap<QString, DeviceModel> m_devices;
+    int m_columns = kMostColumns; ///< fewer on a narrow page
     QString m_adBox1Url;
     int m_ordering = 0; ///< how many of the page's signals are being delivered, one inside the other
     QVector<QPointer<QToolButton>> m_retired; ///< replaced buttons that may still be running

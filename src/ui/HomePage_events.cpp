@@ -59,6 +59,8 @@ bool HomePage::eventFilter(QObject* watched, QEvent* event)
             return configButtonEvent(config, event);
     } else if (watched == ui->ADBox1 && event->type() == QEvent::MouseButtonPress && !m_adBox1Url.isEmpty()) {
         openADBox1Url();
+    } else if (watched == ui->controllerButtonScrollArea && event->type() == QEvent::Resize) {
+        fitColumns();
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -195,10 +197,10 @@ bool HomePage::moveInGrid(const DeviceButton* button, int key)
     int step = 0;
     switch (key) {
     case Qt::Key_Up:
-        step = -kColumns;
+        step = -m_columns;
         break;
     case Qt::Key_Down:
-        step = kColumns;
+        step = m_columns;
         break;
     case Qt::Key_Left:
         step = isRightToLeft() ? 1 : -1;

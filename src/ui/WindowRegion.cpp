@@ -77,6 +77,12 @@ QRect draggedGeometry(const QRect& start, Qt::Edges edges, QPoint distance, QSiz
     return dragged;
 }
 
+QSize openingSize(QSize window, QSize available)
+{
+    constexpr int kMargin = 16;
+    return window.boundedTo(available - QSize(2 * kMargin, 2 * kMargin));
+}
+
 QRect fittedGeometry(const QRect& window, const QRect& screen, QSize minimum)
 {
     constexpr double kShare = 0.8;

@@ -31,6 +31,9 @@ Qt::Edges edgesOf(WindowRegion region);
 /// dragged over a distance. It never gets smaller than `minimum`: the opposite edge stays in its place.
 QRect draggedGeometry(const QRect& start, Qt::Edges edges, QPoint distance, QSize minimum);
 
+/// How large a window of this size opens: with a margin on each side of a screen that it would cover.
+QSize openingSize(QSize window, QSize available);
+
 /// A window that does not lie inside its screen gets 80 % of it, but not less than `minimum`, centred.
 QRect fittedGeometry(const QRect& window, const QRect& screen, QSize minimum);
 

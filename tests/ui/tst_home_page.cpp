@@ -64,6 +64,15 @@ private slots:
         QTRY_VERIFY(area->verticalScrollBar()->isVisible());
         QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
 
+        m_page->resize(640, 480); // in the order of the keys, as many a row as there is room for
+        QTRY_COMPARE(button(3)->pos() - button(0)->pos(), QPoint(0, 150));
+        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+        button(5)->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(button(5), Qt::Key_Down);
+        QVERIFY(button(8)->hasFocus());
+        m_page->resize(1000, 650);
+        QTRY_COMPARE(button(6)->pos() - button(0)->pos(), QPoint(0, 150));
+
         button(5)->setFocus(Qt::TabFocusReason);
         QTest::keyClick(button(5), Qt::Key_Down);
         QVERIFY(button(11)->hasFocus());

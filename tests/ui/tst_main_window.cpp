@@ -12,6 +12,9 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
@@ -117,6 +120,48 @@ private slots:
         device->setFocus(Qt::TabFocusReason);
         QTest::keyClick(device, Qt::Key_Return);
         QVERIFY(window.controlPage()->isAncestorOf(QApplication::focusWidget()));
+    }
+
+    void everyButtonIsInReachOnASmallScreen_data()
+    {
+        QTest::addColumn<QString>("language");
+        for (const QString& file : QDir(":/languages").entryList({"*.qm"}))
+            QTest::newRow(qPrintable(file)) << file.section('_', 1).section('.', 0, 0);
+    }
+    void everyButtonIsInReachOnASmallScreen()
+    {
+        QFETCH(QString, language);
+        QApplication::setFont(QFont("Arial")); // as the program does
+        LanguageManager::instance()->switchLanguage(language);
+        const auto reset = qScopeGuard([] { LanguageManager::instance()->switchLanguage("zh"); });
+        MainWindow window;
+        window.showNewVersionBtn();
+        window.setNotice("notice");
+        window.homePage()->setNotice("notice");
+        QMap<QString, DeviceModel> devices;
+        for (int i = 0; i < 7; ++i)
+            devices.insert(QString::number(i), DeviceModel());
+        window.homePage()->setControllerList(devices);
+        window.resize(640, 480);
+        window.show();
+        QCOMPARE(window.size(), QSize(640, 480));
+        const auto isInside = [&window](const QWidget* part) {
+            const QRect place(part->mapTo(&window, QPoint()), part->size());
+            return part->isVisible() && window.rect().contains(place);
+        };
+        for (const auto* button : window.findChild<QWidget*>("titleBar")->findChildren<QAbstractButton*>()) {
+            QVERIFY2(isInside(button), qPrintable(button->objectName()));
+            QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(button->objectName()));
+        }
+        const auto* list = window.findChild<QScrollArea*>("controllerButtonScrollArea");
+        const auto* picture = window.findChild<QWidget*>("ADBox1");
+        QTRY_COMPARE(list->horizontalScrollBar()->maximum(), 0); // no device beside the list
+        QVERIFY(isInside(list) && isInside(picture));
+        const QRect listPlace(list->mapTo(&window, QPoint()), list->size());
+        QVERIFY(!listPlace.intersects({picture->mapTo(&window, QPoint()), picture->size()}));
+        window.switchToControlPage();
+        QCOMPARE(window.controlPage()->width(), window.homePage()->width());
+        QVERIFY(isInside(window.controlPage()));
     }
 
     void buttonsThatLeadNowhereAreCaption()

@@ -64,6 +64,14 @@ private slots:
         QCOMPARE(drag(WindowRegion::BottomRight, -9999, -9999), QRect(start.topLeft(), least));
     }
 
+    void windowOpensLargeButInsideItsScreen()
+    {
+        const QSize wanted(1280, 880);
+        QCOMPARE(openingSize(wanted, {1920, 1080}), wanted);
+        QCOMPARE(openingSize(wanted, {1366, 728}), QSize(1280, 696)); // below a panel
+        QCOMPARE(openingSize(wanted, {1024, 600}), QSize(992, 568));
+    }
+
     void windowIsFittedOnlyWhenItLeavesItsScreen()
     {
         const QRect screen(1920, 0, 1366, 769);
