@@ -66,6 +66,7 @@ private:
     void onSOptWidPropertyChanged(const QString& key, const QJsonValue& val);
     void copyPropertyToOthers(const QString& key, const QJsonValue& val);
     void onOptWidActived();
+    void showNotice();
     void onEffectPropertyChanged(const QString& ctl, const QString& effect, const QString& key,
                                  const QJsonValue& val);
 

@@ -1,10 +1,12 @@
 // The control page: what it shows, and what its effects and control modes do to the devices.
 #include "LumivarApp.h"
 #include "PageModels.h"
+#include "effects/EffectNotice.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QJsonObject>
 #include <QSignalBlocker>
@@ -90,6 +92,20 @@ void LumivarApp::fillWorkers(const QString& controllerId)
 {
     const ControlOptions& options = m_deviceManager.controlOptions(controllerId);
     controlPage().setWorkers(workerModels(m_deviceManager.effects(), options.workMode), options.subMode);
+    showNotice();
+}
+
+/// What the user should know of the effect on the page: first that there is none, then what the worker says.
+void LumivarApp::showNotice()
+{
+    const QString id = controlPage().controllerId();
+    EffectsManager& effects = m_deviceManager.effects();
+    QString text = QString::fromUtf8(choiceNotice(effects, m_deviceManager.controlOptions(id)));
+    if (text.isEmpty())
+        text = effects.effectProperty(id, QLatin1String(EffectNotice::kKey)).toString();
+    controlPage().setNotice(
+        text.isEmpty() ? text
+                       : QCoreApplication::translate(EffectNotice::kContext, text.toUtf8().constData()));
 }
 
 void LumivarApp::logControlPage() const
@@ -126,6 +142,7 @@ void LumivarApp::onCtlPageWorkerChanged(QString workerId)
         QStringLiteral("Clicked effect: %1, controller id: %2").arg(workerId, controlPage().controllerId()));
     logUserAction(controlModeText(isSingleControlMode()));
     setEffect(workerId);
+    showNotice();
 }
 
 void LumivarApp::setEffect(const QString& effectId)
@@ -209,6 +226,8 @@ void LumivarApp::onEffectPropertyChanged(const QString& ctl, const QString& effe
     ControlPage& page = controlPage();
     if (!isOnControlPage(ctl) || page.currentWorker() != effect)
         return;
+    if (key == QLatin1String(EffectNotice::kKey))
+        return showNotice();
     const QSignalBlocker blocker(page);
     page.setSOptWidProperty(key, val);
     page.setLOptWidProperty(key, val);

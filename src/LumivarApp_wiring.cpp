@@ -1,4 +1,5 @@
 // What the window's signals lead to.
+#include "Languagemanager.h"
 #include "LumivarApp.h"
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"
@@ -17,6 +18,10 @@ void LumivarApp::makeMainWindow()
     connectControlPage();
     connect(&m_deviceManager, &DeviceManager::effectPropertyChanged, this,
             &LumivarApp::onEffectPropertyChanged);
+    connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
+        if (!m_mainWindow.isHomePage())
+            showNotice();
+    });
     m_mainWindow.hideUnusedButtons();
 }
 

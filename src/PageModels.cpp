@@ -2,6 +2,8 @@
 
 #include "EffectsManager.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 const QString kGraphicsGroup = QStringLiteral("id.effect.graphics");
@@ -51,4 +53,14 @@ QMap<QString, WorkerModel> workerModels(EffectsManager& effects, const QString& 
         workers.insert(id, worker);
     }
     return workers;
+}
+
+const char* choiceNotice(EffectsManager& effects, const ControlOptions& device)
+{
+    if (!workGroupModels(effects, device.model).contains(device.workMode))
+        return QT_TRANSLATE_NOOP("EffectNotice", "当前的工作模式不可用，请另选一种。");
+    if (!effects.groupInfo(device.workMode).workers.contains(device.subMode) ||
+        effects.boundEffectId(device.id) != device.subMode)
+        return QT_TRANSLATE_NOOP("EffectNotice", "当前的效果不可用，请另选一种。");
+    return "";
 }

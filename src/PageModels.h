@@ -6,8 +6,12 @@
 #include <QMap>
 
 class EffectsManager;
+struct ControlOptions;
 
 /// The groups that the control page offers for a device of this model, by group id.
 QMap<QString, WorkGroupModel> workGroupModels(EffectsManager& effects, const QString& model);
 /// The effects of a group by effect id; none for an unknown group.
 QMap<QString, WorkerModel> workerModels(EffectsManager& effects, const QString& groupId);
+/// Why nothing stands chosen on the page of this device: a source text of the translation context
+/// EffectNotice::kContext; empty when its effect is running and is offered.
+const char* choiceNotice(EffectsManager& effects, const ControlOptions& device);

@@ -1,4 +1,5 @@
 #include "FakeController.h"
+#include "Languagemanager.h"
 #include "LogSystem.h"
 #include "LumivarApp.h"
 #include "StripSimulator.h"
@@ -254,6 +255,48 @@ private slots:
         QCOMPARE(page().currentGroup(), "id.effect.colorful");
         pick("workGroupContainer", "GroupInformation", "单色模式");
         QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+    }
+
+    void pageSaysWhyNothingIsChosenOrShown()
+    {
+        QDir::setCurrent(m_folder->path()); // no data files but the probe
+        QVERIFY(QDir().mkdir("effects") && QFile::copy(PROBE_PLUGIN, "effects/probe.so"));
+        start({"id.probe.sync"});
+        openPage(0);
+        const QString effect = "当前的效果不可用，请另选一种。";
+        const QString mode = "当前的工作模式不可用，请另选一种。";
+        const auto* shown = page().findChild<QLabel*>("noticeLabel");
+        const auto shows = [shown](const QString& source) {
+            return shown->isVisible() != source.isEmpty() &&
+                   shown->text() == QCoreApplication::translate("EffectNotice", source.toUtf8().constData());
+        };
+        QVERIFY(shows(""));
+        // What the worker says: as soon as it does, in each language, and on a page that is opened later.
+        for (const QString& text : {mode, QString()}) {
+            effects().setEffectProperty(id(0), "notice", text);
+            emit effects().boundWorker(id(0))->effectPropertyChanged("notice", text);
+            QTRY_VERIFY(shows(text));
+            LanguageManager::instance()->switchLanguage(text.isEmpty() ? "en" : "de");
+            QVERIFY(shows(text));
+            openPage(0);
+            QVERIFY(shows(text));
+        }
+        // A plug-in that yields no worker, and back; then one that is gone with its group.
+        emit page().workerChanged("id.probe.none");
+        QVERIFY(shows(effect));
+        effects().setEffectProperty(id(0), "notice", mode); // nobody is there to say it
+        openPage(0);
+        QVERIFY(shows(effect));
+        emit page().workerChanged("id.probe.sync");
+        QVERIFY(shows(""));
+        manager().setControllerEffect(id(0), "id.probe.gone", false);
+        openPage(0);
+        QVERIFY(shows(effect));
+        manager().setControllerEffect(id(0), "id.gone.effect", false);
+        openPage(0);
+        QVERIFY(shows(mode));
+        emit page().workGoupChanged("id.effect.singleColor");
+        QVERIFY(shows(""));
     }
 
     void aPageIsFilledWithoutWritingBack()

@@ -241,6 +241,14 @@
         <source>屏幕画面或布局的大小不适合此效果。</source>
         <translation>حجم الشاشة أو التخطيط لا يناسب هذا التأثير.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>التأثير الحالي غير متاح، يُرجى اختيار تأثير آخر.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>وضع التشغيل الحالي غير متاح، يُرجى اختيار وضع آخر.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>没有可以跟随的屏幕画面。</source>
         <translation>Es gibt kein Bildschirmbild, dem der Effekt folgen kann.</translation>
     </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>Die aktuelle Betriebsart ist nicht verfügbar. Bitte eine andere wählen.</translation>
+    </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>Der aktuelle Effekt ist nicht verfügbar. Bitte einen anderen wählen.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>没有可以跟随的屏幕画面。</source>
         <translation>There is no screen picture to follow.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>The current effect is not available. Please choose another one.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>The current working mode is not available. Please choose another one.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

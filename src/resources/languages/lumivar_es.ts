@@ -241,6 +241,14 @@
         <source>所选的屏幕没有连接。</source>
         <translation>La pantalla elegida no está conectada.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>El efecto actual no está disponible. Elija otro.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>El modo de trabajo actual no está disponible. Elija otro.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>所选的屏幕没有连接。</source>
         <translation>選択した画面が接続されていません。</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>現在のエフェクトは利用できません。別のエフェクトを選んでください。</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>現在の動作モードは利用できません。別のモードを選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>所选的屏幕没有连接。</source>
         <translation>선택한 화면이 연결되어 있지 않습니다.</translation>
     </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>현재 작동 모드를 사용할 수 없습니다. 다른 모드를 선택하세요.</translation>
+    </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>현재 효과를 사용할 수 없습니다. 다른 효과를 선택하세요.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>没有可以跟随的屏幕画面。</source>
         <translation>Não há nenhuma imagem de tela para seguir.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>O efeito atual não está disponível. Escolha outro.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>O modo de trabalho atual não está disponível. Escolha outro.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

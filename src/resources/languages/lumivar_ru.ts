@@ -241,6 +241,14 @@
         <source>所选的屏幕没有连接。</source>
         <translation>Выбранный экран не подключён.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>Текущий эффект недоступен. Выберите другой.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>Текущий режим работы недоступен. Выберите другой.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

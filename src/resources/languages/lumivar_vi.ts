@@ -241,6 +241,14 @@
         <source>没有可以跟随的屏幕画面。</source>
         <translation>Không có hình ảnh màn hình nào để theo.</translation>
     </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>Hiệu ứng hiện tại không khả dụng. Hãy chọn hiệu ứng khác.</translation>
+    </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>Chế độ làm việc hiện tại không khả dụng. Hãy chọn chế độ khác.</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -241,6 +241,14 @@
         <source>所选的屏幕没有连接。</source>
         <translation>所选的屏幕没有连接。</translation>
     </message>
+    <message>
+        <source>当前的工作模式不可用，请另选一种。</source>
+        <translation>当前的工作模式不可用，请另选一种。</translation>
+    </message>
+    <message>
+        <source>当前的效果不可用，请另选一种。</source>
+        <translation>当前的效果不可用，请另选一种。</translation>
+    </message>
 </context>
 <context>
     <name>FrmSingleColor</name>

@@ -34,7 +34,9 @@ public:
     {
         if (key == "journal")
             note("read");
-        return key == "journal" ? QJsonValue(m_journal) : key == "value" ? m_value : QJsonValue::Null;
+        return key == "journal"                    ? QJsonValue(m_journal)
+               : key == "value" || key == "notice" ? m_value
+                                                   : QJsonValue::Null;
     }
     void setEffectProperty(const QString& key, const QJsonValue& val) override
     {
