@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QHash>
+#include <QMap>
 #include <QObject>
 #include <memory>
 #include <optional>
@@ -12,21 +12,21 @@ struct UsbIds
     quint16 product = 0;
 };
 
-/// Names of ports, each with a number that tells it from a successor of the same name.
-using PortNames = QHash<QString, quint64>;
+/// Names of ports, each with a number, not 0, that tells it from a successor of the same name.
+using PortNames = QMap<QString, quint64>;
 
-/// Tells when the operating system gets a new serial port; removals show up as errors of the port. One source
-/// per system. Main thread.
+/// Tells when the operating system gets a new serial port, also one that takes the name of another; removals
+/// show up as errors of the port. One source per system. Main thread.
 class SerialArrival : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SerialArrival(QObject* parent = nullptr);
+    /// `deviceFolder` is a Unix system's folder of devices.
+    explicit SerialArrival(const QString& deviceFolder, QObject* parent = nullptr);
     ~SerialArrival() override;
 
     /// The ports that are there, told without opening or disturbing one; nothing where that takes no care.
-    /// `deviceFolder` is a Unix system's folder of devices.
     static std::optional<PortNames> present(const QString& deviceFolder);
     /// The adapter's identity where the list of ports does not know it.
     static UsbIds usbIds(const QString& portName);

@@ -1,20 +1,15 @@
-#include "controllers/PortSnapshot.h"
 #include "controllers/SerialArrival.h"
 
 #include <QDebug>
 #include <QFileInfo>
-#include <QSocketNotifier>
+#include <QFileSystemWatcher>
 #include <QTimer>
 #include <dirent.h>
-#include <libudev.h>
-#include <sys/inotify.h>
-#include <unistd.h>
 
 namespace {
 
-const QString kDeviceFolder = QStringLiteral("/dev");
 constexpr int kDebounceMs = 50;
-constexpr int kPollMs = 3000; ///< for what neither trigger reports
+constexpr int kPollMs = 3000; ///< for a folder that reports nothing, as some containers have
 constexpr int kMaxSysfsDepth = 8;
 
 /// Consoles come and go with logins and are no serial ports.
@@ -37,123 +32,46 @@ bool readHex(const QString& path, quint16& value)
 
 } // namespace
 
-/// Two triggers, because either may be silent: the device monitor reports nothing without its daemon on some
-/// systems, and a container may have no events for its /dev. Neither is believed: they only cause a look.
 struct SerialArrival::Private
 {
-    explicit Private(SerialArrival* owner)
+    Private(SerialArrival* owner, const QString& deviceFolder)
         : q(owner)
+        , folder(deviceFolder)
+        , known(*present(folder))
     {
-        snapshot.reset(present(kDeviceFolder)->keys());
-        debounce.setSingleShot(true);
-        debounce.setInterval(kDebounceMs);
-        QObject::connect(&debounce, &QTimer::timeout, q, [this] { look(); });
-        QObject::connect(&poll, &QTimer::timeout, q, [this] { look(); });
-        poll.start(kPollMs);
-        startInotify();
-        udevContext = udev_new();
-        startMonitor("kernel");
-        startMonitor("udev");
+        look.setSingleShot(true);
+        QObject::connect(&look, &QTimer::timeout, q, [this] { compare(); });
+        look.start(kPollMs);
+        QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, q, [this] {
+            if (look.remainingTime() > kDebounceMs)
+                look.start(kDebounceMs);
+        });
+        if (!watcher.addPath(folder))
+            qWarning().noquote() << "[SerialPort]: Cannot watch" << folder
+                                 << "new ports are found by polling";
     }
 
-    ~Private()
+    void compare()
     {
-        qDeleteAll(notifiers); // before the descriptors go
-        for (udev_monitor* monitor : qAsConst(monitors))
-            udev_monitor_unref(monitor);
-        if (udevContext != nullptr)
-            udev_unref(udevContext);
-        if (inotifyFd >= 0)
-            close(inotifyFd);
-    }
-
-    Private(const Private&) = delete;
-    Private& operator=(const Private&) = delete;
-
-    void startInotify()
-    {
-        inotifyFd = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-        // Rights may come after the node, hence the attributes.
-        if (inotifyFd < 0 ||
-            inotify_add_watch(inotifyFd, "/dev", IN_CREATE | IN_MOVED_TO | IN_DELETE | IN_ATTRIB) < 0) {
-            qWarning() << "[SerialPort]: Cannot watch /dev, new ports are found by polling";
-            return;
+        look.start(kPollMs);
+        const PortNames before = std::exchange(known, *present(folder));
+        const PortNames now = known; // a receiver may cause the next look
+        for (auto port = now.begin(); port != now.end(); ++port) {
+            if (before.value(port.key()) != port.value())
+                emit q->arrived(port.key());
         }
-        watch(inotifyFd, [this] { readInotify(); });
-    }
-
-    void startMonitor(const char* kind)
-    {
-        if (udevContext == nullptr)
-            return;
-        udev_monitor* monitor = udev_monitor_new_from_netlink(udevContext, kind);
-        if (monitor == nullptr)
-            return;
-        monitors.append(monitor);
-        udev_monitor_filter_add_match_subsystem_devtype(monitor, "tty", nullptr);
-        if (udev_monitor_enable_receiving(monitor) >= 0)
-            watch(udev_monitor_get_fd(monitor), [this, monitor] { readMonitor(monitor); });
-    }
-
-    template <typename Handler>
-    void watch(int fd, Handler handler)
-    {
-        auto* notifier = new QSocketNotifier(fd, QSocketNotifier::Read);
-        notifiers.append(notifier);
-        QObject::connect(notifier, &QSocketNotifier::activated, q, handler);
-    }
-
-    void readInotify()
-    {
-        alignas(inotify_event) char buffer[4096];
-        for (;;) {
-            const ssize_t size = read(inotifyFd, buffer, sizeof buffer);
-            if (size <= 0)
-                return;
-            for (ssize_t at = 0; at < size;) {
-                const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
-                at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
-                const QString node = event->len > 0 ? QFile::decodeName(event->name) : QString();
-                if (!mayBeSerial(node))
-                    continue;
-                if ((event->mask & (IN_CREATE | IN_MOVED_TO)) != 0)
-                    recreated.insert(node);
-                debounce.start();
-            }
-        }
-    }
-
-    void readMonitor(udev_monitor* monitor)
-    {
-        udev_device* device = udev_monitor_receive_device(monitor);
-        if (device == nullptr)
-            return;
-        udev_device_unref(device);
-        debounce.start();
-    }
-
-    void look()
-    {
-        const QSet<QString> made = std::exchange(recreated, {});
-        const QStringList fresh = snapshot.update(present(kDeviceFolder)->keys(), made);
-        for (const QString& name : fresh)
-            emit q->arrived(name);
     }
 
     SerialArrival* q;
-    PortSnapshot snapshot;
-    QSet<QString> recreated;
-    QTimer debounce;
-    QTimer poll;
-    QList<QSocketNotifier*> notifiers;
-    QList<udev_monitor*> monitors;
-    udev* udevContext = nullptr;
-    int inotifyFd = -1;
+    QString folder;
+    PortNames known;
+    QTimer look;
+    QFileSystemWatcher watcher;
 };
 
-SerialArrival::SerialArrival(QObject* parent)
+SerialArrival::SerialArrival(const QString& deviceFolder, QObject* parent)
     : QObject(parent)
-    , d(std::make_unique<Private>(this))
+    , d(std::make_unique<Private>(this, deviceFolder))
 {
 }
 

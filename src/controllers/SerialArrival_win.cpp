@@ -59,7 +59,7 @@ struct SerialArrival::Private : QAbstractNativeEventFilter
     QElapsedTimer sinceLast;
 };
 
-SerialArrival::SerialArrival(QObject* parent)
+SerialArrival::SerialArrival(const QString&, QObject* parent)
     : QObject(parent)
     , d(std::make_unique<Private>(this))
 {

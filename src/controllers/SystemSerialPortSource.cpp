@@ -32,7 +32,7 @@ SystemSerialPortSource::SystemSerialPortSource(const QString& deviceFolder, Deta
     , m_deviceFolder(deviceFolder)
     , m_details(std::move(details))
 {
-    auto* arrival = new SerialArrival(this);
+    auto* arrival = new SerialArrival(deviceFolder, this);
     connect(arrival, &SerialArrival::arrived, this, &ISerialPortSource::portArrived);
 }
 

@@ -2,7 +2,6 @@
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
-#include "controllers/PortSnapshot.h"
 #include "controllers/ProbeReply.h"
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
@@ -108,15 +107,6 @@ private slots:
         QTEST(reply.serial, "serial");
         QCOMPARE(reply.isValid(), !reply.id.isEmpty());
         QVERIFY(ProbeReply::parse(raw + QByteArray(1 << 20, '\xff')).id.size() < 300); // cut, if endless
-    }
-
-    void aQuickReplugIsAnArrival()
-    {
-        PortSnapshot snapshot;
-        snapshot.reset({"a", "b"});
-        QCOMPARE(snapshot.update({"a", "b", "c"}, {}), QStringList("c"));
-        QCOMPARE(snapshot.update({"a", "b", "c"}, {"b", "x"}), QStringList("b"));
-        QVERIFY(snapshot.update({"a", "b", "c"}, {}).isEmpty());
     }
 
     void theListOfBridgedPortsIsFollowed()

@@ -6,6 +6,7 @@
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
 
+#include <QSaveFile>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -404,6 +405,47 @@ private slots:
         QVERIFY(QFile::remove(devices.filePath("ttyUSB0")));
         QCOMPARE(names(), "ttyUSB1");
         QCOMPARE(asked, 3);
+    }
+
+    void newPortsArriveWhateverReportsThem_data()
+    {
+        QTest::addColumn<bool>("isWatched");
+        QTest::newRow("at once") << true;
+        QTest::newRow("by polling") << false; // the folder is not there yet
+    }
+    void newPortsArriveWhateverReportsThem()
+    {
+        QFETCH(bool, isWatched);
+        const QTemporaryDir folder;
+        const QString devices = folder.filePath("dev");
+        const auto plugIn = [&](const QString& name) { // a node of its own, even in the place of another
+            QSaveFile node(devices + '/' + name);
+            QVERIFY(node.open(QIODevice::WriteOnly) && node.commit());
+        };
+        if (isWatched) {
+            QVERIFY(QDir().mkdir(devices));
+            plugIn("ttyUSB0");
+        }
+        int asked = 0;
+        SystemSerialPortSource source(devices, [&] {
+            ++asked;
+            return QList<SerialPortRecord>();
+        });
+        QStringList arrived;
+        connect(&source, &ISerialPortSource::portArrived, this,
+                [&](const QString& name) { arrived.append(name); });
+        QDir().mkdir(devices);
+        plugIn("tty5");
+        plugIn("ttyUSB1");
+        plugIn("ttyS4");
+        QTRY_COMPARE_WITH_TIMEOUT(arrived, (QStringList{"ttyS4", "ttyUSB1"}), 20000);
+        if (isWatched)
+            plugIn("ttyUSB0"); // out and in again between two looks
+        QVERIFY(QFile::remove(devices + "/ttyUSB1"));
+        plugIn("rfcomm0");
+        QTRY_COMPARE_WITH_TIMEOUT(
+            arrived.mid(2), (isWatched ? QStringList{"rfcomm0", "ttyUSB0"} : QStringList{"rfcomm0"}), 20000);
+        QCOMPARE(asked, 0); // nothing is opened for it
     }
 
     void errorsTellWhetherTheDeviceWorks_data()
