@@ -393,6 +393,7 @@ private:
             QVERIFY(m_strips.back()->plugIn());
         }
         m_app = std::make_unique<LumivarApp>(nullptr);
+        window().resize(1180, 850); // as on a screen larger than this one
         QTRY_COMPARE_WITH_TIMEOUT(manager().controllerIds().size(), storedEffects.size(), kWaitMs);
     }
     void add(const QString& id, const QString& name)
