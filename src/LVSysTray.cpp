@@ -1,75 +1,35 @@
 #include "LVSysTray.h"
 
-#include "Languagemanager.h"
 #include "LumivarApp.h"
 #include "MainWindow.h"
 
-#include <QAction>
 #include <QCoreApplication>
 #include <QDebug>
-
-namespace {
-
-constexpr char kIconFile[] = "images/icon.png";
-
-/// The words stand on the window's title bar as well, in its context.
-QString settingsText()
-{
-    return QCoreApplication::translate("MainWindow", "设置");
-}
-
-QString exitText()
-{
-    return QCoreApplication::translate("MainWindow", "退出");
-}
-
-} // namespace
 
 LVSysTray::LVSysTray(LumivarApp* app, QObject* parent)
     : QObject(parent)
     , m_app(app)
+    , m_picture(QPixmap(QStringLiteral("images/icon.png")))
+    , m_menu(LumivarApp::hasSettingsDialog())
 {
-    auto* setup = new QAction(settingsText(), this);
-    setup->setVisible(LumivarApp::hasSettingsDialog());
-    connect(setup, &QAction::triggered, this, &LVSysTray::onSetupActTriggered);
-    auto* separator = new QAction(this);
-    separator->setSeparator(true);
-    separator->setVisible(LumivarApp::hasSettingsDialog());
-    auto* exit = new QAction(exitText(), this);
-    connect(exit, &QAction::triggered, this, &LVSysTray::onQuitActTriggered);
-    m_fixedActions = {setup, separator, exit};
-
-    // No widget, so nothing else tells it of a new language.
-    connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, [setup, exit] {
-        setup->setText(settingsText());
-        exit->setText(exitText());
-    });
-
-    onDeviceCountChanged({});
+    if (m_picture.isNull())
+        qCritical() << "Failed to load icon file: images/icon.png";
+    connect(&m_menu, &TrayMenu::settingsOrdered, this, &LVSysTray::onSetupActTriggered);
+    connect(&m_menu, &TrayMenu::exitOrdered, this, &LVSysTray::onQuitActTriggered);
     connect(&app->deviceManager(), &DeviceManager::newController, this, &LVSysTray::onDeviceCountChanged);
     connect(&app->deviceManager(), &DeviceManager::controllerFailed, this, &LVSysTray::onDeviceCountChanged);
     connect(&m_host, &TrayHost::availableChanged, this, &LVSysTray::onTrayAvailable);
     onTrayAvailable(m_host.isAvailable());
 }
 
-LVSysTray::~LVSysTray() = default;
-
 void LVSysTray::onTrayAvailable(bool isAvailable)
 {
-    if (isAvailable && !m_icon)
-        makeIcon();
+    m_app->mainWindow().setTrayAvailable(isAvailable);
     if (!isAvailable)
         qInfo() << "[LVSysTray]: no system tray, the icon appears as soon as there is one";
-    m_app->mainWindow().setTrayAvailable(isAvailable);
-}
-
-/// Once and no earlier than there is a tray; the toolkit brings the icon back when the tray goes and returns.
-void LVSysTray::makeIcon()
-{
-    const QIcon icon = QIcon(QPixmap(QLatin1String(kIconFile)));
-    if (icon.isNull())
-        qCritical().noquote() << "Failed to load icon file:" << kIconFile;
-    m_icon = std::make_unique<QSystemTrayIcon>(icon);
+    if (!isAvailable || m_icon)
+        return; // the toolkit brings the icon back when the tray goes and returns
+    m_icon = std::make_unique<QSystemTrayIcon>(m_picture);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, &LVSysTray::onTrayIconActived);
     m_icon->setToolTip(QCoreApplication::applicationName());
     m_icon->setContextMenu(&m_menu);
@@ -78,8 +38,7 @@ void LVSysTray::makeIcon()
 
 void LVSysTray::onDeviceCountChanged(QString)
 {
-    m_menu.clear();
-    m_menu.addActions(m_fixedActions);
+    m_menu.rebuild();
 }
 
 void LVSysTray::showWindow()

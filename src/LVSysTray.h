@@ -1,16 +1,15 @@
 #pragma once
 
 #include "TrayHost.h"
+#include "TrayMenu.h"
 
-#include <QList>
-#include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
 #include <memory>
 
 class LumivarApp;
 
-/// The tray icon with its menu, from the moment on that the desktop has a tray. Main thread.
+/// The tray icon, from the moment on that the desktop has a tray, and what it does. Main thread.
 class LVSysTray : public QObject
 {
     Q_OBJECT
@@ -18,22 +17,20 @@ class LVSysTray : public QObject
 public:
     /// `app` gives window and devices and outlives the tray.
     explicit LVSysTray(LumivarApp* app, QObject* parent = nullptr);
-    ~LVSysTray() override;
 
 private slots:
+    void onTrayAvailable(bool isAvailable);
     void onTrayIconActived(QSystemTrayIcon::ActivationReason reason);
     void onSetupActTriggered();
     void onQuitActTriggered();
     void onDeviceCountChanged(QString ctlName);
 
 private:
-    void makeIcon();
-    void onTrayAvailable(bool isAvailable);
     void showWindow();
 
     LumivarApp* m_app;
+    QIcon m_picture;
     TrayHost m_host;
-    QMenu m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_icon;
-    QList<QAction*> m_fixedActions;
+    TrayMenu m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_icon; ///< none before there is a tray
 };

@@ -1,6 +1,7 @@
 #include "Languagemanager.h"
 #include "LogCapture.h"
 #include "MainWindow.h"
+#include "TrayMenu.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -273,6 +274,16 @@ private slots:
             QCOMPARE(window.isRightToLeft(), isArabic);
             QCOMPARE(isFilled(150), isArabic);
             QCOMPARE(isFilled(50), !isArabic);
+        }
+    }
+
+    void trayMenuFollowsUnseen()
+    {
+        TrayMenu menu(true);
+        for (const char* code : {"de", "ar"}) { // the last one stays for the next case
+            LanguageManager::instance()->switchLanguage(code);
+            QTRY_COMPARE(menu.actions().last()->text(), quitText());
+            QVERIFY(quitText() != "退出");
         }
     }
 
