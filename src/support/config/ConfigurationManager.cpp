@@ -58,18 +58,12 @@ struct ConfigurationManager::Private
         isTroubled = !written;
         emit manager->savingTroubleChanged(isTroubled);
     }
-    void writePending()
+    void write(bool all)
     {
-        appDirty = appDirty && !app.write();
-        globalDirty = globalDirty && !global.write();
-        controllersDirty = controllersDirty && !controllers.write();
-        const bool effectsWritten = effects.writePending();
-        settle(effectsWritten && !appDirty && !globalDirty && !controllersDirty);
-    }
-    void mark(bool& dirty)
-    {
-        dirty = true;
-        schedule(kWriteDelayMs);
+        bool written = effects.write(all);
+        for (FlatStore* store : {&app, &global, static_cast<FlatStore*>(&controllers)})
+            written = store->write(all) && written;
+        settle(written);
     }
 
     ConfigurationManager* const manager;
@@ -79,9 +73,6 @@ struct ConfigurationManager::Private
     FlatStore global;
     ControllerStore controllers;
     EffectStore effects;
-    bool appDirty = false;
-    bool globalDirty = false;
-    bool controllersDirty = false;
     bool isTroubled = false;
     QTimer timer;
     int retryMs = kWriteDelayMs;
@@ -107,7 +98,7 @@ ConfigurationManager::ConfigurationManager(const QString& configPath, const QStr
 {
     d->timer.setParent(this); // follows to another thread
     d->timer.setSingleShot(true);
-    connect(&d->timer, &QTimer::timeout, this, [this] { d->writePending(); });
+    connect(&d->timer, &QTimer::timeout, this, [this] { d->write(false); });
     for (const QString& folder : {configPath, resourcesPath}) {
         if (!QDir().mkpath(folder))
             qWarning().noquote() << "[ConfigurationManager]: cannot create the folder" << folder;
@@ -127,7 +118,7 @@ QJsonValue ConfigurationManager::appConfig(const QString& key) const
 void ConfigurationManager::setAppConfig(const QString& key, const QJsonValue& value)
 {
     if (d->app.set(key, value))
-        d->mark(d->appDirty);
+        d->schedule(kWriteDelayMs);
     emit appConfigChanged(key);
 }
 
@@ -138,7 +129,8 @@ QJsonObject& ConfigurationManager::AppConfigJsonObj()
 
 void ConfigurationManager::saveAppConfigJsonObj()
 {
-    d->mark(d->appDirty);
+    d->app.touch();
+    d->schedule(kWriteDelayMs);
     emit appConfigObjSaved();
 }
 
@@ -150,7 +142,7 @@ QJsonValue ConfigurationManager::globalValue(const QString& key) const
 void ConfigurationManager::setGlobalValue(const QString& key, const QJsonValue& value)
 {
     if (d->global.set(key, value))
-        d->mark(d->globalDirty);
+        d->schedule(kWriteDelayMs);
 }
 
 QJsonObject& ConfigurationManager::controllerJsonObj(const QString& key)
@@ -161,7 +153,8 @@ QJsonObject& ConfigurationManager::controllerJsonObj(const QString& key)
 void ConfigurationManager::saveControllerJsonObj(const QString& key)
 {
     Q_UNUSED(key) // all devices share a file
-    d->mark(d->controllersDirty);
+    d->controllers.touch();
+    d->schedule(kWriteDelayMs);
 }
 
 QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const QString& controllerId,
@@ -249,25 +242,20 @@ bool ConfigurationManager::isSavingTroubled() const
 void ConfigurationManager::save()
 {
     d->timer.stop();
-    d->appDirty = !d->app.writeWithBackup();
-    d->globalDirty = !d->global.writeWithBackup();
-    d->controllersDirty = !d->controllers.writeWithBackup();
-    const bool effectsWritten = d->effects.writeAll();
-    d->settle(effectsWritten && !d->appDirty && !d->globalDirty && !d->controllersDirty);
+    d->write(true);
 }
 
 void ConfigurationManager::reset()
 {
-    if (!d->app.reset())
-        d->mark(d->appDirty);
-    if (!d->controllers.reset())
-        d->mark(d->controllersDirty);
+    d->app.reset();
+    d->controllers.reset();
     d->effects.reset();
+    d->schedule(kWriteDelayMs); // where something could not be deleted
 }
 
 void ConfigurationManager::EnableCleanStartup()
 {
     setGlobalValue(QLatin1String(ConfigKeys::kCleanStartup.key), true);
     // At once: the reset that the user asked for must not be lost if quitting goes wrong.
-    d->writePending();
+    d->write(false);
 }

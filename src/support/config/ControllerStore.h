@@ -1,33 +1,22 @@
 #pragma once
 
-#include "support/config/JsonFile.h"
+#include "support/config/FlatStore.h"
 
 #include <map>
 
-/// The objects of all devices in one file, read at first use. Every object has an address for good.
-class ControllerStore
+/// The objects of all devices in one file. Every object has an address for good.
+class ControllerStore : public FlatStore
 {
 public:
-    explicit ControllerStore(const QString& path)
-        : m_file(path)
-    {
-    }
+    using FlatStore::FlatStore;
 
     /// The device's object; empty, and not written while it is, for an unknown device.
     QJsonObject& object(const QString& key);
+    void reset() override;
 
-    /// Both leave an unused store alone. False when the disk refuses.
-    bool write() { return !m_loaded || m_file.write(toJson()); }
-    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(toJson()); }
-    /// Empties all objects and deletes the file. False when something remains on the disk.
-    bool reset();
+protected:
+    void collect() override;
 
 private:
-    void load();
-    QJsonObject toJson() const;
-
-    JsonFile m_file;
-    std::map<QString, QJsonObject> m_objects;
-    QJsonObject m_others; // members that are no device
-    bool m_loaded = false;
+    std::map<QString, QJsonObject> m_objects; // those asked for; they count, not their copies in values()
 };

@@ -72,17 +72,7 @@ bool EffectStore::markPending(const QString& effectId)
     return true;
 }
 
-bool EffectStore::writePending()
-{
-    return writeEffects(false);
-}
-
-bool EffectStore::writeAll()
-{
-    return writeEffects(true);
-}
-
-bool EffectStore::writeEffects(bool all)
+bool EffectStore::write(bool all)
 {
     struct Snapshot
     {

@@ -22,13 +22,12 @@ public:
     /// Memory only. An empty key replaces the controller's whole object by `value`, which must be one.
     void setValue(const QString& effectId, const QString& controllerId, const QString& key,
                   const QJsonValue& value);
-    /// Marks the effect's changes for writePending(); true when there are some that were not marked before.
+    /// Marks the effect's changes for write(); true when there are some that were not marked before.
     bool markPending(const QString& effectId);
 
-    /// Writes the marked effects. False when one could not be written; it stays marked.
-    bool writePending();
-    /// Writes all effects, marked or not, and their backups.
-    bool writeAll();
+    /// Writes the marked effects; with `all` those that are not as well, and their backups. False when one
+    /// could not be written; it stays marked.
+    bool write(bool all);
     /// Forgets everything and deletes the files.
     void reset();
 
@@ -51,7 +50,6 @@ private:
     };
 
     Effect& effect(const QString& effectId); // m_mutex is held
-    bool writeEffects(bool all);
 
     const QString m_folder;
     std::mutex m_mutex;

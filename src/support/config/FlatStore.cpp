@@ -2,8 +2,8 @@
 
 QJsonObject& FlatStore::values()
 {
-    if (!m_loaded) {
-        m_loaded = true;
+    if (!m_isLoaded) {
+        m_isLoaded = true;
         m_values = m_file.load();
     }
     return m_values;
@@ -15,12 +15,22 @@ bool FlatStore::set(const QString& key, const QJsonValue& value)
     if (old == value)
         return false;
     m_values.insert(key, value);
+    touch();
     return true;
 }
 
-bool FlatStore::reset()
+bool FlatStore::write(bool all)
 {
-    m_loaded = true;
+    if (!m_isLoaded || !(all || m_isDirty))
+        return true;
+    collect();
+    m_isDirty = !(all ? m_file.writeWithBackup(m_values) : m_file.write(m_values));
+    return !m_isDirty;
+}
+
+void FlatStore::reset()
+{
+    m_isLoaded = true;
     m_values = QJsonObject();
-    return m_file.remove();
+    m_isDirty = !m_file.remove();
 }

@@ -12,20 +12,28 @@ public:
         : m_file(path)
     {
     }
+    virtual ~FlatStore() = default;
 
     /// The values themselves; the reference stays valid.
     QJsonObject& values();
     /// True when that changed something.
     bool set(const QString& key, const QJsonValue& value);
+    /// Something was written through a reference.
+    void touch() { m_isDirty = true; }
 
-    /// Both leave an unused store alone. False when the disk refuses.
-    bool write() { return !m_loaded || m_file.write(m_values); }
-    bool writeWithBackup() { return !m_loaded || m_file.writeWithBackup(m_values); }
-    /// Forgets the values and deletes the file. False when something remains on the disk.
-    bool reset();
+    /// Writes what has changed; with `all` whatever may have, and the backup as well. False when the disk
+    /// refuses: then it is still to be written.
+    bool write(bool all);
+    /// Forgets the values and deletes the file.
+    virtual void reset();
+
+protected:
+    /// Called before values() is written.
+    virtual void collect() {}
 
 private:
     JsonFile m_file;
     QJsonObject m_values;
-    bool m_loaded = false;
+    bool m_isLoaded = false; // else there is nothing to write
+    bool m_isDirty = false;
 };

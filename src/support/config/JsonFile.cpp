@@ -96,13 +96,14 @@ bool JsonFile::read(const QString& path, QJsonObject* object) const
 bool JsonFile::write(const QJsonObject& object)
 {
     const QByteArray bytes = toBytes(object);
-    if (bytes == m_saved || (object.isEmpty() && m_saved.isEmpty()))
+    if (bytes == m_saved || (object.isEmpty() && m_saved.isEmpty() && !m_hasLeftovers))
         return true;
     QString error;
     if (replace(m_path, bytes, &error)) {
         if (m_failing)
             qInfo().noquote() << "[ConfigurationManager]:" << m_path << "can be written again";
         m_saved = bytes;
+        m_hasLeftovers = false;
         m_backupIsEqual = false;
         m_failing = false;
         return true;
@@ -173,15 +174,13 @@ bool JsonFile::remove()
     m_backupIsEqual = false;
     m_failing = false;
     const QFileInfo info(m_path);
-    bool removed = true;
+    m_hasLeftovers = false;
     const QStringList filters{info.fileName(), info.fileName() + QLatin1String(".*")};
     for (const QString& name : info.dir().entryList(filters, QDir::Files | QDir::Hidden | QDir::System)) {
         if (!QFile::remove(info.dir().filePath(name))) {
             qWarning().noquote() << "[ConfigurationManager]: cannot remove" << info.dir().filePath(name);
-            removed = false;
+            m_hasLeftovers = true;
         }
     }
-    if (!removed)
-        m_saved = "?"; // so that even an empty object replaces what is left
-    return removed;
+    return !m_hasLeftovers;
 }

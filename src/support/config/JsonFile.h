@@ -36,6 +36,7 @@ private:
 
     const QString m_path;
     QByteArray m_saved;           // the object on disk in our own formatting; empty: none, or a damaged one
+    bool m_hasLeftovers = false;  // that could not be removed: even an empty object has to replace them
     bool m_backupIsEqual = false; // known to be so
     bool m_failing = false;       // the last write failed and was logged
 };
