@@ -13,20 +13,31 @@
 namespace {
 
 constexpr float kFloatErrorPercent = 0.001f;
+constexpr int kWorkerDiameter = 100;
 constexpr int kMinPictureHeight = 200;
 constexpr int kMinPictureWidth = 280; ///< from here on the headers stand beside their controls
 constexpr int kControlsWidth = 440;   ///< four effects side by side
 constexpr int kHeaderHeight = 30;     ///< of one that stands above
-constexpr int kMaxHeaderWidth = 140;  ///< of one that stands beside; a longer word has what it needs
+constexpr int kMaxHeaderWidth = 156;  ///< of one that stands beside; a longer word has what it needs
 constexpr int kHeaderPadding = 28;    ///< as the style sheet says, and a little for rounding
-/// A word that is wider is cut rather than let it push the right column aside.
-constexpr int kMaxWordWidth = 260;
 
 bool isControlModeViewEnabled()
 {
     return ConfigurationManager::instance()
         ->appConfig(ConfigKeys::kEnableMultiDeviceControlView.key)
         .toBool(ConfigKeys::kEnableMultiDeviceControlView.fallback);
+}
+
+template <typename Model>
+ChoiceGrid::Choices choices(const QMap<QString, Model>& models)
+{
+    ChoiceGrid::Choices result;
+    for (auto model = models.begin(); model != models.end(); ++model) {
+        ChoiceGrid::Choice& choice = result[model.key()] = {model->name, model->tooltip, model->order, {}};
+        if constexpr (std::is_same_v<Model, WorkerModel>)
+            choice.icon = model->icon;
+    }
+    return result;
 }
 
 } // namespace
@@ -54,6 +65,15 @@ void ControlPage::connectForm()
     connect(ui->brightnessSlider, &QSlider::valueChanged, this, &ControlPage::onBrightnessChanged);
     connect(ui->singleDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
     connect(ui->multDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
+    connect(ui->workGroupContainer, &ChoiceGrid::chosen, this, [this](const QString& id) {
+        m_currentGroup = id;
+        emit workGoupChanged(id);
+    });
+    connect(ui->workerContainer, &ChoiceGrid::chosen, this, [this](const QString& id) {
+        emit workerChanged(id);
+        if (m_workers.contains(id)) // the receiver may have set other effects
+            setCurrentWorker(id);
+    });
 }
 
 void ControlPage::stackRegions()
@@ -113,6 +133,39 @@ void ControlPage::setBrightness(float brightness)
     const float percent = brightness * 100.0f + kFloatErrorPercent;
     ui->brightnessSlider->setValue(static_cast<int>(qBound(0.0f, percent, 100.0f)));
     update();
+}
+
+void ControlPage::setWorkGroups(QMap<QString, WorkGroupModel> groups, QString currentGroup)
+{
+    m_groups = groups;
+    ui->workGroupContainer->setChoices(choices(groups), "GroupInformation");
+    for (auto group = m_groups.begin(); group != m_groups.end(); ++group)
+        group->button = ui->workGroupContainer->button(group.key()).staticCast<LineWrappedRadioButton>();
+    chainTabOrder();
+    setCurrentGroup(currentGroup);
+    remeasure();
+}
+
+void ControlPage::setCurrentGroup(QString groupId)
+{
+    if (!m_groups.contains(groupId))
+        return;
+    m_currentGroup = groupId;
+    ui->workGroupContainer->setCurrent(groupId);
+}
+
+void ControlPage::setWorkers(QMap<QString, WorkerModel> workers, QString currentWorker)
+{
+    m_workers = workers;
+    ui->workerContainer->setChoices(choices(workers), "EffectNames", kWorkerDiameter);
+    for (auto worker = m_workers.begin(); worker != m_workers.end(); ++worker)
+        worker->button = ui->workerContainer->button(worker.key()).staticCast<EffectWorkerButton>();
+    chainTabOrder();
+    if (!currentWorker.isEmpty())
+        setCurrentWorker(currentWorker);
+    // Whoever fills the options may have set other effects meanwhile.
+    ui->workersRegion->setVisible(m_workers.size() != 1);
+    remeasure();
 }
 
 void ControlPage::setControllerName(QString name)
@@ -207,9 +260,8 @@ void ControlPage::placeHeaders(int pageWidth)
     for (const Region& region : regions()) {
         region.header->ensurePolished();
         const int text = region.header->fontMetrics().horizontalAdvance(region.header->text());
-        const int wrapped =
-            region.header->minimumSizeHint().width(); // the longest word, where there are words
-        column = qMax(column, qMax(qMin(text + kHeaderPadding, kMaxHeaderWidth), wrapped));
+        const int longestWord = region.header->minimumSizeHint().width();
+        column = qMax(column, qMax(qMin(text + kHeaderPadding, kMaxHeaderWidth), longestWord));
     }
     const bool beside =
         pageWidth >= column + kControlsWidth + ui->columnsLayout->spacing() + kMinPictureWidth;
@@ -230,66 +282,38 @@ void ControlPage::remeasure()
     const int width = ui->scrollArea->width() - margins.left() - margins.right();
     placeHeaders(width);
 
-    // Hints are renewed from the inside out, by posted events only; here they are needed at once.
-    int lines = 0;
-    for (const Region& region : regions()) {
-        if (region.body->layout())
-            region.body->layout()->activate();
-        region.layout->activate();
-    }
-    for (int i = 0; i < m_regions->count(); ++i)
-        lines += m_regions->itemAt(i)->widget()->isHidden() ? 0 : m_regions->spacing() + StackLayout::kLine;
-
     const int height = m_regions->sizeHint().height();
     ui->scrollAreaWidgetContents_3->setFixedSize(qMax(0, width), height);
     // The horizontal bar on purpose: the vertical one comes and goes by itself.
     ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded
                                                                                     : Qt::ScrollBarAlwaysOff);
     // The height counts the stack's margins, which it uses for its lines only: both columns end together.
-    ui->modelImageLayout->setContentsMargins(0, 0, 0, qMax(0, margins.top() + margins.bottom() - lines));
+    ui->modelImageLayout->setContentsMargins(0, 0, 0, qMax(0, height - m_regions->heightForWidth(width)));
     // The picture in the middle of what shows at first, not of a column that runs on below the window.
     const QMargins frame = ui->lOperateWidRegion->layout()->contentsMargins();
     const int around = ui->modelImageHeader->sizeHint().height() + frame.top() + frame.bottom();
     ui->productImgWid->setMaximumHeight(qMax(kMinPictureHeight, ui->scrollArea->height() - around));
 }
 
-void ControlPage::fitTexts()
-{
-    for (LineWrappedRadioButton* button : findChildren<LineWrappedRadioButton*>()) {
-        button->setMinimumWidth(qMin(button->longestWordWidth(), kMaxWordWidth));
-        button->rewrap();
-    }
-}
-
 void ControlPage::chainTabOrder()
 {
     // From top to bottom; buttons and options that came later would stand behind everything else.
     QWidget* last = nullptr;
-    const auto append = [this, &last](QWidget* widget) {
-        const bool isElsewhere = widget->window() != window(); // the list of a combo box
-        if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() || isElsewhere)
-            return;
-        if (last)
-            setTabOrder(last, widget);
-        last = widget;
-    };
-    for (int i = 0; i < m_regions->count(); ++i) {
-        const QWidget* region = m_regions->itemAt(i)->widget();
-        const bool built = region == ui->workGroupRegion || region == ui->workersRegion;
-        const QLayout* placed =
-            region == ui->workGroupRegion ? ui->workGroupContainer->layout() : ui->workerContainer->layout();
-        if (built) {
-            for (int j = 0; placed && j < placed->count(); ++j)
-                append(placed->itemAt(j)->widget());
-            continue;
+    const auto append = [this, &last](const QWidget* parent) {
+        const auto widgets = parent->findChildren<QWidget*>();
+        for (QWidget* widget : widgets) {
+            const bool isElsewhere = widget->window() != window(); // the list of a combo box
+            if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() || isElsewhere)
+                continue;
+            if (last)
+                setTabOrder(last, widget);
+            last = widget;
+            widget->installEventFilter(this);
         }
-        const auto widgets = region->findChildren<QWidget*>();
-        for (QWidget* widget : widgets)
-            append(widget);
-    }
-    const auto options = ui->lOperateWidConatiner->currentWidget()->findChildren<QWidget*>();
-    for (QWidget* widget : options)
-        append(widget);
+    };
+    for (int i = 0; i < m_regions->count(); ++i)
+        append(m_regions->itemAt(i)->widget());
+    append(ui->lOperateWidConatiner->currentWidget());
 }
 
 bool ControlPage::eventFilter(QObject* watched, QEvent* event)
@@ -321,7 +345,6 @@ void ControlPage::resizeEvent(QResizeEvent* event)
 void ControlPage::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    fitTexts();
     remeasure();
 }
 
@@ -331,11 +354,6 @@ void ControlPage::changeEvent(QEvent* event)
         showControllerName();
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
-        for (const WorkGroupModel& group : qAsConst(m_groups))
-            translateGroup(group);
-        for (const WorkerModel& worker : qAsConst(m_workers))
-            translateWorker(worker);
-        fitTexts();
         remeasure();
     }
     QWidget::changeEvent(event);

@@ -13,15 +13,13 @@
 namespace Ui {
 class ControlPage;
 }
-class AbsWorkerWidget;
 class QBoxLayout;
 class QLabel;
 class StackLayout;
 
 /// The page on which one device, or all of them, are operated. Knows neither devices nor effects: the setter
 /// slots fill it with its signals blocked, the signals tell what the user did. Main thread.
-/// Sources: ControlPage.cpp (the fixed part), ControlPage_choices.cpp (the buttons of groups and effects),
-/// ControlPage_options.cpp (the option widgets of the current effect).
+/// Sources: ControlPage.cpp, ControlPage_options.cpp (the option widgets of the current effect).
 class ControlPage : public QWidget
 {
     Q_OBJECT
@@ -51,10 +49,8 @@ public slots:
     void setEnable(bool enable);
     void setSingleDevCtrlMode(bool enable);
     void setBrightness(float brightness);
-    void setWorkGroups(QMap<QString, WorkGroupModel> groups, QString currentGroup);
-    void setWorkGroups(QMap<QString, WorkGroupModel> groups);
-    void setWorkers(QMap<QString, WorkerModel> workers, QString currentWorker);
-    void setWorkers(QMap<QString, WorkerModel> workers);
+    void setWorkGroups(QMap<QString, WorkGroupModel> groups, QString currentGroup = {});
+    void setWorkers(QMap<QString, WorkerModel> workers, QString currentWorker = {});
     void setCurrentGroup(QString groupId);
     void setCurrentWorker(QString workerId);
     void setControllerName(QString name);
@@ -104,14 +100,7 @@ private:
     void placeHeaders(int pageWidth);
     void remeasure();
     void showControllerName();
-    void fitTexts();
     void chainTabOrder();
-
-    void addGroupButton(const QString& id, WorkGroupModel& model);
-    void addWorkerButton(const QString& id, WorkerModel& model);
-    void translateGroup(const WorkGroupModel& model);
-    void translateWorker(const WorkerModel& model);
-    void checkWorkerButton(const QString& id);
 
     QWidget* sOptWidget() const;
     bool hostSOptWidget(const QString& className);

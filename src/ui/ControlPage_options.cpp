@@ -2,7 +2,6 @@
 #include "ui/ControlPage.h"
 
 #include "effects/AbsWorkerWidget.h"
-#include "ui/controls/EffectWorkerButton.h"
 #include "ui_ControlPage.h"
 
 #include <QDebug>
@@ -45,7 +44,7 @@ void ControlPage::setCurrentWorker(QString workerId)
         workerId.clear();
     }
     m_currentWorker = workerId;
-    checkWorkerButton(workerId);
+    ui->workerContainer->setCurrent(workerId);
 
     const WorkerModel model = m_workers.value(workerId);
     const bool hasSOpt = hostSOptWidget(model.sOptWidget);

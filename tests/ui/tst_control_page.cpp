@@ -4,6 +4,7 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
+#include "ui/controls/ChoiceGrid.h"
 #include "ui/controls/LineWrappedRadioButton.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTranslator>
+#include <QVBoxLayout>
 #include <QtTest>
 
 /// Tells each value that it is given back, as the real options do.
@@ -329,6 +331,10 @@ private slots:
         const auto middle = [](QWidget* button) { return button->grab().toImage().pixelColor(50, 50); };
         QCOMPARE(middle(effect("A")), QColor(Qt::blue)); // chosen, yet not tinted
         QCOMPARE(middle(effect("B")), QColor(211, 212, 211));
+        const auto ground = [this](const char* name) {
+            return part<QWidget>(name)->grab().toImage().pixel(2, 2);
+        };
+        QCOMPARE(ground(kEffects), ground("statusWidget"));
 
         QSignalSpy picked(m_page.get(), &ControlPage::workerChanged);
         QTest::mouseClick(effect("B"), Qt::LeftButton, {}, QPoint(2, 2)); // in the square, off the disc
@@ -359,6 +365,35 @@ private slots:
         QCOMPARE(part<QWidget>("modelImage")->width(), column);
         QVERIFY(header->text().contains(u'\u2026') && !header->text().contains('\n'));
         QCOMPARE(header->textFormat(), Qt::PlainText);
+    }
+
+    void choicesWorkInASmallPopup()
+    {
+        const auto row = [](const QWidget& grid) { return grid.findChildren<QAbstractButton*>(); };
+        QWidget popup(nullptr, Qt::Popup);
+        auto* grid = new ChoiceGrid(&popup);
+        (new QVBoxLayout(&popup))->addWidget(grid);
+        QSignalSpy chosen(grid, &ChoiceGrid::chosen);
+        popup.show();
+        for (const int diameter : {0, 40}) { // labels, then discs in their place
+            grid->setChoices({{"a", {"A&B", "<b>tip</b>", 2, {}}}, {"b", {"C", {}, 1, {}}}}, "", diameter);
+            popup.resize(popup.minimumSizeHint());
+            settle();
+            chosen.clear();
+            QCOMPARE(row(*grid).size(), 2);
+            QCOMPARE(row(*grid).at(1)->text(), "A&&B");
+            QVERIFY(row(*grid).at(1)->toolTip().contains("&lt;b&gt;"));
+            for (const auto* button : row(*grid))
+                QVERIFY(grid->rect().contains(button->geometry()) && !button->isChecked());
+            QTest::mouseClick(row(*grid).at(0), Qt::LeftButton, {}, QPoint(20, 20));
+            QCOMPARE(chosen, QList<QVariantList>({{"b"}}));
+            grid->setCurrent("a"); // told, not chosen
+            QVERIFY(row(*grid).at(1)->isChecked() && !row(*grid).at(0)->isChecked());
+            grid->setCurrent("gone");
+            QVERIFY(!row(*grid).at(1)->isChecked() && chosen.size() == 1);
+        }
+        grid->setChoices({}, "", 40);
+        QVERIFY(row(*grid).isEmpty());
     }
 
     void longTranslationsAreWrappedNotCut()

@@ -6,6 +6,9 @@
 
 namespace {
 
+/// A word that is wider is cut rather than let it push everything else aside.
+constexpr int kMaxWordWidth = 260;
+
 int textWidth(const QFontMetrics& metrics, const QString& text)
 {
     return metrics.size(Qt::TextShowMnemonic | Qt::TextSingleLine, text).width();
@@ -16,9 +19,7 @@ int textWidth(const QFontMetrics& metrics, const QString& text)
 LineWrappedRadioButton::LineWrappedRadioButton(QWidget* parent)
     : QRadioButton(parent)
 {
-    QSizePolicy policy = sizePolicy();
-    policy.setHorizontalPolicy(QSizePolicy::Preferred);
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
 QSize LineWrappedRadioButton::minimumSizeHint() const
@@ -32,7 +33,6 @@ QSize LineWrappedRadioButton::minimumSizeHint() const
 
 int LineWrappedRadioButton::longestWordWidth() const
 {
-    ensurePolished();
     int longest = 0;
     const QStringList words = text().simplified().split(u' ', Qt::SkipEmptyParts);
     for (const QString& word : words)
@@ -73,6 +73,18 @@ void LineWrappedRadioButton::wrapTo(int width)
     const QString lines = wrapped(text(), fontMetrics(), width - chromeWidth());
     if (lines != text())
         setText(lines);
+}
+
+bool LineWrappedRadioButton::event(QEvent* event)
+{
+    const bool isHandled = QRadioButton::event(event);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Polish || type == QEvent::FontChange || type == QEvent::StyleChange ||
+        type == QEvent::LanguageChange) { // after whoever holds the button has set the text
+        setMinimumWidth(qMin(longestWordWidth(), kMaxWordWidth));
+        wrapTo(width());
+    }
+    return isHandled;
 }
 
 void LineWrappedRadioButton::resizeEvent(QResizeEvent* event)

@@ -16,6 +16,18 @@ int heightOf(const QLayoutItem* item, int width)
     return item->hasHeightForWidth() && width > 0 ? item->heightForWidth(width) : item->sizeHint().height();
 }
 
+/// Inner layouts renew their hints by posted events only; whoever asks for the whole needs them at once.
+void renewHints(const QWidget* widget)
+{
+    const auto children = widget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget* child : children) {
+        if (!child->isWindow())
+            renewHints(child);
+    }
+    if (widget->layout())
+        widget->layout()->activate();
+}
+
 QSize withMargins(const QSize& size, const QMargins& margins)
 {
     return size + QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
@@ -60,6 +72,7 @@ QSize StackLayout::sizeHint() const
     for (QLayoutItem* item : m_items) {
         if (!isShown(item))
             continue;
+        renewHints(item->widget());
         width = qMax(width, item->sizeHint().width());
         height += heightOf(item, geometry().width());
     }

@@ -26,6 +26,7 @@ public:
     bool hasHeightForWidth() const override { return true; }
     /// The height that the items take up as they lie now.
     int heightForWidth(int width) const override;
+    /// As the items want it now: what their own layouts still have to be told of is counted in.
     QSize sizeHint() const override;
     QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
