@@ -1,13 +1,13 @@
 #include "DeviceManager.h"
 
 #include "DisconnectionHistory.h"
-#include "GuardedCall.h"
 #include "LedCountSession.h"
-#include "PluginFiles.h"
 #include "controllers/LVControllerEnumerator.h"
 #include "controllers/VTControllerEnumerator.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/plugins/GuardedCall.h"
+#include "support/plugins/PluginFiles.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

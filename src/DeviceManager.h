@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AbsRGBController.h"
-#include "EffectsManager.h"
+#include "controllers/AbsRGBController.h"
 #include "controllers/IDeviceEnumerator.h"
+#include "effects/EffectsManager.h"
 
 #include <QHash>
 #include <QJsonValue>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AbsRGBController.h"
+#include "controllers/AbsRGBController.h"
 
 class ControllerConfigDialog;
 

@@ -1,6 +1,6 @@
 #include "PageModels.h"
 
-#include "EffectsManager.h"
+#include "effects/EffectsManager.h"
 
 #include <QCoreApplication>
 

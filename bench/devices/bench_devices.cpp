@@ -1,5 +1,5 @@
 // The road of one frame on the main thread: the colour pipeline and the frame of the serial protocol.
-#include "AbsRGBController.h"
+#include "controllers/AbsRGBController.h"
 #include "controllers/LedFrame.h"
 
 #include <QCoreApplication>

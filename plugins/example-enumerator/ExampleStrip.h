@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AbsRGBController.h"
+#include "controllers/AbsRGBController.h"
 
 /// A strip without hardware: it counts the pictures and tells of some of them in the log.
 class ExampleStrip : public AbsRGBController

@@ -2,10 +2,10 @@
 
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "ui/controls/EffectWorkerButton.h"
-#include "ui/controls/LineWrappedRadioButton.h"
-#include "ui/controls/StackLayout.h"
 #include "ui_ControlPage.h"
+#include "widgets/EffectWorkerButton.h"
+#include "widgets/LineWrappedRadioButton.h"
+#include "widgets/StackLayout.h"
 
 #include <QMouseEvent>
 #include <QSignalBlocker>

@@ -1,5 +1,5 @@
-#include "AbsRGBController.h"
 #include "LogCapture.h"
+#include "controllers/AbsRGBController.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QSignalSpy>

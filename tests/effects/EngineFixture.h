@@ -1,8 +1,8 @@
 #pragma once
 
-#include "EffectsManager.h"
 #include "FakeController.h"
 #include "FakeDeskDuplManager.h"
+#include "effects/EffectsManager.h"
 
 #include <QDir>
 #include <QFile>

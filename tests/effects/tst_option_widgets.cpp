@@ -1,7 +1,7 @@
 #include "effects/colorful/SFrmColorMap.h"
 #include "effects/singlecolor/FrmSingleColor.h"
-#include "ui/controls/ColorWheel.h"
-#include "ui/controls/SliderBar.h"
+#include "widgets/ColorWheel.h"
+#include "widgets/SliderBar.h"
 
 #include <QApplication>
 #include <QColorDialog>

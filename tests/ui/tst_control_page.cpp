@@ -4,8 +4,8 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
-#include "ui/controls/ChoiceGrid.h"
-#include "ui/controls/LineWrappedRadioButton.h"
+#include "widgets/ChoiceGrid.h"
+#include "widgets/LineWrappedRadioButton.h"
 
 #include <QApplication>
 #include <QComboBox>

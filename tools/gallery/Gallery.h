@@ -1,7 +1,7 @@
 #pragma once
 
-#include "EffectsManager.h"
 #include "MainWindow.h"
+#include "effects/EffectsManager.h"
 
 #include <QDir>
 #include <QSize>

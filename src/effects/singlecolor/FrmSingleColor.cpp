@@ -2,7 +2,7 @@
 
 #include "effects/rgb.h"
 #include "support/config/ConfigKeys.h"
-#include "ui/controls/ColorWheel.h"
+#include "widgets/ColorWheel.h"
 
 #include <QApplication>
 #include <QColorDialog>

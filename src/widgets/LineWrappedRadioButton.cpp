@@ -1,4 +1,4 @@
-#include "ui/controls/LineWrappedRadioButton.h"
+#include "widgets/LineWrappedRadioButton.h"
 
 #include <QResizeEvent>
 #include <QStyleOptionButton>

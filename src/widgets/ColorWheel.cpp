@@ -1,4 +1,4 @@
-#include "ui/controls/ColorWheel.h"
+#include "widgets/ColorWheel.h"
 
 #include <QConicalGradient>
 #include <QMouseEvent>

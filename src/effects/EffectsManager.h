@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AbsRGBController.h"
-#include "EffectGroupInfo.h"
+#include "controllers/AbsRGBController.h"
+#include "effects/EffectGroupInfo.h"
 #include "effects/IEffectWorker.h"
 
 #include <QHash>

@@ -1,4 +1,4 @@
-#include "ui/controls/EffectWorkerButton.h"
+#include "widgets/EffectWorkerButton.h"
 
 #include <QIcon>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "ui/controls/StackLayout.h"
+#include "widgets/StackLayout.h"
 
 #include <QWidget>
 

@@ -1,9 +1,9 @@
 // The catalogue of EffectsManager: groups, effects and where they come from.
-#include "EffectGroupFile.h"
-#include "EffectsManager.h"
-#include "GuardedCall.h"
-#include "PluginFiles.h"
+#include "effects/EffectGroupFile.h"
+#include "effects/EffectsManager.h"
 #include "effects/IEffectFactory.h"
+#include "support/plugins/GuardedCall.h"
+#include "support/plugins/PluginFiles.h"
 
 #include <QDebug>
 #include <QDir>

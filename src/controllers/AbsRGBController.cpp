@@ -1,4 +1,4 @@
-#include "AbsRGBController.h"
+#include "controllers/AbsRGBController.h"
 
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"

@@ -1,4 +1,4 @@
-#include "EffectGroupFile.h"
+#include "effects/EffectGroupFile.h"
 
 #include "support/config/DataFile.h"
 

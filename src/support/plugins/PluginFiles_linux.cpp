@@ -1,4 +1,4 @@
-#include "PluginFiles.h"
+#include "support/plugins/PluginFiles.h"
 
 QString pluginFilePattern()
 {

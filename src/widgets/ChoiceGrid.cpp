@@ -1,7 +1,7 @@
-#include "ui/controls/ChoiceGrid.h"
+#include "widgets/ChoiceGrid.h"
 
-#include "ui/controls/EffectWorkerButton.h"
-#include "ui/controls/LineWrappedRadioButton.h"
+#include "widgets/EffectWorkerButton.h"
+#include "widgets/LineWrappedRadioButton.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,4 +1,4 @@
-#include "ui/controls/SliderBar.h"
+#include "widgets/SliderBar.h"
 
 #include <QEvent>
 #include <QKeyEvent>

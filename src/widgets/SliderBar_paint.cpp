@@ -1,5 +1,5 @@
 // How SliderBar looks.
-#include "ui/controls/SliderBar.h"
+#include "widgets/SliderBar.h"
 
 #include <QLinearGradient>
 #include <QPainter>

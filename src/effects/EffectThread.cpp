@@ -1,4 +1,4 @@
-#include "EffectThread.h"
+#include "effects/EffectThread.h"
 
 #include "support/crash/CrashStack.h"
 

@@ -1,13 +1,13 @@
-#include "EffectsManager.h"
+#include "effects/EffectsManager.h"
 
-#include "EffectThread.h"
-#include "GuardedCall.h"
+#include "effects/EffectThread.h"
 #include "effects/IColorStrapManager.h"
 #include "effects/IEffectFactory.h"
 #include "effects/InternalEffectFactory.h"
 #include "support/capture/DeskDuplManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
 #include <QMetaMethod>
