@@ -1,14 +1,14 @@
-#include "BuildInfo.h"
-#include "CrashHandler.h"
-#include "DisplayCheck.h"
-#include "HomeFolder.h"
-#include "LogSystem.h"
-#include "LumivarApp.h"
-#include "RuntimeFile.h"
-#include "TerminationSignals.h"
-#include "WakeUp.h"
+#include "app/LumivarApp.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "system/BuildInfo.h"
+#include "system/CrashHandler.h"
+#include "system/DisplayCheck.h"
+#include "system/HomeFolder.h"
+#include "system/LogSystem.h"
+#include "system/RuntimeFile.h"
+#include "system/TerminationSignals.h"
+#include "system/WakeUp.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

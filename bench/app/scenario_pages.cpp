@@ -1,10 +1,10 @@
 // What a click costs: the time the page is blocked and the time to the new effect's first frame, with one
 // strip; and what a repaint of the home page with twelve devices costs.
 // Usage: scenario_pages
-#include "LumivarApp.h"
 #include "SoundServer.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
+#include "app/LumivarApp.h"
 #include "controllers/LVController.h"
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"

@@ -1,13 +1,13 @@
 #include "FakeController.h"
-#include "Languagemanager.h"
-#include "LogSystem.h"
-#include "LumivarApp.h"
 #include "StripSimulator.h"
+#include "app/LumivarApp.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "system/LogSystem.h"
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"
 #include "ui/HomePage.h"
+#include "ui/Languagemanager.h"
 
 #include <QAbstractButton>
 #include <QApplication>

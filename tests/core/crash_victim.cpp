@@ -1,8 +1,8 @@
 // Crashes in the way its argument names, with the program's crash handler in place.
-#include "CrashHandler.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/crash/CrashStack.h"
+#include "system/CrashHandler.h"
 
 #include <QCoreApplication>
 #include <QHash>

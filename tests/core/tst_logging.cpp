@@ -1,7 +1,7 @@
-#include "LogFolder.h"
-#include "LogSystem.h"
 #include "support/log/Loggers.h"
 #include "support/log/LoopBrake.h"
+#include "system/LogFolder.h"
+#include "system/LogSystem.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,9 +1,9 @@
-#include "Languagemanager.h"
 #include "LogCapture.h"
 #include "effects/AbsWorkerWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
+#include "ui/Languagemanager.h"
 #include "widgets/ChoiceGrid.h"
 #include "widgets/LineWrappedRadioButton.h"
 

@@ -1,9 +1,9 @@
-#include "Languagemanager.h"
 #include "LogCapture.h"
-#include "MainWindow.h"
-#include "TrayMenu.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "ui/Languagemanager.h"
+#include "ui/MainWindow.h"
+#include "ui/TrayMenu.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,10 +1,10 @@
-#include "Languagemanager.h"
-#include "MainWindow.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/DeviceButton.h"
 #include "ui/HomePage.h"
+#include "ui/Languagemanager.h"
+#include "ui/MainWindow.h"
 #include "ui/QuitAskDialog.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "CrashWindow.h"
-#include "DisplayCheck.h"
 #include "ReportTexts.h"
+#include "system/DisplayCheck.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

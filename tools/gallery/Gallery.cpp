@@ -1,7 +1,7 @@
 #include "Gallery.h"
 
 #include "GalleryModels.h"
-#include "PageModels.h"
+#include "app/PageModels.h"
 #include "effects/AbsWorkerWidget.h"
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"

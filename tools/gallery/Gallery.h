@@ -1,7 +1,7 @@
 #pragma once
 
-#include "MainWindow.h"
 #include "effects/EffectsManager.h"
+#include "ui/MainWindow.h"
 
 #include <QDir>
 #include <QSize>

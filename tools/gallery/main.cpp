@@ -1,7 +1,7 @@
 // Renders every page, option widget and dialog of the program to PNG files, so that anyone can look at the
 // whole interface in one go. Touches no settings and needs no display.
 #include "Gallery.h"
-#include "Languagemanager.h"
+#include "ui/Languagemanager.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

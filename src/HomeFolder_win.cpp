@@ -1,4 +1,0 @@
-#include "HomeFolder.h"
-
-// The system is asked anyway.
-void provideHomeFolder() {}

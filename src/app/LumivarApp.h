@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/DeviceManager.h"
+#include "app/LVSysTray.h"
+#include "ui/MainWindow.h"
+
+#include <QObject>
+#include <functional>
+
+/// The one object that knows every other subsystem and joins them. Main thread.
+/// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
+/// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
+/// pressed).
+class LumivarApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit LumivarApp(QObject* parent);
+    ~LumivarApp() override;
+
+    MainWindow& mainWindow() { return m_mainWindow; }
+    DeviceManager& deviceManager() { return m_deviceManager; }
+    /// Whether there is a settings dialog that can be asked for.
+    static constexpr bool hasSettingsDialog() { return false; }
+
+    /// Blacks every strip out when the process ends without the destructor; half a second at most.
+    void releaseDevices() { m_deviceManager.releaseAll(); }
+
+public slots:
+    /// A second start asks to see this one: a window that was put away is shown, a covered one comes to the
+    /// front, one that the user has minimised stays as it is.
+    void onWakeUpRequested();
+    /// Fills the control page from the state of its device. Nothing happens while the home page is showing.
+    void updateControlPageView();
+
+private slots:
+    void onNewController(QString ctlName);
+    void onControllerFailed(QString ctlName);
+    void onAllStrapOnOff(bool on);
+    void onHomePageDevClicked(QString id);
+    void onCtlPageWorkGroupChanged(QString groupId);
+    void onCtlPageWorkerChanged(QString workerId);
+    void onDevPhyBtnClicked(QString ctlName, int btn);
+
+private:
+    void showWindow();
+    void uiStyleListener();
+
+    void makeMainWindow();
+    void connectControlPage();
+    void rename(const QString& id, const QString& name);
+    void reconfigure(const QString& id);
+    void changeDirection(int dir);
+    void changeBrightness(float brightness);
+    void changeEnable(bool enable);
+
+    ControlPage& controlPage() const;
+    /// Whether the control page is showing, and this device on it.
+    bool isOnControlPage(const QString& id) const;
+    void fillWorkGroups(const ControlOptions& options);
+    void fillWorkers(const QString& controllerId);
+    void logControlPage() const;
+    void setEffect(const QString& effectId);
+    void onControlModeChanged(bool isSingleDevCtrl);
+    void onSOptWidPropertyChanged(const QString& key, const QJsonValue& val);
+    void copyPropertyToOthers(const QString& key, const QJsonValue& val);
+    void onOptWidActived();
+    void showNotice();
+    void onEffectPropertyChanged(const QString& ctl, const QString& effect, const QString& key,
+                                 const QJsonValue& val);
+
+    void refreshHomePage();
+    void removeController(const QString& id);
+    void pressButton(const QString& id, int action, const QString& currentEffect, bool enabledBefore);
+    void bindNextGroup(const QString& id, const QString& currentEffect);
+    void toggleLight(const QString& id, bool enable);
+
+    /// The stored setting; one that is missing is written with its default.
+    static QJsonValue firstUse(const char* key, const QJsonValue& fallback);
+    /// True: the control page acts on its own device, else on all of them. Read afresh at each event.
+    static bool isSingleControlMode();
+    void forEachController(const std::function<void(AbsRGBController&)>& action);
+    /// The place is the caller's: the appender takes lines of one place for one run and drops those between,
+    /// so that different actions must not share one.
+    static void logUserAction(const QString& text, const char* file = __builtin_FILE(),
+                              int line = __builtin_LINE());
+
+    MainWindow m_mainWindow;
+    DeviceManager m_deviceManager;
+    LVSysTray m_sysTray;
+    bool m_allStrapOn = true; ///< last asked for by the switch for all devices
+};

@@ -1,0 +1,100 @@
+// What the window's signals lead to.
+#include "app/LumivarApp.h"
+#include "ui/ControlPage.h"
+#include "ui/HomePage.h"
+#include "ui/Languagemanager.h"
+
+#include <QDebug>
+
+void LumivarApp::makeMainWindow()
+{
+    connect(&m_mainWindow, &MainWindow::allStrapOnOff, this, &LumivarApp::onAllStrapOnOff);
+
+    HomePage* home = m_mainWindow.homePage();
+    connect(home, &HomePage::controllerNameChanged, this, &LumivarApp::rename);
+    connect(home, &HomePage::controllerOptOrdered, this, &LumivarApp::reconfigure);
+    connect(home, &HomePage::controllerEntryOrdered, this, &LumivarApp::onHomePageDevClicked);
+
+    connectControlPage();
+    connect(&m_deviceManager, &DeviceManager::effectPropertyChanged, this,
+            &LumivarApp::onEffectPropertyChanged);
+    connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
+        if (!m_mainWindow.isHomePage())
+            showNotice();
+    });
+    m_mainWindow.hideUnusedButtons();
+}
+
+void LumivarApp::connectControlPage()
+{
+    ControlPage* page = m_mainWindow.controlPage();
+    connect(page, &ControlPage::dirChanged, this, &LumivarApp::changeDirection);
+    connect(page, &ControlPage::brightnessChanged, this, &LumivarApp::changeBrightness);
+    connect(page, &ControlPage::enableChanged, this, &LumivarApp::changeEnable);
+    connect(page, &ControlPage::workGoupChanged, this, &LumivarApp::onCtlPageWorkGroupChanged);
+    connect(page, &ControlPage::workerChanged, this, &LumivarApp::onCtlPageWorkerChanged);
+    connect(page, &ControlPage::controlModeChanged, this, &LumivarApp::onControlModeChanged);
+    connect(page, &ControlPage::lOptWidPropertyChanged, this,
+            [this](const QString& key, const QJsonValue& val) {
+                m_deviceManager.effects().setEffectProperty(controlPage().controllerId(), key, val);
+            });
+    connect(page, &ControlPage::sOptWidPropertyChanged, this, &LumivarApp::onSOptWidPropertyChanged);
+    connect(page, &ControlPage::optWidActived, this, &LumivarApp::onOptWidActived);
+}
+
+void LumivarApp::rename(const QString& id, const QString& name)
+{
+    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
+    if (!controller) {
+        qWarning().noquote() << "Not found controller, id" << id;
+        return;
+    }
+    logUserAction(controller->options().kindName + QStringLiteral(" renamed to ") + name);
+    controller->setKindName(name);
+}
+
+void LumivarApp::reconfigure(const QString& id)
+{
+    qInfo().noquote() << "Start configuring the device" << id;
+    if (!m_deviceManager.setControllerLayout(id))
+        qWarning().noquote() << "Not found controller, id" << id;
+}
+
+void LumivarApp::changeDirection(int dir)
+{
+    const QString id = controlPage().controllerId();
+    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
+    if (!controller) {
+        qWarning().noquote() << "Not found controller, id" << id;
+        return;
+    }
+    controller->setInstallDirection(static_cast<uint32_t>(dir));
+    logUserAction(QStringLiteral("Controller: %1 dir changed to %2").arg(id).arg(dir));
+}
+
+void LumivarApp::changeBrightness(float brightness)
+{
+    if (!isSingleControlMode()) {
+        forEachController([brightness](AbsRGBController& each) { each.setBrightness(brightness); });
+        logUserAction(QStringLiteral("The brightness of all devices has been changed to %1").arg(brightness));
+        return;
+    }
+    const QString id = controlPage().controllerId();
+    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
+    if (!controller) {
+        qWarning().noquote() << "Not found controller, id" << id;
+        return;
+    }
+    controller->setBrightness(brightness);
+    logUserAction(QStringLiteral("Controller: %1 brightness changed to %2").arg(id).arg(brightness));
+}
+
+void LumivarApp::changeEnable(bool enable)
+{
+    if (!isSingleControlMode()) {
+        forEachController([enable](AbsRGBController& each) { each.setEnable(enable); });
+        logUserAction(QStringLiteral("The enable status of all devices has been changed to %1").arg(enable));
+        return;
+    }
+    toggleLight(controlPage().controllerId(), enable);
+}

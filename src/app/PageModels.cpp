@@ -1,0 +1,66 @@
+#include "app/PageModels.h"
+
+#include "effects/EffectsManager.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+const QString kGraphicsGroup = QStringLiteral("id.effect.graphics");
+const QString kGraphicsModel = QStringLiteral("LV0N03"); ///< the only model with that group
+
+/// Without a picture of its own for the chosen state it would be tinted in the highlight colour.
+QIcon plainIcon(const QImage& image)
+{
+    if (image.isNull())
+        return {};
+    const QPixmap picture = QPixmap::fromImage(image);
+    QIcon icon(picture);
+    icon.addPixmap(picture, QIcon::Selected);
+    return icon;
+}
+
+} // namespace
+
+QMap<QString, WorkGroupModel> workGroupModels(EffectsManager& effects, const QString& model)
+{
+    QMap<QString, WorkGroupModel> groups;
+    for (const QString& id : effects.groupIds()) {
+        const EffectGroupInfo info = effects.groupInfo(id);
+        if (info.workers.isEmpty() || (id == kGraphicsGroup && model != kGraphicsModel))
+            continue;
+        WorkGroupModel group;
+        group.name = info.name;
+        group.tooltip = info.desc;
+        group.order = info.order;
+        groups.insert(id, group);
+    }
+    return groups;
+}
+
+QMap<QString, WorkerModel> workerModels(EffectsManager& effects, const QString& groupId)
+{
+    QMap<QString, WorkerModel> workers;
+    for (const QString& id : effects.groupInfo(groupId).workers) {
+        const EffectWorkerOptions effect = effects.effectOptions(id);
+        WorkerModel worker;
+        worker.name = effect.name;
+        worker.tooltip = effect.desc;
+        worker.order = effect.order;
+        worker.icon = plainIcon(effect.icon);
+        worker.sOptWidget = effect.sOptWidget;
+        worker.lOptWidget = effect.lOptWidget;
+        workers.insert(id, worker);
+    }
+    return workers;
+}
+
+const char* choiceNotice(EffectsManager& effects, const ControlOptions& device)
+{
+    if (!workGroupModels(effects, device.model).contains(device.workMode))
+        return QT_TRANSLATE_NOOP("EffectNotice", "当前的工作模式不可用，请另选一种。");
+    if (!effects.groupInfo(device.workMode).workers.contains(device.subMode) ||
+        effects.boundEffectId(device.id) != device.subMode)
+        return QT_TRANSLATE_NOOP("EffectNotice", "当前的效果不可用，请另选一种。");
+    return "";
+}

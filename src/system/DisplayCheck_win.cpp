@@ -1,0 +1,17 @@
+#include "system/DisplayCheck.h"
+
+// A Windows session always has a desktop to draw on.
+
+bool choosePlatformWithoutDisplay()
+{
+    return false;
+}
+
+void forgetChosenPlatform() {}
+
+bool chooseNoOpenGl()
+{
+    return false; // loaded when it is first used
+}
+
+void forgetNoOpenGl() {}
