@@ -26,13 +26,15 @@ bool isAppFlag(const char* property)
 LumivarApp::LumivarApp(QObject* parent)
     : QObject(parent)
     , m_deviceManager(this, nullptr)
-    , m_sysTray(this)
+    , m_sysTray(m_mainWindow, hasSettingsDialog())
 {
     setProperty("runtime.openTime", QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss")));
     showWindow();
     firstUse(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
     uiStyleListener();
 
+    connect(&m_deviceManager, &DeviceManager::newController, &m_sysTray, &LVSysTray::onDeviceCountChanged);
+    connect(&m_deviceManager, &DeviceManager::controllerFailed, &m_sysTray, &LVSysTray::onDeviceCountChanged);
     connect(&m_deviceManager, &DeviceManager::newController, this, &LumivarApp::onNewController,
             Qt::DirectConnection);
     connect(&m_deviceManager, &DeviceManager::controllerFailed, this, &LumivarApp::onControllerFailed,

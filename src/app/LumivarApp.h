@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/DeviceManager.h"
-#include "app/LVSysTray.h"
+#include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
 #include <QObject>

@@ -1,30 +1,27 @@
-#include "app/LVSysTray.h"
+#include "ui/LVSysTray.h"
 
-#include "app/LumivarApp.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 
-LVSysTray::LVSysTray(LumivarApp* app, QObject* parent)
+LVSysTray::LVSysTray(MainWindow& window, bool hasSettings, QObject* parent)
     : QObject(parent)
-    , m_app(app)
+    , m_window(window)
     , m_picture(QPixmap(QStringLiteral("images/icon.png")))
-    , m_menu(LumivarApp::hasSettingsDialog())
+    , m_menu(hasSettings)
 {
     if (m_picture.isNull())
         qCritical() << "Failed to load icon file: images/icon.png";
     connect(&m_menu, &TrayMenu::settingsOrdered, this, &LVSysTray::onSetupActTriggered);
     connect(&m_menu, &TrayMenu::exitOrdered, this, &LVSysTray::onQuitActTriggered);
-    connect(&app->deviceManager(), &DeviceManager::newController, this, &LVSysTray::onDeviceCountChanged);
-    connect(&app->deviceManager(), &DeviceManager::controllerFailed, this, &LVSysTray::onDeviceCountChanged);
     connect(&m_host, &TrayHost::availableChanged, this, &LVSysTray::onTrayAvailable);
     onTrayAvailable(m_host.isAvailable());
 }
 
 void LVSysTray::onTrayAvailable(bool isAvailable)
 {
-    m_app->mainWindow().setTrayAvailable(isAvailable);
+    m_window.setTrayAvailable(isAvailable);
     if (!isAvailable)
         qInfo() << "[LVSysTray]: no system tray, the icon appears as soon as there is one";
     if (!isAvailable || m_icon)
@@ -43,11 +40,10 @@ void LVSysTray::onDeviceCountChanged(QString)
 
 void LVSysTray::showWindow()
 {
-    MainWindow& window = m_app->mainWindow();
-    window.showNormal();
+    m_window.showNormal();
     // It may have been covered by other windows all the time.
-    window.raise();
-    window.activateWindow();
+    m_window.raise();
+    m_window.activateWindow();
     qInfo() << "The MainWindow has been displayed by clicking on the tray";
 }
 
@@ -60,7 +56,7 @@ void LVSysTray::onTrayIconActived(QSystemTrayIcon::ActivationReason reason)
 void LVSysTray::onSetupActTriggered()
 {
     showWindow();
-    emit m_app->mainWindow().settingsBtnTriggered(); // the same road as from the title bar
+    emit m_window.settingsBtnTriggered(); // the same road as from the title bar
 }
 
 void LVSysTray::onQuitActTriggered()

@@ -7,7 +7,7 @@
 #include <QSystemTrayIcon>
 #include <memory>
 
-class LumivarApp;
+class MainWindow;
 
 /// The tray icon, from the moment on that the desktop has a tray, and what it does. Main thread.
 class LVSysTray : public QObject
@@ -15,20 +15,22 @@ class LVSysTray : public QObject
     Q_OBJECT
 
 public:
-    /// `app` gives window and devices and outlives the tray.
-    explicit LVSysTray(LumivarApp* app, QObject* parent = nullptr);
+    /// `window` outlives the tray. Settings are offered only where there is a dialog for them.
+    LVSysTray(MainWindow& window, bool hasSettings, QObject* parent = nullptr);
+
+public slots:
+    void onDeviceCountChanged(QString ctlName);
 
 private slots:
     void onTrayAvailable(bool isAvailable);
     void onTrayIconActived(QSystemTrayIcon::ActivationReason reason);
     void onSetupActTriggered();
     void onQuitActTriggered();
-    void onDeviceCountChanged(QString ctlName);
 
 private:
     void showWindow();
 
-    LumivarApp* m_app;
+    MainWindow& m_window;
     QIcon m_picture;
     TrayHost m_host;
     TrayMenu m_menu;
