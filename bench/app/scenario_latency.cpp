@@ -23,6 +23,7 @@ constexpr double kPeriodMs = 80;
 constexpr double kSlackMs = 25;
 constexpr int kSyncLeds = 120;
 constexpr int kMapLeds = 300;
+constexpr int kSeenLed = 110; ///< from here on LEDs look at a corner that the program's window does not cover
 constexpr double kMinMapFramesPerSecond = 12;
 constexpr double kMaxGrowthMb = 2;
 
@@ -50,13 +51,14 @@ StripSimulator::Options options(const ProgramUnderTest& program, const char* mod
     return options;
 }
 
-/// When the first frame that is all of this colour was complete, in ms; 0 when none comes in two seconds.
-double shownAt(const StripSimulator& strip, LV_RGB color)
+/// When the first frame was complete whose LEDs from `first` on all show this colour, in ms; 0 when none
+/// comes in two seconds.
+double shownAt(const StripSimulator& strip, LV_RGB color, int first = 0)
 {
     for (QDeadlineTimer patience(2000); !patience.hasExpired(); QThread::msleep(5)) {
         for (const StripFrame& frame : strip.frames()) {
-            if (!frame.colors.isEmpty() &&
-                std::all_of(frame.colors.begin(), frame.colors.end(), [&](LV_RGB c) { return c == color; }))
+            if (frame.colors.size() > first && std::all_of(frame.colors.begin() + first, frame.colors.end(),
+                                                           [&](LV_RGB c) { return c == color; }))
                 return frame.lastByteMs;
         }
     }
@@ -73,7 +75,7 @@ QVector<double> measure(ScreenPainter& screen, StripSimulator& strip, int change
         strip.clear();
         screen.fill(QRect(QPoint(), kScreen), red ? Qt::red : Qt::green);
         const double changedMs = StripSimulator::nowMs();
-        const double shownMs = shownAt(strip, red ? LV_RGB{255, 0, 0} : LV_RGB{0, 255, 0});
+        const double shownMs = shownAt(strip, red ? LV_RGB{255, 0, 0} : LV_RGB{0, 255, 0}, kSeenLed);
         if (shownMs > 0)
             latencies.append(shownMs - changedMs);
     }
