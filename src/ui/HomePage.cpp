@@ -36,22 +36,18 @@ HomePage::HomePage(QWidget* parent)
     setControllerList({});
 }
 
-HomePage::~HomePage()
-{
-    retireDeviceButtons();
-    releaseRetired();
-}
+HomePage::~HomePage() = default;
 
 void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
 {
     const QString focused = focusedDevice();
-    retireDeviceButtons();
+    for (const DeviceModel& model : qAsConst(m_devices)) // a name that is being edited is not committed
+        model.button->property("nameEdit").value<QLineEdit*>()->removeEventFilter(this);
     m_devices.clear();
     for (auto it = ctls.constBegin(); it != ctls.constEnd(); ++it) {
         DeviceModel model = it.value();
         DeviceButton* button = makeDeviceButton(it.key(), model);
-        // The container owns the button; the model only points to it.
-        model.button = QSharedPointer<QToolButton>(button, [](QToolButton*) {});
+        model.button.reset(button);
         m_devices.insert(it.key(), model);
         button->show();
     }
@@ -117,7 +113,7 @@ DeviceButton* HomePage::makeDeviceButton(const QString& id, const DeviceModel& m
     button->setProperty("configBtn", QVariant::fromValue(makeConfigButton(button, id)));
     button->installEventFilter(this);
     connect(button, &QToolButton::clicked, this,
-            [this, id] { order([this, id] { emit controllerEntryOrdered(id); }); });
+            [this, id] { order(id, [this, id] { emit controllerEntryOrdered(id); }); });
     connect(button, &DeviceButton::renameOrdered, this, [this, button] {
         beginRename(button);
         button->property("nameEdit").value<QLineEdit*>()->selectAll();
@@ -150,7 +146,7 @@ QToolButton* HomePage::makeConfigButton(DeviceButton* button, const QString& id)
     config->setProperty("role", "deviceButtonConfig");
     config->installEventFilter(this);
     connect(config, &QToolButton::clicked, this,
-            [this, id] { order([this, id] { emit controllerOptOrdered(id); }); });
+            [this, id] { order(id, [this, id] { emit controllerOptOrdered(id); }); });
     return config;
 }
 
@@ -164,44 +160,15 @@ void HomePage::retranslateDeviceButtons()
     }
 }
 
-/// Takes the buttons off the page without deleting them: one of them may be what made the owner replace them.
-void HomePage::retireDeviceButtons()
+/// From the event loop, not from inside the button: its receiver may run a dialog, and the buttons be
+/// replaced.
+void HomePage::order(const QString& id, const std::function<void()>& signal)
 {
-    for (const DeviceModel& model : qAsConst(m_devices)) {
-        QToolButton* button = model.button.data();
-        const auto parts = button->findChildren<QWidget*>();
-        for (QWidget* part : parts) {
-            part->removeEventFilter(this); // so that a name being edited is not committed
-            disconnect(part, nullptr, this, nullptr);
-        }
-        button->removeEventFilter(this);
-        disconnect(button, nullptr, this, nullptr);
-        button->hide();
-        button->setParent(nullptr);
-        m_retired.append(button);
-    }
-    if (m_ordering == 0)
-        releaseRetired();
-}
-
-/// Not while one of the page's signals is delivered: its receiver may run an event loop, which would delete
-/// the buttons under the feet of the click that waits below.
-void HomePage::releaseRetired()
-{
-    for (const QPointer<QToolButton>& button : qAsConst(m_retired)) {
-        if (button)
-            button->deleteLater();
-    }
-    m_retired.clear();
-}
-
-void HomePage::order(const std::function<void()>& signal)
-{
-    const QPointer<HomePage> self(this);
-    ++m_ordering;
-    signal();
-    if (self && --m_ordering == 0)
-        releaseRetired();
+    const auto tell = [this, id, signal] {
+        if (m_devices.contains(id))
+            signal();
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void HomePage::setADBox1(QString imgFilename, QString clickUrl)

@@ -3,8 +3,6 @@
 #include "viewModels/DeviceModel.h"
 
 #include <QMap>
-#include <QPointer>
-#include <QVector>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -28,8 +26,7 @@ public:
     ~HomePage() override;
 
 public slots:
-    /// Replaces the whole grid; a name that is just being edited is given up. May be called from inside a
-    /// receiver of this page's signals, also while that runs a dialog.
+    /// Replaces the whole grid; a name that is just being edited is given up.
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);
@@ -37,6 +34,7 @@ public slots:
     void setNotice(QString text);
 
 signals:
+    // All of devices that are still shown, and from the event loop: a receiver may fill the page anew.
     void controllerEntryOrdered(QString id);
     void controllerOptOrdered(QString id);
     void controllerNameChanged(QString id, QString name);
@@ -56,8 +54,6 @@ private:
     void placeDeviceButtons();
     void fitColumns();
     void retranslateDeviceButtons();
-    void retireDeviceButtons();
-    void releaseRetired();
     QString focusedDevice() const;
 
     bool isAdjustable(const DeviceButton* button) const;
@@ -71,12 +67,10 @@ private:
     void hideUnfocusedConfigButton(DeviceButton* button);
     bool moveInGrid(const DeviceButton* button, int key);
     void openADBox1Url();
-    void order(const std::function<void()>& signal);
+    void order(const QString& id, const std::function<void()>& signal);
 
     std::unique_ptr<Ui::HomePage> ui;
     QMap<QString, DeviceModel> m_devices;
     int m_columns = kMostColumns; ///< fewer on a narrow page
     QString m_adBox1Url;
-    int m_ordering = 0; ///< how many of the page's signals are being delivered, one inside the other
-    QVector<QPointer<QToolButton>> m_retired; ///< replaced buttons that may still be running
 };

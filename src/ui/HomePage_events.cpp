@@ -156,7 +156,7 @@ void HomePage::endRename(QLineEdit* edit)
         return;
     button->setName(name);
     const QString id = button->property("controllerId").toString();
-    order([this, id, name] { emit controllerNameChanged(id, name); });
+    order(id, [this, id, name] { emit controllerNameChanged(id, name); });
 }
 
 bool HomePage::configButtonEvent(QToolButton* config, QEvent* event)

@@ -62,7 +62,7 @@ private slots:
         start({kMarquee, kMarquee});
         const QString name = "  %1 & <b>灯</b>";
         rename(0, name);
-        QCOMPARE(options(0).kindName, name);
+        QTRY_COMPARE(options(0).kindName, name);
         openPage(0);
         QCOMPARE(page().findChild<QLabel*>("modelImageHeader")->text(), name + " (" + id(0) + ")");
         pick("workGroupContainer", "GroupInformation", "单色模式");
@@ -432,7 +432,7 @@ private:
     {
         window().switchToHomePage();
         QTest::mouseClick(homeButton(id(strip)), Qt::LeftButton, {}, QPoint(50, 40));
-        QVERIFY(!window().isHomePage());
+        QTRY_VERIFY(!window().isHomePage());
         QCOMPARE(page().controllerId(), id(strip));
     }
     void rename(int strip, const QString& name)

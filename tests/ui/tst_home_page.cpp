@@ -103,6 +103,7 @@ private slots:
         openEditor();
         QTest::keyClick(editor(), Qt::Key_Return);
         QVERIFY(!editor()->isVisible());
+        QCoreApplication::processEvents();
         QCOMPARE(renamed.count(), 0);
     }
 
@@ -114,7 +115,7 @@ private slots:
         QTest::mouseClick(button(), Qt::LeftButton, {}, kStripTop - QPoint(0, 1));
         QTest::keyClick(button(), Qt::Key_Return);
         QTest::keyClick(button(), Qt::Key_Space);
-        QCOMPARE(entered.count(), 3);
+        QTRY_COMPARE(entered.count(), 3);
         QCOMPARE(entered.at(0).at(0).toString(), QStringLiteral("id00"));
 
         QTest::mouseClick(button(), Qt::RightButton, {}, kStripTop);
@@ -138,6 +139,7 @@ private slots:
         QTest::mouseClick(m_page.get(), Qt::LeftButton, {}, QPoint(5, 5));
         QVERIFY(!editor()->isVisible());
 
+        QTRY_COMPARE(renamed.count(), 3);
         QCOMPARE(entered.count(), 3);
         const QList<QList<QVariant>> expected{{"id00", "strips"}, {"id00", "x"}, {"id00", ""}};
         QCOMPARE(static_cast<QList<QList<QVariant>>>(renamed), expected);
@@ -159,7 +161,7 @@ private slots:
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(button(), &leave);
         QVERIFY(!config()->isVisible());
-        QCOMPARE(ordered.count(), 1);
+        QTRY_COMPARE(ordered.count(), 1);
 
         m_page->setFocus();
         button()->setFocus(Qt::TabFocusReason);
@@ -169,7 +171,7 @@ private slots:
         QTest::keyClick(config(), Qt::Key_Tab);
         QVERIFY(button(1)->hasFocus());
         QVERIFY(!config()->isVisible());
-        QCOMPARE(ordered.count(), 2);
+        QTRY_COMPARE(ordered.count(), 2);
         QCOMPARE(ordered.at(1).at(0).toString(), QStringLiteral("id00"));
         QCOMPARE(entered.count(), 0);
     }
@@ -179,12 +181,17 @@ private slots:
         QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
         show(2);
         openEditor();
-        connect(editor(), &QLineEdit::textEdited, this, [this] { show(2); });
         QTest::keyClicks(editor(), "x");
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        show(2);
+        QSignalSpy entered(m_page.get(), &HomePage::controllerEntryOrdered);
+        QTest::mouseClick(button(), Qt::LeftButton, {}, kBody);
+        QTest::mouseClick(button(1), Qt::LeftButton, {}, kBody);
+        show(1);
+        QTRY_COMPARE(entered.count(), 1); // not of a device that has gone
+        QCOMPARE(entered.at(0).at(0).toString(), QStringLiteral("id00"));
         QCOMPARE(renamed.count(), 0);
 
-        // While a receiver runs a dialog: the button has to live until its click is over.
+        // A receiver runs a dialog, and the devices go meanwhile.
         const auto runDialog = [this] {
             QEventLoop loop;
             QTimer::singleShot(0, &loop, [this, &loop] {
@@ -200,7 +207,6 @@ private slots:
         const auto operate = [this](auto&& action) {
             const QPointer<QToolButton> used(button());
             action();
-            QVERIFY(used);
             QTRY_VERIFY(!used);
         };
         operate([this] { QTest::mouseClick(button(), Qt::LeftButton, {}, kBody); });

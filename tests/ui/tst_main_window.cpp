@@ -113,13 +113,13 @@ private slots:
         auto* device = home->findChild<DeviceButton*>();
         QTest::mouseClick(device->parentWidget(), Qt::LeftButton, {}, QPoint(1, 1));
         QTest::mouseClick(device, Qt::LeftButton, {}, QPoint(50, 50));
-        QVERIFY(!window.isHomePage());
+        QTRY_VERIFY(!window.isHomePage());
         QVERIFY(!window.controlPage()->isAncestorOf(QApplication::focusWidget()));
 
         window.switchToHomePage();
         device->setFocus(Qt::TabFocusReason);
         QTest::keyClick(device, Qt::Key_Return);
-        QVERIFY(window.controlPage()->isAncestorOf(QApplication::focusWidget()));
+        QTRY_VERIFY(window.controlPage()->isAncestorOf(QApplication::focusWidget()));
     }
 
     void everyButtonIsInReachOnASmallScreen_data()
