@@ -1,18 +1,34 @@
 #pragma once
 
-#include <array>
+#include <QMetaType>
+#include <QVector>
 
-/// One built-in effect. Classes stand here by name alone, so that a row may wait for its class.
-struct EffectCatalogueRow
+/// The class of a worker or an option widget, known to the meta-type system under its name followed by "*".
+struct EffectClass
+{
+    const char* name = ""; ///< empty for none
+    const QMetaObject* meta =
+        nullptr; ///< null for a class that is still to come, which stands by its name alone
+
+    template <typename Class>
+    static EffectClass of()
+    {
+        qRegisterMetaType<Class*>();
+        return {Class::staticMetaObject.className(), &Class::staticMetaObject};
+    }
+};
+
+/// One built-in effect. It is offered as soon as its worker's class is there.
+struct EffectRow
 {
     const char* id;
     const char* name; ///< UTF-8, source text in the translation context "EffectNames"
     int order;        ///< place within the group
-    const char* workerClass;
-    const char* sOptWidget;         ///< class of the short option widget
-    const char* advancedLOptWidget; ///< class of the long option widget, offered in advanced mode only
+    EffectClass worker;
+    EffectClass sOptWidget;         ///< short option widget
+    EffectClass advancedLOptWidget; ///< long option widget, offered in advanced mode only
     const char* icon;               ///< resource path, empty for none
 };
 
-/// All built-in effects, in the order of registration.
-const std::array<EffectCatalogueRow, 25>& effectCatalogue();
+/// All built-in effects, in the order of registration. The first call registers their classes.
+const QVector<EffectRow>& effectCatalogue();

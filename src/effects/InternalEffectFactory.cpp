@@ -1,15 +1,17 @@
 #include "effects/InternalEffectFactory.h"
 
 #include "effects/EffectCatalogue.h"
-#include "effects/EffectTypes.h"
+#include "effects/dynamicMusic/MMSOptWidget.h"
+#include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QMetaMethod>
+#include <algorithm>
 
 namespace {
 
-EffectWorkerOptions toOptions(const EffectCatalogueRow& row, bool advancedMode)
+EffectWorkerOptions toOptions(const EffectRow& row, bool advancedMode)
 {
     EffectWorkerOptions options;
     options.id = QString::fromLatin1(row.id);
@@ -18,9 +20,9 @@ EffectWorkerOptions toOptions(const EffectCatalogueRow& row, bool advancedMode)
         options.icon = QImage(QString::fromLatin1(row.icon));
     options.desc = options.name;
     options.order = row.order;
-    options.sOptWidget = QString::fromLatin1(row.sOptWidget);
+    options.sOptWidget = QString::fromLatin1(row.sOptWidget.name);
     if (advancedMode)
-        options.lOptWidget = QString::fromLatin1(row.advancedLOptWidget);
+        options.lOptWidget = QString::fromLatin1(row.advancedLOptWidget.name);
     return options;
 }
 
@@ -35,47 +37,47 @@ bool takesOptionsAndParent(const QMetaMethod& constructor)
 InternalEffectFactory::InternalEffectFactory(QObject* parent)
     : IEffectFactory(parent)
 {
-    registerEffectTypes();
+    qRegisterMetaType<EffectWorkerOptions>("EffectWorkerOptions");
+    qRegisterMetaType<MusicMode1*>(); // for entries beside those of the catalogue
+    qRegisterMetaType<MMSOptWidget*>();
     const bool advancedMode = ConfigurationManager::instance()
                                   ->appConfig(ConfigKeys::kScreenSyncAdvancedMode.key)
                                   .toBool(ConfigKeys::kScreenSyncAdvancedMode.fallback);
-    for (const EffectCatalogueRow& row : effectCatalogue()) {
-        const QString typeName = QString::fromLatin1(row.workerClass) + u'*';
-        if (QMetaType::type(typeName.toLatin1()) == QMetaType::UnknownType)
-            continue; // its class is still to come
-        const EffectWorkerOptions options = toOptions(row, advancedMode);
-        m_workerClasses.insert(options.id, typeName);
-        m_workerOptions.insert(options.id, options);
+    for (const EffectRow& row : effectCatalogue()) {
+        if (row.worker.meta)
+            m_effects.append({row.worker.meta, toOptions(row, advancedMode)});
     }
 }
 
 IEffectWorker* InternalEffectFactory::createWorker(QString effectId)
 {
-    return createByTypeName(m_workerClasses.value(effectId), m_workerOptions.value(effectId));
+    const auto effect = std::find_if(m_effects.cbegin(), m_effects.cend(),
+                                     [&effectId](const Effect& each) { return each.options.id == effectId; });
+    return effect == m_effects.cend() ? nullptr : create(*effect->worker, effect->options);
 }
 
 QList<EffectWorkerOptions> InternalEffectFactory::workerOptionsList()
 {
-    return m_workerOptions.values();
+    QList<EffectWorkerOptions> list;
+    for (const Effect& effect : qAsConst(m_effects))
+        list.append(effect.options);
+    return list;
 }
 
-IEffectWorker* InternalEffectFactory::createByTypeName(const QString& typeName,
-                                                       const EffectWorkerOptions& options)
+IEffectWorker* InternalEffectFactory::create(const QMetaObject& workerClass,
+                                             const EffectWorkerOptions& options)
 {
-    const QMetaObject* meta = QMetaType::metaObjectForType(QMetaType::type(typeName.toLatin1()));
-    if (!meta)
-        return nullptr;
-
     QObject* const noParent = nullptr;
     QObject* object = nullptr;
-    for (int i = 0; i < meta->constructorCount(); ++i) {
-        if (takesOptionsAndParent(meta->constructor(i))) {
-            object = meta->newInstance(Q_ARG(const EffectWorkerOptions&, options), Q_ARG(QObject*, noParent));
+    for (int i = 0; i < workerClass.constructorCount(); ++i) {
+        if (takesOptionsAndParent(workerClass.constructor(i))) {
+            object = workerClass.newInstance(Q_ARG(const EffectWorkerOptions&, options),
+                                             Q_ARG(QObject*, noParent));
             break;
         }
     }
     if (!object)
-        object = meta->newInstance(Q_ARG(QObject*, noParent));
+        object = workerClass.newInstance(Q_ARG(QObject*, noParent));
 
     auto* worker = qobject_cast<IEffectWorker*>(object);
     if (!worker)

@@ -2,10 +2,10 @@
 
 #include "effects/IEffectFactory.h"
 
-#include <QHash>
+#include <QVector>
 
-/// The effects that are compiled in. Workers are created by class name through the meta-type system; a row of
-/// the catalogue whose class is not registered is not offered.
+/// The effects that are compiled in: the rows of the catalogue whose worker's class is there. Registers what
+/// pages and entries create by its class name.
 class InternalEffectFactory : public IEffectFactory
 {
     Q_OBJECT
@@ -18,11 +18,15 @@ public:
     IEffectWorker* createWorker(QString effectId) override;
     QList<EffectWorkerOptions> workerOptionsList() override;
 
-    /// Creates an object of a registered pointer type such as "Marquee*", by its constructor with options
-    /// and parent, else by the one with the parent alone. Null when that gives no worker.
-    static IEffectWorker* createByTypeName(const QString& typeName, const EffectWorkerOptions& options);
+    /// An object of the class, by its constructor with options and parent, else by the one with the parent
+    /// alone. Null when that gives no worker.
+    static IEffectWorker* create(const QMetaObject& workerClass, const EffectWorkerOptions& options);
 
 private:
-    QHash<QString, QString> m_workerClasses; ///< effect id to pointer type name
-    QHash<QString, EffectWorkerOptions> m_workerOptions;
+    struct Effect
+    {
+        const QMetaObject* worker;
+        EffectWorkerOptions options;
+    };
+    QVector<Effect> m_effects;
 };

@@ -57,11 +57,11 @@ private slots:
         QVERIFY(QFile::copy(SHIPPED_GROUPS, "effects/groups.json"));
         QSet<QString> rows;
         QSet<QPair<QString, int>> places;
-        for (const EffectCatalogueRow& row : effectCatalogue()) {
+        for (const EffectRow& row : effectCatalogue()) {
             rows += row.id;
             places += {EffectWorkerOptions::groupOf(row.id), row.order};
         }
-        QCOMPARE(rows.size(), static_cast<int>(effectCatalogue().size()));
+        QCOMPARE(rows.size(), effectCatalogue().size());
         QCOMPARE(places.size(), rows.size());
         EffectsManager manager(nullptr);
         for (const QString& groupId : manager.groupIds()) {

@@ -197,8 +197,8 @@ private slots:
     void entryThatNamesTheMetersIsEnough()
     {
         const InternalEffectFactory factory(nullptr); // registers the classes
-        const std::unique_ptr<IEffectWorker> worker(
-            InternalEffectFactory::createByTypeName("MusicMode1*", entry(kMeters)));
+        const std::unique_ptr<IEffectWorker> worker(InternalEffectFactory::create(
+            *QMetaType::metaObjectForType(QMetaType::type("MusicMode1*")), entry(kMeters)));
         QVERIFY(qobject_cast<MusicMode1*>(worker.get()) && QMetaType::type("MMSOptWidget*"));
     }
 

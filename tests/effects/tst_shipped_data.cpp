@@ -26,7 +26,7 @@ QJsonObject models()
 }
 
 /// The icon of an effect as the control page finds it: from the catalogue, or by the effect's id.
-QString iconOf(const EffectCatalogueRow& row)
+QString iconOf(const EffectRow& row)
 {
     const QString id = QString::fromLatin1(row.id);
     return *row.icon != '\0' ? QString::fromLatin1(row.icon)
@@ -134,7 +134,7 @@ private slots:
     void everyEffectHasAnIconOfItsOwn()
     {
         QHash<QString, QImage> icons;
-        for (const EffectCatalogueRow& row : effectCatalogue())
+        for (const EffectRow& row : effectCatalogue())
             icons.insert(iconOf(row), QImage(iconOf(row)));
         for (auto it = icons.cbegin(); it != icons.cend(); ++it) {
             QVERIFY2(it->width() >= 200 && it->width() == it->height(), qPrintable(it.key()));
