@@ -1,25 +1,16 @@
 #pragma once
 
-#include "controllers/AbsRGBController.h"
-#include "effects/EffectGroupInfo.h"
-#include "effects/IEffectWorker.h"
+#include "effects/EffectBindings.h"
+#include "effects/EffectRegistry.h"
 
-#include <QHash>
-#include <QJsonValue>
-#include <QMap>
 #include <QObject>
-#include <QSharedPointer>
-#include <QStringList>
-#include <QThread>
 
 class IColorStrapManager;
 class IDeskDuplManager;
-class IEffectFactory;
-class QPluginLoader;
 
-/// The registry of effects, and the relation of controllers to the workers that feed them: a controller has
-/// at most one. The catalogue is complete when the constructor returns and never changes.
-/// Reads group files and plug-ins from `effects` below the working directory. Main thread only.
+/// The engine of the effects: knows which there are (EffectRegistry), gives controllers the workers that feed
+/// them, at most one each (EffectBindings), and gives workers the services they ask for. What there is is
+/// complete when the constructor returns and never changes. Main thread only.
 class EffectsManager : public QObject
 {
     Q_OBJECT
@@ -34,39 +25,51 @@ public:
     QSharedPointer<IEffectWorker> bindController(QSharedPointer<AbsRGBController> controller,
                                                  const QString& effectId);
     /// Unloads the controller's worker and lets it go; waits for the end of the worker's own thread.
-    void unbindController(const QString& controllerId);
+    void unbindController(const QString& controllerId) { m_bindings.unbind(controllerId); }
 
     /// Null without a binding or for an unknown key. Waits for a worker that has its own thread.
-    QJsonValue effectProperty(const QString& controllerId, const QString& key);
-    void setEffectProperty(const QString& controllerId, const QString& key, QJsonValue val);
+    QJsonValue effectProperty(const QString& controllerId, const QString& key)
+    {
+        return m_bindings.effectProperty(controllerId, key);
+    }
+    void setEffectProperty(const QString& controllerId, const QString& key, QJsonValue val)
+    {
+        m_bindings.setEffectProperty(controllerId, key, val, false);
+    }
     /// The same with the worker's signals blocked meanwhile.
-    void setEffectPropertySilently(const QString& controllerId, const QString& key, const QJsonValue& val);
+    void setEffectPropertySilently(const QString& controllerId, const QString& key, const QJsonValue& val)
+    {
+        m_bindings.setEffectProperty(controllerId, key, val, true);
+    }
 
     /// The neighbours in the sequence of groups, which wraps. For a group without a place in the sequence
     /// the next is the first by order, the previous the first by id; both empty where there is no group.
-    QString nextGroupByOrder(const QString& groupId);
-    QString previousGroupByOrder(const QString& groupId);
+    QString nextGroupByOrder(const QString& groupId) { return m_registry.nextGroupByOrder(groupId); }
+    QString previousGroupByOrder(const QString& groupId) { return m_registry.previousGroupByOrder(groupId); }
     /// Empty for an unknown group.
-    QString defaultEffect(const QString& groupId);
+    QString defaultEffect(const QString& groupId) { return m_registry.groupInfo(groupId).defaultEffect; }
     /// The effect that the controller had last in this group, else the group's default. Without a group the
     /// default of the colourful group.
     QString lastBindingEffect(const QString& controllerId, const QString& groupId);
 
-    bool hasEffect(const QString& effectId) const { return m_factories.contains(effectId); }
+    bool hasEffect(const QString& effectId) const { return m_registry.hasEffect(effectId); }
     /// An effect of the group that does exist: its default, else the first by order. Without a group one of
     /// the colourful group; empty where there is none.
-    QString usableEffect(const QString& groupId);
+    QString usableEffect(const QString& groupId) { return m_registry.usableEffect(groupId); }
 
     /// Empty without a binding.
     QString boundEffectId(const QString& controllerId);
     /// Null without a binding.
-    QSharedPointer<IEffectWorker> boundWorker(const QString& controllerId);
+    QSharedPointer<IEffectWorker> boundWorker(const QString& controllerId)
+    {
+        return m_bindings.boundWorker(controllerId);
+    }
 
-    QStringList groupIds();
+    QStringList groupIds() { return m_registry.groupIds(); }
     /// A default-constructed record for an unknown id.
-    EffectGroupInfo groupInfo(const QString& groupId);
+    EffectGroupInfo groupInfo(const QString& groupId) { return m_registry.groupInfo(groupId); }
     /// A default-constructed record for an unknown id.
-    EffectWorkerOptions effectOptions(const QString& effectId);
+    EffectWorkerOptions effectOptions(const QString& effectId) { return m_registry.effectOptions(effectId); }
 
 signals:
     /// One effect was taken into the catalogue; happens inside the constructor alone.
@@ -81,41 +84,10 @@ protected:
     virtual IColorStrapManager* createColorStrapManager();
 
 private:
-    struct EffectFactoryEntry
-    {
-        IEffectFactory* factory = nullptr;
-        QPluginLoader* loader = nullptr; ///< null for a built-in effect
-    };
-    /// Released from the last member to the first: the thread ends only after the worker's deletion was
-    /// posted to it, and runs that deletion before it ends.
-    struct EffectBinding
-    {
-        QSharedPointer<QThread> thread; ///< null for a worker of the main thread
-        QSharedPointer<AbsRGBController> controller;
-        QSharedPointer<IEffectWorker> worker;
-    };
-
-    void loadGroupsInfo();
-    bool loadGroupInfoFromJson(const QString& path);
-    void addGroup(const QJsonObject& record);
-    void loadExternalWorkers();
-    bool loadExternalWorkers(const QString& path);
-    void loadWorkersFromFactory(IEffectFactory* factory, QPluginLoader* loader);
-    void addGroupWithoutFile(const QString& groupId);
-
-    void writeProperty(const QString& controllerId, const QString& key, const QJsonValue& val, bool silently);
-    static QSharedPointer<IEffectWorker> createWorker(IEffectFactory* factory, const QString& effectId);
     void injectServices(IEffectWorker* worker);
-    void connectWorker(IEffectWorker* worker, AbsRGBController* controller);
-    static QSharedPointer<QThread> loadInNewThread(const QSharedPointer<IEffectWorker>& worker,
-                                                   const QSharedPointer<AbsRGBController>& controller);
-    static void unload(const EffectBinding& binding);
 
     IDeskDuplManager* m_deskDuplManager = nullptr;
     IColorStrapManager* m_colorStrapManager = nullptr;
-    QMap<QString, EffectFactoryEntry> m_factories;
-    QMap<QString, EffectWorkerOptions> m_workerOptions;
-    QHash<QString, EffectBinding> m_bindings; ///< by controller id
-    QMap<QString, EffectGroupInfo> m_groups;
-    QMap<int, QString> m_groupOrder;
+    EffectRegistry m_registry;
+    EffectBindings m_bindings;
 };
