@@ -3,7 +3,7 @@
 #include "effects/screenSync/LedMap.h"
 #include "effects/screenSync/ScreenBand.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
-#include "effects/screenSync/subModes/TopHalfScreen.h"
+#include "effects/screenSync/subModes/HalfScreens.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QCoreApplication>

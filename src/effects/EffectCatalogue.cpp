@@ -6,12 +6,9 @@
 #include "effects/colorful/SFrmColorMap.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
-#include "effects/screenSync/subModes/BottomHalfScreen.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
-#include "effects/screenSync/subModes/LeftHalfScreen.h"
-#include "effects/screenSync/subModes/RightHalfScreen.h"
-#include "effects/screenSync/subModes/TopHalfScreen.h"
+#include "effects/screenSync/subModes/HalfScreens.h"
 #include "effects/singlecolor/FrmSingleColor.h"
 #include "effects/singlecolor/SingleColor.h"
 

@@ -1,10 +1,7 @@
 #include "ScreenTestKit.h"
 #include "effects/screenSync/LedMap.h"
-#include "effects/screenSync/subModes/BottomHalfScreen.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
-#include "effects/screenSync/subModes/LeftHalfScreen.h"
-#include "effects/screenSync/subModes/RightHalfScreen.h"
-#include "effects/screenSync/subModes/TopHalfScreen.h"
+#include "effects/screenSync/subModes/HalfScreens.h"
 
 #include <QDir>
 #include <QFile>
