@@ -11,10 +11,9 @@
 struct EffectProperty
 {
     enum Kind {
-        Look,  ///< how the light looks: the devices that are controlled together share it
-        Place, ///< where the device's LEDs are and what feeds it: of this device alone, never copied to
-               ///< another
-        Apart, ///< a state or an order: of this device alone, and not among the properties of the empty key
+        Look,  ///< how the light looks: devices that are controlled together share it
+        Place, ///< where the device's LEDs are and what feeds it: stays with this device
+        Apart, ///< a state or an order: stays with it too, and is not among those of the empty key
     };
 
     QString key;
@@ -75,8 +74,7 @@ private:
     QVector<EffectProperty> m_properties;
 };
 
-/// A worker or an option widget that has its properties in a list: its constructor fills the list, that is
-/// all.
+/// A worker or an option widget whose constructor lists its properties, and that is all.
 template <typename Base>
 class WithProperties : public Base
 {
@@ -88,6 +86,8 @@ public:
     {
         m_properties.write(key, val);
     }
+    /// For one that has this as a part of it, and with it these properties.
+    const EffectProperties& properties() const { return m_properties; }
 
 protected:
     EffectProperties m_properties;

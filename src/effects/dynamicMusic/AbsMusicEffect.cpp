@@ -4,7 +4,6 @@
 #include "support/audio/AudioCapManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
 #include <QJsonArray>
@@ -31,8 +30,17 @@ QJsonArray capturerList()
 } // namespace
 
 AbsMusicEffect::AbsMusicEffect(QObject* parent)
-    : IEffectWorker(parent)
+    : WithProperties(parent)
 {
+    m_properties.add({
+        {kCapturers, [] { return capturerList(); }, {}, EffectProperty::Place},
+        {kCaptureId, [this] { return m_capturerId; },
+         [this](const QJsonValue& val) { setCapturerId(val.toString()); }, EffectProperty::Place},
+        {EffectNotice::kKey,
+         [this] { return m_capturer ? QString() : QString::fromUtf8(kNoSource); },
+         {},
+         EffectProperty::Apart},
+    });
     qRegisterMetaType<QVector<SoundChannel>>("QVector<SoundChannel>");
     m_darkTimer.setSingleShot(true);
     m_darkTimer.setInterval(kDarkAfterMs);
@@ -171,39 +179,6 @@ void AbsMusicEffect::onCapturersChanged()
 void AbsMusicEffect::announce(const char* key)
 {
     emit effectPropertyChanged(key, effectProperty(key));
-}
-
-QJsonValue AbsMusicEffect::effectProperty(const QString& key)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kCaptureId):
-        return m_capturerId;
-    case hashPropertyKey(kCapturers):
-        return capturerList();
-    case hashPropertyKey(EffectNotice::kKey):
-        return m_capturer ? QString() : QString::fromUtf8(kNoSource);
-    case hashPropertyKey(""):
-        return QJsonObject{{kCaptureId, m_capturerId}, {kCapturers, capturerList()}};
-    default:
-        return QJsonValue::Null;
-    }
-}
-
-void AbsMusicEffect::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kCaptureId):
-        setCapturerId(val.toString());
-        break;
-    case hashPropertyKey(""): {
-        const QJsonValue id = val.toObject().value(QLatin1String(kCaptureId));
-        if (!id.isUndefined())
-            setEffectProperty(kCaptureId, id);
-        break;
-    }
-    default:
-        break;
-    }
 }
 
 void AbsMusicEffect::onCtlDirChanged(uint32_t dir)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "effects/EffectProperties.h"
 #include "effects/IEffectWorker.h"
 #include "support/audio/SoundChannel.h"
 
@@ -14,7 +15,7 @@ class AudioCapturer;
 /// thread; its pace is the capturer's. While the source that the user wants is gone, or none was ever chosen,
 /// the default one stands in; it is never stored. Without a default there is no sound until there is one.
 /// Whatever it is on: half a second without a picture of its own, and it shows black.
-class AbsMusicEffect : public IEffectWorker
+class AbsMusicEffect : public WithProperties<IEffectWorker>
 {
     Q_OBJECT
 
@@ -22,9 +23,6 @@ public:
     explicit AbsMusicEffect(QObject* parent);
     /// Gives nothing back to the manager: that is for unload.
     ~AbsMusicEffect() override;
-
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
 
 public slots:
     virtual void spectrumUpdate(QVector<Spectrum> spectrum);

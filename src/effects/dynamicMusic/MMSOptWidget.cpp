@@ -3,11 +3,9 @@
 #include "effects/dynamicMusic/MediaSourceOptWidget.h"
 #include "effects/dynamicMusic/strengthSlider.h"
 #include "support/config/ConfigKeys.h"
-#include "support/config/hashPropertyKey.h"
 #include "support/log/Loggers.h"
 
 #include <QEvent>
-#include <QJsonObject>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -21,11 +19,19 @@ constexpr const char* kStrengthKey = ConfigKeys::kMusicStrength.key;
 } // namespace
 
 MMSOptWidget::MMSOptWidget(QWidget* parent)
-    : AbsWorkerWidget(parent)
+    : WithProperties(parent)
     , m_mediaSource(new MediaSourceOptWidget(this))
     , m_strengthLabel(new QLabel(this))
     , m_strengthSlider(new QSlider(Qt::Horizontal, this))
 {
+    m_properties.add({{kStrengthKey, [this] { return StrengthSlider::strengthOf(m_strengthSlider->value()); },
+                       [this](const QJsonValue& strength) {
+                           // Never reported back: the slider knows fewer strengths than the worker.
+                           const QSignalBlocker blocker(m_strengthSlider);
+                           if (strength.isDouble())
+                               m_strengthSlider->setValue(StrengthSlider::valueOf(strength.toDouble()));
+                       }}});
+    m_properties.add(m_mediaSource->properties());
     setFixedHeight(kHeight);
     m_strengthLabel->setObjectName(QStringLiteral("strengthLabel"));
     m_strengthLabel->setBuddy(m_strengthSlider);
@@ -41,45 +47,6 @@ MMSOptWidget::MMSOptWidget(QWidget* parent)
     connect(m_mediaSource, &AbsWorkerWidget::effectPropertyChanged, this,
             &AbsWorkerWidget::effectPropertyChanged);
     connect(m_strengthSlider, &QSlider::valueChanged, this, &MMSOptWidget::onStrengthSliderChanged);
-}
-
-void MMSOptWidget::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kStrengthKey):
-        showStrength(val);
-        break;
-    case hashPropertyKey(""):
-        showStrength(val.toObject().value(QLatin1String(kStrengthKey)));
-        m_mediaSource->setEffectProperty(key, val);
-        break;
-    default:
-        m_mediaSource->setEffectProperty(key, val);
-        break;
-    }
-}
-
-QJsonValue MMSOptWidget::effectProperty(const QString& key)
-{
-    const double strength = StrengthSlider::strengthOf(m_strengthSlider->value());
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kStrengthKey):
-        return strength;
-    case hashPropertyKey(""): {
-        QJsonObject all = m_mediaSource->effectProperty(key).toObject();
-        all.insert(QLatin1String(kStrengthKey), strength);
-        return all;
-    }
-    default:
-        return m_mediaSource->effectProperty(key);
-    }
-}
-
-void MMSOptWidget::showStrength(const QJsonValue& strength)
-{
-    const QSignalBlocker blocker(m_strengthSlider);
-    if (strength.isDouble())
-        m_strengthSlider->setValue(StrengthSlider::valueOf(strength.toDouble()));
 }
 
 void MMSOptWidget::onStrengthSliderChanged(int value)

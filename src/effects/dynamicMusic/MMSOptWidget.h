@@ -1,22 +1,19 @@
 #pragma once
 
 #include "effects/AbsWorkerWidget.h"
+#include "effects/EffectProperties.h"
 
 class MediaSourceOptWidget;
 class QLabel;
 class QSlider;
 
 /// Options of the level meters: the source of the sound and property "strength", the common gain.
-class MMSOptWidget : public AbsWorkerWidget
+class MMSOptWidget : public WithProperties<AbsWorkerWidget>
 {
     Q_OBJECT
 
 public:
     Q_INVOKABLE explicit MMSOptWidget(QWidget* parent);
-
-    /// Never reported back: the slider knows fewer strengths than the worker.
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
-    QJsonValue effectProperty(const QString& key) override;
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -26,7 +23,6 @@ private slots:
 
 private:
     void retranslate();
-    void showStrength(const QJsonValue& strength);
 
     MediaSourceOptWidget* m_mediaSource = nullptr;
     QLabel* m_strengthLabel = nullptr;

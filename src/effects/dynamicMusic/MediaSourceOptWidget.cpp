@@ -1,12 +1,10 @@
 #include "effects/dynamicMusic/MediaSourceOptWidget.h"
 
-#include "support/config/hashPropertyKey.h"
 #include "support/log/Loggers.h"
 #include "ui_MediaSourceOptWidget.h"
 
 #include <QEvent>
 #include <QJsonArray>
-#include <QJsonObject>
 #include <QSignalBlocker>
 
 namespace {
@@ -17,10 +15,19 @@ constexpr char kCapturers[] = "capturers";
 } // namespace
 
 MediaSourceOptWidget::MediaSourceOptWidget(QWidget* parent)
-    : AbsWorkerWidget(parent)
+    : WithProperties(parent)
     , m_ui(std::make_unique<Ui::MediaSourceOptWidget>())
 {
     m_ui->setupUi(this);
+    m_properties.add({
+        {kCapturers, {}, [this](const QJsonValue& list) { showCapturers(list); }},
+        {kCaptureId, [this] { return currentId(); },
+         [this](const QJsonValue& id) {
+             const QSignalBlocker blocker(m_ui->devicesComboBox);
+             m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(id.toString()));
+             m_chosenId.clear();
+         }},
+    });
     connect(m_ui->devicesComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &MediaSourceOptWidget::onDeviceSelectChanged);
     // A stand-in is current without being the user's choice: choosing it changes no index.
@@ -29,32 +36,6 @@ MediaSourceOptWidget::MediaSourceOptWidget(QWidget* parent)
 }
 
 MediaSourceOptWidget::~MediaSourceOptWidget() = default;
-
-void MediaSourceOptWidget::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kCapturers):
-        showCapturers(val);
-        break;
-    case hashPropertyKey(kCaptureId): {
-        const QSignalBlocker blocker(m_ui->devicesComboBox);
-        m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(val.toString()));
-        m_chosenId.clear();
-        break;
-    }
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        for (const char* name : {kCapturers, kCaptureId}) {
-            const auto member = all.find(QLatin1String(name));
-            if (member != all.end())
-                setEffectProperty(QLatin1String(name), member.value());
-        }
-        break;
-    }
-    default:
-        break;
-    }
-}
 
 void MediaSourceOptWidget::showCapturers(const QJsonValue& list)
 {
@@ -70,18 +51,6 @@ void MediaSourceOptWidget::showCapturers(const QJsonValue& list)
     }
     if (!chosen.isEmpty())
         m_ui->devicesComboBox->setCurrentIndex(m_capturerIds.indexOf(chosen));
-}
-
-QJsonValue MediaSourceOptWidget::effectProperty(const QString& key)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kCaptureId):
-        return currentId();
-    case hashPropertyKey(""):
-        return QJsonObject{{kCaptureId, currentId()}};
-    default:
-        return QJsonValue::Null;
-    }
 }
 
 void MediaSourceOptWidget::addRow(QLabel* label, QWidget* option)

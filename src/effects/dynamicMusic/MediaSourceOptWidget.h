@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/AbsWorkerWidget.h"
+#include "effects/EffectProperties.h"
 
 #include <QList>
 #include <QString>
@@ -12,8 +13,9 @@ class MediaSourceOptWidget;
 class QLabel;
 
 /// Chooses the source of the sound. Properties: "capturers", the list to choose from, and "captureId". The
-/// list may change while it is shown: the choice stays on its identifier.
-class MediaSourceOptWidget : public AbsWorkerWidget
+/// list may change while it is shown: the choice stays on its identifier. What is set from outside
+/// is not reported back.
+class MediaSourceOptWidget : public WithProperties<AbsWorkerWidget>
 {
     Q_OBJECT
 
@@ -21,9 +23,6 @@ public:
     Q_INVOKABLE explicit MediaSourceOptWidget(QWidget* parent);
     ~MediaSourceOptWidget() override;
 
-    /// Never reported back.
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
-    QJsonValue effectProperty(const QString& key) override;
     /// A further option below, in line with the source whatever the labels' widths. Takes both over.
     void addRow(QLabel* label, QWidget* option);
 

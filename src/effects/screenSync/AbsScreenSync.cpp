@@ -55,10 +55,11 @@ bool wipeDarkSideAllowed()
 } // namespace
 
 AbsScreenSync::AbsScreenSync(const EffectWorkerOptions& options, QObject* parent)
-    : AbsAnimatedEffect(options, parent, false)
+    : WithProperties(options, parent, false)
     , m_screenshotEnabled(QCoreApplication::instance()->property("isScreenshot").toBool() ||
                           appFlag(ConfigKeys::kScreenshotEnable.key, ConfigKeys::kScreenshotEnable.fallback))
 {
+    listProperties();
     if (m_screenshotEnabled) {
         if (!QDir().mkpath(ScreenshotTask::folder()))
             qWarning().noquote() << "[AbsScreenSync]: Cannot create" << ScreenshotTask::folder();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/AbsAnimatedEffect.h"
+#include "effects/EffectProperties.h"
 #include "support/log/LoopBrake.h"
 
 #include <QElapsedTimer>
@@ -19,7 +20,7 @@ class IDeskDuplManager;
 /// it, lets the mode turn it into one colour per LED and emits the colours. Lives on one thread; no failure
 /// reaches the caller. A frame that OpenCV refuses is skipped with one log line for each kind of failure.
 /// After 0.3 s without a picture that it can use the strip goes dark, and the property "notice" says why.
-class AbsScreenSync : public AbsAnimatedEffect
+class AbsScreenSync : public WithProperties<AbsAnimatedEffect>
 {
     Q_OBJECT
 
@@ -28,8 +29,6 @@ public:
     ~AbsScreenSync() override;
 
     int load(const ControlOptions& ctlOptions) override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
     /// Injects the source of capturers, once, before load; `mgr` must outlive the worker's use of it.
@@ -69,6 +68,7 @@ private slots:
     void onAppConfigChanged(QString key);
 
 private:
+    void listProperties();
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
     void announceSources();

@@ -1,77 +1,42 @@
-// The property protocol of AbsScreenSync.
+// The properties of AbsScreenSync.
 #include "effects/EffectNotice.h"
 #include "effects/screenSync/AbsScreenSync.h"
 #include "support/capture/IDeskDuplManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 
-QJsonValue AbsScreenSync::effectProperty(const QString& key)
+void AbsScreenSync::listProperties()
 {
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey("blur"):
-        return static_cast<double>(static_cast<float>(m_blurStrength));
-    case hashPropertyKey("saturation"):
-        return static_cast<double>(static_cast<float>(m_saturationStrength));
-    case hashPropertyKey("inputSource"):
-        return m_sourceIdx;
-    case hashPropertyKey("wipeDarkSide"):
-        return m_autoWipeDarkSide;
-    case hashPropertyKey("enbWipeDarkSizeFunc"):
-        return ConfigurationManager::instance()
-            ->appConfig(ConfigKeys::kScreenSyncAutoWipeDarkSide.key)
-            .toBool(ConfigKeys::kScreenSyncAutoWipeDarkSide.fallback);
-    case hashPropertyKey("enbBlurAndSaturationAdjust"):
-        return m_advancedMode;
-    case hashPropertyKey("captures"):
-        return captureList();
-    case hashPropertyKey(EffectNotice::kKey):
-        return notice();
-    case hashPropertyKey(""): {
-        QJsonObject all;
-        for (const char* name : {"blur", "saturation", "inputSource", "wipeDarkSide", "enbWipeDarkSizeFunc",
-                                 "enbBlurAndSaturationAdjust", "captures"})
-            all[QLatin1String(name)] = AbsScreenSync::effectProperty(QLatin1String(name));
-        return all;
-    }
-    default:
-        return QJsonValue::Null;
-    }
-}
-
-void AbsScreenSync::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey("blur"):
-        setBlurStrength(static_cast<float>(val.toDouble(0)));
-        break;
-    case hashPropertyKey("saturation"):
-        setSaturationStrength(static_cast<float>(val.toDouble(0)));
-        break;
-    case hashPropertyKey("inputSource"):
-        setInputSourceIdx(val.toString());
-        break;
-    case hashPropertyKey("wipeDarkSide"):
-        m_autoWipeDarkSide = val.toBool(false);
-        ConfigurationManager::instance()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()),
-                                                       m_autoWipeDarkSide);
-        break;
-    case hashPropertyKey(""): {
-        const QJsonObject all = val.toObject();
-        for (const char* name : {"inputSource", "blur", "saturation", "wipeDarkSide"}) {
-            // A member that is not there has nothing to say, least of all that its value is 0.
-            const auto member = all.find(QLatin1String(name));
-            if (member != all.end())
-                setEffectProperty(QLatin1String(name), member.value());
-        }
-        break;
-    }
-    default:
-        break;
-    }
+    const auto toFloat = [](const QJsonValue& val) { return static_cast<float>(val.toDouble(0)); };
+    m_properties.add({
+        {"inputSource", [this] { return m_sourceIdx; },
+         [this](const QJsonValue& val) { setInputSourceIdx(val.toString()); }, EffectProperty::Place},
+        {"captures", [this] { return captureList(); }, {}, EffectProperty::Place},
+        {"enbWipeDarkSizeFunc",
+         [] {
+             const auto& setting = ConfigKeys::kScreenSyncAutoWipeDarkSide;
+             return ConfigurationManager::instance()->appConfig(setting.key).toBool(setting.fallback);
+         },
+         {},
+         EffectProperty::Place},
+        {"enbBlurAndSaturationAdjust", [this] { return m_advancedMode; }, {}, EffectProperty::Place},
+        {EffectNotice::kKey, [this] { return notice(); }, {}, EffectProperty::Apart},
+        {"blur", [this] { return static_cast<double>(static_cast<float>(m_blurStrength)); },
+         [this, toFloat](const QJsonValue& val) { setBlurStrength(toFloat(val)); }, EffectProperty::Look},
+        {"saturation", [this] { return static_cast<double>(static_cast<float>(m_saturationStrength)); },
+         [this, toFloat](const QJsonValue& val) { setSaturationStrength(toFloat(val)); },
+         EffectProperty::Look},
+        {"wipeDarkSide", [this] { return m_autoWipeDarkSide; },
+         [this](const QJsonValue& val) {
+             m_autoWipeDarkSide = val.toBool(false);
+             ConfigurationManager::instance()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()),
+                                                            m_autoWipeDarkSide);
+         },
+         EffectProperty::Look},
+    });
 }
 
 QJsonValue AbsScreenSync::captureList() const

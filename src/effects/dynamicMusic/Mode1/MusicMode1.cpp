@@ -3,7 +3,6 @@
 #include "effects/dynamicMusic/Mode1/LevelMeter.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
 #include <algorithm>
@@ -23,6 +22,12 @@ MusicMode1::MusicMode1(const EffectWorkerOptions& options, QObject* parent)
     : AbsMusicEffect(parent)
     , m_options(options)
 {
+    m_properties.add({{kStrengthKey, [this] { return m_strength; },
+                       [this](const QJsonValue& val) {
+                           if (val.isDouble())
+                               setStrength(val.toDouble());
+                       },
+                       EffectProperty::Look}});
 }
 
 int MusicMode1::load(const ControlOptions& ctlOptions)
@@ -124,40 +129,6 @@ void MusicMode1::setStrength(double value)
         fragment.mulEnhance = value;
     config()->setEffectJsonValue(effectId(), controllerId(), kStrengthKey, m_strength);
     config()->saveEffectJsonObj(effectId());
-}
-
-QJsonValue MusicMode1::effectProperty(const QString& key)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kStrengthKey):
-        return m_strength;
-    case hashPropertyKey(""): {
-        QJsonObject all{{kStrengthKey, m_strength}};
-        const QJsonObject base = AbsMusicEffect::effectProperty(key).toObject();
-        for (auto member = base.begin(); member != base.end(); ++member)
-            all.insert(member.key(), member.value());
-        return all;
-    }
-    default:
-        return AbsMusicEffect::effectProperty(key);
-    }
-}
-
-void MusicMode1::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey(kStrengthKey):
-        if (val.isDouble())
-            setStrength(val.toDouble());
-        break;
-    case hashPropertyKey(""):
-        setEffectProperty(kStrengthKey, val.toObject().value(QLatin1String(kStrengthKey)));
-        AbsMusicEffect::setEffectProperty(key, val);
-        break;
-    default:
-        AbsMusicEffect::setEffectProperty(key, val);
-        break;
-    }
 }
 
 void MusicMode1::onCtlDirChanged(uint32_t dir)

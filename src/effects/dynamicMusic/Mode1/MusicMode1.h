@@ -18,8 +18,6 @@ public:
 
     int load(const ControlOptions& ctlOptions) override;
     EffectWorkerOptions options() override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
 
     /// Replaces the gain of every fragment; stored at once.

@@ -11,23 +11,14 @@ constexpr int kMinHeight = 80;
 } // namespace
 
 SFrmAudioPeakValues::SFrmAudioPeakValues(QWidget* parent)
-    : AbsWorkerWidget(parent)
+    : WithProperties(parent)
     , m_mediaSource(new MediaSourceOptWidget(this))
 {
+    m_properties = m_mediaSource->properties();
     setMinimumHeight(kMinHeight);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->addWidget(m_mediaSource, 0, 0);
     connect(m_mediaSource, &AbsWorkerWidget::effectPropertyChanged, this,
             &AbsWorkerWidget::effectPropertyChanged);
-}
-
-void SFrmAudioPeakValues::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    m_mediaSource->setEffectProperty(key, val);
-}
-
-QJsonValue SFrmAudioPeakValues::effectProperty(const QString& key)
-{
-    return m_mediaSource->effectProperty(key);
 }

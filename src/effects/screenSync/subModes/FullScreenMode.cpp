@@ -4,7 +4,6 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/config/DataFile.h"
-#include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
 #include <QJsonArray>
@@ -39,6 +38,25 @@ QJsonArray ledsBeyond(const QJsonObject& map, int nbLeds)
 FullScreenMode::FullScreenMode(const EffectWorkerOptions& options, QObject* parent)
     : AbsScreenSync(options, parent)
 {
+    m_properties.add({
+        {"screenSize",
+         [this] {
+             const QSize size = screenSize();
+             return QJsonObject{{"w", size.width()}, {"h", size.height()}};
+         },
+         [this](const QJsonValue& val) { setScreenSize(QSize(val["w"].toInt(), val["h"].toInt())); },
+         EffectProperty::Place},
+        {"LEDMap", [this] { return layout(); }, [this](const QJsonValue& val) { setLayout(val.toArray()); },
+         EffectProperty::Place},
+        {"LEDPos", {}, [this](const QJsonValue& val) { setLayout({val}); }, EffectProperty::Apart},
+        {"resetCmd", {}, [this](const QJsonValue&) { restoreDefaultLayout(); }, EffectProperty::Apart},
+        {"deviceDir", [this] { return static_cast<int>(m_direction); }, {}, EffectProperty::Place},
+        // How the layout editor finds the worker whose frames it shows; valid while the worker lives.
+        {"effectObject",
+         [this] { return QString::number(reinterpret_cast<quintptr>(this), 16); },
+         {},
+         EffectProperty::Place},
+    });
 }
 
 int FullScreenMode::load(const ControlOptions& ctlOptions)
@@ -167,6 +185,12 @@ void FullScreenMode::setLEDPos(int id, QPoint pos)
     setLayout(QJsonArray{QJsonObject{{"id", id}, {"x", pos.x()}, {"y", pos.y()}}});
 }
 
+QJsonArray FullScreenMode::layout()
+{
+    const QMutexLocker lock(&m_ledMapMutex);
+    return LedMap{{}, m_ledMap}.toProperty();
+}
+
 void FullScreenMode::setLayout(const QJsonArray& leds)
 {
     const QSize size = screenSize();
@@ -210,69 +234,4 @@ QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
     const QMutexLocker lock(&m_ledMapMutex);
     readColors(frame, m_ledMap, m_colors);
     return m_colors;
-}
-
-QJsonValue FullScreenMode::effectProperty(const QString& key)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey("screenSize"): {
-        const QSize size = screenSize();
-        return QJsonObject{{"w", size.width()}, {"h", size.height()}};
-    }
-    case hashPropertyKey("LEDMap"): {
-        const QMutexLocker lock(&m_ledMapMutex);
-        return LedMap{{}, m_ledMap}.toProperty();
-    }
-    case hashPropertyKey("deviceDir"):
-        return static_cast<int>(m_direction);
-    case hashPropertyKey("effectObject"):
-        // How the layout editor finds the worker whose frames it shows; valid while the worker lives.
-        return QString::number(reinterpret_cast<quintptr>(this), 16);
-    case hashPropertyKey(""): {
-        QJsonObject all;
-        for (const char* name : {"screenSize", "LEDMap", "deviceDir", "effectObject"})
-            all[QLatin1String(name)] = FullScreenMode::effectProperty(QLatin1String(name));
-        const QJsonObject base = AbsScreenSync::effectProperty(key).toObject();
-        for (auto member = base.begin(); member != base.end(); ++member)
-            all[member.key()] = member.value();
-        return all;
-    }
-    default:
-        return AbsScreenSync::effectProperty(key);
-    }
-}
-
-void FullScreenMode::setEffectProperty(const QString& key, const QJsonValue& val)
-{
-    switch (hashPropertyKey(key)) {
-    case hashPropertyKey("screenSize"):
-        setScreenSize(QSize(val["w"].toInt(), val["h"].toInt()));
-        break;
-    case hashPropertyKey("LEDMap"):
-        setLayout(val.toArray());
-        break;
-    case hashPropertyKey("LEDPos"):
-        setLayout({val});
-        break;
-    case hashPropertyKey("resetCmd"):
-        restoreDefaultLayout();
-        break;
-    case hashPropertyKey(""):
-        setAllProperties(val);
-        break;
-    default:
-        AbsScreenSync::setEffectProperty(key, val);
-        break;
-    }
-}
-
-void FullScreenMode::setAllProperties(const QJsonValue& val)
-{
-    const QJsonObject all = val.toObject();
-    for (const char* name : {"screenSize", "LEDMap"}) {
-        const auto member = all.find(QLatin1String(name));
-        if (member != all.end())
-            setEffectProperty(QLatin1String(name), member.value());
-    }
-    AbsScreenSync::setEffectProperty(QString(), val);
 }

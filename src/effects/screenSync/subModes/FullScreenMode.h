@@ -22,8 +22,6 @@ public:
     Q_INVOKABLE FullScreenMode(const EffectWorkerOptions& options, QObject* parent);
 
     int load(const ControlOptions& ctlOptions) override;
-    QJsonValue effectProperty(const QString& key) override;
-    void setEffectProperty(const QString& key, const QJsonValue& val) override;
     void unload() override;
     void onCtlDirChanged(uint32_t dir) override;
 
@@ -52,7 +50,7 @@ private:
     /// `beneath` counts where `config` says nothing.
     void takeLedMap(const QJsonObject& beneath, const QJsonObject& config);
     void restoreDefaultLayout();
-    void setAllProperties(const QJsonValue& val);
+    QJsonArray layout();
     /// Elements with id (from 0), x and y; stored once for all of them.
     void setLayout(const QJsonArray& leds);
     /// The caller holds m_ledMapMutex. False, with a warning, outside the canvas or the strip.
