@@ -2,6 +2,7 @@
 #include "app/LumivarApp.h"
 #include "app/PageModels.h"
 #include "effects/EffectNotice.h"
+#include "effects/EffectProperties.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -24,6 +25,13 @@ QString pageTitle(const ControlOptions& options)
 QString controlModeText(bool single)
 {
     return QStringLiteral("Current control mode: singleControlMode ? = %1").arg(single);
+}
+
+/// The properties of the device's worker that devices controlled together share; none of an effect that does
+/// not say which they are.
+QJsonObject lookOf(EffectsManager& effects, const QString& controllerId)
+{
+    return effects.effectProperty(controllerId, EffectProperties::kLook).toObject();
 }
 
 /// The choice between one device and all appears by itself when two are there for the first time, and stays.
@@ -178,16 +186,17 @@ void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
                       .arg(enable)
                       .arg(effect));
 
-    const QJsonObject properties =
-        m_deviceManager.effects().effectProperty(page.controllerId(), kAllProperties).toObject();
-    qInfo() << "Properties copied to all devices:" << properties.keys();
-    copyPropertyToOthers(kAllProperties, properties);
+    const QJsonObject look = lookOf(m_deviceManager.effects(), page.controllerId());
+    qInfo() << "Properties copied to all devices:" << look.keys();
+    copyPropertyToOthers(kAllProperties, look);
 }
 
 void LumivarApp::onSOptWidPropertyChanged(const QString& key, const QJsonValue& val)
 {
-    m_deviceManager.effects().setEffectProperty(controlPage().controllerId(), key, val);
-    if (!isSingleControlMode())
+    EffectsManager& effects = m_deviceManager.effects();
+    const QString id = controlPage().controllerId();
+    effects.setEffectProperty(id, key, val);
+    if (!isSingleControlMode() && lookOf(effects, id).contains(key))
         copyPropertyToOthers(key, val);
 }
 

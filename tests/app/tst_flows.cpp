@@ -11,6 +11,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSaveFile>
@@ -147,6 +149,38 @@ private slots:
         QVERIFY(options(0).brightness == 0.5375F && options(1).brightness == 0.5375F);
         page().findChild<QSlider*>("brightnessSlider")->setValue(54);
         QVERIFY(options(0).brightness == 0.54F && options(1).brightness == 0.54F);
+    }
+
+    void eachDeviceKeepsItsPlaceWhenAllAreDriven()
+    {
+        const QString fullScreen = "id.effect.screenSync.fullScreen";
+        start({fullScreen, fullScreen});
+        const auto property = [this](int strip, const char* key) {
+            return effects().effectProperty(id(strip), key);
+        };
+        const QJsonObject canvas{{"w", 40}, {"h", 20}};
+        const QJsonArray layout = property(1, "LEDMap").toArray();
+        effects().setEffectProperty(id(0), "screenSize", canvas);
+        effects().setEffectProperty(id(0), "LEDPos", QJsonObject{{"id", 3}, {"x", 39}, {"y", 19}});
+        effects().setEffectProperty(id(0), "blur", 0.25);
+        openPage(0);
+        click("multDevControlCheckBox");
+        QCOMPARE(property(1, "blur").toDouble(), 0.25);
+        // A change made in this mode: the page's device has it, the other only if it is one of the look.
+        QJsonObject moved = property(0, "LEDMap").toArray()[5].toObject();
+        moved["x"] = 7;
+        emit page().sOptWidPropertyChanged("LEDMap", QJsonArray{moved});
+        emit page().sOptWidPropertyChanged("LEDPos", moved);
+        emit page().sOptWidPropertyChanged("screenSize", canvas);
+        emit page().sOptWidPropertyChanged("saturation", 0.5);
+        QCOMPARE(property(0, "LEDMap").toArray()[5], QJsonValue(moved));
+        QCOMPARE(property(1, "saturation").toDouble(), 0.5);
+        QVERIFY(property(1, "screenSize").toObject() != canvas);
+        QCOMPARE(property(1, "LEDMap").toArray(), layout);
+        const auto stored = [this, &fullScreen](int strip) {
+            return config()->effectJsonValue(fullScreen, id(strip), ConfigKeys::kLedMap);
+        };
+        QVERIFY(stored(0).isObject() && stored(1).isUndefined());
     }
 
     void controlModeAppearsWithTheSecondDevice()

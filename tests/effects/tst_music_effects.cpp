@@ -185,6 +185,7 @@ private slots:
         Meters effect(kMeters, strip(4));
         effect.setEffectProperty("", QJsonObject{{"captureId", "default"}}); // says nothing of the strength
         QCOMPARE(effect.effectProperty("").toObject()["strength"].toDouble(), 2.0);
+        QCOMPARE(effect.effectProperty(EffectProperties::kLook).toObject().keys(), QStringList("strength"));
         effect.setEffectProperty("", QJsonObject{{"strength", 0.5}});
         effect.setEffectProperty("strength", "loud");
         effect.spectrumUpdate(Sound{tone(40)});

@@ -253,6 +253,9 @@ private slots:
         source->setEffectProperty("LEDMap", QJsonArray{led(0, 3, 4), led(1, 200, 4), led(7, 1, 1)});
         source->onCtlDirChanged(3);
         const QJsonObject all = source->effectProperty("").toObject();
+        // Of these the layout, the canvas and the source stay with their device.
+        QCOMPARE(source->effectProperty(EffectProperties::kLook).toObject().keys(),
+                 (QStringList{"blur", "saturation", "wipeDarkSide"}));
         QCOMPARE(all.size(), 4 + 7);
         QCOMPARE(all["deviceDir"], QJsonValue(3));
         const auto copy = loaded<FullScreenMode>(2);
