@@ -25,7 +25,7 @@ endif()
 
 add_library(lumivar_policy INTERFACE)
 target_include_directories(lumivar_policy INTERFACE ${CMAKE_SOURCE_DIR}/src)
-target_compile_options(lumivar_policy INTERFACE -Wall -Wextra -Wnon-virtual-dtor -Woverloaded-virtual
+target_compile_options(lumivar_policy INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     $<$<BOOL:${LUMIVAR_WERROR}>:-Werror>)
 target_compile_definitions(lumivar_policy INTERFACE
     QT_MESSAGELOGCONTEXT        # file and line in every log line, in release as well

@@ -30,8 +30,8 @@ QString standardFolder(QStandardPaths::StandardLocation location)
 
 struct ConfigurationManager::Private
 {
-    Private(ConfigurationManager* manager, const QString& config, const QString& resources)
-        : manager(manager)
+    Private(ConfigurationManager* owner, const QString& config, const QString& resources)
+        : manager(owner)
         , configPath(config)
         , resourcesPath(resources)
         , app(config + QLatin1String("/app.json"))
