@@ -112,7 +112,7 @@ void LVControllerEnumerator::makeController(const QString& portName)
             [this, dialogue](const QByteArray& raw) { onReply(dialogue, raw); });
     connect(dialogue, &ProbeDialogue::timedOut, this, [this, dialogue] { onTimedOut(dialogue); });
     connect(dialogue, &ProbeDialogue::lost, this, [this, dialogue] { refuse(dialogue); });
-    if (!dialogue->start(m_timing.replyMs)) {
+    if (!dialogue->start(m_timing.replyMs, m_timing.silenceMs)) {
         logWarning(QStringLiteral("Failed to init the serial port ") + portName);
         m_pendingDevices.insert(portName);
         delete dialogue;

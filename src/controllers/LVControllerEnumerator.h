@@ -18,7 +18,8 @@ struct DiscoveryTiming
     int walkMs = 100;    ///< between two ports of the start-up scan
     int scanMs = 5000;   ///< between two retries of failed ports
     int arrivalMs = 500; ///< a port settles after its arrival
-    int replyMs = 5000;  ///< a device answers within
+    int replyMs = 5000;  ///< a device begins to answer within
+    int silenceMs = 30;  ///< ends an answer
 };
 
 /// Finds the strips on serial ports: asks every port that may have one at start, when it arrives, and again

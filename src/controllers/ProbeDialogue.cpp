@@ -12,6 +12,7 @@ ProbeDialogue::ProbeDialogue(const SerialPortRecord& record, QObject* parent)
     , m_serial(new LVSerialPort)
 {
     m_replyTimer.setSingleShot(true);
+    m_tickTimer.setTimerType(Qt::PreciseTimer);
 }
 
 ProbeDialogue::~ProbeDialogue()
@@ -19,7 +20,7 @@ ProbeDialogue::~ProbeDialogue()
     dropPort();
 }
 
-bool ProbeDialogue::start(int replyMs)
+bool ProbeDialogue::start(int replyMs, int silenceMs)
 {
     if (!m_serial->init(m_record))
         return false;
@@ -32,6 +33,11 @@ bool ProbeDialogue::start(int replyMs)
             emit timedOut();
     });
     m_replyTimer.start(replyMs);
+    connect(&m_tickTimer, &QTimer::timeout, this, [this] {
+        m_collector.tick();
+        judge();
+    });
+    m_tickTimer.setInterval(silenceMs / ReplyCollector::kTicksOfSilence);
     return true;
 }
 
@@ -49,14 +55,23 @@ void ProbeDialogue::dropPort()
 
 void ProbeDialogue::onReadyRead()
 {
-    const bool dead = m_serial->isDead(); // an answer from a port that is gone by now is of no use
-    const QByteArray reply = m_serial->port()->readAll();
-    if (!finish())
+    if (m_serial->isDead()) { // an answer from a port that is gone by now is of no use
+        onPortError();
         return;
-    if (dead)
-        emit lost();
-    else
-        emit answered(reply);
+    }
+    m_collector.add(m_serial->port()->readAll());
+    if (m_collector.isEmpty())
+        return;
+    m_replyTimer.stop();
+    if (!m_tickTimer.isActive())
+        m_tickTimer.start();
+    judge();
+}
+
+void ProbeDialogue::judge()
+{
+    if (m_collector.isOver() && finish())
+        emit answered(m_collector.reply());
 }
 
 void ProbeDialogue::onPortError()
@@ -68,5 +83,6 @@ void ProbeDialogue::onPortError()
 bool ProbeDialogue::finish()
 {
     m_replyTimer.stop();
+    m_tickTimer.stop();
     return !std::exchange(m_finished, true);
 }

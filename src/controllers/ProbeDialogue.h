@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/ReplyCollector.h"
 #include "controllers/SerialPortSource.h"
 
 #include <QSerialPort>
@@ -17,8 +18,9 @@ public:
     ProbeDialogue(const SerialPortRecord& record, QObject* parent);
     ~ProbeDialogue() override;
 
-    /// Opens the port and asks; false when it cannot be opened, and no signal follows.
-    bool start(int replyMs);
+    /// Opens the port and asks; false when it cannot be opened, and no signal follows. The answer has to
+    /// begin within `replyMs` and is over after `silenceMs` without a byte.
+    bool start(int replyMs, int silenceMs);
     QString portName() const { return m_record.name; }
     /// Hands the open port over, still on this thread; the dialogue knows it no longer.
     LVSerialPort* takePort();
@@ -26,7 +28,7 @@ public:
     void dropPort();
 
 signals:
-    /// What came first; may be anything.
+    /// What came until the line went silent; may be anything.
     void answered(QByteArray reply);
     void timedOut();
     /// The port failed in the middle of it.
@@ -35,10 +37,14 @@ signals:
 private:
     void onReadyRead();
     void onPortError();
+    /// Goes on until the answer is whole.
+    void judge();
     bool finish();
 
     SerialPortRecord m_record;
     LVSerialPort* m_serial;
-    QTimer m_replyTimer;
+    QTimer m_replyTimer; ///< until the answer begins
+    QTimer m_tickTimer;  ///< from there until it is over
+    ReplyCollector m_collector;
     bool m_finished = false;
 };

@@ -3,17 +3,37 @@
 #include <QStringList>
 
 namespace {
-constexpr int kMaxReplyBytes = 128;
+
 constexpr int kModelSize = 6;
 constexpr int kTailSize = 2;
+constexpr char kMark[] = "LV";
+constexpr char kUsualTail[] = "\r\n";
+
+/// A device that was asked twice while it was busy answers twice, and noise may follow an answer. The tail
+/// may be any two bytes, so only where the usual ones stand is it known what does not belong.
+QByteArray oneAnswer(const QByteArray& bytes)
+{
+    const QByteArray half = bytes.left(bytes.size() / 2);
+    if (half + half == bytes)
+        return half;
+    const int tail = bytes.lastIndexOf(kUsualTail);
+    return tail < kModelSize ? bytes : bytes.left(tail + kTailSize);
+}
+
 } // namespace
+
+bool ProbeReply::mayBegin(const QByteArray& bytes)
+{
+    const QByteArray mark(kMark);
+    return mark.startsWith(bytes.left(mark.size()).toUpper());
+}
 
 ProbeReply ProbeReply::parse(const QByteArray& bytes)
 {
     ProbeReply reply;
-    const QByteArray raw = bytes.left(kMaxReplyBytes);
-    if (!raw.toUpper().startsWith("LV"))
+    if (bytes.size() > kMaxBytes || !bytes.toUpper().startsWith(kMark))
         return reply;
+    const QByteArray raw = oneAnswer(bytes);
     reply.text = QString::fromLatin1(raw.constData(), raw.size()); // with the size: NULs belong to it
     reply.text.chop(kTailSize);
     reply.hasSerial = reply.text.mid(kModelSize, 1) == QLatin1String(",");

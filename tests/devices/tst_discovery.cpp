@@ -3,6 +3,7 @@
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
 #include "controllers/ProbeReply.h"
+#include "controllers/ReplyCollector.h"
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -70,6 +71,29 @@ QByteArray entry(const char* name, const char* location)
     return QByteArray(R"({"name":")") + name + R"(","location":")" + location + R"(","description":"CH340"})";
 }
 
+/// What the collector makes of pieces that come `gapMs` apart, in a program that looks every ten
+/// milliseconds, `phase` of them before the first piece.
+QByteArray collected(const QList<QByteArray>& pieces, int gapMs, int phase)
+{
+    ReplyCollector collector;
+    int next = 0;
+    for (int ms = 0; !collector.isOver() && ms < 10000; ++ms) {
+        for (; next < pieces.size() && next * gapMs <= ms; ++next)
+            collector.add(pieces.at(next));
+        if ((ms + phase) % 10 == 0)
+            collector.tick();
+    }
+    return collector.isOver() ? collector.reply() : QByteArray("never over");
+}
+
+QList<QByteArray> bytesOf(const QByteArray& bytes)
+{
+    QList<QByteArray> single;
+    for (char byte : bytes)
+        single.append(QByteArray(1, byte));
+    return single;
+}
+
 } // namespace
 
 class DiscoveryTest : public QObject
@@ -95,8 +119,13 @@ private slots:
         row("NUL and high bytes", "00ff80000d0a", "LV0127,", "LV0127:00FF8000", "LV0127", "00FF8000");
         row("no serial", "0d0a", "LV0127", "LV0127", "LV0127", "");
         row("comma, no serial behind", "0d0a", "LV0127,", "LV0127:", "LV0127", "");
+        row("any two bytes as the tail", "01020000", "LV0127,", "LV0127:0102", "LV0127", "0102");
+        row("the usual tail in the serial", "0d0a010d0a", "LV0127,", "LV0127:0D0A01", "LV0127", "0D0A01");
+        row("noise behind it", "01020d0a00ff41", "LV0127,", "LV0127:0102", "LV0127", "0102");
+        row("twice", "01020d0a4c56303132372c01020d0a", "LV0127,", "LV0127:0102", "LV0127", "0102");
         row("nothing but the mark", "", "LV", "", "", "");
         row("other device", "0d0a", "AT+OK", "", "", "");
+        row("noise in front of it", "01020d0a", "x\nLV0127,", "", "", "");
     }
     void repliesAreTakenApart()
     {
@@ -106,7 +135,36 @@ private slots:
         QTEST(reply.model, "model");
         QTEST(reply.serial, "serial");
         QCOMPARE(reply.isValid(), !reply.id.isEmpty());
-        QVERIFY(ProbeReply::parse(raw + QByteArray(1 << 20, '\xff')).id.size() < 300); // cut, if endless
+        QVERIFY(!ProbeReply::parse(raw + QByteArray(1 << 20, '\xff')).isValid()); // endless
+    }
+
+    void anAnswerIsWholeHoweverItIsCut_data() { repliesAreTakenApart_data(); }
+    void anAnswerIsWholeHoweverItIsCut()
+    {
+        QFETCH(QByteArray, raw);
+        QFETCH(QString, id);
+        for (int phase = 0; phase < 10; ++phase) {
+            for (int gapMs : {0, 1, 5, 15, 29}) {
+                for (int cut = 0; cut <= raw.size(); ++cut) {
+                    const QByteArray whole = collected({raw.left(cut), raw.mid(cut)}, gapMs, phase);
+                    QCOMPARE(ProbeReply::parse(whole).id, id);
+                    QVERIFY(id.isEmpty() || whole == raw);
+                }
+                QCOMPARE(ProbeReply::parse(collected(bytesOf(raw), gapMs, phase)).id, id);
+            }
+        }
+        // Silence is what ends it: what comes later is not waited for.
+        if (!id.isEmpty())
+            QCOMPARE(collected({raw, "later"}, 45, 0), raw);
+    }
+
+    void anAnswerThatDoesNotEndIsNone()
+    {
+        const QByteArray endless = "LV0127," + QByteArray(1 << 16, '\x41');
+        const QByteArray flood = collected({endless}, 0, 0);
+        QVERIFY(flood.size() < 200 && !ProbeReply::parse(flood).isValid());
+        for (int gapMs : {1, 10, 29}) // too long, or too slow to become too long
+            QVERIFY(!ProbeReply::parse(collected(bytesOf(endless.left(2000)), gapMs, 0)).isValid());
     }
 
     void theListOfBridgedPortsIsFollowed()
@@ -184,6 +242,7 @@ private slots:
         QTest::newRow("silent") << int(Mode::Silent);
         QTest::newRow("garbage") << int(Mode::Garbage);
         QTest::newRow("hangs up") << int(Mode::HangUpInReply);
+        QTest::newRow("endless") << int(Mode::Endless);
         QTest::newRow("its controller is refused") << int(Mode::Normal);
     }
     void aPortThatFailsIsTriedUntilItAnswers()
@@ -194,8 +253,7 @@ private slots:
         options.replyMode = StripSimulator::ReplyMode(mode);
         StripSimulator simulator(options);
         QVERIFY(simulator.plugIn());
-        // Half of a reply may pass for a whole one; then the controller fails, and nobody keeps it.
-        discovery.keep = false;
+        discovery.keep = false; // as a device manager does that has its predecessor still
         discovery.start();
         QTRY_VERIFY(discovery.isPending());
         QTRY_VERIFY(simulator.counters().probes >= (simulator.isPlugged() ? 2 : 1)); // asked again
@@ -226,15 +284,25 @@ private slots:
         QCOMPARE(simulator.counters().probes, 1);
     }
 
-    void aDeviceIsJudgedByTheFirstChunk()
+    void anAnswerInPiecesMakesTheRightDevice_data()
     {
-        Discovery discovery;
+        using Mode = StripSimulator::ReplyMode;
+        QTest::addColumn<int>("mode");
+        QTest::newRow("two") << int(Mode::TwoChunks);
+        QTest::newRow("every byte alone") << int(Mode::ByteByByte);
+    }
+    void anAnswerInPiecesMakesTheRightDevice()
+    {
+        QFETCH(int, mode);
+        // Silence long enough for a sender that a busy machine holds up, and longer than the answer may take.
+        Discovery discovery({5, 100, 20, 600, 1500});
         auto options = discovery.options();
-        options.replyMode = StripSimulator::ReplyMode::TwoChunks;
+        options.replyMode = StripSimulator::ReplyMode(mode);
         StripSimulator simulator(options);
         QVERIFY(simulator.plugIn());
         discovery.start();
-        QTRY_COMPARE(discovery.idAt(0), QString("LV01"));
+        QTRY_COMPARE(discovery.idAt(0), kId);
+        QCOMPARE(simulator.counters().probes, 1);
     }
 
     void aReplugGivesANewControllerBesideTheOldOne()

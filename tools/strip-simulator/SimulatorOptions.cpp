@@ -4,8 +4,10 @@
 
 namespace {
 
-const QStringList kReplyModes{QStringLiteral("normal"), QStringLiteral("silent"), QStringLiteral("garbage"),
-                              QStringLiteral("two-chunks"), QStringLiteral("hang-up")};
+const QStringList kReplyModes{QStringLiteral("normal"),  QStringLiteral("silent"),
+                              QStringLiteral("garbage"), QStringLiteral("two-chunks"),
+                              QStringLiteral("hang-up"), QStringLiteral("bytes"),
+                              QStringLiteral("endless")};
 
 const QString kAbout = QStringLiteral(
     "A fake LED strip on a pseudo terminal. It adds itself to the list of serial ports that the program\n"
@@ -56,8 +58,9 @@ void addOptions(QCommandLineParser& parser)
     add("ports", "The list of ports, by default the file named by LUMIVAR_SERIAL_PORTS.", "file");
     add("leds", "LEDs of the strip; by default as many as a frame has.", "n", "0");
     add("rate", "Bytes a second that the line carries; 11520 is a real line, 0 has no limit.", "n", "11520");
-    add("reply", "normal, silent, garbage, two-chunks or hang-up.", "mode", "normal");
+    add("reply", "normal, silent, garbage, two-chunks, hang-up, bytes or endless.", "mode", "normal");
     add("reply-delay", "Milliseconds from probe to reply.", "ms", "0");
+    add("chunk-gap", "Milliseconds between the pieces of a reply that comes in pieces.", "ms", "5");
     add("hang-up-after", "Bytes after which the line goes dead.", "n", "0");
     add("map", "LED positions, by default controler_config/<model>.json beside this program.", "file");
     add("plain", "A line of text every second, also in a terminal.");
@@ -97,7 +100,7 @@ std::optional<SimulatorOptions> SimulatorOptions::parse(const QStringList& argum
         error = QStringLiteral("--%1 does not understand \"%2\"").arg(QLatin1String(name), text(name));
         return std::nullopt;
     };
-    for (const char* name : {"strips", "leds", "rate", "reply-delay", "hang-up-after"}) {
+    for (const char* name : {"strips", "leds", "rate", "reply-delay", "chunk-gap", "hang-up-after"}) {
         bool ok = false;
         if (text(name).toInt(&ok) < 0 || !ok)
             return refuse(name);
@@ -111,6 +114,7 @@ std::optional<SimulatorOptions> SimulatorOptions::parse(const QStringList& argum
     strip.ledCount = text("leds").toInt();
     strip.bytesPerSecond = text("rate").toInt();
     strip.replyDelayMs = text("reply-delay").toInt();
+    strip.chunkGapMs = text("chunk-gap").toInt();
     strip.hangUpAfterBytes = text("hang-up-after").toInt();
     strip.keptFrames = 1;
     if (!kReplyModes.contains(text("reply")))

@@ -24,6 +24,7 @@ namespace {
 constexpr int kPaceMs = 3;    // between two looks at a line that is paced
 constexpr int kReopenMs = 10; // between two looks for a host that opens the port again
 constexpr int kReadBytes = 4096;
+constexpr int kEndlessBytes = 100000; // which nobody waits for
 const QByteArray kTail = QByteArrayLiteral("\r\n");
 const QByteArray kGarbageReply = QByteArrayLiteral("\x7f\x11+READY\r\n");
 
@@ -308,13 +309,25 @@ void StripSimulator::queueReply(double nowMs)
         m_replies.push_back({due, kGarbageReply, false});
         break;
     case ReplyMode::TwoChunks:
-        m_replies.push_back({due, reply.left(half), false});
-        m_replies.push_back({due + kChunkGapMs, reply.mid(half), false});
+        queuePieces(reply, half, due);
+        break;
+    case ReplyMode::ByteByByte:
+        queuePieces(reply, 1, due);
+        break;
+    case ReplyMode::Endless:
+        queuePieces(reply + QByteArray(kEndlessBytes, 'x'), 1, due);
         break;
     case ReplyMode::HangUpInReply:
         m_replies.push_back({due, reply.left(half), true});
         break;
     }
+}
+
+/// With m_mutex held.
+void StripSimulator::queuePieces(const QByteArray& reply, int pieceSize, double dueMs)
+{
+    for (int at = 0; at < reply.size(); at += pieceSize, dueMs += m_options.chunkGapMs)
+        m_replies.push_back({dueMs, reply.mid(at, pieceSize), false});
 }
 
 /// True when the strip hangs up behind what it has sent.

@@ -27,11 +27,12 @@ public:
     enum class ReplyMode {
         Normal,
         Silent,
-        Garbage,      ///< bytes that begin with no model
-        TwoChunks,    ///< the reply is cut in the middle, the rest comes kChunkGapMs later
-        HangUpInReply ///< the line goes dead behind the first half
+        Garbage,       ///< bytes that begin with no model
+        TwoChunks,     ///< the reply is cut in the middle
+        HangUpInReply, ///< the line goes dead behind the first half
+        ByteByByte,
+        Endless ///< begins as a reply does and goes on for ever
     };
-    static constexpr int kChunkGapMs = 300; ///< a busy host must not read both as one
 
     struct Options
     {
@@ -43,6 +44,7 @@ public:
         QString portsFile; ///< empty: the environment variable LUMIVAR_SERIAL_PORTS
         ReplyMode replyMode = ReplyMode::Normal;
         int replyDelayMs = 0;
+        int chunkGapMs = 5;          ///< between the pieces of a reply that comes in pieces
         int bytesPerSecond = 0;      ///< 0: as fast as the bytes come; 11520 is a real line
         qint64 hangUpAfterBytes = 0; ///< since plugging in, the probe included; 0: never
         int ledCount = 0;            ///< LEDs that are really there, others are ignored; 0: any number
@@ -106,6 +108,7 @@ private:
     void consume(const QByteArray& bytes);
     void takeFrame(const StripFrame& frame);
     void queueReply(double nowMs);
+    void queuePieces(const QByteArray& reply, int pieceSize, double dueMs);
     bool sendDueReplies();
     int msUntilReply() const;
     void sleepMs(int ms) const;
