@@ -29,7 +29,8 @@ bool ProbeDialogue::start(int replyMs, int silenceMs)
     connect(m_serial, &LVSerialPort::errorOccurred, this, &ProbeDialogue::onPortError, Qt::QueuedConnection);
     m_serial->write(QByteArray(kProbe));
     connect(&m_replyTimer, &QTimer::timeout, this, [this] {
-        if (finish())
+        onReadyRead(); // an answer that a busy program has not come to is in time
+        if (m_collector.isEmpty() && finish())
             emit timedOut();
     });
     m_replyTimer.start(replyMs);
@@ -55,6 +56,8 @@ void ProbeDialogue::dropPort()
 
 void ProbeDialogue::onReadyRead()
 {
+    if (m_finished) // was queued before; the port is somebody else's or gone
+        return;
     if (m_serial->isDead()) { // an answer from a port that is gone by now is of no use
         onPortError();
         return;
@@ -76,7 +79,7 @@ void ProbeDialogue::judge()
 
 void ProbeDialogue::onPortError()
 {
-    if (m_serial->isDead() && finish())
+    if (!m_finished && m_serial->isDead() && finish())
         emit lost();
 }
 

@@ -2,6 +2,7 @@
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
+#include "controllers/ProbeDialogue.h"
 #include "controllers/ProbeReply.h"
 #include "controllers/ReplyCollector.h"
 #include "controllers/SystemSerialPortSource.h"
@@ -12,6 +13,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 namespace {
 
@@ -303,6 +305,51 @@ private slots:
         discovery.start();
         QTRY_COMPARE(discovery.idAt(0), kId);
         QCOMPARE(simulator.counters().probes, 1);
+    }
+
+    void aDialogueEndsOnceWhateverComesInOneTurn_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<bool>("hangUp");
+        QTest::addColumn<bool>("limit");
+        QTest::newRow("answer, limit") << QByteArray("LV0127,1\r\n") << false << true;
+        QTest::newRow("garbage, limit") << QByteArray("x") << false << true;
+        QTest::newRow("answer, error, limit") << QByteArray("LV0127,1\r\n") << true << true;
+        QTest::newRow("error, limit") << QByteArray() << true << true;
+    }
+    void aDialogueEndsOnceWhateverComesInOneTurn()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(bool, hangUp);
+        QFETCH(bool, limit);
+        constexpr int kLimitMs = 30;
+        Discovery discovery;
+        auto options = discovery.options();
+        options.replyMode = StripSimulator::ReplyMode::Silent;
+        StripSimulator simulator(options);
+        QVERIFY(simulator.plugIn());
+        ProbeDialogue dialogue({"ttySIM0", simulator.location(), "CH340"}, nullptr);
+        int ends = 0;
+        int answers = 0;
+        const auto end = [&] {
+            ++ends;
+            dialogue.dropPort();
+        };
+        connect(&dialogue, &ProbeDialogue::answered, this, [&] { ++answers; });
+        connect(&dialogue, &ProbeDialogue::answered, this, end);
+        connect(&dialogue, &ProbeDialogue::timedOut, this, end);
+        connect(&dialogue, &ProbeDialogue::lost, this, end);
+        QVERIFY(dialogue.start(limit ? kLimitMs : 60000, 30));
+        QVERIFY(simulator.send(answer));
+        if (hangUp)
+            simulator.unplug();
+        if (limit)
+            QThread::msleep(kLimitMs + 1); // the program is busy, and hears of everything in one turn
+        QTRY_COMPARE(ends, 1);
+        for (int turn = 0; turn < 10; ++turn)
+            QCoreApplication::processEvents();
+        QCOMPARE(ends, 1);
+        QCOMPARE(answers, answer.isEmpty() || hangUp ? 0 : 1); // it was there in time
     }
 
     void aReplugGivesANewControllerBesideTheOldOne()
