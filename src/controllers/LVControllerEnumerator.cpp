@@ -51,6 +51,7 @@ LVControllerEnumerator::LVControllerEnumerator(std::unique_ptr<ISerialPortSource
             Qt::QueuedConnection);
     connect(m_source.get(), &ISerialPortSource::portArrived, this, [this](const QString& name) {
         logInfo(QStringLiteral("Received a new device from system event: ") + name);
+        m_silences.remove(name);
         emit deviceArrival(name);
     });
     m_scanTimer.setInterval(m_timing.scanMs);
@@ -112,16 +113,32 @@ void LVControllerEnumerator::makeController(const QString& portName)
             [this, dialogue](const QByteArray& raw) { onReply(dialogue, raw); });
     connect(dialogue, &ProbeDialogue::timedOut, this, [this, dialogue] { onTimedOut(dialogue); });
     connect(dialogue, &ProbeDialogue::lost, this, [this, dialogue] { refuse(dialogue); });
-    if (!dialogue->start(m_timing.replyMs, m_timing.silenceMs)) {
+    if (!dialogue->start(m_timing.replyMs, questions(portName), m_timing.silenceMs)) {
         logWarning(QStringLiteral("Failed to init the serial port ") + portName);
         m_pendingDevices.insert(portName);
         delete dialogue;
     }
 }
 
+int LVControllerEnumerator::questions(const QString& portName) const
+{
+    // One long wait for a slow device; a port without any must not be held most of the time.
+    return m_silences.value(portName) == 1 ? m_timing.patience : 1;
+}
+
 void LVControllerEnumerator::onTimedOut(ProbeDialogue* dialogue)
 {
-    logInfo(QStringLiteral("device response timeout\uFF1A") + dialogue->portName());
+    const QString portName = dialogue->portName();
+    logInfo(QStringLiteral("device response timeout\uFF1A") + portName);
+    QString line = QStringLiteral("No answer to \"%1\" within %2 ms from %3")
+                       .arg(QLatin1String(ProbeDialogue::kQuestion))
+                       .arg(questions(portName) * m_timing.replyMs)
+                       .arg(portName);
+    const int silences = ++m_silences[portName];
+    if (silences == 1)
+        line += QStringLiteral(", it will be given %1 ms once").arg(questions(portName) * m_timing.replyMs);
+    if (silences <= 2)
+        logInfo(line);
     giveUp(dialogue);
 }
 
@@ -158,6 +175,7 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
     const AbsRGBControllerPtr shared(controller, &releaseController);
     logInfo(QStringLiteral("ControllerEnumerator found a device:") + controller->options().id);
     m_pendingDevices.remove(portName);
+    m_silences.remove(portName);
     m_adopted.insert(portName, controller);
     // The scan brings a failed device back even where the system reports no new arrival, and one whose
     // controller was refused because its predecessor was still there.

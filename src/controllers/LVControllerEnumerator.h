@@ -20,6 +20,7 @@ struct DiscoveryTiming
     int arrivalMs = 500; ///< a port settles after its arrival
     int replyMs = 5000;  ///< a device begins to answer within
     int silenceMs = 30;  ///< ends an answer
+    int patience = 3;    ///< how many times as long a silent device is waited for once
 };
 
 /// Finds the strips on serial ports: asks every port that may have one at start, when it arrives, and again
@@ -46,6 +47,7 @@ private slots:
 
 private:
     void walkPorts();
+    int questions(const QString& portName) const;
     void makeController(const QString& portName);
     void onTimedOut(ProbeDialogue* dialogue);
     void onReply(ProbeDialogue* dialogue, const QByteArray& raw);
@@ -56,6 +58,7 @@ private:
     std::unique_ptr<ISerialPortSource> m_source;
     DiscoveryTiming m_timing;
     QSet<QString> m_pendingDevices;
+    QHash<QString, int> m_silences; ///< by port name, since it arrived
     QTimer m_scanTimer;
     QHash<QString, QPointer<LVController>> m_adopted; ///< by port name
 };

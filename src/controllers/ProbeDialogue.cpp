@@ -2,10 +2,6 @@
 
 #include "controllers/LVSerialPort.h"
 
-namespace {
-constexpr char kProbe[] = "Moni-A";
-}
-
 ProbeDialogue::ProbeDialogue(const SerialPortRecord& record, QObject* parent)
     : QObject(parent)
     , m_record(record)
@@ -20,20 +16,17 @@ ProbeDialogue::~ProbeDialogue()
     dropPort();
 }
 
-bool ProbeDialogue::start(int replyMs, int silenceMs)
+bool ProbeDialogue::start(int replyMs, int questions, int silenceMs)
 {
     if (!m_serial->init(m_record))
         return false;
     // Queued, so that the port may change its thread in the handler.
     connect(m_serial->port(), &QIODevice::readyRead, this, &ProbeDialogue::onReadyRead, Qt::QueuedConnection);
     connect(m_serial, &LVSerialPort::errorOccurred, this, &ProbeDialogue::onPortError, Qt::QueuedConnection);
-    m_serial->write(QByteArray(kProbe));
-    connect(&m_replyTimer, &QTimer::timeout, this, [this] {
-        onReadyRead(); // an answer that a busy program has not come to is in time
-        if (m_collector.isEmpty() && finish())
-            emit timedOut();
-    });
-    m_replyTimer.start(replyMs);
+    connect(&m_replyTimer, &QTimer::timeout, this, &ProbeDialogue::onSilence);
+    m_replyTimer.setInterval(replyMs);
+    m_questions = questions;
+    ask();
     connect(&m_tickTimer, &QTimer::timeout, this, [this] {
         m_collector.tick();
         judge();
@@ -52,6 +45,24 @@ LVSerialPort* ProbeDialogue::takePort()
 void ProbeDialogue::dropPort()
 {
     delete std::exchange(m_serial, nullptr); // no handler of ours runs within a signal of the port
+}
+
+void ProbeDialogue::ask()
+{
+    --m_questions;
+    m_serial->write(QByteArray(kQuestion));
+    m_replyTimer.start();
+}
+
+void ProbeDialogue::onSilence()
+{
+    onReadyRead(); // an answer that a busy program has not come to is in time
+    if (m_finished || !m_collector.isEmpty())
+        return;
+    if (m_questions > 0)
+        ask(); // the first question may have been lost on a device that was still starting
+    else if (finish())
+        emit timedOut();
 }
 
 void ProbeDialogue::onReadyRead()

@@ -15,12 +15,14 @@ class ProbeDialogue : public QObject
     Q_OBJECT
 
 public:
+    static constexpr char kQuestion[] = "Moni-A";
+
     ProbeDialogue(const SerialPortRecord& record, QObject* parent);
     ~ProbeDialogue() override;
 
-    /// Opens the port and asks; false when it cannot be opened, and no signal follows. The answer has to
-    /// begin within `replyMs` and is over after `silenceMs` without a byte.
-    bool start(int replyMs, int silenceMs);
+    /// Opens the port and asks; false when it cannot be opened, and no signal follows. The device is asked
+    /// `questions` times and given `replyMs` after each; its answer is over after `silenceMs` without a byte.
+    bool start(int replyMs, int questions, int silenceMs);
     QString portName() const { return m_record.name; }
     /// Hands the open port over, still on this thread; the dialogue knows it no longer.
     LVSerialPort* takePort();
@@ -35,6 +37,8 @@ signals:
     void lost();
 
 private:
+    void ask();
+    void onSilence();
     void onReadyRead();
     void onPortError();
     /// Goes on until the answer is whole.
@@ -43,6 +47,7 @@ private:
 
     SerialPortRecord m_record;
     LVSerialPort* m_serial;
+    int m_questions = 1; ///< that are left
     QTimer m_replyTimer; ///< until the answer begins
     QTimer m_tickTimer;  ///< from there until it is over
     ReplyCollector m_collector;

@@ -9,15 +9,13 @@ constexpr int kTailSize = 2;
 constexpr char kMark[] = "LV";
 constexpr char kUsualTail[] = "\r\n";
 
-/// A device that was asked twice while it was busy answers twice, and noise may follow an answer. The tail
+/// A device that was asked again while it was busy answers again, and noise may follow an answer. The tail
 /// may be any two bytes, so only where the usual ones stand is it known what does not belong.
 QByteArray oneAnswer(const QByteArray& bytes)
 {
-    const QByteArray half = bytes.left(bytes.size() / 2);
-    if (half + half == bytes)
-        return half;
-    const int tail = bytes.lastIndexOf(kUsualTail);
-    return tail < kModelSize ? bytes : bytes.left(tail + kTailSize);
+    const QByteArray first = bytes.mid(0, bytes.indexOf(bytes.left(kModelSize + 1), 1));
+    const int tail = first.lastIndexOf(kUsualTail);
+    return tail < kModelSize ? first : first.left(tail + kTailSize);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "controllers/ReplyCollector.h"
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/log/Loggers.h"
 
 #include <QJsonObject>
 #include <QSaveFile>
@@ -14,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+#include <log4cplus/appender.h>
+#include <log4cplus/spi/loggingevent.h>
 
 namespace {
 
@@ -58,6 +61,35 @@ struct Discovery
 
 private:
     DiscoveryTiming m_timing;
+};
+
+/// Keeps what is told of discovery while it lives.
+class DeviceLog
+{
+public:
+    DeviceLog() { deviceLogger().addAppender(m_appender); }
+    ~DeviceLog() { deviceLogger().removeAppender(m_appender); }
+    DeviceLog(const DeviceLog&) = delete;
+    DeviceLog& operator=(const DeviceLog&) = delete;
+    int count(const QString& text) const { return lines->filter(text).size(); }
+
+private:
+    struct Appender : log4cplus::Appender
+    {
+        explicit Appender(QStringList* linesTold)
+            : target(linesTold)
+        {
+        }
+        ~Appender() override { destructorImpl(); }
+        void close() override {}
+        void append(const log4cplus::spi::InternalLoggingEvent& event) override
+        {
+            target->append(QString::fromStdString(event.getMessage()));
+        }
+        QStringList* target;
+    };
+    std::unique_ptr<QStringList> lines = std::make_unique<QStringList>();
+    log4cplus::SharedAppenderPtr m_appender{new Appender(lines.get())};
 };
 
 void write(const QString& path, const QByteArray& bytes)
@@ -125,6 +157,7 @@ private slots:
         row("the usual tail in the serial", "0d0a010d0a", "LV0127,", "LV0127:0D0A01", "LV0127", "0D0A01");
         row("noise behind it", "01020d0a00ff41", "LV0127,", "LV0127:0102", "LV0127", "0102");
         row("twice", "01020d0a4c56303132372c01020d0a", "LV0127,", "LV0127:0102", "LV0127", "0102");
+        row("three times", "0d0a4c56303132370d0a4c56303132370d0a", "LV0127", "LV0127", "LV0127", "");
         row("nothing but the mark", "", "LV", "", "", "");
         row("other device", "0d0a", "AT+OK", "", "", "");
         row("noise in front of it", "01020d0a", "x\nLV0127,", "", "", "");
@@ -311,17 +344,15 @@ private slots:
     {
         QTest::addColumn<QByteArray>("answer");
         QTest::addColumn<bool>("hangUp");
-        QTest::addColumn<bool>("limit");
-        QTest::newRow("answer, limit") << QByteArray("LV0127,1\r\n") << false << true;
-        QTest::newRow("garbage, limit") << QByteArray("x") << false << true;
-        QTest::newRow("answer, error, limit") << QByteArray("LV0127,1\r\n") << true << true;
-        QTest::newRow("error, limit") << QByteArray() << true << true;
+        QTest::newRow("answer, limit") << QByteArray("LV0127,1\r\n") << false;
+        QTest::newRow("garbage, limit") << QByteArray("x") << false;
+        QTest::newRow("answer, error, limit") << QByteArray("LV0127,1\r\n") << true;
+        QTest::newRow("error, limit") << QByteArray() << true;
     }
     void aDialogueEndsOnceWhateverComesInOneTurn()
     {
         QFETCH(QByteArray, answer);
         QFETCH(bool, hangUp);
-        QFETCH(bool, limit);
         constexpr int kLimitMs = 30;
         Discovery discovery;
         auto options = discovery.options();
@@ -339,17 +370,41 @@ private slots:
         connect(&dialogue, &ProbeDialogue::answered, this, end);
         connect(&dialogue, &ProbeDialogue::timedOut, this, end);
         connect(&dialogue, &ProbeDialogue::lost, this, end);
-        QVERIFY(dialogue.start(limit ? kLimitMs : 60000, 30));
+        QVERIFY(dialogue.start(kLimitMs, 1, 30));
         QVERIFY(simulator.send(answer));
         if (hangUp)
             simulator.unplug();
-        if (limit)
-            QThread::msleep(kLimitMs + 1); // the program is busy, and hears of everything in one turn
+        QThread::msleep(kLimitMs + 1); // the program is busy, and hears of everything in one turn
         QTRY_COMPARE(ends, 1);
         for (int turn = 0; turn < 10; ++turn)
             QCoreApplication::processEvents();
         QCOMPARE(ends, 1);
         QCOMPARE(answers, answer.isEmpty() || hangUp ? 0 : 1); // it was there in time
+    }
+
+    void aSlowDeviceIsGivenALongWaitOnce()
+    {
+        const DeviceLog log;
+        Discovery discovery({5, 50, 20, 200, 30, 100});
+        auto options = discovery.options();
+        options.replyDelayMs = 500;
+        StripSimulator simulator(options);
+        QVERIFY(simulator.plugIn());
+        discovery.start();
+        QTRY_COMPARE(discovery.idAt(0), kId);
+        QVERIFY(simulator.counters().probes >= 3); // asked anew during the wait: the first may have been lost
+        QCOMPARE(log.count("No answer to \"Moni-A\" within 200 ms from ttySIM0, it will be given 20000 ms"),
+                 1);
+
+        Discovery other({5, 20, 20, 50, 30, 3});
+        options = other.options();
+        options.replyMode = StripSimulator::ReplyMode::Silent;
+        StripSimulator silent(options);
+        QVERIFY(silent.plugIn());
+        other.start();
+        QTRY_VERIFY(log.count("device response timeout") >= 5);
+        QCOMPARE(log.count("within 50 ms"), 1); // told while it is news
+        QCOMPARE(log.count("within 150 ms"), 1);
     }
 
     void aReplugGivesANewControllerBesideTheOldOne()
