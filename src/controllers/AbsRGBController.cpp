@@ -116,8 +116,8 @@ void AbsRGBController::setWorkMode(const QString& workMode)
 bool AbsRGBController::loadConfig()
 {
     using namespace ConfigKeys;
-    // Loading goes by id, saving by storeKey(): a device without serial does not get its settings back,
-    // because nothing tells it from the next one of its model.
+    // Loading goes by id, saving by storeKey(): they differ for a plug-in's device without serial, which does
+    // not get its settings back, because nothing tells it from the next one of its model.
     const QJsonObject object = ConfigurationManager::instance()->controllerJsonObj(m_options.id);
     if (object.isEmpty())
         return false;

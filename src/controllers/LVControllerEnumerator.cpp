@@ -4,9 +4,11 @@
 #include "controllers/LVController.h"
 #include "controllers/LVSerialPort.h"
 #include "controllers/ProbeDialogue.h"
+#include "support/config/ConfigurationManager.h"
 #include "support/log/Loggers.h"
 
 #include <QDebug>
+#include <QJsonObject>
 #include <QThread>
 
 namespace {
@@ -25,6 +27,19 @@ void logWarning(const QString& text, int line = __builtin_LINE())
 QString quoted(const QString& text)
 {
     return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+/// Devices without a serial once shared one object. The first of them that is found gets it.
+void inheritSettings(const QString& shared, const QString& id)
+{
+    auto* config = ConfigurationManager::instance();
+    QJsonObject& from = config->controllerJsonObj(shared);
+    QJsonObject& to = config->controllerJsonObj(id);
+    if (from.isEmpty() || !to.isEmpty())
+        return;
+    to = std::exchange(from, {});
+    config->saveControllerJsonObj(id);
+    config->saveControllerJsonObj(shared);
 }
 
 /// The last reference may go within a signal of the controller, so it is deleted later; its light goes out
@@ -158,7 +173,7 @@ void LVControllerEnumerator::giveUp(ProbeDialogue* dialogue)
 
 void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& raw)
 {
-    const ProbeReply reply = ProbeReply::parse(raw);
+    ProbeReply reply = ProbeReply::parse(raw);
     if (!reply.isValid()) {
         refuse(dialogue);
         return;
@@ -169,6 +184,10 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
         logInfo(QStringLiteral("Loading device serial and model: ") + reply.text);
     else
         logWarning(QStringLiteral("The device has no serial: ") + reply.text);
+    if (reply.serial.isEmpty()) {
+        reply.standIn(dialogue->record().place());
+        inheritSettings(reply.model + QLatin1Char(':'), reply.id);
+    }
     logInfo(quoted(portName) + QStringLiteral(" id: ") + quoted(reply.id));
 
     LVController* controller = adopt(dialogue, reply);

@@ -26,6 +26,14 @@ bool ProbeReply::mayBegin(const QByteArray& bytes)
     return mark.startsWith(bytes.left(mark.size()).toUpper());
 }
 
+void ProbeReply::standIn(const QString& place)
+{
+    if (!serial.isEmpty())
+        return;
+    serial = QStringLiteral("port-") + place;
+    id = model + QLatin1Char(':') + serial;
+}
+
 ProbeReply ProbeReply::parse(const QByteArray& bytes)
 {
     ProbeReply reply;

@@ -16,6 +16,8 @@ struct ProbeReply
 
     /// An invalid reply is no device of ours.
     bool isValid() const { return !id.isEmpty(); }
+    /// Gives a device without a serial its place as one, so that twins are two devices.
+    void standIn(const QString& place);
     /// Any bytes may come. What follows the usual tail, line noise or the same answer again, is dropped.
     static ProbeReply parse(const QByteArray& bytes);
     /// False when an answer does not begin with these bytes; one that has not begun may yet.

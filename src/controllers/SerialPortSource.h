@@ -12,7 +12,10 @@ struct SerialPortRecord
     QString name;           ///< short name, unique in a list: "ttyUSB0", "COM5"
     QString systemLocation; ///< what is opened: "/dev/ttyUSB0", "\\.\COM5"
     QString description;    ///< of the hardware, decides whether the port is probed
+    QString socket{};       ///< what the adapter is plugged into, empty: known by the name only
 
+    /// Tells the place of a device from that of its twin, the same at every start.
+    QString place() const { return socket.isEmpty() ? name : socket; }
     bool isValid() const { return !name.isEmpty(); }
 };
 

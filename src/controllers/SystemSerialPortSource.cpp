@@ -1,5 +1,7 @@
 #include "controllers/SystemSerialPortSource.h"
 
+#include "controllers/PortPlace.h"
+
 #include <QSerialPortInfo>
 
 namespace {
@@ -15,7 +17,8 @@ QList<SerialPortRecord> systemPorts()
                                ? UsbIds{port.vendorIdentifier(), port.productIdentifier()}
                                : SerialArrival::usbIds(port.portName());
         records.append({port.portName(), port.systemLocation(),
-                        SystemSerialPortSource::describe(port.description(), ids)});
+                        SystemSerialPortSource::describe(port.description(), ids),
+                        portPlace(port.portName())});
     }
     return records;
 }

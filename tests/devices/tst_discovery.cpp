@@ -2,6 +2,7 @@
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
+#include "controllers/PortPlace.h"
 #include "controllers/ProbeDialogue.h"
 #include "controllers/ProbeReply.h"
 #include "controllers/ReplyCollector.h"
@@ -268,6 +269,50 @@ private slots:
         QCOMPARE(options.gama, 2.0F);
         discovery.found.at(0)->update(QVector<LV_RGB>(30, LV_RGB{255, 255, 255}));
         QTRY_COMPARE(simulator.lastFrame().colors.size(), 30);
+    }
+
+    void aUsbSocketIsTheSameWhateverTheBusIsNumbered()
+    {
+        QTemporaryDir sys;
+        const QDir root(sys.path());
+        const auto place = [&](const QString& name, const QString& device) {
+            root.mkpath("devices/" + device);
+            root.mkpath("class/tty/" + name);
+            QFile::link(root.filePath("devices/" + device), root.filePath("class/tty/" + name + "/device"));
+            return portPlace(name, sys.path());
+        };
+        const QString pci = "pci0000:00/0000:00:14.0/";
+        QCOMPARE(place("ttyUSB0", pci + "usb1/1-2/1-2:1.0/ttyUSB0"), "0000-00-14.0-usb-2-1.0");
+        QCOMPARE(place("ttyUSB1", pci + "usb3/3-2/3-2:1.0/ttyUSB1"), "0000-00-14.0-usb-2-1.0");
+        QCOMPARE(place("ttyUSB2", pci + "usb1/1-2/1-2.4/1-2.4:1.0/ttyUSB2"), "0000-00-14.0-usb-2.4-1.0");
+        QCOMPARE(place("ttyACM0", "platform/soc/3f98.usb/usb1/1-1/1-1:1.2"), "3f98.usb-usb-1-1.2");
+        QCOMPARE(place("ttyS0", "platform/serial8250/tty"), "");
+        QCOMPARE(portPlace("ttyGone", sys.path()), "");
+    }
+
+    void twinsWithoutSerialKeepTheirSettingsBySocket()
+    {
+        auto* config = ConfigurationManager::instance();
+        const QJsonObject shared{{"nbLeds", 30}, {"kindName", "of old"}};
+        config->controllerJsonObj("LV0127:") = shared; // by a version in which they had one place to share
+        for (int run = 0; run < 2; ++run) {
+            Discovery discovery;
+            auto options = discovery.options(0);
+            options.serial.clear();
+            StripSimulator first(options);
+            QVERIFY(first.plugIn());
+            discovery.start();
+            QTRY_COMPARE(discovery.idAt(0), "LV0127:port-ttySIM0");
+            options.portName = "ttySIM1";
+            StripSimulator second(options);
+            QVERIFY(second.plugIn());
+            QTRY_COMPARE(discovery.idAt(1), "LV0127:port-ttySIM1");
+            QCOMPARE(discovery.found.at(0)->options().kindName, "of old"); // the first one takes it over
+            QCOMPARE(discovery.found.at(0)->options().nbLeds, 30U);
+            QCOMPARE(discovery.found.at(1)->options().kindName, run == 0 ? "LV0127" : "shelf");
+            discovery.found.at(1)->setKindName("shelf");
+        }
+        QVERIFY(config->controllerJsonObj("LV0127:").isEmpty());
     }
 
     void aPortThatFailsIsTriedUntilItAnswers_data()
