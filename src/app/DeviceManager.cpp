@@ -119,7 +119,27 @@ void DeviceManager::addEnumerator(const QString& key, const QSharedPointer<IDevi
 {
     connect(enumerator.data(), &IDeviceEnumerator::deviceEnabled, this, &DeviceManager::addController,
             Qt::QueuedConnection);
+    connect(enumerator.data(), &IDeviceEnumerator::portRefused, this,
+            [this](const QString& portName, const QString& group) {
+                m_refusedPorts.insert(portName, group);
+                emit noticeChanged();
+            });
+    connect(enumerator.data(), &IDeviceEnumerator::portFreed, this, [this](const QString& portName) {
+        if (m_refusedPorts.remove(portName) > 0)
+            emit noticeChanged();
+    });
     m_enumerators.insert(key, enumerator);
+}
+
+QString DeviceManager::notice() const
+{
+    QStringList lines;
+    for (auto port = m_refusedPorts.begin(); port != m_refusedPorts.end(); ++port) {
+        lines += port->isEmpty() ? tr("无法打开灯带接口 %1，可能正被其他程序使用。").arg(port.key())
+                                 : tr("没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。")
+                                       .arg(port.key(), *port);
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 void DeviceManager::addController(AbsRGBControllerPtr controller)

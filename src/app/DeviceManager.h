@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QJsonValue>
 #include <QList>
+#include <QMap>
 #include <QObject>
 #include <QPointer>
 #include <QSharedPointer>
@@ -37,6 +38,9 @@ public:
     const ControlOptions& controlOptions(const QString& id) const;
     QList<QString> controllerIds() const;
     EffectsManager& effects() { return m_effects; }
+    /// What keeps devices from being found and what to do about it, in the user's language; empty when
+    /// nothing does.
+    QString notice() const;
 
     /// Forgets the device and emits controllerFailed; nothing happens for an unknown id.
     void removeController(const QString& id);
@@ -50,6 +54,7 @@ public:
 signals:
     void newController(QString ctlName);
     void controllerFailed(QString ctlName);
+    void noticeChanged();
     /// A property that the bound effect changed by itself.
     void effectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val);
 
@@ -78,6 +83,7 @@ private:
     QHash<QString, AbsRGBControllerPtr> m_controllers;
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
     QHash<QString, LedCountSession*> m_countSessions; ///< by device, while its user is asked
+    QMap<QString, QString> m_refusedPorts; ///< and the user group that may open them
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
 };

@@ -16,6 +16,11 @@ public:
 
 signals:
     void deviceEnabled(AbsRGBControllerPtr controller);
+    /// An adapter is there but may not be opened. `group` is the user group that may; empty: the rights are
+    /// not what is missing, so another program has it.
+    void portRefused(QString portName, QString group);
+    /// A refused port opened or is gone.
+    void portFreed(QString portName);
 };
 
 #define IDeviceEnumerator_iid "id.interface.DeviceManagerInterface"

@@ -8,8 +8,11 @@
 #include "support/log/Loggers.h"
 
 #include <QDebug>
+#include <QFileInfo>
 #include <QJsonObject>
 #include <QThread>
+
+#include <algorithm>
 
 namespace {
 
@@ -40,6 +43,16 @@ void inheritSettings(const QString& shared, const QString& id)
     to = std::exchange(from, {});
     config->saveControllerJsonObj(id);
     config->saveControllerJsonObj(shared);
+}
+
+/// The user group that may open what this user may not; empty where rights are not the matter.
+QString groupInNeed(const QString& systemLocation)
+{
+    const QFileInfo node(systemLocation);
+    if (node.isReadable() && node.isWritable())
+        return {};
+    const QString group = node.group();
+    return group == QLatin1String("root") ? QStringLiteral("dialout") : group; // nobody should join that one
 }
 
 /// The last reference may go within a signal of the controller, so it is deleted later; its light goes out
@@ -110,8 +123,10 @@ void LVControllerEnumerator::scanCH340Devices()
         const QPointer<LVController> controller = m_adopted.value(name);
         if (controller && controller->options().status == 0)
             m_pendingDevices.remove(name); // a second arrival failed on the port that is ours already
-        else if (present.contains(name))   // the others wait silently for their return
+        else if (present.contains(name))
             onDeviceArrival(name);
+        else // waits silently for its return
+            forgetOpenError(name);
     }
 }
 
@@ -131,8 +146,40 @@ void LVControllerEnumerator::makeController(const QString& portName)
     if (!dialogue->start(m_timing.replyMs, questions(portName), m_timing.silenceMs)) {
         logWarning(QStringLiteral("Failed to init the serial port ") + portName);
         m_pendingDevices.insert(portName);
+        if (!isOurs(dialogue))
+            noteOpenError(dialogue);
         delete dialogue;
+        return;
     }
+    forgetOpenError(portName);
+}
+
+bool LVControllerEnumerator::isOurs(const ProbeDialogue* dialogue) const
+{
+    const auto dialogues = findChildren<ProbeDialogue*>(QString(), Qt::FindDirectChildrenOnly);
+    return m_adopted.value(dialogue->portName()) ||
+           std::any_of(dialogues.begin(), dialogues.end(), [dialogue](const ProbeDialogue* other) {
+               return other != dialogue && other->portName() == dialogue->portName();
+           });
+}
+
+void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)
+{
+    const QString portName = dialogue->portName();
+    const QString error = dialogue->openErrorString();
+    if (std::exchange(m_openErrors[portName], error) == error)
+        return; // told already, and tried again every few seconds
+    logWarning(QStringLiteral("The serial port %1 cannot be opened: %2").arg(portName, error));
+    if (dialogue->openError() == QSerialPort::PermissionError)
+        emit portRefused(portName, groupInNeed(dialogue->record().systemLocation));
+    else
+        emit portFreed(portName);
+}
+
+void LVControllerEnumerator::forgetOpenError(const QString& portName)
+{
+    if (m_openErrors.remove(portName) > 0)
+        emit portFreed(portName);
 }
 
 int LVControllerEnumerator::questions(const QString& portName) const

@@ -48,6 +48,10 @@ private slots:
 private:
     void walkPorts();
     int questions(const QString& portName) const;
+    /// A port that is being probed or driven cannot be opened a second time, which is no trouble.
+    bool isOurs(const ProbeDialogue* dialogue) const;
+    void noteOpenError(const ProbeDialogue* dialogue);
+    void forgetOpenError(const QString& portName);
     void makeController(const QString& portName);
     void onTimedOut(ProbeDialogue* dialogue);
     void onReply(ProbeDialogue* dialogue, const QByteArray& raw);
@@ -58,7 +62,8 @@ private:
     std::unique_ptr<ISerialPortSource> m_source;
     DiscoveryTiming m_timing;
     QSet<QString> m_pendingDevices;
-    QHash<QString, int> m_silences; ///< by port name, since it arrived
+    QHash<QString, int> m_silences;       ///< by port name, since it arrived
+    QHash<QString, QString> m_openErrors; ///< by port name, as they were told
     QTimer m_scanTimer;
     QHash<QString, QPointer<LVController>> m_adopted; ///< by port name
 };

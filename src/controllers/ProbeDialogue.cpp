@@ -35,6 +35,16 @@ bool ProbeDialogue::start(int replyMs, int questions, int silenceMs)
     return true;
 }
 
+QSerialPort::SerialPortError ProbeDialogue::openError() const
+{
+    return m_serial->port()->error();
+}
+
+QString ProbeDialogue::openErrorString() const
+{
+    return m_serial->port()->errorString();
+}
+
 LVSerialPort* ProbeDialogue::takePort()
 {
     QObject::disconnect(m_serial->port(), nullptr, this, nullptr);

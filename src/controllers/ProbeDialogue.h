@@ -23,6 +23,9 @@ public:
     /// Opens the port and asks; false when it cannot be opened, and no signal follows. The device is asked
     /// `questions` times and given `replyMs` after each; its answer is over after `silenceMs` without a byte.
     bool start(int replyMs, int questions, int silenceMs);
+    /// Why it could not be opened.
+    QSerialPort::SerialPortError openError() const;
+    QString openErrorString() const;
     const SerialPortRecord& record() const { return m_record; }
     QString portName() const { return m_record.name; }
     /// Hands the open port over, still on this thread; the dialogue knows it no longer.

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -270,6 +271,23 @@ private slots:
         QJsonArray broken = timesAgo({3, 2, 1}, now);
         broken[2] = 17;
         QCOMPARE(judge(broken), Verdict::LastUnreadable);
+    }
+
+    void aPortThatMayNotBeOpenedGivesANotice()
+    {
+        const QTemporaryDir folder;
+        qputenv("LUMIVAR_SERIAL_PORTS", QFile::encodeName(folder.filePath("ports.json")));
+        StripSimulator simulator({});
+        QVERIFY(simulator.plugIn());
+        auto other = std::make_unique<QSerialPort>(simulator.location());
+        QVERIFY(other->open(QIODevice::ReadWrite));
+        m_manager = std::make_unique<DeviceManager>(nullptr, nullptr);
+        QSignalSpy changed(m_manager.get(), &DeviceManager::noticeChanged);
+        QTRY_VERIFY(m_manager->notice().contains("ttySIM0"));
+        QCOMPARE(changed.count(), 1);
+        other.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(m_manager->notice().isEmpty(), 20000);
+        QCOMPARE(changed.count(), 2);
     }
 
 private:

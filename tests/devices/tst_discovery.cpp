@@ -12,6 +12,7 @@
 
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -351,6 +352,7 @@ private slots:
         options.replyDelayMs = 100; // the second probe comes in between
         StripSimulator simulator(options);
         discovery.start();
+        const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
         QVERIFY(simulator.plugIn());
         emit discovery.enumerator->deviceArrival("ttySIM0");
         emit discovery.enumerator->deviceArrival("ttySIM0");
@@ -362,6 +364,31 @@ private slots:
         QTRY_VERIFY(!discovery.isPending());
         QCOMPARE(discovery.count, 1);
         QCOMPARE(simulator.counters().probes, 1);
+        QVERIFY(refused.isEmpty()); // nobody else has it
+    }
+
+    void aPortThatMayNotBeOpenedIsToldOfOnce()
+    {
+        const DeviceLog log;
+        const LogCapture attempts;
+        Discovery discovery;
+        StripSimulator simulator(discovery.options());
+        QVERIFY(simulator.plugIn());
+        QSerialPort other(simulator.location());
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        discovery.start();
+        const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
+        const QSignalSpy freed(discovery.enumerator.get(), &IDeviceEnumerator::portFreed);
+        QTRY_VERIFY(attempts.count("Failed to open the serial port ttySIM0") >= 3);
+        QCOMPARE(refused.count(), 1);
+        QCOMPARE(refused.at(0).at(0).toString(), "ttySIM0");
+        QCOMPARE(log.count("The serial port ttySIM0 cannot be opened: "), 1);
+
+        simulator.unplug();
+        QTRY_COMPARE(freed.count(), 1);
+        QVERIFY(simulator.plugIn());
+        QTRY_COMPARE(discovery.idAt(0), kId);
+        QCOMPARE(refused.count(), 1);
     }
 
     void anAnswerInPiecesMakesTheRightDevice_data()

@@ -103,6 +103,14 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Hey buddy, it looks like your light strip is having a little trouble. It keeps disconnecting, so it may not be getting enough power. Try plugging it into a USB port on the mainboard, or into a USB hub with its own power supply. If that doesn&apos;t help, please contact after-sales support. We&apos;re really sorry for the inconvenience. Hope it&apos;s sorted soon, good luck! ✌️</translation>
     </message>
+    <message>
+        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
+        <translation>You are not allowed to open the light strip port %1. Add your user to the group %2, then log in again.</translation>
+    </message>
+    <message>
+        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
+        <translation>The light strip port %1 cannot be opened. Another program may be using it.</translation>
+    </message>
 </context>
 <context>
     <name>EffectNames</name>

@@ -103,6 +103,14 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Oi! Parece que a sua fita de LED está com um probleminha: ela desconecta toda hora, talvez por falta de energia. Tente ligá-la a uma porta USB da placa-mãe ou a um hub USB com fonte própria. Se continuar assim, fale com o suporte pós-venda. Pedimos mil desculpas pelo transtorno. Tomara que se resolva logo, boa sorte! ✌️</translation>
     </message>
+    <message>
+        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
+        <translation>Não é possível abrir a porta %1 da fita de luz. Talvez outro programa a esteja usando.</translation>
+    </message>
+    <message>
+        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
+        <translation>Você não tem permissão para abrir a porta %1 da fita de luz. Adicione seu usuário ao grupo %2 e entre novamente na sessão.</translation>
+    </message>
 </context>
 <context>
     <name>EffectNames</name>

@@ -103,6 +103,14 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Chào bạn, có vẻ dải LED của bạn đang gặp chút trục trặc. Dải LED bị ngắt kết nối liên tục, có thể do không đủ điện. Bạn hãy thử cắm vào cổng USB trên bo mạch chủ hoặc bộ chia USB có nguồn riêng nhé. Nếu vẫn không được, hãy liên hệ bộ phận hậu mãi. Rất xin lỗi vì sự bất tiện này. Mong là sớm ổn, cố lên nhé! ✌️</translation>
     </message>
+    <message>
+        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
+        <translation>Bạn không có quyền mở cổng %1 của dải đèn. Hãy thêm người dùng của bạn vào nhóm %2 rồi đăng nhập lại.</translation>
+    </message>
+    <message>
+        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
+        <translation>Không thể mở cổng %1 của dải đèn. Có thể chương trình khác đang sử dụng cổng này.</translation>
+    </message>
 </context>
 <context>
     <name>EffectNames</name>

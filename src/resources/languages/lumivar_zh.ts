@@ -103,6 +103,14 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频繁断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</translation>
     </message>
+    <message>
+        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
+        <translation>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</translation>
+    </message>
+    <message>
+        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
+        <translation>无法打开灯带接口 %1，可能正被其他程序使用。</translation>
+    </message>
 </context>
 <context>
     <name>EffectNames</name>
