@@ -42,6 +42,12 @@ float AbsRGBController::configuredGama()
     return static_cast<float>(value.toDouble(ConfigKeys::kGama.fallback));
 }
 
+void AbsRGBController::describe(const ControlOptions& options)
+{
+    m_options = options;
+    m_options.gama = configuredGama();
+}
+
 AbsRGBController::~AbsRGBController()
 {
     qDebug().noquote() << m_options.id << "destructed";

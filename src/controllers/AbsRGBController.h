@@ -23,9 +23,6 @@ public:
     ~AbsRGBController() override;
 
     const ControlOptions& options() const { return m_options; }
-    /// The gamma that the settings give to every device.
-    static float configuredGama();
-
     void setBrightness(float brightness);
     void setEnable(bool enable);
     void setInstallDirection(uint32_t dir);
@@ -67,6 +64,8 @@ signals:
     void devActionActived(int action);
 
 protected:
+    /// Takes the record over, but for the gamma: that of the settings holds for every device.
+    void describe(const ControlOptions& options);
     const QVector<LV_RGB>& blackColors() const { return m_blackColors; }
 
     ControlOptions m_options;
@@ -76,6 +75,7 @@ private slots:
     void onStrapColorOffsetParamChanged(QString key);
 
 private:
+    static float configuredGama();
     /// Refresh warning and the average interval, for the loop log.
     void reportPace(const QVector<LV_RGB>& out);
 

@@ -17,7 +17,7 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
     : AbsRGBController(parent)
     , m_serial(serial)
 {
-    m_options = options;
+    describe(options);
     connect(this, &LVController::writeToPort, m_serial, &LVSerialPort::write, Qt::QueuedConnection);
     // Two hops: an error of the first moment must not overtake the queued hand-over of this controller to its
     // owner, who would never hear of it.

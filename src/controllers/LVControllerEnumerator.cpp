@@ -261,7 +261,6 @@ LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const Probe
     options.model = reply.model;
     options.serial = reply.serial;
     options.id = reply.id;
-    options.gama = AbsRGBController::configuredGama();
     ControllerDefaults::apply(options);
     if (options.icon.isNull())
         options.icon.load(QStringLiteral(":/images/Lv0127Icon.jpg"));

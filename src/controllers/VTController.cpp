@@ -10,7 +10,7 @@ constexpr char kSendingModel[] = "LV0N03";
 VTController::VTController(const ControlOptions& options, QObject* parent)
     : AbsRGBController(parent)
 {
-    m_options = options;
+    describe(options);
     if (m_options.model == QLatin1String(kSendingModel))
         m_socket = new QUdpSocket(this);
 }

@@ -39,7 +39,6 @@ void VTControllerEnumerator::makeControllers()
         options.id = options.storeKey();
         options.portName = QStringLiteral("COM_VT");
         options.brightness = 0.6F;
-        options.gama = 1.0F;
         options.enable = true;
         options.nbLeds = device.nbLeds;
         options.icon = picture;

@@ -1,5 +1,6 @@
 #include "controllers/VTController.h"
 #include "controllers/VTControllerEnumerator.h"
+#include "support/config/ConfigurationManager.h"
 
 #include <QTest>
 #include <QUdpSocket>
@@ -13,6 +14,9 @@ private slots:
     {
         QUdpSocket listener;
         QVERIFY(listener.bind(QHostAddress::LocalHost, 65330));
+        auto* config = ConfigurationManager::instance();
+        config->reset();
+        config->setAppConfig("runtime.gama", 2.0);
         QList<AbsRGBControllerPtr> devices;
         VTControllerEnumerator enumerator;
         connect(&enumerator, &IDeviceEnumerator::deviceEnabled, this,
@@ -24,6 +28,8 @@ private slots:
         QCOMPARE(ids, QStringList({"VT0100:1234567890", "VT0100:0987654321", "LV0N03:0987654321"}));
         QCOMPARE(devices.at(2)->options().nbLeds, 253U);
         QCOMPARE(devices.at(2)->options().brightness, 0.6F);
+        for (const auto& device : qAsConst(devices))
+            QCOMPARE(device->options().gama, 2.0F); // as every device
 
         // Each has its own colour, so that a datagram tells whose it is.
         for (int i = 0; i < devices.size(); ++i)
