@@ -1,7 +1,6 @@
 #include "controllers/AbsRGBController.h"
 
-#include "support/config/ConfigKeys.h"
-#include "support/config/ConfigurationManager.h"
+#include "support/config/StoredNumber.h"
 #include "support/config/hashPropertyKey.h"
 
 #include <QDebug>
@@ -11,7 +10,6 @@ namespace {
 
 constexpr int kRefreshMs = 800;
 constexpr qint64 kReportMs = 3000;
-constexpr int kMaxLeds = 0xFFFF; ///< what the devices' frames can state
 
 template <typename T>
 QJsonValue member(const QJsonObject& object, const ConfigKeys::Setting<T>& setting)
@@ -38,8 +36,7 @@ AbsRGBController::AbsRGBController(QObject* parent)
 
 float AbsRGBController::configuredGama()
 {
-    const auto value = ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kGama.key));
-    return static_cast<float>(value.toDouble(ConfigKeys::kGama.fallback));
+    return static_cast<float>(applicationNumber(ConfigKeys::kGama));
 }
 
 void AbsRGBController::describe(const ControlOptions& options)
@@ -97,6 +94,7 @@ void AbsRGBController::setNbLeds(uint32_t nbLeds)
     if (m_options.nbLeds == nbLeds)
         return;
     m_options.nbLeds = nbLeds;
+    m_unusable.remove(QLatin1String(ConfigKeys::kNbLeds.key));
     rebuildHeader();
     saveConfig();
 }
@@ -130,17 +128,21 @@ bool AbsRGBController::loadConfig()
     m_options.kindName = member(object, kKindName).toString(m_options.model);
     if (m_options.kindName == m_options.portName)
         m_options.kindName = m_options.model;
-    m_options.brightness = static_cast<float>(member(object, kBrightness).toDouble(kBrightness.fallback));
+    m_unusable.clear();
+    const auto number = [&](const auto& setting, auto standIn) {
+        const auto stored = storedNumber(member(object, setting), setting, m_options.id);
+        if (!stored)
+            m_unusable.insert(QLatin1String(setting.key));
+        return stored.value_or(standIn);
+    };
+    m_options.brightness = static_cast<float>(number(kBrightness, kBrightness.fallback));
     m_options.enable = member(object, kEnable).toBool(kEnable.fallback);
     m_options.installDirection =
         static_cast<uint32_t>(member(object, kInstallDirection).toInt(kInstallDirection.fallback));
     m_options.subMode = member(object, kSubMode).toString();
     m_options.workMode = member(object, kWorkMode).toString();
-    const int nbLeds = member(object, kNbLeds).toInt(kNbLeds.fallback);
-    if (nbLeds < 0 || nbLeds > kMaxLeds)
-        qWarning().noquote() << "[Controller]:" << m_options.id
-                             << "has an impossible stored LED count:" << nbLeds;
-    m_options.nbLeds = nbLeds < 0 || nbLeds > kMaxLeds ? 0 : static_cast<uint32_t>(nbLeds);
+    // The model's count stands in: without one the strip would be dark until the user answers.
+    m_options.nbLeds = static_cast<uint32_t>(number(kNbLeds, static_cast<int>(m_options.nbLeds)));
     m_options.ledPerUnit = member(object, kLedPerUnit).toInt(kLedPerUnit.fallback);
     m_options.adjustableLength = member(object, kAdjustableLength).toBool(kAdjustableLength.fallback);
     m_options.unavailable_modes = member(object, kUnavailableModes).toArray();
@@ -151,6 +153,7 @@ void AbsRGBController::saveProperty(const QString& key, const QVariant& value)
 {
     auto* config = ConfigurationManager::instance();
     const QString storeKey = m_options.storeKey();
+    m_unusable.remove(key);
     config->controllerJsonObj(storeKey)[key] = QJsonValue::fromVariant(value);
     config->saveControllerJsonObj(storeKey);
 }
@@ -162,12 +165,14 @@ void AbsRGBController::saveConfig()
     const QString storeKey = m_options.storeKey();
     QJsonObject& object = config->controllerJsonObj(storeKey);
     object[QLatin1String(kKindName.key)] = m_options.kindName;
-    object[QLatin1String(kBrightness.key)] = static_cast<double>(m_options.brightness);
+    if (!m_unusable.contains(QLatin1String(kBrightness.key)))
+        object[QLatin1String(kBrightness.key)] = static_cast<double>(m_options.brightness);
     object[QLatin1String(kEnable.key)] = m_options.enable;
     object[QLatin1String(kInstallDirection.key)] = static_cast<int>(m_options.installDirection);
     object[QLatin1String(kWorkMode.key)] = m_options.workMode;
     object[QLatin1String(kSubMode.key)] = m_options.subMode;
-    object[QLatin1String(kNbLeds.key)] = static_cast<int>(m_options.nbLeds);
+    if (!m_unusable.contains(QLatin1String(kNbLeds.key)))
+        object[QLatin1String(kNbLeds.key)] = static_cast<int>(m_options.nbLeds);
     object[QLatin1String(kLedPerUnit.key)] = m_options.ledPerUnit;
     object[QLatin1String(kAdjustableLength.key)] = m_options.adjustableLength;
     object[QLatin1String(kUnavailableModes.key)] = m_options.unavailable_modes;

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 #include <QSharedPointer>
 #include <QTimer>
 #include <QVariant>
@@ -79,6 +80,7 @@ private:
     /// Refresh warning and the average interval, for the loop log.
     void reportPace(const QVector<LV_RGB>& out);
 
+    QSet<QString> m_unusable; ///< keys whose stored values do not count, and are left to the user as they are
     QTimer m_refreshTimer;
     QVector<LV_RGB> m_rawColors;
     QVector<LV_RGB> m_blackColors;

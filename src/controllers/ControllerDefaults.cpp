@@ -1,6 +1,7 @@
 #include "controllers/ControllerDefaults.h"
 
 #include "support/config/DataFile.h"
+#include "support/config/StoredNumber.h"
 
 #include <QDebug>
 #include <QJsonDocument>
@@ -8,7 +9,6 @@
 
 namespace {
 
-constexpr int kMaxLeds = 0xFFFF;
 constexpr int kFamilySize = 4; ///< models that share these characters share pictures
 
 QJsonObject readModel(const QString& path, const QString& model)
@@ -44,9 +44,12 @@ QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString&
 void ControllerDefaults::apply(ControlOptions& options, const QString& path)
 {
     const QJsonObject defaults = readModel(path, options.model);
-    options.brightness = static_cast<float>(defaults.value(QLatin1String("brightness")).toDouble(0.8));
-    const int nbLeds = defaults.value(QLatin1String("nbLeds")).toInt(0);
-    options.nbLeds = nbLeds < 0 || nbLeds > kMaxLeds ? 0 : static_cast<std::uint32_t>(nbLeds);
+    const auto number = [&](const auto& setting) {
+        return storedNumber(defaults.value(QLatin1String(setting.key)), setting, options.model)
+            .value_or(setting.fallback);
+    };
+    options.brightness = static_cast<float>(number(ConfigKeys::kBrightness));
+    options.nbLeds = static_cast<std::uint32_t>(number(ConfigKeys::kNbLeds));
     options.ledPerUnit = defaults.value(QLatin1String("ledPerUnit")).toInt(1);
     options.adjustableLength = defaults.value(QLatin1String("adjustableLength")).toBool(false);
     options.unavailable_modes = defaults.value(QLatin1String("unavailable_modes")).toArray();

@@ -1,7 +1,6 @@
 #include "effects/AbsAnimatedEffect.h"
 
-#include "support/config/ConfigKeys.h"
-#include "support/config/ConfigurationManager.h"
+#include "support/config/StoredNumber.h"
 
 #include <QDebug>
 
@@ -13,8 +12,7 @@ AbsAnimatedEffect::AbsAnimatedEffect(QObject* parent)
 AbsAnimatedEffect::AbsAnimatedEffect(const EffectWorkerOptions& options, QObject* parent, bool autoStart)
     : IEffectWorker(parent)
     , m_effectOptions(options)
-    , m_updateInterval(
-          ConfigurationManager::instance()->appConfig(ConfigKeys::kDevUpdateIntervalMs.key).toInt(0))
+    , m_updateInterval(applicationNumber(ConfigKeys::kDevUpdateIntervalMs))
 {
     m_frameClock.start();
     if (autoStart)

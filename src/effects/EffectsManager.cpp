@@ -2,8 +2,7 @@
 
 #include "effects/IColorStrapManager.h"
 #include "support/capture/DeskDuplManager.h"
-#include "support/config/ConfigKeys.h"
-#include "support/config/ConfigurationManager.h"
+#include "support/config/StoredNumber.h"
 #include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
@@ -43,12 +42,9 @@ EffectsManager::EffectsManager(QObject* parent)
     auto* config = ConfigurationManager::instance();
     const auto& interval = ConfigKeys::kDevUpdateIntervalMs;
     const QJsonValue stored = config->appConfig(interval.key);
-    if (stored.toInt(0) <= 0) { // the effects' timers would run flat out
-        if (!stored.isUndefined() && !stored.isNull())
-            qWarning() << "[EffectsManager]: Not an update interval:" << stored;
+    if (stored.isUndefined() || stored.isNull())
         config->setAppConfig(interval.key, interval.fallback);
-    }
-    qInfo().noquote() << "Devcie update interval:" << config->appConfig(interval.key).toVariant().toString();
+    qInfo().noquote() << "Devcie update interval:" << applicationNumber(interval);
 
     m_registry.load(this);
     const QStringList effects = m_registry.effectIds();

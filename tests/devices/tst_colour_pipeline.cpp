@@ -127,6 +127,44 @@ private slots:
         QVERIFY(!controller.options().enable);
     }
 
+    void whatIsNoUsableNumberDoesNotDarkenTheStrip()
+    {
+        auto* config = ConfigurationManager::instance();
+        auto& object = config->controllerJsonObj("LV0127:AB");
+        for (const QJsonValue& bad : {QJsonValue("nan"), QJsonValue(), QJsonValue(QJsonObject()),
+                                      QJsonValue(-1), QJsonValue(1e300), QJsonValue(true)}) {
+            const LogCapture log;
+            object = {{"brightness", bad}, {"nbLeds", bad}};
+            config->setAppConfig("runtime.gama", bad);
+            RecordingController controller;
+            controller.record().nbLeds = 120; // of the model
+            for (int again = 0; again < 2; ++again)
+                QVERIFY(controller.loadConfig());
+            QCOMPARE(controller.options().brightness, 0.8F);
+            QCOMPARE(controller.options().nbLeds, 120U);
+            QCOMPARE(controller.options().gama, 1.0F);
+            for (const char* name : {"brightness LV0127:AB", "nbLeds LV0127:AB", "runtime.gama"})
+                QCOMPARE(log.count(QString("The stored %1 does not count").arg(name)), 1);
+            // What the user wrote stays until the user chooses something else.
+            controller.saveConfig();
+            QCOMPARE(object.value("brightness"), bad);
+            QCOMPARE(object.value("nbLeds"), bad);
+            controller.setBrightness(0.5F);
+            controller.setNbLeds(7);
+            QCOMPARE(object.value("brightness").toDouble(), 0.5);
+            QCOMPARE(object.value("nbLeds").toInt(), 7);
+        }
+        for (double gama : {0.0, 100.0}) { // both would be black
+            config->setAppConfig("runtime.gama", gama);
+            QCOMPARE(RecordingController().options().gama, 1.0F);
+        }
+        object = {{"nbLeds", 3.5}};
+        RecordingController controller;
+        controller.record().nbLeds = 120;
+        QVERIFY(controller.loadConfig());
+        QCOMPARE(controller.options().nbLeds, 120U);
+    }
+
     void theGammaOfTheSettingsIsFollowed()
     {
         auto* config = ConfigurationManager::instance();

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 namespace {
@@ -82,10 +83,24 @@ private slots:
     void no_update_interval_makes_timers_run_flat_out()
     {
         auto* config = ConfigurationManager::instance();
-        for (const QJsonValue& stored : {QJsonValue(), QJsonValue("fast"), QJsonValue(0), QJsonValue(40)}) {
+        for (const QJsonValue& stored : {QJsonValue(), QJsonValue("fast"), QJsonValue(0), QJsonValue(-3),
+                                         QJsonValue(8001), QJsonValue(1e300), QJsonValue(40)}) {
+            const int before = m_log->count("does not count");
             config->setAppConfig("devUpdateInterval", stored);
             EffectsManager manager(nullptr);
-            QCOMPARE(config->appConfig("devUpdateInterval").toInt(), stored.toInt() == 40 ? 40 : 80);
+            const int expected = stored.toInt() == 40 ? 40 : 80;
+            for (const char* effect : {"id.effect.colorful.flowingEffect", "id.effect.marquee.marquee"}) {
+                const std::unique_ptr<IEffectWorker> worker(
+                    InternalEffectFactory(nullptr).createWorker(effect));
+                QVERIFY(worker);
+                worker->load(ControlOptions());
+                QCOMPARE(worker->findChild<QTimer*>()->interval(), expected);
+                worker->unload();
+            }
+            // Told of once, and left as the user wrote it.
+            const bool isBad = !stored.isNull() && expected == 80;
+            QCOMPARE(m_log->count("does not count") - before, isBad ? 1 : 0);
+            QCOMPARE(config->appConfig("devUpdateInterval"), stored.isNull() ? QJsonValue(80) : stored);
         }
     }
 

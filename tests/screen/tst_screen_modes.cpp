@@ -40,7 +40,7 @@ private slots:
     void init()
     {
         config()->reset();
-        config()->setAppConfig("devUpdateInterval", 60000);
+        config()->setAppConfig("devUpdateInterval", 8000);
         m_folder = std::make_unique<QTemporaryDir>();
         QVERIFY(QDir(m_folder->path()).mkdir("controler_config"));
         QVERIFY(QDir::setCurrent(m_folder->path()));

@@ -2,8 +2,7 @@
 
 #include "effects/colorful/paintUnits.h"
 #include "effects/rgb.h"
-#include "support/config/ConfigKeys.h"
-#include "support/config/ConfigurationManager.h"
+#include "support/config/StoredNumber.h"
 
 #include <QDebug>
 #include <QTimer>
@@ -49,7 +48,7 @@ int FlowingEffect::load(const ControlOptions& ctlOptions)
 
     ConfigurationManager* config = ConfigurationManager::instance();
     auto* timer = new QTimer(this);
-    timer->setInterval(config->appConfig(ConfigKeys::kDevUpdateIntervalMs.key).toInt(0));
+    timer->setInterval(applicationNumber(ConfigKeys::kDevUpdateIntervalMs));
     timer->setTimerType(Qt::PreciseTimer);
     connect(timer, &QTimer::timeout, this, &FlowingEffect::update);
     timer->start();

@@ -13,11 +13,19 @@ struct Setting
     T fallback;
 };
 
+/// A number and the bounds outside which a stored one does not count; see storedNumber().
+template <typename T>
+struct Number : Setting<T>
+{
+    T least;
+    T most;
+};
+
 // Application store.
 inline constexpr Setting<const char*> kLanguage{"language", ""};
-inline constexpr Setting<int> kDevUpdateIntervalMs{"devUpdateInterval", 80};
+inline constexpr Number<int> kDevUpdateIntervalMs{{"devUpdateInterval", 80}, 1, 8000};
 inline constexpr Setting<int> kPixmapStreamReadIntervalMs{"pixmapStreamReadInterval", 80};
-inline constexpr Setting<double> kGama{"runtime.gama", 1.0};
+inline constexpr Number<double> kGama{{"runtime.gama", 1.0}, 0.01, 5.0}; // beyond, all is black
 inline constexpr Setting<bool> kSingleControlMode{"runtime.singleControlMode", true};
 inline constexpr Setting<bool> kEnableMultiDeviceControlView{"runtime.enableMultiDeviceControlView", false};
 inline constexpr Setting<const char*> kCloseButtonAction{"runtime.closeButtonAction", ""};
@@ -65,12 +73,12 @@ inline QString lastBindingKey(const QString& controllerId, const QString& groupI
 
 // Controller store: members of a device's object. The defaults are those for a key that is missing on load.
 inline constexpr Setting<const char*> kKindName{"kindName", ""}; // absent: the model
-inline constexpr Setting<double> kBrightness{"brightness", 0.8};
+inline constexpr Number<double> kBrightness{{"brightness", 0.8}, 0.0, 1.0};
 inline constexpr Setting<bool> kEnable{"enable", true};
 inline constexpr Setting<int> kInstallDirection{"installDirection", 0};
 inline constexpr Setting<const char*> kSubMode{"subMode", ""};
 inline constexpr Setting<const char*> kWorkMode{"workMode", ""};
-inline constexpr Setting<int> kNbLeds{"nbLeds", 0};
+inline constexpr Number<int> kNbLeds{{"nbLeds", 0}, 0, 10000}; // a frame of more takes seconds
 inline constexpr Setting<int> kLedPerUnit{"ledPerUnit", 1};
 inline constexpr Setting<bool> kAdjustableLength{"adjustableLength", false};
 inline constexpr Setting<const char*> kUnavailableModes{"unavailable_modes", ""}; // an array, absent: empty
