@@ -83,7 +83,7 @@ private:
     QHash<QString, AbsRGBControllerPtr> m_controllers;
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
     QHash<QString, LedCountSession*> m_countSessions; ///< by device, while its user is asked
-    QMap<QString, QString> m_refusedPorts; ///< and the user group that may open them
+    QMap<QString, QString> m_refusedPorts;            ///< and the user group that may open them
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
 };

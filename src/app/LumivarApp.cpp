@@ -5,6 +5,7 @@
 #include "support/log/Loggers.h"
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"
+#include "ui/Languagemanager.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -53,6 +54,8 @@ LumivarApp::~LumivarApp()
     m_mainWindow.homePage()->disconnect(this);
     m_mainWindow.controlPage()->disconnect(this);
     m_deviceManager.disconnect(this);
+    ConfigurationManager::instance()->disconnect(this);
+    LanguageManager::instance()->disconnect(this);
 }
 
 void LumivarApp::showWindow()

@@ -67,6 +67,7 @@ private:
     void copyPropertyToOthers(const QString& key, const QJsonValue& val);
     void onOptWidActived();
     void showNotice();
+    void showNotices();
     void onEffectPropertyChanged(const QString& ctl, const QString& effect, const QString& key,
                                  const QJsonValue& val);
 

@@ -27,11 +27,11 @@ QString controlModeText(bool single)
     return QStringLiteral("Current control mode: singleControlMode ? = %1").arg(single);
 }
 
-/// The properties of the device's worker that devices controlled together share; none of an effect that does
-/// not say which they are.
-QJsonObject lookOf(EffectsManager& effects, const QString& controllerId)
+/// The properties of the device's worker that devices controlled together share, as an object; null where the
+/// effect does not say which they are: then it is all of them.
+QJsonValue lookOf(EffectsManager& effects, const QString& controllerId)
 {
-    return effects.effectProperty(controllerId, EffectProperties::kLook).toObject();
+    return effects.effectProperty(controllerId, EffectProperties::kLook);
 }
 
 /// The choice between one device and all appears by itself when two are there for the first time, and stays.
@@ -186,9 +186,12 @@ void LumivarApp::onControlModeChanged(bool isSingleDevCtrl)
                       .arg(enable)
                       .arg(effect));
 
-    const QJsonObject look = lookOf(m_deviceManager.effects(), page.controllerId());
-    qInfo() << "Properties copied to all devices:" << look.keys();
-    copyPropertyToOthers(kAllProperties, look);
+    EffectsManager& effects = m_deviceManager.effects();
+    const QJsonValue look = lookOf(effects, page.controllerId());
+    const QJsonObject shared =
+        (look.isObject() ? look : effects.effectProperty(page.controllerId(), kAllProperties)).toObject();
+    qInfo() << "Properties copied to all devices:" << shared.keys();
+    copyPropertyToOthers(kAllProperties, shared);
 }
 
 void LumivarApp::onSOptWidPropertyChanged(const QString& key, const QJsonValue& val)
@@ -196,7 +199,10 @@ void LumivarApp::onSOptWidPropertyChanged(const QString& key, const QJsonValue& 
     EffectsManager& effects = m_deviceManager.effects();
     const QString id = controlPage().controllerId();
     effects.setEffectProperty(id, key, val);
-    if (!isSingleControlMode() && lookOf(effects, id).contains(key))
+    if (isSingleControlMode())
+        return;
+    const QJsonValue look = lookOf(effects, id);
+    if (!look.isObject() || look.toObject().contains(key))
         copyPropertyToOthers(key, val);
 }
 

@@ -1,5 +1,6 @@
 // What the window's signals lead to.
 #include "app/LumivarApp.h"
+#include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
@@ -18,11 +19,24 @@ void LumivarApp::makeMainWindow()
     connectControlPage();
     connect(&m_deviceManager, &DeviceManager::effectPropertyChanged, this,
             &LumivarApp::onEffectPropertyChanged);
-    connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, [this] {
-        if (!m_mainWindow.isHomePage())
-            showNotice();
-    });
+    connect(&m_deviceManager, &DeviceManager::noticeChanged, this, &LumivarApp::showNotices);
+    connect(ConfigurationManager::instance(), &ConfigurationManager::savingTroubleChanged, this,
+            &LumivarApp::showNotices);
+    connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, &LumivarApp::showNotices);
+    showNotices();
     m_mainWindow.hideUnusedButtons();
+}
+
+/// What the user should know beside the pages' own contents, in the language of the moment.
+void LumivarApp::showNotices()
+{
+    const bool isTroubled = ConfigurationManager::instance()->isSavingTroubled();
+    m_mainWindow.setNotice(
+        isTroubled ? tr("设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。")
+                   : QString());
+    m_mainWindow.homePage()->setNotice(m_deviceManager.notice());
+    if (!m_mainWindow.isHomePage())
+        showNotice();
 }
 
 void LumivarApp::connectControlPage()

@@ -24,8 +24,8 @@ struct EffectProperty
 
 /// The property protocol of a worker or an option widget, which follows from the list of its properties.
 /// The empty key stands for all of them as one object: they are written in the order of the list, and what
-/// the object does not have stays as it is. Unknown keys read as null, and writing them changes nothing. A
-/// worker without such a list has nothing that is known to be look: none of it is copied to other devices.
+/// the object does not have stays as it is. Unknown keys read as null, and writing them changes nothing. Of a
+/// worker without such a list all is taken for look.
 class EffectProperties
 {
 public:

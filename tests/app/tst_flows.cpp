@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSaveFile>
+#include <QSerialPort>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
@@ -289,6 +290,51 @@ private slots:
         QCOMPARE(page().currentGroup(), "id.effect.colorful");
         pick("workGroupContainer", "GroupInformation", "单色模式");
         QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
+    }
+
+    void plugInWithoutAListSharesAllThatItHas()
+    {
+        QDir::setCurrent(m_folder->path());
+        QVERIFY(QDir().mkdir("effects") && QFile::copy(PROBE_PLUGIN, "effects/probe.so"));
+        start({"id.probe.sync", "id.probe.sync"});
+        openPage(0);
+        click("multDevControlCheckBox");
+        emit page().sOptWidPropertyChanged("value", 7);
+        QCOMPARE(effects().effectProperty(id(1), "value").toInt(), 7);
+    }
+
+    void windowSaysWhatStandsInTheWay()
+    {
+        start({});
+        const auto* ofDevices = window().homePage()->findChild<QLabel*>("noticeLabel");
+        const auto* ofWindow = window().findChild<QLabel*>("noticeLabel", Qt::FindDirectChildrenOnly);
+        QVERIFY(!ofDevices->isVisible() && !ofWindow->isVisible());
+        StripSimulator::Options options;
+        options.portsFile = portsFile();
+        StripSimulator strip(options);
+        QVERIFY(strip.plugIn());
+        auto other = std::make_unique<QSerialPort>(strip.location());
+        QVERIFY(other->open(QIODevice::ReadWrite));
+        QTRY_VERIFY_WITH_TIMEOUT(ofDevices->isVisible(), kWaitMs);
+        for (const char* language : {"de", "en"}) {
+            LanguageManager::instance()->switchLanguage(language);
+            QCOMPARE(ofDevices->text(), manager().notice());
+            QVERIFY(ofDevices->text().contains(options.portName));
+        }
+        strip.unplug();
+        other.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(!ofDevices->isVisible(), kWaitMs);
+
+        const QString folder = config()->configPath() + "/effects"; // a file where it should be
+        QVERIFY(QDir(folder).removeRecursively());
+        QFile file(folder);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        config()->setEffectJsonValue(kMarquee, "somebody", "speed", 7);
+        config()->save();
+        QTRY_VERIFY(ofWindow->isVisible());
+        QVERIFY(file.remove());
+        config()->save();
+        QTRY_VERIFY(!ofWindow->isVisible());
     }
 
     void pageSaysWhyNothingIsChosenOrShown()

@@ -324,6 +324,13 @@
     </message>
 </context>
 <context>
+    <name>LumivarApp</name>
+    <message>
+        <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
+        <translation>لا يمكن حفظ الإعدادات في الوقت الحالي. تحقّق من المساحة الخالية على القرص ومن إذن الكتابة في مجلد الإعدادات؛ وسيتم حفظها حالما يصبح ذلك ممكنًا.</translation>
+    </message>
+</context>
+<context>
     <name>MMSOptWidget</name>
     <message>
         <source>强度：</source>

@@ -324,6 +324,13 @@
     </message>
 </context>
 <context>
+    <name>LumivarApp</name>
+    <message>
+        <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
+        <translation>現在、設定を保存できません。ディスクの空き容量と設定フォルダーの書き込み権限を確認してください。復旧すると自動的に保存されます。</translation>
+    </message>
+</context>
+<context>
     <name>MMSOptWidget</name>
     <message>
         <source>强度：</source>

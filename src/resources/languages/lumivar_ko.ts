@@ -324,6 +324,13 @@
     </message>
 </context>
 <context>
+    <name>LumivarApp</name>
+    <message>
+        <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
+        <translation>지금은 설정을 저장할 수 없습니다. 디스크 여유 공간과 설정 폴더의 쓰기 권한을 확인하세요. 복구되면 자동으로 저장됩니다.</translation>
+    </message>
+</context>
+<context>
     <name>MMSOptWidget</name>
     <message>
         <source>强度：</source>
