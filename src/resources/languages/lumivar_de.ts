@@ -327,7 +327,7 @@
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
-        <translation>Einstellungen können zurzeit nicht gespeichert werden. Prüfen Sie den freien Speicherplatz und die Schreibrechte des Einstellungsordners; gespeichert wird, sobald es wieder geht.</translation>
+        <translation>Einstellungen können zurzeit nicht gespeichert werden. Prüfen Sie den freien Speicherplatz und die Schreibrechte des Einstellungsordners. Gespeichert wird, sobald es wieder geht.</translation>
     </message>
 </context>
 <context>

@@ -327,7 +327,7 @@
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
-        <translation>Settings cannot be saved at the moment. Check the free disk space and whether the settings folder may be written to; they are saved as soon as that works again.</translation>
+        <translation>Settings cannot be saved at the moment. Check the free disk space and whether the settings folder may be written to. They are saved as soon as that works again.</translation>
     </message>
 </context>
 <context>

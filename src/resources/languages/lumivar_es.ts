@@ -327,7 +327,7 @@
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
-        <translation>Los ajustes no se pueden guardar por el momento. Compruebe el espacio libre en disco y el permiso de escritura de la carpeta de ajustes; se guardarán en cuanto sea posible.</translation>
+        <translation>Los ajustes no se pueden guardar por el momento. Compruebe el espacio libre en disco y el permiso de escritura de la carpeta de ajustes. Se guardarán en cuanto sea posible.</translation>
     </message>
 </context>
 <context>

@@ -327,7 +327,7 @@
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
-        <translation>As configurações não podem ser salvas no momento. Verifique o espaço livre em disco e a permissão de gravação da pasta de configurações; elas serão salvas assim que possível.</translation>
+        <translation>As configurações não podem ser salvas no momento. Verifique o espaço livre em disco e a permissão de gravação da pasta de configurações. Elas serão salvas assim que possível.</translation>
     </message>
 </context>
 <context>

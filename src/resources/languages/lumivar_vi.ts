@@ -327,7 +327,7 @@
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
-        <translation>Hiện không thể lưu cài đặt. Hãy kiểm tra dung lượng đĩa trống và quyền ghi vào thư mục cài đặt; cài đặt sẽ được lưu ngay khi có thể.</translation>
+        <translation>Hiện không thể lưu cài đặt. Hãy kiểm tra dung lượng đĩa trống và quyền ghi vào thư mục cài đặt. Cài đặt sẽ được lưu ngay khi có thể.</translation>
     </message>
 </context>
 <context>
