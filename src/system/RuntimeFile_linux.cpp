@@ -29,7 +29,7 @@ bool isPrivateFolder(const QString& path)
 /// Empty if none.
 QString privateFolder()
 {
-    const QString runtime = QFile::decodeName(qgetenv("XDG_RUNTIME_DIR"));
+    QString runtime = QFile::decodeName(qgetenv("XDG_RUNTIME_DIR"));
     if (!runtime.isEmpty() && isPrivateFolder(runtime))
         return runtime;
     QString path = QDir::temp().filePath(QStringLiteral("lumivar-%1").arg(getuid()));
