@@ -337,8 +337,9 @@ private slots:
         controller.id = kController;
         QCOMPARE(next.load(controller), 0); // without a manager
         QCOMPARE(next.effectProperty("blur"), expected["blur"]);
-        QCOMPARE(next.effectProperty("wipeDarkSide"), QJsonValue(false)); // not permitted
-        next.unload();                                                    // and yet wished for
+        QCOMPARE(next.effectProperty("wipeDarkSide"), QJsonValue(false));         // not permitted
+        next.setEffectProperty("", next.effectProperty(EffectProperties::kLook)); // as from another device
+        next.unload();                                                            // and yet wished for
         config()->setAppConfig("screenSyncAutoWipeDarkSide", true);
         config()->setEffectVariant(kEffect, kController, "saturationStrength", "much");
         next.load(controller);

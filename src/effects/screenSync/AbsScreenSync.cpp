@@ -46,12 +46,6 @@ bool appFlag(const QString& key, bool fallback)
     return config()->appConfig(key).toBool(fallback);
 }
 
-bool wipeDarkSideAllowed()
-{
-    const auto& setting = ConfigKeys::kScreenSyncAutoWipeDarkSide;
-    return appFlag(setting.key, setting.fallback);
-}
-
 } // namespace
 
 AbsScreenSync::AbsScreenSync(const EffectWorkerOptions& options, QObject* parent)

@@ -69,6 +69,8 @@ private slots:
 
 private:
     void listProperties();
+    static bool wipeDarkSideAllowed();
+    void setWipeDarkSide(bool wipe);
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
     void announceSources();

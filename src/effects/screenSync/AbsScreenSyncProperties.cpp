@@ -15,13 +15,7 @@ void AbsScreenSync::listProperties()
         {"inputSource", [this] { return m_sourceIdx; },
          [this](const QJsonValue& val) { setInputSourceIdx(val.toString()); }, EffectProperty::Place},
         {"captures", [this] { return captureList(); }, {}, EffectProperty::Place},
-        {"enbWipeDarkSizeFunc",
-         [] {
-             const auto& setting = ConfigKeys::kScreenSyncAutoWipeDarkSide;
-             return ConfigurationManager::instance()->appConfig(setting.key).toBool(setting.fallback);
-         },
-         {},
-         EffectProperty::Place},
+        {"enbWipeDarkSizeFunc", [] { return wipeDarkSideAllowed(); }, {}, EffectProperty::Place},
         {"enbBlurAndSaturationAdjust", [this] { return m_advancedMode; }, {}, EffectProperty::Place},
         {EffectNotice::kKey, [this] { return notice(); }, {}, EffectProperty::Apart},
         {"blur", [this] { return static_cast<double>(static_cast<float>(m_blurStrength)); },
@@ -30,13 +24,23 @@ void AbsScreenSync::listProperties()
          [this, toFloat](const QJsonValue& val) { setSaturationStrength(toFloat(val)); },
          EffectProperty::Look},
         {"wipeDarkSide", [this] { return m_autoWipeDarkSide; },
-         [this](const QJsonValue& val) {
-             m_autoWipeDarkSide = val.toBool(false);
-             ConfigurationManager::instance()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()),
-                                                            m_autoWipeDarkSide);
-         },
-         EffectProperty::Look},
+         [this](const QJsonValue& val) { setWipeDarkSide(val.toBool(false)); }, EffectProperty::Look},
     });
+}
+
+bool AbsScreenSync::wipeDarkSideAllowed()
+{
+    const auto& setting = ConfigKeys::kScreenSyncAutoWipeDarkSide;
+    return ConfigurationManager::instance()->appConfig(setting.key).toBool(setting.fallback);
+}
+
+void AbsScreenSync::setWipeDarkSide(bool wipe)
+{
+    // Without permission all devices say no, whatever is wished for: what is copied among them is no choice.
+    if (wipe == m_autoWipeDarkSide && !wipeDarkSideAllowed())
+        return;
+    m_autoWipeDarkSide = wipe;
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), wipe);
 }
 
 QJsonValue AbsScreenSync::captureList() const
