@@ -57,7 +57,7 @@ BENCHMARK_TEMPLATE(frameToLeds, FullScreenMode)
 BENCHMARK_TEMPLATE(frameToLeds, CinemaScreen)->ArgName("wipe")->Arg(0)->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(frameToLeds, TopHalfScreen)->ArgName("wipe")->Arg(0)->Unit(benchmark::kMicrosecond);
 
-/// Taking over a whole layout, LED by LED, as a copy from another device does.
+/// Taking over and storing a whole layout.
 void layoutOfAllLeds(benchmark::State& state)
 {
     ControlOptions controller;

@@ -6,6 +6,7 @@
 #include <QtTest>
 #include <limits>
 #include <opencv2/imgproc.hpp>
+#include <utility>
 
 using namespace ScreenTestKit;
 
@@ -35,6 +36,24 @@ protected:
         m_colors.fill({pixel[0], pixel[1], pixel[2]});
         return m_colors;
     }
+};
+
+/// Has a frame of a new size only at the pull after the first.
+class SlowCapture : public FakeCapture
+{
+public:
+    cv::Mat grabFrame() override
+    {
+        return std::exchange(m_begun, true) ? FakeCapture::grabFrame() : cv::Mat();
+    }
+    void setOutputSize(int width, int height) override
+    {
+        FakeCapture::setOutputSize(width, height);
+        m_begun = false;
+    }
+
+private:
+    bool m_begun = false;
 };
 
 } // namespace
@@ -312,6 +331,31 @@ private slots:
         for (const QVariantList& each : qAsConst(colors))
             QCOMPARE(each.at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(1, {0, 0, 7}));
         QCOMPARE(worker->effectProperty("notice"), QJsonValue(""));
+    }
+
+    void atASlowPaceAChangeOfTheSourceIsNoBlinkEither()
+    {
+        config()->setAppConfig("devUpdateInterval", 8000);
+        FakeDeskDuplManager manager;
+        for (auto& capture : manager.captures) {
+            capture = QSharedPointer<SlowCapture>::create();
+            capture->frame = positionFrame();
+        }
+        const auto changes = loaded<ProbeMode>(1, 0, &manager);
+        const auto turns = loaded<ProbeMode>(1, 0, &manager);
+        turns->update(8.0);
+        changes->setInputSourceIdx("B");
+        manager.captures["A"]->source = QSize(1080, 1920);
+        QSignalSpy changing(changes.get(), &AbsScreenSync::updateColors);
+        QSignalSpy turning(turns.get(), &AbsScreenSync::updateColors);
+        changes->update(8.0);
+        turns->update(8.0);
+        QTest::qWait(400); // long enough to go dark
+        turns->update(8.0);
+        for (const QSignalSpy* shown : {&changing, &turning}) {
+            QCOMPARE(shown->size(), 1);
+            QCOMPARE(shown->first().at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(1, {0, 0, 7}));
+        }
     }
 
     void propertiesFollowTheProtocolAndSurvive()

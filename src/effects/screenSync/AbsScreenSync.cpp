@@ -105,9 +105,6 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     }
     if (!bindCapturer(m_wantedIdx.isEmpty() ? capturers.first() : m_wantedIdx))
         setTrouble(lackOfSource());
-    // Grabbing begins with the first pull: without this one the first tick would find nothing yet.
-    if (m_capturer)
-        m_capturer->grabFrame();
     return 0;
 }
 
@@ -183,6 +180,8 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
     qInfo().noquote() << "[AbsScreenSync]: The" << effectId() << "is connected from the" << sourceIdx
                       << "capturer"
                       << "\r\n outputSize:" << m_capturer->outputSize();
+    // Grabbing begins with the first pull: without this one the next tick would find nothing yet.
+    m_capturer->grabFrame();
     return true;
 }
 
@@ -241,13 +240,15 @@ void AbsScreenSync::update(double)
     if (!m_capturer)
         return;
     // The screen may be turned or get another resolution, or its size be known only later.
-    if (m_capturer->sourceSize() != m_sourceSize)
+    const bool resized = m_capturer->sourceSize() != m_sourceSize;
+    if (resized)
         adaptOutputSize();
     const cv::Mat frame = m_capturer->grabFrame();
-    if (frame.empty())
-        setTrouble(lackOfSource());
-    else
+    if (!frame.empty())
         frameInput(frame);
+    else if (!resized) // a frame of the new size comes for the next tick, which may be long after
+                       // kDarkAfterMs
+        setTrouble(lackOfSource());
 }
 
 const char* AbsScreenSync::lackOfSource() const
