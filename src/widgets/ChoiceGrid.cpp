@@ -70,8 +70,10 @@ void ChoiceGrid::setChoices(const Choices& choices, const char* context, int dia
                 emit chosen(id);
         });
         rowHeight = areDiscs ? button->minimumHeight() : kLabelHeight;
-        const bool isTaken = areDiscs && byOrder.contains(choice->order);
-        byOrder.insert(isTaken ? qint64(qHash(id, 0)) : choice->order, button);
+        QRadioButton* other = byOrder.value(choice->order);
+        if (other && !areDiscs)
+            other->hide(); // it has no place, and must not appear together with the grid
+        byOrder.insert(other && areDiscs ? qint64(qHash(id, 0)) : choice->order, button);
     }
 
     const int columns = areDiscs ? kDiscColumns : kLabelColumns;
@@ -86,8 +88,8 @@ void ChoiceGrid::setChoices(const Choices& choices, const char* context, int dia
     }
     const int rows = (choices.size() + columns - 1) / columns;
     const QMargins margins = grid->contentsMargins();
-    setMinimumHeight(margins.top() + margins.bottom() + rows * rowHeight +
-                     (areDiscs ? grid->verticalSpacing() : grid->spacing()) * (rows - 1));
+    const int between = (areDiscs ? grid->verticalSpacing() : grid->spacing()) * (rows - 1);
+    setMinimumHeight(qMax(0, margins.top() + margins.bottom() + rows * rowHeight + between));
 }
 
 QRadioButton* ChoiceGrid::makeLabel()

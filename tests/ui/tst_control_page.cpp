@@ -392,8 +392,13 @@ private slots:
             grid->setCurrent("gone");
             QVERIFY(!row(*grid).at(1)->isChecked() && chosen.size() == 1);
         }
+        popup.hide(); // filled before it shows: what has no place does not appear with it
+        grid->setChoices({{"a", {"earlier", {}, 1, {}}}, {"b", {"later", {}, 1, {}}}}, "");
+        popup.show();
+        QVERIFY(!grid->button("a")->isVisible() && grid->button("b")->isVisible());
+        LogCapture log;
         grid->setChoices({}, "", 40);
-        QVERIFY(row(*grid).isEmpty());
+        QVERIFY(row(*grid).isEmpty() && !log.contains("Negative sizes"));
     }
 
     void longTranslationsAreWrappedNotCut()
