@@ -119,15 +119,18 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(shows(i, {10, 200, 30}), kWaitMs);
         page().findChild<QSlider*>("brightnessSlider")->setValue(50);
         // An option reaches the workers of the same effect alone, and is no event of theirs.
-        manager().setControllerEffect(id(1), kMarquee, false);
         QSignalSpy echo(effects().boundWorker(id(2)).data(), &IEffectWorker::effectPropertyChanged);
         setColour(0, 0, 200);
         QTRY_VERIFY_WITH_TIMEOUT(shows(2, {0, 0, 100}), kWaitMs);
         QCOMPARE(echo.size(), 0);
-        QCOMPARE(effects().effectProperty(id(1), "speed").toInt(), ConfigKeys::kMarqueeSpeed.fallback);
         pick("workGroupContainer", "GroupInformation", "跑马灯模式");
         for (int i = 0; i < 3; ++i)
             QCOMPARE(effects().boundEffectId(id(i)), kMarquee);
+        manager().setControllerEffect(id(1), kFlowing, false); // knows a speed as well, another one
+        const QJsonValue flowing = effects().effectProperty(id(1), "speed");
+        emit page().sOptWidPropertyChanged("speed", 30);
+        QCOMPARE(effects().effectProperty(id(2), "speed").toInt(), 30);
+        QCOMPARE(effects().effectProperty(id(1), "speed"), flowing);
         click("LEDDisableButton");
         for (int i = 0; i < 3; ++i)
             QTRY_VERIFY_WITH_TIMEOUT(shows(i, {}), kWaitMs);
