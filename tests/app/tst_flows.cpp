@@ -32,10 +32,23 @@ const QString kSingleColor = "id.effect.singleColor.singleColor1";
 const QString kMarquee = "id.effect.marquee.marquee";
 const QString kFlowing = "id.effect.colorful.flowingEffect";
 
+const QString kStored = "LVTEST:stored";
+
 ConfigurationManager* config()
 {
     return ConfigurationManager::instance();
 }
+
+/// Loads what is stored of it.
+class StoredController : public FakeController
+{
+public:
+    StoredController()
+        : FakeController(kStored)
+    {
+        loadConfig();
+    }
+};
 
 } // namespace
 
@@ -107,6 +120,21 @@ private slots:
         for (const char* action :
              {"brightness changed to 0.5", "enable status changed to 0", "dir changed to 1"})
             QVERIFY2(text.contains("Controller: " + id(0) + ' ' + action), qPrintable(text));
+    }
+
+    void eachBadNumberHasItsLine()
+    {
+        config()->setAppConfig("runtime.gama", "x");
+        config()->controllerJsonObj(kStored) = {{"brightness", 7}, {"nbLeds", "x"}};
+        LogSystem log(m_folder->filePath("logs"));
+        StoredController device;
+        qInfo() << "the end";
+        log.shutdown();
+        QFile file(log.filePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        for (const char* name : {"runtime.gama", "brightness LVTEST:stored", "nbLeds LVTEST:stored"})
+            QVERIFY2(text.contains(QString("The stored %1 does not count").arg(name)), qPrintable(text));
     }
 
     void multiModeDrivesAllDevices()

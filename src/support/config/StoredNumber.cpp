@@ -5,7 +5,8 @@
 #include <QMutex>
 #include <cmath>
 
-bool isUsableNumber(const QJsonValue& stored, double least, double most, bool whole, const QString& name)
+bool isUsableNumber(const QJsonValue& stored, double least, double most, bool whole, const QString& name,
+                    const char* file, int line)
 {
     static QMutex mutex;
     static QHash<QString, QJsonValue> told; // values are read again and again
@@ -17,8 +18,9 @@ bool isUsableNumber(const QJsonValue& stored, double least, double most, bool wh
     }
     if (!told.contains(name) || told.value(name) != stored) {
         told.insert(name, stored);
-        qWarning().noquote() << "[Configuration]: The stored" << name << "does not count, it must be from"
-                             << least << "to" << most << "and is" << stored;
+        QMessageLogger(file, line, nullptr).warning().noquote()
+            << "[Configuration]: The stored" << name << "does not count, it must be from" << least << "to"
+            << most << "and is" << stored;
     }
     return false;
 }
