@@ -156,7 +156,11 @@ void HomePage::endRename(QLineEdit* edit)
         return;
     button->setName(name);
     const QString id = button->property("controllerId").toString();
-    order(id, [this, id, name] { emit controllerNameChanged(id, name); });
+    order(id, [this, id, name] {
+        // The page may have been filled meanwhile, with the old name.
+        qobject_cast<DeviceButton*>(m_devices.value(id).button.data())->setName(name);
+        emit controllerNameChanged(id, name);
+    });
 }
 
 bool HomePage::configButtonEvent(QToolButton* config, QEvent* event)

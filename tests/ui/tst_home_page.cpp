@@ -191,6 +191,14 @@ private slots:
         QCOMPARE(entered.at(0).at(0).toString(), QStringLiteral("id00"));
         QCOMPARE(renamed.count(), 0);
 
+        openEditor();
+        QTest::keyClicks(editor(), "x");
+        QTest::keyClick(editor(), Qt::Key_Return);
+        show(1); // with the old name, which nobody was told to change yet
+        QTRY_COMPARE(renamed.count(), 1);
+        QCOMPARE(button()->text(), renamed.at(0).at(1).toString());
+        renamed.clear();
+
         // A receiver runs a dialog, and the devices go meanwhile.
         const auto runDialog = [this] {
             QEventLoop loop;
