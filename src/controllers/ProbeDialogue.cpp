@@ -29,7 +29,7 @@ bool ProbeDialogue::start(int replyMs, int questions, int silenceMs)
     ask();
     connect(&m_tickTimer, &QTimer::timeout, this, [this] {
         m_collector.tick();
-        judge();
+        onReadyRead();
     });
     m_tickTimer.setInterval(silenceMs / ReplyCollector::kTicksOfSilence);
     return true;
@@ -77,23 +77,15 @@ void ProbeDialogue::onSilence()
 
 void ProbeDialogue::onReadyRead()
 {
+    onPortError();  // an answer from a port that is gone by now is of no use
     if (m_finished) // was queued before; the port is somebody else's or gone
         return;
-    if (m_serial->isDead()) { // an answer from a port that is gone by now is of no use
-        onPortError();
-        return;
-    }
     m_collector.add(m_serial->port()->readAll());
     if (m_collector.isEmpty())
         return;
     m_replyTimer.stop();
     if (!m_tickTimer.isActive())
         m_tickTimer.start();
-    judge();
-}
-
-void ProbeDialogue::judge()
-{
     if (m_collector.isOver() && finish())
         emit answered(m_collector.reply());
 }

@@ -43,10 +43,9 @@ signals:
 private:
     void ask();
     void onSilence();
+    /// Takes what came, until the answer is whole.
     void onReadyRead();
     void onPortError();
-    /// Goes on until the answer is whole.
-    void judge();
     bool finish();
 
     SerialPortRecord m_record;

@@ -2,6 +2,7 @@
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
+#include "controllers/LVSerialPort.h"
 #include "controllers/PortPlace.h"
 #include "controllers/ProbeDialogue.h"
 #include "controllers/ProbeReply.h"
@@ -452,6 +453,34 @@ private slots:
             QCoreApplication::processEvents();
         QCOMPARE(ends, 1);
         QCOMPARE(answers, answer.isEmpty() || hangUp ? 0 : 1); // it was there in time
+    }
+
+    void aPortThatFailsWhileTheAnswerEndsIsLost()
+    {
+        Discovery discovery;
+        auto options = discovery.options();
+        options.replyMode = StripSimulator::ReplyMode::Silent;
+        // The answer counts as whole 30 to 40 ms after it came: the error comes in every moment around that.
+        for (int ms = 24; ms < 48; ++ms) {
+            StripSimulator simulator(options);
+            QVERIFY(simulator.plugIn());
+            ProbeDialogue dialogue({"ttySIM0", simulator.location(), "CH340"}, nullptr);
+            int ends = 0;
+            bool isAlive = true;
+            connect(&dialogue, &ProbeDialogue::answered, this, [&] {
+                ++ends;
+                const std::unique_ptr<LVSerialPort> port(dialogue.takePort());
+                isAlive = !port->isDead();
+            });
+            connect(&dialogue, &ProbeDialogue::lost, this, [&] { ++ends; });
+            QVERIFY(dialogue.start(5000, 1, 30));
+            QVERIFY(simulator.send("LV0127,1\r\n"));
+            QTest::qWait(ms);
+            simulator.unplug();
+            QThread::msleep(11); // hears of the error and of the time in one turn
+            QTRY_COMPARE(ends, 1);
+            QVERIFY(isAlive); // or its device would stay for ever, with nobody to tell of the error
+        }
     }
 
     void aSlowDeviceIsGivenALongWaitOnce()
