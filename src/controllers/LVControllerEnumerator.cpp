@@ -136,6 +136,7 @@ void LVControllerEnumerator::makeController(const QString& portName)
     const SerialPortRecord record = m_source->find(portName);
     if (!record.description.contains(QLatin1String("CH340"))) {
         logInfo(QStringLiteral("Unknown device ") + portName);
+        forgetOpenError(portName);
         return;
     }
     auto* dialogue = new ProbeDialogue(record, this);

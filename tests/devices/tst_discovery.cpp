@@ -392,6 +392,25 @@ private slots:
         QCOMPARE(refused.count(), 1);
     }
 
+    void aRefusedPortThatBecomesAnotherIsToldOfNoLonger()
+    {
+        Discovery discovery({5, 60000, 20, 400}); // no scan comes between
+        StripSimulator simulator(discovery.options());
+        QVERIFY(simulator.plugIn());
+        QSerialPort other(simulator.location());
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        discovery.start();
+        const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
+        const QSignalSpy freed(discovery.enumerator.get(), &IDeviceEnumerator::portFreed);
+        QTRY_COMPARE(refused.count(), 1);
+        simulator.unplug();
+        auto options = discovery.options();
+        options.description = "modem";
+        StripSimulator modem(options);
+        QVERIFY(modem.plugIn());
+        QTRY_COMPARE(freed.count(), 1);
+    }
+
     void anAnswerInPiecesMakesTheRightDevice_data()
     {
         using Mode = StripSimulator::ReplyMode;
