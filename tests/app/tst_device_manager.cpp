@@ -126,6 +126,21 @@ private slots:
         QVERIFY(!m_manager->effects().boundEffectId(kId).isEmpty());
     }
 
+    void aFrameThatWasOnItsWayDoesNotCoverThePattern()
+    {
+        const auto device = QSharedPointer<FakeController>::create(kId, 60);
+        add(device);
+        bool arrived = false;
+        const auto frame = [&] {
+            device->update(QVector<LV_RGB>(60, LV_RGB{0, 0, 255}));
+            arrived = true;
+        };
+        QMetaObject::invokeMethod(device.data(), frame, Qt::QueuedConnection); // as the effects' frames come
+        QVERIFY(m_manager->setControllerLayout(kId));
+        QTRY_VERIFY(arrived);
+        QTRY_COMPARE(device->shown, QVector<LV_RGB>(60, LV_RGB{255, 0, 0}));
+    }
+
     void aShorterStripIsDarkBehindItsEnd()
     {
         constexpr int kThere = 300;
