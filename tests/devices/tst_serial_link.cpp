@@ -455,7 +455,7 @@ private slots:
         QTest::newRow("working") << QVector<int>{0} << 0;
         QTest::newRow("link failure") << QVector<int>{7, 8, 9} << 2;
         QTest::newRow("cannot work") << QVector<int>{1, 2, 3, 10, 11, 12, 13} << 3;
-        QTest::newRow("nothing about the device") << QVector<int>{4, 5, 6, -1, 14} << -1;
+        QTest::newRow("nothing about the device") << QVector<int>{4, 5, 6, 14, 15} << -1;
     }
     void errorsTellWhetherTheDeviceWorks()
     {
