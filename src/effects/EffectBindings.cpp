@@ -4,6 +4,7 @@
 #include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
+#include <utility>
 
 namespace {
 
@@ -114,9 +115,9 @@ void EffectBindings::setEffectProperty(const QString& controllerId, const QStrin
 
 void EffectBindings::clear()
 {
-    for (const Binding& binding : qAsConst(m_bindings))
+    const QHash<QString, Binding> ending = std::exchange(m_bindings, {}); // first: as in unbind
+    for (const Binding& binding : ending)
         unload(binding);
-    m_bindings.clear();
 }
 
 QSharedPointer<IEffectWorker> EffectBindings::boundWorker(const QString& controllerId) const

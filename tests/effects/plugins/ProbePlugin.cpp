@@ -48,6 +48,7 @@ public:
     void unload() override
     {
         note("unload");
+        emit effectPropertyChanged("unload", true); // whoever hears of it may call back
         QMutexLocker lock(&m_mutex);
         ConfigurationManager::instance()->setEffectJsonValue(m_options.id, m_controllerId, "journal",
                                                              m_journal);
