@@ -342,7 +342,8 @@ private slots:
         QCOMPARE(worker->load(strip(4)), 0);
         worker->setEffectProperty("", QJsonObject{{key, value}});
         QCOMPARE(worker->effectProperty(key), value);
-        QCOMPARE(worker->effectProperty("").toObject(), (QJsonObject{{key, value}}));
+        for (const char* several : {"", EffectProperties::kLook})
+            QCOMPARE(worker->effectProperty(several).toObject(), (QJsonObject{{key, value}}));
         worker->setEffectProperty("other", 3);
         worker->setEffectProperty("", 3);
         QCOMPARE(worker->effectProperty(key), value);
