@@ -141,7 +141,13 @@ private slots:
         QTRY_COMPARE(stateOf(next), QString("headset"));
         m_backend->offer({kSpeaker});
         QTRY_COMPARE(stateOf(next), QString("default"));
-        next.setEffectProperty("captureId", "default"); // now it is what the user wants
+        QSignalSpy answers(&next, &IEffectWorker::effectPropertyChanged);
+        next.setEffectProperty("captureId", "headset"); // is not there: the form goes back
+        QCOMPARE(announced(answers, "captureId"), QJsonValue("default"));
+        QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
+        answers.clear();
+        next.setEffectProperty("captureId", "default");                   // now it is what the user wants
+        QCOMPARE(announced(answers, "captureId"), QJsonValue("default")); // the last word to an open form
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("default"));
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);

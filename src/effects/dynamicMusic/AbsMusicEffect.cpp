@@ -88,8 +88,7 @@ void AbsMusicEffect::setCapturerId(QString newCapturerId)
     }
     want(newCapturerId);
     storeWantedId();
-    if (m_capturerId != newCapturerId)
-        announce(kCaptureId);
+    announce(kCaptureId); // a stand-in perhaps; and what is on its way to the form may be older
 }
 
 void AbsMusicEffect::want(const QString& id)
