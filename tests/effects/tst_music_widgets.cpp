@@ -56,12 +56,16 @@ private slots:
         QCOMPARE(changes.count(), 1);
         QCOMPARE(changes.at(0).at(1).toJsonValue(), QJsonValue("new"));
 
+        options.setEffectProperty("captureId", "a"); // of the next device that the page shows
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(changes.count(), 2);
+
         options.setEffectProperty("captureId", "a"); // stands in for another one
         options.show();
         box->showPopup();
         QTest::keyClick(box->view(), Qt::Key_Return);
-        QCOMPARE(changes.count(), 2);
-        QCOMPARE(changes.at(1).at(1).toJsonValue(), QJsonValue("a"));
+        QCOMPARE(changes.count(), 3);
+        QCOMPARE(changes.at(2).at(1).toJsonValue(), QJsonValue("a"));
     }
 
     void strengthAndSourceAreOneWidget()
