@@ -332,12 +332,13 @@ private slots:
             presses += chunk.at(0) == '\0' ? 1 : 0;
             QTRY_COMPARE(pressed.count(), presses);
         }
-        for (const int pauseMs : {0, 1, 5, 30}) { // both in one piece count as one
+        for (const int pauseMs : {0, 1, 5, 30}) { // those that are read in one piece count as one
+            const int before = pressed.count();
             QVERIFY(line.simulator.pressButton());
             QTest::qWait(pauseMs);
             QVERIFY(line.simulator.pressButton());
+            QTRY_VERIFY(pressed.count() > before);
         }
-        QTRY_VERIFY(pressed.count() >= presses + 4);
         QTRY_COMPARE(pressed.count() - presses, chunksRead() - chunks);
     }
 
