@@ -75,15 +75,20 @@ private slots:
     void bindsTheStoredEffectOrTheDefault_data()
     {
         QTest::addColumn<QString>("workMode");
+        QTest::addColumn<QString>("subMode");
         QTest::addColumn<bool>("kept");
-        QTest::newRow("stored") << "id.effect.screenSync" << true;
-        QTest::newRow("group missing") << "" << false;
+        QTest::newRow("stored") << "id.effect.screenSync"
+                                << "id.effect.screenSync.topHalfScreen" << true;
+        QTest::newRow("group missing") << ""
+                                       << "id.effect.screenSync.topHalfScreen" << false;
+        QTest::newRow("plug-in gone") << "id.gone"
+                                      << "id.gone.effect" << false;
     }
     void bindsTheStoredEffectOrTheDefault()
     {
         QFETCH(QString, workMode);
+        QFETCH(QString, subMode);
         QFETCH(bool, kept);
-        const QString subMode = "id.effect.screenSync.topHalfScreen";
         const auto device = QSharedPointer<FakeController>::create(kId, 10);
         device->setWorkMode(workMode);
         device->setSubMode(subMode);
@@ -91,6 +96,10 @@ private slots:
         const QString expected = kept ? subMode : m_manager->effects().defaultEffect("id.effect.colorful");
         QVERIFY(!expected.isEmpty());
         QCOMPARE(m_manager->effects().boundEffectId(kId), expected);
+        QCOMPARE(device->options().subMode, expected);
+        const QJsonObject stored = ConfigurationManager::instance()->controllerJsonObj(kId);
+        QCOMPARE(stored["subMode"].toString(), subMode); // a stand-in is no choice
+        QCOMPARE(stored["workMode"].toString(), workMode);
     }
 
     void countDialogShowsTheNumberLiveAndKeepsIt_data()
