@@ -71,23 +71,16 @@ private slots:
     {
         const QJsonObject binding{{"keyCode", 65}, {"modifiers", 3}};
         m_config->setAppConfig("hotkeyBinding.id.next", binding);
-        m_config->setAppConfig("runtime.gama", 2.2);
         m_config->setAppConfig("runtime.gama", QJsonValue());
         m_config->setGlobalValue("lastBinding.Moni-A:0001.group", kEffect);
-        m_config->controllerJsonObj(kDevice)["brightness"] = 0.25;
         m_config->setEffectVariant(kEffect, kDevice, "color", 0xFF4F24D3u); // in memory: save() is to see it
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", QJsonValue());
-        m_config->setEffectJsonValue(kEffect, ConfigKeys::kAllControllers, "list", QJsonArray{1, "二"});
 
         restart();
         QCOMPARE(m_config->appConfig("hotkeyBinding.id.next"), QJsonValue(binding));
         QVERIFY(m_config->appConfig("hotkeyBinding").isUndefined()); // a dot is no nesting
         QVERIFY(m_config->appConfig("runtime.gama").isNull());
         QCOMPARE(m_config->globalValue("lastBinding.Moni-A:0001.group").toString(), kEffect);
-        QCOMPARE(m_config->controllerJsonObj(kDevice), (QJsonObject{{"brightness", 0.25}}));
         QCOMPARE(m_config->effectVariant(kEffect, kDevice, "color").toUInt(), 0xFF4F24D3u);
-        QVERIFY(!m_config->effectVariant(kEffect, kDevice, "speed").isValid());
-        QCOMPARE(m_config->effectJsonValue(kEffect, ConfigKeys::kAllControllers, "list").toArray().size(), 2);
         QVERIFY(!m_log->contains("[ConfigurationManager]: "));
     }
 
@@ -123,16 +116,15 @@ private slots:
             QTRY_VERIFY(QFile::exists(file));
             inodes.push_back(inodeOf(file));
         }
-
-        for (const char* language : {"fr", "de", "de"})
-            m_config->setAppConfig("language", language);
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 4);
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
+        for (const int there : {1, 0}) { // and back
+            m_config->setAppConfig("language", there ? "fr" : "de");
+            m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3 + there);
+        }
         m_config->saveEffectJsonObj(kEffect);
         m_config->saveControllerJsonObj(kDevice);
         m_config->setEffectJsonValue("id.effect.z", kDevice, "mark", 1); // the last file of a turn
         m_config->saveEffectJsonObj("id.effect.z");
-        QTRY_VERIFY(QFile::exists(path("effects/id.effect.z.json")));
+        QTRY_VERIFY(QFile::exists(effectFile("id.effect.z")));
         for (std::size_t i = 0; i < inodes.size(); ++i)
             QCOMPARE(inodeOf(files.at(int(i))), inodes.at(i));
 
@@ -159,91 +151,64 @@ private slots:
         QVERIFY(QFile::exists(path("app.json")));
     }
 
-    void a_damaged_file_is_replaced_by_its_backup_data()
+    void what_cannot_be_read_is_replaced_by_its_backup_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("damage");
-        for (const char* name : {"app.json", "global.json", "controllers.json", "effects/id.effect.a.json"})
-            QTest::addRow("%s cut in half", name) << name << QByteArray("half");
-        QTest::newRow("empty") << "app.json" << QByteArray();
-        QTest::newRow("no object") << "controllers.json" << QByteArray("[1, 2]");
-        QTest::newRow("object and rubbish") << "app.json" << QByteArray("{\"language\": \"xx\"}}");
+        QTest::addColumn<QString>("damage");
+        for (const char* damage : {"pipe", "folder", "huge", "empty", "cut", "rubbish"})
+            QTest::newRow(damage) << "app.json" << damage;
+        for (const char* name : {"controllers.json", "effects/id.effect.a.json"})
+            QTest::newRow(name) << name << "cut";
     }
-    void a_damaged_file_is_replaced_by_its_backup()
+    void what_cannot_be_read_is_replaced_by_its_backup()
     {
         QFETCH(QString, name);
-        QFETCH(QByteArray, damage);
+        QFETCH(QString, damage);
         m_config->setAppConfig("language", "de");
-        m_config->setGlobalValue("latestVerion.version", "1.2");
         m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
         m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 5);
         restart();
         const QByteArray good = bytesOf(path(name));
-        if (damage == "half")
-            damage = good.left(good.size() / 2);
-        put(path(name), damage);
-
-        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
-        QCOMPARE(m_config->globalValue("latestVerion.version").toString(), QString("1.2"));
-        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
-        QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed").toInt(), 5);
+        const QMap<QString, QByteArray> damaged{{"huge", QByteArray(kMaxDataFileBytes + 1, ' ')},
+                                                {"cut", good.left(good.size() / 2)},
+                                                {"rubbish", R"({"language": "xx"}})"}};
+        const auto spoil = [&](const QString& file) {
+            QFile::remove(file);
+            if (damage == "pipe")
+                QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
+            else if (damage == "folder")
+                QVERIFY(QDir().mkpath(file));
+            else
+                put(file, damaged.value(damage));
+        };
         const QFileInfo info(path(name));
-        const QStringList aside = info.dir().entryList({info.fileName() + ".corrupt-*"});
-        QCOMPARE(aside.size(), 1);
-        QCOMPARE(bytesOf(info.dir().filePath(aside.first())), damage);
+        const auto aside = [&info] {
+            return info.dir().entryList({info.fileName() + "*.corrupt-*"}, QDir::AllEntries | QDir::System);
+        };
+        spoil(path(name));
+        spoil(path("Moni.json"));
+        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
+        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
+        QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed", path("Moni.json")).toInt(), 5);
+        QCOMPARE(aside().size(), 1);
+        if (damage == "cut")
+            QCOMPARE(bytesOf(info.dir().filePath(aside().first())), damaged["cut"]);
         m_config->save();
         QCOMPARE(bytesOf(path(name)), good);
         QCOMPARE(bytesOf(path(name + ".bak")), good);
-    }
 
-    void what_is_no_file_of_a_sane_size_is_moved_aside_data()
-    {
-        QTest::addColumn<QString>("kind");
-        for (const char* kind : {"pipe", "folder", "huge file"})
-            QTest::newRow(kind) << kind;
-    }
-    void what_is_no_file_of_a_sane_size_is_moved_aside()
-    {
-        QFETCH(QString, kind);
-        const auto replace = [&kind](const QString& file) {
-            QFile::remove(file);
-            if (kind == "pipe")
-                QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
-            else if (kind == "folder")
-                QVERIFY(QDir().mkpath(file));
-            else
-                put(file, QByteArray(kMaxDataFileBytes + 1, ' '));
-        };
-        m_config->setAppConfig("language", "de");
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
-        restart();
-        replace(path("app.json"));
-        replace(path("app.json.bak"));
-        replace(path("Moni.json"));
-        QVERIFY(m_config->appConfig("language").isUndefined());
-        QCOMPARE(QDir(path()).entryList({"app.json*.corrupt-*"}, QDir::AllEntries | QDir::System).size(), 2);
-        QCOMPARE(m_config->effectJsonValue(kEffect, kDevice, "speed", path("Moni.json")).toInt(), 5);
-
+        restart(); // without a backup it is a first run
+        spoil(path(name));
+        spoil(path(name + ".bak"));
+        QCOMPARE(m_config->appConfig("language").isUndefined(), name == "app.json");
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = 31;
+        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 6);
         m_config->setAppConfig("language", "ja");
-        replace(path("app.json.bak")); // while the program runs
-        m_config->save();
-        QCOMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
-        replace(path("app.json"));
-        m_config->setAppConfig("language", "fr");
-        m_config->save();
-        QVERIFY(kind == "folder" || onDisk(path("app.json")).value("language").toString() == "fr");
-    }
-
-    void damage_without_a_backup_is_a_first_run()
-    {
-        put(path("app.json"), "{\"language\"");
-        put(path("app.json.bak"), "nonsense");
-        restart();
-        QVERIFY(m_config->appConfig("language").isUndefined());
-        m_config->setAppConfig("language", "ja");
-        QCOMPARE(QDir(path()).entryList({"app.json*.corrupt-*"}, QDir::AllEntries).size(), 2);
+        QCOMPARE(aside().size(), 3);
+        spoil(path(name + ".bak")); // while the program runs
         restart();
         QCOMPARE(m_config->appConfig("language").toString(), QString("ja"));
+        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 31);
     }
 
     void a_kill_at_any_instant_leaves_whole_files()
@@ -337,11 +302,10 @@ private slots:
         std::vector<std::thread> threads;
         for (const QString& device : devices) {
             threads.emplace_back([this, device, &running] {
-                for (int i = 0; i < kKeys; ++i) {
-                    for (const QString& id : {kEffect, device}) {
-                        m_config->setEffectJsonValue(id, device, QString::number(i), i);
-                        m_config->saveEffectJsonObj(id);
-                    }
+                for (int i = 0; i < 2 * kKeys; ++i) {
+                    const QString id = i % 2 == 0 ? kEffect : device;
+                    m_config->setEffectJsonValue(id, device, QString::number(i), i);
+                    m_config->saveEffectJsonObj(id);
                 }
                 --running;
             });
@@ -351,13 +315,12 @@ private slots:
         for (std::thread& thread : threads)
             thread.join();
         m_config->save();
-        std::thread([this] { // from here on the timer alone, which is the main thread's
+        std::thread late([this] { // from here on the timer alone, which is the main thread's
             m_config->setEffectJsonValue(kEffect, "late", "key", 1);
             m_config->saveEffectJsonObj(kEffect);
-        })
-            .join();
+        });
+        late.join();
         QTRY_VERIFY(onDisk(effectFile()).contains("late"));
-        m_config->save();
         for (const QString& device : devices) {
             for (const QString& id : {kEffect, device})
                 QCOMPARE(onDisk(effectFile(id)).value(device).toObject().size(), kKeys);
@@ -366,12 +329,10 @@ private slots:
 
     void stored_values_go_over_the_defaults_of_a_file()
     {
-        const QString previous = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(path()));
-        put("Moni.json", "{\"strength\": 2, \"dir\": 1, \"fragments\": {\"left\": {}}}");
-        put("broken.json", "{\"strength\": ");
+        put(path("Moni.json"), R"({"strength": 2, "dir": 1, "fragments": {"left": {}}})");
+        put(path("broken.json"), R"({"strength": )");
         const auto read = [this](const char* key, const char* file) {
-            return m_config->effectJsonValue(kEffect, kDevice, key, file);
+            return m_config->effectJsonValue(kEffect, kDevice, key, path(file));
         };
         const QJsonObject own{{"strength", 9}, {"fragments", QJsonObject{{"right", QJsonObject()}}}};
         m_config->setEffectJsonValue(kEffect, kDevice, "", own);
@@ -379,29 +340,24 @@ private slots:
         merged["dir"] = 1;
         QCOMPARE(read("", "Moni.json"), QJsonValue(merged));
         QCOMPARE(read("dir", "Moni.json").toInt(), 1);
-        QCOMPARE(read("", "missing.json"), QJsonValue(own)); // so the defaults are not stored
-        QCOMPARE(read("", "broken.json"), QJsonValue(own));
-        QVERIFY(QDir::setCurrent(previous));
+        for (const char* file : {"missing.json", "broken.json"})
+            QCOMPARE(read("", file), QJsonValue(own)); // so the defaults are not stored
     }
 
     void a_clean_start_leaves_only_the_global_store()
     {
-        m_config->setAppConfig("language", "de");
         m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
         m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
         m_config->EnableCleanStartup();
         QCOMPARE(onDisk(path("global.json")).value("cleanStartup"), QJsonValue(true)); // without a save()
 
         restart(); // effects that a run has not touched go as well
-        put(path("app.json"), "damaged");
-        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
         m_config->reset();
         restart();
         QCOMPARE(QDir(path()).entryList(QDir::Files | QDir::Hidden),
                  (QStringList{"global.json", "global.json.bak"}));
         QVERIFY(QDir(path("effects")).isEmpty());
         QCOMPARE(m_config->globalValue("cleanStartup"), QJsonValue(true));
-        QVERIFY(m_config->AppConfigJsonObj().isEmpty());
         QVERIFY(m_config->controllerJsonObj(kDevice).isEmpty());
     }
 
