@@ -52,57 +52,41 @@ private slots:
     }
     void cleanup() { m_page.reset(); }
 
-    void manyDevicesFillSixColumnsAndScroll()
+    void manyDevicesFillTheRowsThereIsRoomForAndScroll()
     {
         auto* hint = m_page->findChild<QWidget*>("noDeviceHint");
         QVERIFY(hint->isVisible());
         show(50);
         QVERIFY(!hint->isVisible());
-        QTRY_COMPARE(button(1)->x() - button(0)->x(), 120);
-        QCOMPARE(button(6)->pos() - button(0)->pos(), QPoint(0, 150));
         auto* area = m_page->findChild<QScrollArea*>("controllerButtonScrollArea");
         QTRY_VERIFY(area->verticalScrollBar()->isVisible());
-        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
-
-        m_page->resize(640, 480); // in the order of the keys, as many a row as there is room for
-        QTRY_COMPARE(button(3)->pos() - button(0)->pos(), QPoint(0, 150));
-        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
-        button(5)->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(button(5), Qt::Key_Down);
-        QVERIFY(button(8)->hasFocus());
-        m_page->resize(1000, 650);
-        QTRY_COMPARE(button(6)->pos() - button(0)->pos(), QPoint(0, 150));
-
-        button(5)->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(button(5), Qt::Key_Down);
-        QVERIFY(button(11)->hasFocus());
+        for (const int columns : {6, 3, 6}) { // in the order of the keys
+            m_page->resize(columns == 6 ? QSize(1000, 650) : QSize(640, 480));
+            QTRY_COMPARE(button(columns)->pos() - button(0)->pos(), QPoint(0, 150));
+            QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
+            button(5)->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(button(5), Qt::Key_Down);
+            QVERIFY(button(5 + columns)->hasFocus());
+        }
         show(12);
         QVERIFY(button(11)->hasFocus());
         show(0);
         QVERIFY(hint->isVisible());
     }
 
-    void namesStayWhatTheUserWrote_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("markup") << "<b>x</b>";
-        QTest::newRow("entity") << "&amp; &x";
-        QTest::newRow("long") << QString(200, QLatin1Char('m'));
-        QTest::newRow("emoji") << QString::fromUtf8("\xF0\x9F\x92\xA1").repeated(100);
-    }
     void namesStayWhatTheUserWrote()
     {
-        QFETCH(QString, name);
         QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
-        show(1, name);
-        QCOMPARE(button()->text(), name);
-        QVERIFY(button()->shortcut().isEmpty());
-        QCOMPARE(button()->size(), QSize(110, 130));
-        QVERIFY(button()->toolTip().contains(name.toHtmlEscaped()));
-
-        openEditor();
-        QTest::keyClick(editor(), Qt::Key_Return);
-        QVERIFY(!editor()->isVisible());
+        for (const QString& name : {QString("<b>&amp; &x</b>"), QString("\U0001F4A1").repeated(100)}) {
+            show(1, name);
+            QCOMPARE(button()->text(), name);
+            QVERIFY(button()->shortcut().isEmpty());
+            QCOMPARE(button()->size(), QSize(110, 130));
+            QVERIFY(button()->toolTip().contains(name.toHtmlEscaped()));
+            openEditor();
+            QTest::keyClick(editor(), Qt::Key_Return);
+            QVERIFY(!editor()->isVisible());
+        }
         QCoreApplication::processEvents();
         QCOMPARE(renamed.count(), 0);
     }
@@ -118,11 +102,8 @@ private slots:
         QTRY_COMPARE(entered.count(), 3);
         QCOMPARE(entered.at(0).at(0).toString(), QStringLiteral("id00"));
 
-        QTest::mouseClick(button(), Qt::RightButton, {}, kStripTop);
-        QVERIFY(!editor()->isVisible());
         openEditor();
         QVERIFY(editor()->hasFocus());
-        QCOMPARE(editor()->geometry(), QRect(0, 108, 110, 22));
         QTest::keyClicks(editor(), "s");
         QTest::keyClick(editor(), Qt::Key_Escape);
         QTest::keyClick(editor(), Qt::Key_Down);
@@ -156,7 +137,6 @@ private slots:
             QCoreApplication::sendEvent(button(i), &enter);
             QCOMPARE(config(i)->isVisible(), i == 0);
         }
-        QCOMPARE(config()->geometry(), QRect(89, 0, 20, 20));
         QTest::mouseClick(config(), Qt::LeftButton);
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(button(), &leave);
@@ -171,8 +151,7 @@ private slots:
         QTest::keyClick(config(), Qt::Key_Tab);
         QVERIFY(button(1)->hasFocus());
         QVERIFY(!config()->isVisible());
-        QTRY_COMPARE(ordered.count(), 2);
-        QCOMPARE(ordered.at(1).at(0).toString(), QStringLiteral("id00"));
+        QTRY_COMPARE(ordered, QList<QVariantList>({{"id00"}, {"id00"}}));
         QCOMPARE(entered.count(), 0);
     }
 
@@ -197,7 +176,6 @@ private slots:
         show(1); // with the old name, which nobody was told to change yet
         QTRY_COMPARE(renamed.count(), 1);
         QCOMPARE(button()->text(), renamed.at(0).at(1).toString());
-        renamed.clear();
 
         // A receiver runs a dialog, and the devices go meanwhile.
         const auto runDialog = [this] {
@@ -211,20 +189,12 @@ private slots:
         };
         connect(m_page.get(), &HomePage::controllerEntryOrdered, this, runDialog);
         connect(m_page.get(), &HomePage::controllerOptOrdered, this, runDialog);
-        connect(m_page.get(), &HomePage::controllerNameChanged, this, runDialog);
-        const auto operate = [this](auto&& action) {
-            const QPointer<QToolButton> used(button());
-            action();
-            QTRY_VERIFY(!used);
-        };
-        operate([this] { QTest::mouseClick(button(), Qt::LeftButton, {}, kBody); });
-        operate([this] { config()->click(); });
-        operate([this] {
-            openEditor();
-            QTest::keyClicks(editor(), "x");
-            QTest::keyClick(editor(), Qt::Key_Return);
-        });
-        QCOMPARE(renamed.count(), 1);
+        QPointer<QToolButton> used(button());
+        QTest::mouseClick(used, Qt::LeftButton, {}, kBody);
+        QTRY_VERIFY(!used);
+        used = button();
+        config()->click();
+        QTRY_VERIFY(!used);
     }
 
     void advertisementReplacesPictureAndAddress()
@@ -233,7 +203,7 @@ private slots:
         const QString file = dir.filePath(QStringLiteral("ad.png"));
         QVERIFY(redPicture(QSize(64, 32)).save(file));
         auto* box = m_page->findChild<QWidget*>("ADBox1");
-        const QStringList schemes{"https", "http", "file", "smb", "mailto", "steam"};
+        const QStringList schemes{"https", "http", "file", "steam"};
         for (const QString& scheme : schemes)
             QDesktopServices::setUrlHandler(scheme, this, "takeUrl");
         LogCapture log;
@@ -246,9 +216,6 @@ private slots:
         deliver(file, {});
         QVERIFY(!isOffered());
         QVERIFY(!log.contains("Failed to open url"));
-        m_page->hide();
-        deliver(file, QStringLiteral("https://early.invalid"));
-        m_page->show();
         deliver(file, QStringLiteral("https://shown.invalid"));
         QVERIFY(isOffered());
         deliver(dir.filePath(QStringLiteral("none.png")), QStringLiteral("https://lost.invalid"));
@@ -262,53 +229,46 @@ private slots:
         QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid", "https://x.invalid",
                                       "http://x.invalid"}));
         QVERIFY(log.contains("[HomePage]: Feilad to load AD iamge. path:" + dir.filePath("none.png")));
-        QVERIFY(log.contains("[HomePage]: Failed to open url: file:"));
-        QVERIFY(log.contains("[HomePage]: Failed to open url: //x"));
+        QCOMPARE(log.count("[HomePage]: Failed to open url: "), 3);
         QCOMPARE(redPart(*box).size(), QSize(box->width(), box->width() / 2));
     }
 
-    void picturesFitTheirBoxes_data()
-    {
-        QTest::addColumn<QSize>("picture"); // in a box of 100 by 100
-        QTest::addColumn<QRect>("fitted");
-        QTest::addColumn<QRect>("fullWidth");
-        QTest::addColumn<QRect>("fullHeight");
-        const QRect box(0, 0, 100, 100);
-        QTest::newRow("wide") << QSize(300, 200) << QRect(0, 16, 100, 66) << QRect(0, 0, 100, 66) << box;
-        QTest::newRow("tall") << QSize(15, 30) << QRect(25, 0, 50, 100) << box << QRect(25, 0, 50, 100);
-        QTest::newRow("endless") << QSize(1, 30000) << QRect() << box << QRect();
-    }
     void picturesFitTheirBoxes()
     {
-        QFETCH(QSize, picture);
-        ImageWidget fitted;
-        AD1ImageWidget fullWidth;
-        AD2ImageWidget fullHeight;
-        for (ImageWidget* widget : std::initializer_list<ImageWidget*>{&fitted, &fullWidth, &fullHeight}) {
-            widget->resize(200, 150);
-            widget->setImg(redPicture(QSize(50, 50)));
-            widget->grab(); // what is kept of this is of no use for another picture ...
-            widget->setImg(redPicture(picture));
-            widget->grab(); // ... nor for another size
-            widget->resize(100, 100);
-        }
-        QTEST(redPart(fitted), "fitted");
-        QTEST(redPart(fullWidth), "fullWidth");
-        QTEST(redPart(fullHeight), "fullHeight");
+        const auto place = [](ImageWidget&& widget, QSize picture) {
+            widget.resize(200, 150);
+            widget.setImg(redPicture(QSize(50, 50)));
+            widget.grab(); // what is kept of this is of no use for another picture ...
+            widget.setImg(redPicture(picture));
+            widget.grab(); // ... nor for another size
+            widget.resize(100, 100);
+            return redPart(widget);
+        };
+        const QSize wide(300, 200);
+        const QSize tall(15, 30);
+        const QSize endless(1, 30000);
+        const QRect box(0, 0, 100, 100);
+        QCOMPARE(place(ImageWidget(), wide), QRect(0, 16, 100, 66));
+        QCOMPARE(place(ImageWidget(), tall), QRect(25, 0, 50, 100));
+        QCOMPARE(place(ImageWidget(), endless), QRect());
+        QCOMPARE(place(AD1ImageWidget(), wide), QRect(0, 0, 100, 66));
+        QCOMPARE(place(AD1ImageWidget(), endless), box);
+        QCOMPARE(place(AD2ImageWidget(), wide), box);
+        QCOMPARE(place(AD2ImageWidget(), tall), QRect(25, 0, 50, 100));
     }
 
     void languageChangeReachesEveryText()
     {
         show(1);
+        config()->setToolTip({});
         auto labels = m_page->findChildren<QLabel*>();
         labels.removeOne(m_page->findChild<QLabel*>("noticeLabel")); // translated by who sets it
         for (QLabel* label : labels)
             label->clear();
-        config()->setToolTip({});
         QEvent languageChange(QEvent::LanguageChange);
         QCoreApplication::sendEvent(m_page.get(), &languageChange);
-        QVERIFY(std::none_of(labels.begin(), labels.end(),
-                             [](QLabel* label) { return label->text().isEmpty(); }));
+        for (const QLabel* label : labels)
+            QVERIFY(!label->text().isEmpty());
         QVERIFY(!config()->toolTip().isEmpty());
     }
 

@@ -1,7 +1,6 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
-#include "ui/DeviceButton.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/MainWindow.h"
@@ -12,7 +11,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -87,94 +85,71 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(window.isHomePage());
         window.switchToControlPage();
         QVERIFY(!window.isHomePage());
         press(window, "pushButton_home");
         QVERIFY(window.isHomePage());
-
         QSignalSpy switches(&window, &MainWindow::allStrapOnOff);
         press(window, "pushButton_on");
         QVERIFY(QTest::qWaitForWindowActive(&window));        // shortcuts belong to the active window
         QTest::keyClick(&window, Qt::Key_N, Qt::AltModifier); // all off
         QTRY_COMPARE(switches.count(), 2);                    // the button shows the press first
-        QCOMPARE(switches.at(0).at(0).toBool(), true);
-        QCOMPARE(switches.at(1).at(0).toBool(), false);
+        QCOMPARE(switches, QList<QVariantList>({{true}, {false}}));
     }
 
-    void onlyTheKeyboardTakesTheFocusToTheControlPage()
+    void everyButtonIsInReachOnASmallScreenInEveryLanguage()
     {
-        MainWindow window;
-        HomePage* home = window.homePage();
-        home->setControllerList({{QStringLiteral("id"), DeviceModel()}});
-        connect(home, &HomePage::controllerEntryOrdered, &window, &MainWindow::switchToControlPage);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        auto* device = home->findChild<DeviceButton*>();
-        QTest::mouseClick(device->parentWidget(), Qt::LeftButton, {}, QPoint(1, 1));
-        QTest::mouseClick(device, Qt::LeftButton, {}, QPoint(50, 50));
-        QTRY_VERIFY(!window.isHomePage());
-        QVERIFY(!window.controlPage()->isAncestorOf(QApplication::focusWidget()));
-
-        window.switchToHomePage();
-        device->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(device, Qt::Key_Return);
-        QTRY_VERIFY(window.controlPage()->isAncestorOf(QApplication::focusWidget()));
-    }
-
-    void everyButtonIsInReachOnASmallScreen_data()
-    {
-        QTest::addColumn<QString>("language");
-        for (const QString& file : QDir(":/languages").entryList({"*.qm"}))
-            QTest::newRow(qPrintable(file)) << file.section('_', 1).section('.', 0, 0);
-    }
-    void everyButtonIsInReachOnASmallScreen()
-    {
-        QFETCH(QString, language);
         QApplication::setFont(QFont("Arial")); // as the program does
-        LanguageManager::instance()->switchLanguage(language);
-        const auto reset = qScopeGuard([] { LanguageManager::instance()->switchLanguage("zh"); });
-        MainWindow window;
-        window.showNewVersionBtn();
-        window.setNotice("notice");
-        window.homePage()->setNotice("notice");
-        QMap<QString, DeviceModel> devices;
-        for (int i = 0; i < 7; ++i)
-            devices.insert(QString::number(i), DeviceModel());
-        window.homePage()->setControllerList(devices);
-        window.resize(640, 480);
-        window.show();
-        QCOMPARE(window.size(), QSize(640, 480));
-        const auto isInside = [&window](const QWidget* part) {
-            const QRect place(part->mapTo(&window, QPoint()), part->size());
-            return part->isVisible() && window.rect().contains(place);
-        };
-        for (const auto* button : window.findChild<QWidget*>("titleBar")->findChildren<QAbstractButton*>()) {
-            QVERIFY2(isInside(button), qPrintable(button->objectName()));
-            QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(button->objectName()));
+        const QStringList files = QDir(":/languages").entryList({"*.qm"});
+        QVERIFY(files.size() > 1);
+        for (const QString& file : files) {
+            LanguageManager::instance()->switchLanguage(file.section('_', 1).section('.', 0, 0));
+            MainWindow window;
+            window.showNewVersionBtn();
+            window.setNotice("notice");
+            window.homePage()->setNotice("notice");
+            QMap<QString, DeviceModel> devices;
+            for (int i = 0; i < 7; ++i)
+                devices.insert(QString::number(i), DeviceModel());
+            window.homePage()->setControllerList(devices);
+            window.resize(640, 480);
+            window.show();
+            QCOMPARE(window.size(), QSize(640, 480));
+            const auto placeOf = [&window](const QWidget* part) {
+                return QRect(part->mapTo(&window, QPoint()), part->size());
+            };
+            for (const auto* button :
+                 window.findChild<QWidget*>("titleBar")->findChildren<QAbstractButton*>()) {
+                const QString where = file + ' ' + button->objectName();
+                QVERIFY2(button->isVisible() && window.rect().contains(placeOf(button)), qPrintable(where));
+                QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(where));
+            }
+            const auto* list = window.findChild<QScrollArea*>("controllerButtonScrollArea");
+            const auto* picture = window.findChild<QWidget*>("ADBox1");
+            QTRY_COMPARE(list->horizontalScrollBar()->maximum(), 0); // no device beside the list
+            QVERIFY(list->isVisible() && window.rect().contains(placeOf(list)));
+            QVERIFY(picture->isVisible() && window.rect().contains(placeOf(picture)));
+            QVERIFY(!placeOf(list).intersects(placeOf(picture)));
+            window.switchToControlPage();
+            QCOMPARE(window.controlPage()->width(), window.homePage()->width());
+            QVERIFY(window.rect().contains(placeOf(window.controlPage())));
         }
-        const auto* list = window.findChild<QScrollArea*>("controllerButtonScrollArea");
-        const auto* picture = window.findChild<QWidget*>("ADBox1");
-        QTRY_COMPARE(list->horizontalScrollBar()->maximum(), 0); // no device beside the list
-        QVERIFY(isInside(list) && isInside(picture));
-        const QRect listPlace(list->mapTo(&window, QPoint()), list->size());
-        QVERIFY(!listPlace.intersects({picture->mapTo(&window, QPoint()), picture->size()}));
-        window.switchToControlPage();
-        QCOMPARE(window.controlPage()->width(), window.homePage()->width());
-        QVERIFY(isInside(window.controlPage()));
     }
 
-    void buttonsThatLeadNowhereAreCaption()
+    void captionIsWhereNoButtonLeadsAnywhere()
     {
         MainWindow window;
         window.show();
-        QSignalSpy help(&window, &MainWindow::requestShowHelpDlg);
         const QPoint settings = middleOf(window, "pushButton_settings");
         QCOMPARE(window.regionAt(settings), WindowRegion::None);
         window.hideUnusedButtons();
         QCOMPARE(window.regionAt(settings), WindowRegion::Caption);
-        press(window, "pushButton_help");
-        QCOMPARE(help.count(), 1);
+
+        const QPoint left = middleOf(window, "toolButton_close");
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        QTRY_VERIFY(middleOf(window, "toolButton_close").x() < 100);
+        QCOMPARE(window.regionAt(middleOf(window, "toolButton_close")), WindowRegion::None);
+        QCOMPARE(window.regionAt(left), WindowRegion::Caption);
     }
 
     void noticesWrapAboveWhatTheyTellOf()
@@ -188,24 +163,20 @@ private slots:
         const QList<QLabel*> notices{window.findChild<QLabel*>("noticeLabel", Qt::FindDirectChildrenOnly),
                                      window.homePage()->findChild<QLabel*>("noticeLabel")};
         for (QLabel* notice : notices) {
-            QVERIFY(notice);
-            QCOMPARE(notice->text(), text);
-            QCOMPARE(notice->textFormat(), Qt::PlainText);
-            QVERIFY(notice->isVisible());
+            QVERIFY(notice && notice->isVisible());
+            QVERIFY(notice->text() == text && notice->textFormat() == Qt::PlainText);
             QTRY_VERIFY(notice->height() >= notice->heightForWidth(notice->width()));
             QVERIFY(notice->height() > 2 * notice->fontMetrics().height());
         }
         window.setNotice({});
         window.homePage()->setNotice({});
-        for (const QLabel* notice : notices)
-            QVERIFY(!notice->isVisible());
+        QVERIFY(!notices.at(0)->isVisible() && !notices.at(1)->isVisible());
     }
 
     void closeButtonAsksOnce_data()
     {
         QTest::addColumn<QJsonValue>("stored");
-        QTest::addColumn<QString>(
-            "answer"); // a button of the dialog, a key or the tray; empty: none is wanted
+        QTest::addColumn<QString>("answer"); // a button of the dialog, a key or the tray; empty: not asked
         QTest::addColumn<bool>("remember");
         QTest::addColumn<bool>("isQuit");
         QTest::addColumn<QJsonValue>("kept");
@@ -219,8 +190,6 @@ private slots:
         QTest::newRow("Escape") << none << "Escape" << true << false << none;
         QTest::newRow("the program ends meanwhile") << none << "tray" << true << true << none;
         QTest::newRow("stored quit") << quit << "" << false << true << quit;
-        QTest::newRow("stored nonsense")
-            << QJsonValue("later") << "" << false << false << QJsonValue("later");
     }
     void closeButtonAsksOnce()
     {
@@ -302,8 +271,8 @@ private slots:
         QCOMPARE(window.geometry(), QRect(100, 140, 930, 600));
 
         QTest::mouseMove(handle, {2, 200});
-        QVERIFY(QGuiApplication::overrideCursor());
-        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::SizeHorCursor);
+        QVERIFY(QGuiApplication::overrideCursor() &&
+                QGuiApplication::overrideCursor()->shape() == Qt::SizeHorCursor);
         QTest::mouseMove(handle, {300, 300});
         QVERIFY(!QGuiApplication::overrideCursor());
     }
@@ -314,23 +283,11 @@ private slots:
         window.show();
         QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 25});
         QTRY_VERIFY(window.isMaximized());
-        const QPoint edge(window.width() - 1, 300);
-        QCOMPARE(window.regionAt(edge), WindowRegion::None);
+        QCOMPARE(window.regionAt({window.width() - 1, 300}), WindowRegion::None);
         QCOMPARE(window.regionAt({400, 0}), WindowRegion::Caption); // up to the screen's edge
         QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 0});
         QTRY_VERIFY(!window.isMaximized());
         QCOMPARE(window.regionAt({400, 0}), WindowRegion::Top);
-    }
-
-    void mirroredTitleBarKeepsItsButtons()
-    {
-        MainWindow window;
-        window.show();
-        const QPoint left = middleOf(window, "toolButton_close");
-        QApplication::setLayoutDirection(Qt::RightToLeft);
-        QTRY_VERIFY(middleOf(window, "toolButton_close").x() < 100);
-        QCOMPARE(window.regionAt(middleOf(window, "toolButton_close")), WindowRegion::None);
-        QCOMPARE(window.regionAt(left), WindowRegion::Caption);
     }
 
     void dialogIsDraggedByItsHeaderButNotByItsCloseButton()
