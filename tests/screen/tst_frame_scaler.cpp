@@ -39,16 +39,6 @@ double meanError(const cv::Mat& picture, const cv::Mat& frame)
     return cv::norm(average, got, cv::NORM_L1) / (3.0 * frame.cols * frame.rows);
 }
 
-QRgb noise(int, int)
-{
-    static std::minstd_rand random(3);
-    return QRgb(random());
-}
-
-QRgb blackOrWhite(bool white)
-{
-    return white ? 0xFFFFFFU : 0U;
-}
 } // namespace
 
 class TestFrameScaler : public QObject
@@ -63,11 +53,9 @@ private slots:
         QTest::addColumn<double>("limit");
         const QSize usual(120, 67);
         QTest::newRow("full HD") << QSize(1920, 1080) << usual << 0.7;
-        QTest::newRow("4K") << QSize(3840, 2160) << usual << 1.0;
         QTest::newRow("as high as 8K") << QSize(640, 4320) << usual << 1.0;
         QTest::newRow("one row of many") << QSize(640, 2160) << QSize(120, 1) << 4.0;
         QTest::newRow("odd") << QSize(1367, 769) << QSize(119, 61) << 0.7;
-        QTest::newRow("small") << QSize(131, 71) << usual << 1.0;
         QTest::newRow("tiny") << QSize(3, 2) << QSize(2, 1) << 0.7;
         QTest::newRow("larger output") << QSize(7, 5) << QSize(120, 67) << 1.5;
         QTest::newRow("one pixel") << QSize(1, 1) << QSize(9, 9) << 0.7;
@@ -78,13 +66,13 @@ private slots:
         QFETCH(QSize, output);
         QFETCH(double, limit);
         std::vector<std::pair<const char*, PixelAt>> pictures{
-            {"noise", noise},
+            {"noise", [random = std::minstd_rand(3)](int, int) mutable { return QRgb(random()); }},
             {"gradient",
              [size](int x, int y) { return qRgb(x * 255 / size.width(), y * 255 / size.height(), x ^ y); }},
         };
         for (int wide : {1, 2, 3, 5, 8}) {
-            pictures.emplace_back("columns", [wide](int x, int) { return blackOrWhite(x / wide % 2); });
-            pictures.emplace_back("rows", [wide](int, int y) { return blackOrWhite(y / wide % 2); });
+            pictures.emplace_back("columns", [wide](int x, int) { return x / wide % 2 * 0xFFFFFFU; });
+            pictures.emplace_back("rows", [wide](int, int y) { return y / wide % 2 * 0xFFFFFFU; });
         }
         for (const auto& [name, pixelAt] : pictures) {
             const cv::Mat picture = draw(size, pixelAt);

@@ -20,7 +20,6 @@ private slots:
         QTest::addColumn<int>("jitterMs");
         QTest::newRow("one unsteady puller") << 80 << QList<int>{0} << 3;
         QTest::newRow("a slow one") << 3000 << QList<int>{0} << 5;
-        QTest::newRow("two pullers") << 80 << QList<int>{0, 30} << 1;
         QTest::newRow("three, two of them at once") << 80 << QList<int>{0, 20, 21} << 0;
     }
     void predictsEachPuller()
@@ -45,18 +44,6 @@ private slots:
                     plan.done(now - kLeadUs / 2, now);
             }
         }
-    }
-
-    void followsAChangeOfPace()
-    {
-        GrabPlan plan;
-        qint64 now = 0;
-        for (int i = 0; i < 20; ++i)
-            plan.pull(now += 80 * kMs);
-        plan.done(now - kLeadUs / 2, now);
-        for (int i = 0; i < 12; ++i)
-            plan.pull(now += 33 * kMs);
-        QVERIFY(qAbs(plan.dueUs(now) + kLeadUs - (now + 33 * kMs)) < 2 * kMs);
     }
 
     void grabsEarlierWhereGrabsTakeLong()
@@ -90,26 +77,6 @@ private slots:
         plan.pull(85 * kMs);
         QVERIFY(plan.dueUs(1000 * kMs) >= 0);
         QCOMPARE(plan.dueUs(1100 * kMs), qint64(-1));
-    }
-
-    void wakesOnlyWhoWouldComeTooLate()
-    {
-        GrabPlan plan;
-        QVERIFY(!plan.takeWake(0));
-        plan.pull(1 * kMs);
-        QVERIFY(plan.takeWake(1 * kMs));
-        QVERIFY(!plan.takeWake(1 * kMs)); // said already
-        plan.done(plan.takeDueUs(1 * kMs), 2 * kMs);
-        QCOMPARE(plan.takeDueUs(2 * kMs), qint64(-1));
-        plan.pull(81 * kMs);
-        QVERIFY(plan.takeWake(81 * kMs));
-        const qint64 due = plan.takeDueUs(82 * kMs);
-        plan.pull(90 * kMs); // a second puller, out of step
-        QVERIFY(!plan.takeWake(90 * kMs) || plan.dueUs(90 * kMs) < due);
-        plan.hurry(91 * kMs);
-        QVERIFY(plan.takeWake(91 * kMs));
-        plan.forget();
-        QVERIFY(plan.takeWake(92 * kMs));
     }
 };
 

