@@ -42,7 +42,6 @@ public:
     }
     ~Listener() override { m_manager.releaseCapturer(m_id); }
 
-    AudioCapturer* capturer() const { return m_capturer.data(); }
     int updates() const { return m_updates; }
     /// The level around a frequency; -1 before the first spectrum.
     float level(float hertz, int channel = 0) const
@@ -107,36 +106,12 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(listener.peak(), 0., kPatienceMs);
     }
 
-    void hearsAnyKindOfLoudspeaker_data()
-    {
-        QTest::addColumn<int>("rate");
-        QTest::addColumn<int>("channels");
-        QTest::newRow("192 kHz") << 192000 << 2;
-        QTest::newRow("one channel") << 48000 << 1;
-        QTest::newRow("six channels") << 48000 << 6;
-    }
-    void hearsAnyKindOfLoudspeaker()
-    {
-        QFETCH(int, rate);
-        QFETCH(int, channels);
-        QVERIFY(m_server->addSink("second", rate, channels));
-        AudioCapManager manager(createAudioBackend());
-        TonePlayer player(m_server->address(), "second");
-        const Listener listener(manager, kSecond);
-        player.play(tone(1000));
-        const auto isHeard = [&](int side) {
-            return qAbs(listener.level(1000, side) - 60) < 8 && listener.level(4000, side) < 5;
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(isHeard(0) && isHeard(1), kPatienceMs);
-    }
-
     void recordsOnceForAllAndOnlyWhileSomebodyListens()
     {
         AudioCapManager manager(createAudioBackend());
         QCOMPARE(recordings(*m_server), 0);
         auto one = std::make_unique<Listener>(manager, kFirst);
         auto other = std::make_unique<Listener>(manager, kFirst);
-        QCOMPARE(one->capturer(), other->capturer());
         QTRY_VERIFY_WITH_TIMEOUT(one->updates() > 5 && other->updates() > 5, kPatienceMs);
         QCOMPARE(recordings(*m_server), 1);
         one.reset();
@@ -144,9 +119,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(other->updates() > before + 5, kPatienceMs);
         other.reset();
         QTRY_COMPARE_WITH_TIMEOUT(recordings(*m_server), 0, kPatienceMs);
-
-        QVERIFY(manager.acquireCapturer("no such source").isNull());
-        manager.releaseCapturer(kFirst);
     }
 
     void followsTheDefaultLoudspeaker()
@@ -178,18 +150,24 @@ private slots:
     void tellsOfASourceThatGoesAndFeedsItsCapturerWhenItIsBack()
     {
         AudioCapManager manager(createAudioBackend());
-        QVERIFY(m_server->addSink("second"));
+        QVERIFY(m_server->addSink("second", 192000));
         QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kSecond), kPatienceMs);
         const Listener listener(manager, kSecond);
-        QTRY_VERIFY_WITH_TIMEOUT(listener.updates() > 0, kPatienceMs);
-        QVERIFY(m_server->removeSink("second"));
-        QTRY_VERIFY_WITH_TIMEOUT(!manager.allCapturers().contains(kSecond), kPatienceMs);
-        QVERIFY(manager.acquireCapturer(kSecond).isNull());
-        QVERIFY(m_server->addSink("second"));
-        QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kSecond), kPatienceMs);
+        for (const int channels : {1, 6}) { // of other kinds when it comes back
+            TonePlayer player(m_server->address(), "second");
+            player.play(tone(3000));
+            const auto isHeard = [&](int side) { return qAbs(listener.level(3000, side) - 60) < 8; };
+            QTRY_VERIFY_WITH_TIMEOUT(isHeard(0) && isHeard(1), kPatienceMs);
+            QVERIFY(m_server->removeSink("second"));
+            QTRY_VERIFY_WITH_TIMEOUT(!manager.allCapturers().contains(kSecond), kPatienceMs);
+            QVERIFY(manager.acquireCapturer(kSecond).isNull());
+            QTRY_COMPARE_WITH_TIMEOUT(listener.level(3000), 0.F, kPatienceMs);
+            QVERIFY(m_server->addSink("second", 48000, channels));
+            QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().contains(kSecond), kPatienceMs);
+        }
         TonePlayer player(m_server->address(), "second");
-        player.play(tone(3000));
-        QTRY_VERIFY_WITH_TIMEOUT(listener.hears(3000), kPatienceMs);
+        player.play(tone(440));
+        QTRY_VERIFY_WITH_TIMEOUT(qAbs(listener.level(440, 1) - 60) < 8, kPatienceMs);
     }
 
     void survivesTheServer()
