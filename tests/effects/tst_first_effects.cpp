@@ -1,30 +1,22 @@
+#include "MusicTestKit.h"
 #include "effects/EffectProperties.h"
 #include "effects/colorful/ColorMap.h"
 #include "effects/colorful/FlowingEffect.h"
 #include "effects/colorful/Marquee.h"
 #include "effects/colorful/paintUnits.h"
 #include "effects/singlecolor/SingleColor.h"
-#include "support/config/ConfigurationManager.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <climits>
 #include <memory>
 
+using namespace MusicTestKit;
+
 namespace {
-
-using Frame = QVector<LV_RGB>;
-
-EffectWorkerOptions entry(const QString& id)
-{
-    EffectWorkerOptions options;
-    options.id = id;
-    return options;
-}
 
 Frame lastFrame(const QSignalSpy& frames)
 {
@@ -50,11 +42,9 @@ public:
     QSignalSpy frames{this, &IEffectWorker::updateColors};
 };
 
-ControlOptions strip(uint32_t nbLeds, int ledPerUnit = 1)
+ControlOptions stripOf(uint32_t nbLeds, int ledPerUnit = 1)
 {
-    ControlOptions options;
-    options.id = "LV0127:01";
-    options.nbLeds = nbLeds;
+    ControlOptions options = strip(nbLeds);
     options.ledPerUnit = ledPerUnit;
     return options;
 }
@@ -62,16 +52,6 @@ ControlOptions strip(uint32_t nbLeds, int ledPerUnit = 1)
 ConfigurationManager* store()
 {
     return ConfigurationManager::instance();
-}
-
-QVector<int> litLeds(const Frame& frame)
-{
-    QVector<int> lit;
-    for (int i = 0; i < frame.size(); ++i) {
-        if (frame.at(i) == LV_RGB{255, 0, 0})
-            lit.append(i);
-    }
-    return lit;
 }
 
 /// Red tells the column, green the row.
@@ -89,8 +69,6 @@ const char* const kColorMap = "id.effect.colorful.ColorMap_3";
 const char* const kSingle = "id.effect.singleColor.singleColor1";
 
 } // namespace
-
-Q_DECLARE_METATYPE(const QMetaObject*)
 
 class TestFirstEffects : public QObject
 {
@@ -140,9 +118,8 @@ private slots:
             return lastFrame(frames);
         };
         QCOMPARE(step(), Frame()); // nothing is sent before there are LEDs
-        QCOMPARE(frames.count(), 0);
 
-        effect.load(strip(6));
+        effect.load(stripOf(6));
         const Frame sixths{{255, 255, 0}, {0, 255, 0},   {0, 255, 255},
                            {0, 0, 255},   {255, 0, 255}, {255, 0, 0}};
         QCOMPARE(step(), sixths);
@@ -166,66 +143,61 @@ private slots:
         FlowingEffect effect(entry(kFlowing), nullptr);
         const QVector<QPair<QJsonValue, int>> speeds{{0.9, 200}, {-1.0, 0}, {"fast", 0}, {0.025, 100}};
         for (const auto& [stored, speed] : speeds) {
-            store()->setEffectJsonValue(kFlowing, "LV0127:01", "speed", stored);
-            effect.load(strip(3));
+            store()->setEffectJsonValue(kFlowing, "LVTEST:01", "speed", stored);
+            effect.load(stripOf(3));
             QCOMPARE(effect.effectProperty("speed").toInt(-1), speed);
         }
-        effect.setEffectProperty("speed", 50);
-        QCOMPARE(store()->effectJsonValue(kFlowing, "LV0127:01", "speed").toDouble(), 0.0125);
+        effect.setEffectProperty("", QJsonObject{{"speed", 50}});
+        QCOMPARE(effect.effectProperty(EffectProperties::kLook).toObject().keys(), QStringList("speed"));
+        QCOMPARE(store()->effectJsonValue(kFlowing, "LVTEST:01", "speed").toDouble(), 0.0125);
         for (int value = 1; value <= 200; ++value) {
             effect.setSpeed(value);
             QCOMPARE(effect.effectProperty("speed").toInt(), value); // or it would creep at each report
         }
     }
 
-    void marqueeMovesByTimeAndUnit_data()
-    {
-        QTest::addColumn<int>("ledPerUnit");
-        QTest::addColumn<int>("speed");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<QVector<int>>("lit"); // of ten LEDs
-        QTest::newRow("70 steps a second at 200") << 1 << 200 << 0.5 << QVector<int>{5};
-        QTest::newRow("15.75 steps at the default") << 1 << 45 << 1.0 << QVector<int>{5};
-        QTest::newRow("a step is a unit") << 3 << 200 << 0.15 << QVector<int>{0, 1, 2}; // step 10
-        QTest::newRow("cut at the end") << 3 << 200 << 0.05 << QVector<int>{9};         // step 3
-        QTest::newRow("unit of none stands") << 0 << 200 << 0.5 << QVector<int>{0};
-        QTest::newRow("huge unit") << INT_MAX << 200 << 0.0 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-    }
     void marqueeMovesByTimeAndUnit()
     {
-        QFETCH(int, ledPerUnit);
-        QFETCH(int, speed);
-        QFETCH(double, seconds);
-        QFETCH(QVector<int>, lit);
-        Stepped<Marquee> effect(kMarquee);
-        effect.load(strip(10, ledPerUnit));
-        QCOMPARE(effect.effectProperty("speed").toInt(), 45);
-        effect.setEffectProperty("speed", speed);
-        QCOMPARE(litLeds(effect.after(seconds)), lit);
-        for (const int hostile : {INT_MIN, INT_MAX}) {
-            effect.setEffectProperty("speed", hostile);
-            QVERIFY(!litLeds(effect.after(1.0)).isEmpty());
+        struct Row
+        {
+            int ledPerUnit;
+            int speed;
+            double seconds;
+            QVector<int> lit; // of ten LEDs
+        };
+        const Row rows[] = {
+            {1, 200, 0.5, {5}},        // 70 steps a second at 200
+            {1, 45, 1.0, {5}},         // 15.75 at the default
+            {3, 200, 0.15, {0, 1, 2}}, // a step is a unit: step 10
+            {3, 200, 0.05, {9}},       // step 3, cut at the end
+        };
+        for (const Row& row : rows) {
+            store()->reset();
+            Stepped<Marquee> effect(kMarquee);
+            effect.load(stripOf(10, row.ledPerUnit));
+            QCOMPARE(effect.effectProperty("").toObject(), (QJsonObject{{"speed", 45}}));
+            effect.setEffectProperty("speed", row.speed);
+            QCOMPARE(lit(effect.after(row.seconds)), row.lit);
+            for (const int hostile : {INT_MIN, INT_MAX}) {
+                effect.setEffectProperty("speed", hostile);
+                QVERIFY(!lit(effect.after(1.0)).isEmpty());
+            }
         }
     }
 
-    void colorMapSpreadsOneRow_data()
-    {
-        QTest::addColumn<uint32_t>("nbLeds");
-        QTest::addColumn<int>("ledPerUnit");
-        QTest::addColumn<QVector<int>>("columns");
-        QTest::newRow("longer") << 8U << 1 << QVector<int>{0, 0, 1, 1, 2, 2, 3, 3};
-        QTest::newRow("shorter") << 3U << 1 << QVector<int>{0, 1, 2};
-        // From LED 0, 3 and 6; the last has its one LED twice.
-        QTest::newRow("units of four") << 8U << 4 << QVector<int>{0, 0, 0, 1, 1, 1, 3, 3};
-        QTest::newRow("none") << 0U << 1 << QVector<int>();
-    }
     void colorMapSpreadsOneRow()
     {
-        QFETCH(uint32_t, nbLeds);
-        QFETCH(int, ledPerUnit);
-        Stepped<ColorMap> effect(kColorMap);
-        effect.load(strip(nbLeds, ledPerUnit));
-        QTEST(columnsOf(effect.after(0)), "columns");
+        const auto columns = [](uint32_t nbLeds, int ledPerUnit) {
+            Stepped<ColorMap> effect(kColorMap);
+            effect.after(0.5); // before it is loaded
+            effect.load(stripOf(nbLeds, ledPerUnit));
+            return columnsOf(effect.after(0));
+        };
+        QCOMPARE(columns(8, 1), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
+        QCOMPARE(columns(3, 1), (QVector<int>{0, 1, 2}));
+        // From LED 0, 3 and 6; the last has its one LED twice.
+        QCOMPARE(columns(8, 4), (QVector<int>{0, 0, 0, 1, 1, 1, 3, 3}));
+        QCOMPARE(columns(0, 1), QVector<int>());
     }
 
     void colorMapSpeedFactors()
@@ -233,7 +205,7 @@ private slots:
         // The seconds until the second row of three shows.
         for (const auto& [speed, seconds] : {std::pair(0, 1 / 15.0), {100, 1 / 30.0}, {200, 1 / 120.0}}) {
             Stepped<ColorMap> effect(kColorMap);
-            effect.load(strip(1));
+            effect.load(stripOf(1));
             effect.setEffectProperty("speed", speed);
             const auto rowAfter = [&effect](double step) { return effect.after(step).at(0).green / 10; };
             QCOMPARE(rowAfter(seconds * 0.98), 0);
@@ -244,45 +216,30 @@ private slots:
         }
     }
 
-    void colorMapSurvivesAnySpeedAndTheTimeBeforeLoad()
+    void singleColorIsStoredShownAndRefreshed()
     {
-        store()->setEffectJsonValue(kColorMap, "LV0127:01", "speed", 1000);
-        Stepped<ColorMap> effect(kColorMap);
-        effect.after(0.5);
-        effect.load(strip(4));
-        QCOMPARE(effect.effectProperty("speed").toInt(), 200);
-        for (const int speed : {INT_MIN, -150, INT_MAX}) {
-            effect.setEffectProperty("speed", speed);
-            for (int i = 0; i < 20; ++i)
-                QCOMPARE(columnsOf(effect.after(0.033)), (QVector<int>{0, 1, 2, 3}));
-        }
-    }
-
-    void firstUseShowsTheDefaultColor()
-    {
+        const auto storedColor = [] {
+            return store()->effectVariant(kSingle, "LVTEST:01", "color").toUInt();
+        };
         SingleColor effect(entry(kSingle), nullptr);
         QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-        effect.load(strip(2));
-        QCOMPARE(lastFrame(frames), Frame(2, LV_RGB{79, 36, 211}));
-        QTRY_COMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF4F24D3u);
-    }
-
-    void storedColorIsShownAndRefreshed()
-    {
-        store()->setEffectVariant(kSingle, "LV0127:01", "color", 0xFF010203u);
-        SingleColor effect(entry(kSingle), nullptr);
-        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-        effect.load(strip(1));
-        QCOMPARE(frames.count(), 1);
+        effect.load(stripOf(2));
+        QCOMPARE(lastFrame(frames), Frame(2, LV_RGB{79, 36, 211})); // the first use
+        QTRY_COMPARE(storedColor(), 0xFF4F24D3u);
+        effect.unload();
+        store()->setEffectVariant(kSingle, "LVTEST:01", "color", 0xFF010203u);
+        effect.load(stripOf(1));
         QCOMPARE(lastFrame(frames), (Frame{{1, 2, 3}}));
+        const int before = frames.count();
         effect.setEffectProperty("color", QJsonArray{250, 20, 30});
-        QCOMPARE(frames.count(), 1); // not at once
+        QCOMPARE(frames.count(), before); // not at once
         QTRY_COMPARE(lastFrame(frames), (Frame{{250, 20, 30}}));
         effect.setEffectProperty("color", QJsonArray{-5, 999, "x"});
         QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{0, 255, 0}));
         effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});
+        QCOMPARE(effect.effectProperty(EffectProperties::kLook).toObject().keys(), QStringList("color"));
         effect.unload();
-        QCOMPARE(store()->effectVariant(kSingle, "LV0127:01", "color").toUInt(), 0xFF090807u);
+        QCOMPARE(storedColor(), 0xFF090807u);
     }
 
     void propertiesAreAnsweredByTheirKind()
@@ -312,42 +269,12 @@ private slots:
         properties.write("", more);
         QCOMPARE(written,
                  (QStringList{"list 1", "choice 4", "colour 5"})); // a list comes before what is in it
-        for (const char* key : {"sources", "notice", "unknown", EffectProperties::kLook})
+        for (const char* key : {"sources", "notice", "unknown"})
             properties.write(key, 6);
         properties.write("", 6);
         properties.write("", QJsonObject{{"colour", QJsonValue::Null}});
         properties.write("reset", 7);
         QCOMPARE(written.mid(3), (QStringList{"colour ", "reset 7"}));
-    }
-
-    void propertiesFollowTheProtocol_data()
-    {
-        QTest::addColumn<const QMetaObject*>("type");
-        QTest::addColumn<QJsonValue>("value");
-        QTest::newRow("single") << &SingleColor::staticMetaObject << QJsonValue(QJsonArray{1, 2, 3});
-        QTest::newRow("flowing") << &FlowingEffect::staticMetaObject << QJsonValue(100);
-        QTest::newRow("marquee") << &Marquee::staticMetaObject << QJsonValue(77);
-        QTest::newRow("map") << &ColorMap::staticMetaObject << QJsonValue(77);
-    }
-    void propertiesFollowTheProtocol()
-    {
-        QFETCH(const QMetaObject*, type);
-        QFETCH(QJsonValue, value);
-        const QString key = value.isArray() ? "color" : "speed";
-        // As the factory makes them.
-        const EffectWorkerOptions options = entry(kColorMap);
-        const std::unique_ptr<IEffectWorker> worker(qobject_cast<IEffectWorker*>(
-            type->newInstance(Q_ARG(const EffectWorkerOptions&, options), Q_ARG(QObject*, nullptr))));
-        QVERIFY(worker);
-        QCOMPARE(worker->load(strip(4)), 0);
-        worker->setEffectProperty("", QJsonObject{{key, value}});
-        QCOMPARE(worker->effectProperty(key), value);
-        for (const char* several : {"", EffectProperties::kLook})
-            QCOMPARE(worker->effectProperty(several).toObject(), (QJsonObject{{key, value}}));
-        worker->setEffectProperty("other", 3);
-        worker->setEffectProperty("", 3);
-        QCOMPARE(worker->effectProperty(key), value);
-        QCOMPARE(worker->effectProperty("other"), QJsonValue(QJsonValue::Null));
     }
 
 private:

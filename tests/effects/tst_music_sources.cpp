@@ -152,7 +152,6 @@ private slots:
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);
         QCOMPARE(stateOf(next), QString("default"));
-        next.unload();
     }
 
     void openFormIsToldOfEveryChange()
@@ -178,12 +177,15 @@ private slots:
         m_backend->offer({});
         QTRY_COMPARE(announced(changes, "capturers"), QJsonValue(QJsonArray()));
         QVERIFY(isTold());
-        effect.unload();
     }
 
     void stripIsDarkAndThePageSaysWhyWithoutASource()
     {
         setSources({});
+        choose("headset");
+        Running<AudioPeakValues>(kPeaks, strip(4)).unload();
+        QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset")); // for the next time
+        choose("");
         Running<AudioPeakValues> effect(kPeaks, strip(4));
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
         const QString notice = effect.effectProperty("notice").toString();
@@ -208,7 +210,6 @@ private slots:
         changes.clear();
         effect.setEffectProperty("captureId", "headset"); // from one to the other: never without
         QVERIFY(announced(changes, "notice").isUndefined());
-        effect.unload();
     }
 
     void sourceThatSpeaksIsNotInterruptedByBlack()
@@ -229,7 +230,6 @@ private slots:
         effect.setEffectProperty("captureId", "headset"); // which says nothing at all
         QTRY_COMPARE(effect.last(), Frame(4, kBlack));
         QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));
-        effect.unload();
     }
 
     void microphoneIsHeardOnlyWhenItIsChosen()
@@ -254,23 +254,6 @@ private slots:
         QTRY_COMPARE(stateOf(next), QString());
         m_backend->offer({kHeadset});
         QTRY_COMPARE(stateOf(next), QString("headset"));
-        next.unload();
-    }
-
-    void withoutAnySourceItWaits()
-    {
-        for (const QString& chosen : {QString(), QString("headset")}) {
-            setSources({});
-            choose(chosen);
-            Running<AudioPeakValues>(kPeaks, strip(4)).unload();
-            QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(chosen)); // for the next time
-            Running<AudioPeakValues> effect(kPeaks, strip(4));
-            m_backend->offer({kSpeaker, kHeadset});
-            QTRY_COMPARE(stateOf(effect), chosen.isEmpty() ? QString("default") : chosen);
-            QCOMPARE(m_backend->attached, QStringList{stateOf(effect)});
-            effect.unload();
-            QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(chosen));
-        }
     }
 
 private:
