@@ -3,7 +3,6 @@
 #include "effects/colorful/ColorMap.h"
 #include "effects/colorful/FlowingEffect.h"
 #include "effects/colorful/Marquee.h"
-#include "effects/colorful/paintUnits.h"
 #include "effects/singlecolor/SingleColor.h"
 
 #include <QDir>
@@ -92,23 +91,6 @@ private slots:
 
     void cleanup() { QDir::setCurrent(QDir::rootPath()); }
 
-    void unitsOverlapByOneLed()
-    {
-        const QVector<int> single{0, 1, 2, 3, 4, 5, 6}; // which unit each of seven LEDs shows
-        const QVector<QPair<int, QVector<int>>> units{
-            {3, {0, 0, 1, 1, 2, 2, 3}},       {2, single}, {0, single}, {INT_MIN, single},
-            {INT_MAX, {0, 0, 0, 0, 0, 0, 1}},
-        };
-        for (const auto& [ledPerUnit, shown] : units) {
-            Frame colors(7);
-            uint8_t unit = 0;
-            paintUnits(colors, ledPerUnit, [&unit](int) {
-                return LV_RGB{static_cast<uint8_t>(10 * unit++), 0, 0};
-            });
-            QCOMPARE(columnsOf(colors), shown);
-        }
-    }
-
     void aRainbowRunsAlongTheStrip()
     {
         FlowingEffect effect(entry(kFlowing), nullptr);
@@ -195,8 +177,11 @@ private slots:
         };
         QCOMPARE(columns(8, 1), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
         QCOMPARE(columns(3, 1), (QVector<int>{0, 1, 2}));
-        // From LED 0, 3 and 6; the last has its one LED twice.
+        // Units overlap by one LED: these begin at 0, 3 and 6; the last has its one LED twice.
         QCOMPARE(columns(8, 4), (QVector<int>{0, 0, 0, 1, 1, 1, 3, 3}));
+        for (const int single : {2, 0, INT_MIN})
+            QCOMPARE(columns(4, single), (QVector<int>{0, 1, 2, 3}));
+        QCOMPARE(columns(3, INT_MAX), (QVector<int>{0, 0, 2}));
         QCOMPARE(columns(0, 1), QVector<int>());
     }
 

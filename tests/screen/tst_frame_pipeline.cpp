@@ -24,6 +24,18 @@ bool same(const cv::Mat& a, const cv::Mat& b)
     return a.size() == b.size() && a.type() == b.type() && cv::norm(a, b, cv::NORM_INF) == 0.0;
 }
 
+void lose(FakeDeskDuplManager& manager, const QString& id)
+{
+    manager.order.removeAll(id);
+    emit manager.capturerFailed(id);
+}
+
+void bring(FakeDeskDuplManager& manager, const QString& id)
+{
+    manager.order += id;
+    emit manager.capturerReady(id);
+}
+
 /// Keeps the frame that reaches the mode; every LED shows its first pixel.
 class ProbeMode : public AbsScreenSync
 {
@@ -96,9 +108,8 @@ private slots:
 
     void saturationIsAddedToTheColor()
     {
-        const LV_RGB pink{200, 100, 100};
-        QCOMPARE(FrameFilters::adjustSaturation(pink, 0.25), (LV_RGB{200, 50, 50}));
-        QCOMPARE(FrameFilters::adjustSaturation(pink, -1.0), (LV_RGB{200, 200, 200}));
+        QCOMPARE(FrameFilters::adjustSaturation({200, 100, 100}, 0.25), (LV_RGB{200, 50, 50}));
+        QCOMPARE(FrameFilters::adjustSaturation({200, 100, 100}, -1.0), (LV_RGB{200, 200, 200}));
         QCOMPARE(FrameFilters::adjustSaturation({90, 90, 90}, 1.0), (LV_RGB{90, 90, 90}));
     }
 
@@ -200,37 +211,29 @@ private slots:
     void onlyWhatTheUserChoosesIsWantedBackAndStored()
     {
         FakeDeskDuplManager manager;
-        const auto lose = [&manager](const QString& id) {
-            manager.order.removeAll(id);
-            emit manager.capturerFailed(id);
-        };
-        const auto bring = [&manager](const QString& id) {
-            manager.order += id;
-            emit manager.capturerReady(id);
-        };
         const auto source = [](AbsScreenSync& worker) {
             return worker.effectProperty("inputSource").toString();
         };
         const auto worker = loaded<ProbeMode>(1, 0, &manager);
-        lose("A");
+        lose(manager, "A");
         QCOMPARE(source(*worker), QString("B"));
-        bring("A"); // never chosen, but what the worker began with
+        bring(manager, "A"); // never chosen, but what the worker began with
         QCOMPARE(source(*worker), QString("A"));
         worker->unload();
         QVERIFY(config()->appConfig(kSavedKey).isUndefined());
 
         const auto next = loaded<ProbeMode>(1, 0, &manager);
         next->setInputSourceIdx("A");
-        lose("A");
+        lose(manager, "A");
         next->setInputSourceIdx("B"); // now the stand-in is chosen
-        bring("A");
+        bring(manager, "A");
         QCOMPARE(source(*next), QString("B"));
-        lose("B");
+        lose(manager, "B");
         QCOMPARE(source(*next), QString("A"));
         QCOMPARE(saved(), QString("B"));
-        bring("B");
+        bring(manager, "B");
         QCOMPARE(source(*next), QString("B"));
-        lose("B");
+        lose(manager, "B");
         next->unload();
         QCOMPARE(saved(), QString("B"));
     }
@@ -247,11 +250,9 @@ private slots:
                    heard[0][1].toJsonValue().toArray().size() == captures &&
                    heard[1] == QVariantList{"inputSource", QJsonValue(source)};
         };
-        manager.order = {"B"};
-        emit manager.capturerFailed("A");
+        lose(manager, "A");
         QVERIFY(tells("B", 1));
-        manager.order = {"B", "A"};
-        emit manager.capturerReady("A");
+        bring(manager, "A");
         QVERIFY(tells("A", 2));
         emit manager.capturersChanged();
         QVERIFY(tells("A", 2));
@@ -309,8 +310,7 @@ private slots:
         for (const auto& capture : qAsConst(manager.captures))
             capture->frame = positionFrame();
         QTRY_VERIFY(colors.size() > 3);
-        manager.order = {"B"};
-        emit manager.capturerFailed("A");
+        lose(manager, "A");
         manager.captures["B"]->frame.release();
         worker->update(0.1);
         manager.captures["B"]->frame = positionFrame();
