@@ -19,7 +19,6 @@
 #include <QSerialPort>
 #include <QSlider>
 #include <QSpinBox>
-#include <QTimer>
 #include <QToolButton>
 #include <QtTest>
 #include <vector>
@@ -32,23 +31,10 @@ const QString kSingleColor = "id.effect.singleColor.singleColor1";
 const QString kMarquee = "id.effect.marquee.marquee";
 const QString kFlowing = "id.effect.colorful.flowingEffect";
 
-const QString kStored = "LVTEST:stored";
-
 ConfigurationManager* config()
 {
     return ConfigurationManager::instance();
 }
-
-/// Loads what is stored of it.
-class StoredController : public FakeController
-{
-public:
-    StoredController()
-        : FakeController(kStored)
-    {
-        loadConfig();
-    }
-};
 
 } // namespace
 
@@ -80,78 +66,73 @@ private slots:
         rename(0, name);
         QTRY_COMPARE(options(0).kindName, name);
         openPage(0);
-        QCOMPARE(page().findChild<QLabel*>("modelImageHeader")->text(), name + " (" + id(0) + ")");
-        pick("workGroupContainer", "GroupInformation", "单色模式");
+        QCOMPARE(header()->text(), name + " (" + id(0) + ")");
+        pickGroup("单色模式");
         QTRY_VERIFY_WITH_TIMEOUT(shows(0, {0x4F, 0x24, 0xD3}), kWaitMs); // the effect's own first colour
         setColour(200, 100, 0);
         QTRY_VERIFY_WITH_TIMEOUT(shows(0, {200, 100, 0}), kWaitMs);
-        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        slider()->setValue(50);
         QTRY_VERIFY_WITH_TIMEOUT(shows(0, {100, 50, 0}), kWaitMs);
         click("LEDDisableButton");
         QTRY_VERIFY_WITH_TIMEOUT(shows(0, {}), kWaitMs);
         click("installDirectionRTLButton");
         QCOMPARE(options(0).installDirection, 1U);
         // A group of several, and in it another effect than the one last used. Picking turns the light on.
-        pick("workGroupContainer", "GroupInformation", "幻彩模式");
+        pickGroup("幻彩模式");
         QVERIFY(options(0).enable);
         pick("workerContainer", "EffectNames", "流光异彩");
         QCOMPARE(effects().boundEffectId(id(0)), kFlowing);
         QTRY_VERIFY_WITH_TIMEOUT(isColourful(0), kWaitMs);
-        pick("workGroupContainer", "GroupInformation", "单色模式");
-        pick("workGroupContainer", "GroupInformation", "幻彩模式");
+        pickGroup("单色模式");
+        pickGroup("幻彩模式");
         QCOMPARE(effects().boundEffectId(id(0)), kFlowing); // remembered
         // Nothing of it was the other device's business.
         QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
         QVERIFY(options(1).brightness == 1.0F && options(1).enable);
     }
 
-    void eachActionOfTheUserHasItsLine()
+    void eachActionAndEachBadNumberHasItsLine()
     {
         start({kMarquee});
         openPage(0);
         LogSystem log(m_folder->filePath("logs"));
-        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        slider()->setValue(50);
         click("LEDDisableButton");
         click("installDirectionRTLButton");
-        log.shutdown();
-        QFile file(log.filePath());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(file.readAll());
-        for (const char* action :
-             {"brightness changed to 0.5", "enable status changed to 0", "dir changed to 1"})
-            QVERIFY2(text.contains("Controller: " + id(0) + ' ' + action), qPrintable(text));
-    }
-
-    void eachBadNumberHasItsLine()
-    {
         config()->setAppConfig("runtime.gama", "x");
-        config()->controllerJsonObj(kStored) = {{"brightness", 7}, {"nbLeds", "x"}};
-        LogSystem log(m_folder->filePath("logs"));
-        StoredController device;
+        config()->controllerJsonObj(id(0)) = {{"brightness", 7}, {"nbLeds", "x"}};
+        FakeController(id(0)).loadConfig();
         qInfo() << "the end";
         log.shutdown();
         QFile file(log.filePath());
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(file.readAll());
-        for (const char* name : {"runtime.gama", "brightness LVTEST:stored", "nbLeds LVTEST:stored"})
-            QVERIFY2(text.contains(QString("The stored %1 does not count").arg(name)), qPrintable(text));
+        for (const QString line :
+             {"Controller: %1 brightness changed to 0.5", "Controller: %1 dir changed to 1",
+              "Controller: %1 enable status changed to 0", "The stored brightness %1 does",
+              "The stored nbLeds %1 does", "The stored runtime.gama does"})
+            QVERIFY2(text.contains(QString(line).replace("%1", id(0))), qPrintable(text));
     }
 
     void multiModeDrivesAllDevices()
     {
         start({kSingleColor, kMarquee, kSingleColor});
+        device(0)->setBrightness(0.5375F);
         openPage(0);
+        QCOMPARE(slider()->value(), 53);
         setColour(10, 200, 30);
         click("multDevControlCheckBox");
+        QVERIFY(options(0).brightness == 0.5375F && options(1).brightness == 0.5375F);
+        slider()->setValue(100);
         for (int i = 0; i < 3; ++i)
             QTRY_VERIFY_WITH_TIMEOUT(shows(i, {10, 200, 30}), kWaitMs);
-        page().findChild<QSlider*>("brightnessSlider")->setValue(50);
+        slider()->setValue(50);
         // An option reaches the workers of the same effect alone, and is no event of theirs.
         QSignalSpy echo(effects().boundWorker(id(2)).data(), &IEffectWorker::effectPropertyChanged);
         setColour(0, 0, 200);
         QTRY_VERIFY_WITH_TIMEOUT(shows(2, {0, 0, 100}), kWaitMs);
         QCOMPARE(echo.size(), 0);
-        pick("workGroupContainer", "GroupInformation", "跑马灯模式");
+        pickGroup("跑马灯模式");
         for (int i = 0; i < 3; ++i)
             QCOMPARE(effects().boundEffectId(id(i)), kMarquee);
         manager().setControllerEffect(id(1), kFlowing, false); // knows a speed as well, another one
@@ -165,28 +146,15 @@ private slots:
         click("singleDevControlCheckBox");
         click("LEDEnableButton");
         QVERIFY(options(0).enable && !options(1).enable && !options(2).enable);
-        window().findChild<QAbstractButton*>("pushButton_on")->click();
+        titleButton("pushButton_on")->click();
         QVERIFY(options(1).enable && options(2).enable);
-        window().findChild<QAbstractButton*>("pushButton_off")->click();
+        titleButton("pushButton_off")->click();
         QVERIFY(!options(0).enable && !page().isLightEnabled());
-    }
-
-    void multiModeKeepsWhatThePageCannotShow()
-    {
-        start({kSingleColor, kSingleColor});
-        device(0)->setBrightness(0.5375F);
-        openPage(0);
-        QCOMPARE(page().findChild<QSlider*>("brightnessSlider")->value(), 53);
-        click("multDevControlCheckBox");
-        QVERIFY(options(0).brightness == 0.5375F && options(1).brightness == 0.5375F);
-        page().findChild<QSlider*>("brightnessSlider")->setValue(54);
-        QVERIFY(options(0).brightness == 0.54F && options(1).brightness == 0.54F);
     }
 
     void eachDeviceKeepsItsPlaceWhenAllAreDriven()
     {
-        const QString fullScreen = "id.effect.screenSync.fullScreen";
-        start({fullScreen, fullScreen});
+        start({"id.effect.screenSync.fullScreen", "id.effect.screenSync.fullScreen"});
         const auto property = [this](int strip, const char* key) {
             return effects().effectProperty(id(strip), key);
         };
@@ -209,22 +177,6 @@ private slots:
         QCOMPARE(property(1, "saturation").toDouble(), 0.5);
         QVERIFY(property(1, "screenSize").toObject() != canvas);
         QCOMPARE(property(1, "LEDMap").toArray(), layout);
-        const auto stored = [this, &fullScreen](int strip) {
-            return config()->effectJsonValue(fullScreen, id(strip), ConfigKeys::kLedMap);
-        };
-        QVERIFY(stored(0).isObject() && stored(1).isUndefined());
-    }
-
-    void controlModeAppearsWithTheSecondDevice()
-    {
-        start({kMarquee});
-        openPage(0);
-        auto* region = page().findChild<QWidget*>("devControlModeRegion");
-        QVERIFY(!region->isVisible());
-        add("LV0124:AA", "second");
-        QVERIFY(!region->isVisible());
-        openPage(0);
-        QVERIFY(region->isVisible());
     }
 
     void allDevicesAreNeverMeantUnseen()
@@ -235,12 +187,10 @@ private slots:
         const auto isEachOnItsOwn = [this] {
             click("LEDDisableButton");
             const bool isOtherLit = options(1).enable;
-            window().findChild<QAbstractButton*>("pushButton_on")->click();
+            titleButton("pushButton_on")->click();
             return isOtherLit && config()->appConfig(ConfigKeys::kSingleControlMode.key).toBool();
         };
-        const auto pressHeader = [this] {
-            QTest::mousePress(page().findChild<QWidget*>("modelImageHeader"), Qt::LeftButton);
-        };
+        const auto pressHeader = [this] { QTest::mousePress(header(), Qt::LeftButton); };
         openPage(0);
         QVERIFY(isEachOnItsOwn());
         pressHeader();
@@ -257,11 +207,11 @@ private slots:
         start({kMarquee, kMarquee});
         openPage(0);
         m_strips[1]->unplug();
-        QTRY_VERIFY_WITH_TIMEOUT(homeButtons().size() == 1, kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!homeButton(1), kWaitMs);
         QVERIFY(!window().isHomePage()); // another device's page
         m_strips[0]->unplug();
         QTRY_VERIFY_WITH_TIMEOUT(window().isHomePage(), kWaitMs);
-        QVERIFY(homeButtons().isEmpty() && manager().controllerIds().isEmpty());
+        QVERIFY(!homeButton(0) && manager().controllerIds().isEmpty());
     }
 
     void buttonPressedInsideTheCountDialogCounts()
@@ -319,19 +269,8 @@ private slots:
         openPage(0);
         QCOMPARE(page().currentWorker(), effects().boundEffectId(id(0)));
         QCOMPARE(page().currentGroup(), "id.effect.colorful");
-        pick("workGroupContainer", "GroupInformation", "单色模式");
+        pickGroup("单色模式");
         QCOMPARE(effects().boundEffectId(id(0)), kSingleColor);
-    }
-
-    void plugInWithoutAListSharesAllThatItHas()
-    {
-        QDir::setCurrent(m_folder->path());
-        QVERIFY(QDir().mkdir("effects") && QFile::copy(PROBE_PLUGIN, "effects/probe.so"));
-        start({"id.probe.sync", "id.probe.sync"});
-        openPage(0);
-        click("multDevControlCheckBox");
-        emit page().sOptWidPropertyChanged("value", 7);
-        QCOMPARE(effects().effectProperty(id(1), "value").toInt(), 7);
     }
 
     void windowSaysWhatStandsInTheWay()
@@ -372,8 +311,14 @@ private slots:
     {
         QDir::setCurrent(m_folder->path()); // no data files but the probe
         QVERIFY(QDir().mkdir("effects") && QFile::copy(PROBE_PLUGIN, "effects/probe.so"));
-        start({"id.probe.sync"});
+        start({"id.probe.sync", "id.probe.sync"});
         openPage(0);
+        // A plug-in that does not tell what is of the look alone shares all that it has.
+        click("multDevControlCheckBox");
+        emit page().sOptWidPropertyChanged("value", 7);
+        QCOMPARE(effects().effectProperty(id(1), "value").toInt(), 7);
+        click("singleDevControlCheckBox");
+
         const QString effect = "当前的效果不可用，请另选一种。";
         const QString mode = "当前的工作模式不可用，请另选一种。";
         const auto* shown = page().findChild<QLabel*>("noticeLabel");
@@ -431,19 +376,6 @@ private slots:
         QVERIFY(changes.isEmpty());
     }
 
-    void withoutGroupsTheButtonChangesNothing()
-    {
-        config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
-        QDir::setCurrent(m_folder->path()); // no data files
-        start({});
-        add("LV0127:01", "Strip");
-        const QString before = effects().boundEffectId("LV0127:01");
-        QVERIFY(!before.isEmpty());
-        emit manager().controller("LV0127:01")->devActionActived(0);
-        QCoreApplication::processEvents();
-        QCOMPARE(effects().boundEffectId("LV0127:01"), before);
-    }
-
     void takesANewStyleSheetWhileItRuns()
     {
         QDir::setCurrent(m_folder->path()); // no data files
@@ -459,24 +391,6 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(qApp->styleSheet(), QString(sheet), kWaitMs);
             QCOMPARE(window().styleSheet(), QString(sheet));
         }
-    }
-
-    void comesUpAsItIsAsked_data()
-    {
-        QTest::addColumn<QByteArray>("property");
-        QTest::newRow("by the user") << QByteArray("unused");
-        QTest::newRow("with the desktop") << QByteArray("isAutoStartup");
-        QTest::newRow("without a display") << QByteArray("isHeadless");
-    }
-    void comesUpAsItIsAsked()
-    {
-        QFETCH(QByteArray, property);
-        qApp->setProperty(property.constData(), true);
-        const auto unset = qScopeGuard([property] { qApp->setProperty(property.constData(), QVariant()); });
-        start({});
-        QCOMPARE(window().isVisible(), property == "unused");
-        m_app->onWakeUpRequested();
-        QCOMPARE(window().isVisible(), property != "isHeadless");
     }
 
 private:
@@ -507,13 +421,6 @@ private:
         window().resize(1180, 850); // as on a screen larger than this one
         QTRY_COMPARE_WITH_TIMEOUT(manager().controllerIds().size(), storedEffects.size(), kWaitMs);
     }
-    void add(const QString& id, const QString& name)
-    {
-        QVERIFY(QMetaObject::invokeMethod(
-            &manager(), "addController",
-            Q_ARG(AbsRGBControllerPtr, AbsRGBControllerPtr(new FakeController(id, kLeds, name)))));
-    }
-
     MainWindow& window() { return m_app->mainWindow(); }
     ControlPage& page() { return *window().controlPage(); }
     DeviceManager& manager() { return m_app->deviceManager(); }
@@ -522,56 +429,47 @@ private:
     AbsRGBControllerPtr device(int strip) { return manager().controller(id(strip)); }
     const ControlOptions& options(int strip) { return manager().controlOptions(id(strip)); }
 
-    QList<QToolButton*> homeButtons()
+    QSlider* slider() { return page().findChild<QSlider*>("brightnessSlider"); }
+    QLabel* header() { return page().findChild<QLabel*>("modelImageHeader"); }
+    QAbstractButton* titleButton(const char* name) { return window().findChild<QAbstractButton*>(name); }
+    /// Null when the home page does not show the device.
+    QToolButton* homeButton(int strip)
     {
-        QList<QToolButton*> buttons;
         for (auto* each : window().homePage()->findChildren<QToolButton*>()) {
-            if (each->property("role") == "deviceButton")
-                buttons += each;
-        }
-        return buttons;
-    }
-    QToolButton* homeButton(const QString& controllerId)
-    {
-        for (QToolButton* each : homeButtons()) {
-            if (each->property("controllerId") == controllerId)
+            if (each->property("role") == "deviceButton" && each->property("controllerId") == id(strip))
                 return each;
         }
-        qFatal("no button of %s", qPrintable(controllerId));
+        return nullptr;
     }
     void openPage(int strip)
     {
         window().switchToHomePage();
-        QTest::mouseClick(homeButton(id(strip)), Qt::LeftButton, {}, QPoint(50, 40));
+        QTest::mouseClick(homeButton(strip), Qt::LeftButton, {}, QPoint(50, 40));
         QTRY_VERIFY(!window().isHomePage());
         QCOMPARE(page().controllerId(), id(strip));
     }
     void rename(int strip, const QString& name)
     {
-        QToolButton* of = homeButton(id(strip));
+        QToolButton* of = homeButton(strip);
         QTest::mouseClick(of, Qt::LeftButton, {}, QPoint(of->width() / 2, of->height() - 5));
         auto* editor = of->findChild<QLineEdit*>();
         editor->setText(name);
         QTest::keyClick(editor, Qt::Key_Return);
     }
 
-    /// Null when the page does not offer it.
-    QAbstractButton* button(const char* container, const char* context, const QString& source)
-    {
-        const QString text = QCoreApplication::translate(context, source.toUtf8().constData());
-        for (auto* each : page().findChild<QWidget*>(container)->findChildren<QAbstractButton*>()) {
-            if (each->text().simplified() == text.simplified())
-                return each;
-        }
-        return nullptr;
-    }
     void pick(const char* container, const char* context, const char* source)
     {
-        QAbstractButton* found = button(container, context, source);
-        QVERIFY2(found, source);
-        press(found);
-        QVERIFY2(found->isChecked(), source);
+        const QString text = QCoreApplication::translate(context, source).simplified();
+        for (auto* each : page().findChild<QWidget*>(container)->findChildren<QAbstractButton*>()) {
+            if (each->text().simplified() == text) {
+                press(each);
+                QVERIFY2(each->isChecked(), source);
+                return;
+            }
+        }
+        QFAIL(source);
     }
+    void pickGroup(const char* source) { pick("workGroupContainer", "GroupInformation", source); }
     void click(const char* name)
     {
         auto* found = page().findChild<QAbstractButton*>(name);
@@ -586,7 +484,6 @@ private:
     }
     void setColour(int red, int green, int blue)
     {
-        QVERIFY(page().findChild<QSpinBox*>("Rbox"));
         page().findChild<QSpinBox*>("Rbox")->setValue(red);
         page().findChild<QSpinBox*>("Gbox")->setValue(green);
         page().findChild<QSpinBox*>("Bbox")->setValue(blue);

@@ -19,6 +19,7 @@ constexpr int kWaitMs = 20000;
 constexpr int kMaxNudges = 300;
 constexpr int kLeds = 60;
 constexpr QSize kScreen(1700, 1200);
+constexpr QPoint kCorner(1, 1); ///< of the window, where it is resized
 const QString kStripId = "LV0127:01020304";
 const QString kFirstEffect = "id.effect.marquee.marquee";
 const LV_RGB kFirstColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
@@ -32,8 +33,6 @@ QJsonObject storedStrip()
             {"workMode", EffectWorkerOptions::groupOf(kFirstEffect)},
             {"subMode", kFirstEffect}};
 }
-
-enum Grip { kTitleBar, kTopLeft };
 
 bool isNear(const QRect& a, const QRect& b)
 {
@@ -53,27 +52,7 @@ public:
     }
 };
 
-/// A session bus of the test's own.
-class SessionBus : public ServerProcess
-{
-public:
-    bool start()
-    {
-        m_server.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-        while (!m_address.endsWith('\n')) {
-            if (!m_server.waitForReadyRead(kWaitMs))
-                return false;
-            m_address += m_server.readAllStandardOutput();
-        }
-        return true;
-    }
-    QString address() const { return m_address.trimmed(); }
-
-private:
-    QByteArray m_address;
-};
-
-/// A panel that shows notifiers; the watcher can be there before any panel is.
+/// A panel that shows notifiers; the watcher is there before any panel is.
 class NotifierPanel : public QObject
 {
     Q_OBJECT
@@ -84,21 +63,11 @@ public:
     explicit NotifierPanel(const QString& address)
         : m_bus(QDBusConnection::connectToBus(address, "panel"))
     {
+        m_bus.registerObject("/StatusNotifierWatcher", this, QDBusConnection::ExportAllContents);
+        isWatching = m_bus.registerService("org.kde.StatusNotifierWatcher");
     }
     ~NotifierPanel() override { QDBusConnection::disconnectFromBus("panel"); }
 
-    bool startWatcher()
-    {
-        return m_bus.registerObject("/StatusNotifierWatcher", this, QDBusConnection::ExportAllContents) &&
-               m_bus.registerService("org.kde.StatusNotifierWatcher");
-    }
-    bool stopWatcher()
-    {
-        m_isShown = false;
-        item.clear();
-        m_bus.unregisterObject("/StatusNotifierWatcher");
-        return m_bus.unregisterService("org.kde.StatusNotifierWatcher");
-    }
     void show()
     {
         m_isShown = true;
@@ -110,6 +79,7 @@ public:
                                                             "org.kde.StatusNotifierItem", "Activate");
         m_bus.send(click << 0 << 0);
     }
+    bool isWatching = false;
     QString item;
 
 public slots:
@@ -145,6 +115,7 @@ private slots:
         m_display = std::make_unique<VirtualDisplay>(kScreen);
         m_display->setArguments({"-dpi", "96"}); // one pixel of the twin is one on the screen
         QVERIFY(m_display->start());
+        startDesktop("openbox", {"--sm-disable"});
         m_program = std::make_unique<ProgramUnderTest>();
         m_program->setDisplay(m_display->name());
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
@@ -166,24 +137,23 @@ private slots:
 
     void userWorksWithTheWindow()
     {
-        startDesktop("openbox", {"--sm-disable"});
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
         m_program->start();
         QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QVERIFY(QRect(QPoint(), kScreen).contains(geometry()));
 
-        click(homeButton());
+        click(twinButton(kStripId));
         QTRY_VERIFY_WITH_TIMEOUT(logs("has been switched to control page"), kWaitMs);
         emit m_twin->mainWindow().homePage()->controllerEntryOrdered(kStripId);
-        click(groupButton("单色模式"));
+        click(twinButton(QCoreApplication::translate("GroupInformation", "单色模式")));
         QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
         click(twinWidget("LEDDisableButton"));
         QTRY_VERIFY_WITH_TIMEOUT(shows({}), kWaitMs);
         click(twinWidget("pushButton_on"));
         QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
-        drag(kTitleBar, {-90, 60});
-        drag(kTopLeft, {60, -70});
+        drag(QPoint(200, 25), {-90, 60});
+        drag(kCorner, {60, -70});
 
         // The program goes on in the tray, and comes back from there.
         const QRect place = geometry();
@@ -203,7 +173,6 @@ private slots:
 
     void windowWaitsInTheTaskbarForATrayThatIsLate()
     {
-        startDesktop("openbox", {"--sm-disable"});
         m_program->start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
         QVERIFY(geometry().isEmpty());
@@ -231,16 +200,15 @@ private slots:
 
     void windowGoesToTheNotifiersOfALatePanel()
     {
-        SessionBus bus;
-        QVERIFY(bus.start());
-        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
-        startDesktop("openbox", {"--sm-disable"});
+        const QString bus = "unix:path=" + m_program->path("bus");
+        startDesktop("dbus-daemon", {"--session", "--nofork", "--address=" + bus});
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_program->path("bus")), kWaitMs);
+        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
         m_program->start({"--auto_startup"});
-        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
-
-        NotifierPanel panel(bus.address());
         for (int i = 0; i < 2; ++i) { // as when the panel is restarted
-            QVERIFY(panel.startWatcher());
+            QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+            NotifierPanel panel(bus);
+            QVERIFY(panel.isWatching);
             panel.show();
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
             QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty(), kWaitMs);
@@ -248,12 +216,10 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
             closeWindow();
             QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
-            QVERIFY(panel.stopWatcher());
-            QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
         }
-        // A watcher alone shows nothing.
-        QVERIFY(panel.startWatcher());
-        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        const NotifierPanel watcher(bus); // alone it shows nothing
+        QVERIFY(watcher.isWatching && ProgramUnderTest::endsWell(*m_program->startAnother()));
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         closeWindow();
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
@@ -315,15 +281,13 @@ private:
         QCoreApplication::processEvents();
         click(real.topLeft() + twin->mapTo(&window, twin->rect().center()));
     }
-    void drag(Grip grip, QPoint distance) const
+    void drag(QPoint grip, QPoint distance) const
     {
         const QRect before = geometry();
         QRect after = before.translated(distance);
-        QPoint from = before.topLeft() + QPoint(200, 25);
-        if (grip == kTopLeft) {
+        if (grip == kCorner)
             after.setBottomRight(before.bottomRight());
-            from = before.topLeft() + QPoint(1, 1);
-        }
+        const QPoint from = before.topLeft() + grip;
         pointer(from, {"mousedown", "1"});
         // A drag of the title bar counts once it is longer than a click, and its start is lost. A program
         // that is slow to take it up must not find the pointer at the end of its way already, nor released.
@@ -342,19 +306,11 @@ private:
     }
 
     QWidget* twinWidget(const char* name) { return m_twin->mainWindow().findChild<QWidget*>(name); }
-    QWidget* homeButton()
+    /// By its text, or by the device whose button it is.
+    QWidget* twinButton(const QString& of)
     {
-        for (auto* each : m_twin->mainWindow().homePage()->findChildren<QAbstractButton*>()) {
-            if (each->property("controllerId") == kStripId)
-                return each;
-        }
-        return nullptr;
-    }
-    QWidget* groupButton(const char* source)
-    {
-        const QString text = QCoreApplication::translate("GroupInformation", source);
-        for (auto* each : twinWidget("workGroupContainer")->findChildren<QAbstractButton*>()) {
-            if (each->text().simplified() == text.simplified())
+        for (auto* each : m_twin->mainWindow().findChildren<QAbstractButton*>()) {
+            if (each->text().simplified() == of || each->property("controllerId") == of)
                 return each;
         }
         return nullptr;
