@@ -39,15 +39,13 @@ mv "$here/arguments.part" "$here/arguments"
         return ProgramUnderTest::readFile(sandbox.path("program/bin/arguments"));
     }
 
-    /// The only dump, after its name has been checked; empty if there is none.
+    /// The only dump, after its name has been checked; else what there is.
     static QString readDump(const QString& configPath)
     {
         const QStringList names = QDir(configPath + "/dumps").entryList(QDir::Files);
         const QRegularExpression form(R"(^\d{4}(_\d\d){5}\.dmp$)");
-        if (names.size() != 1 || !form.match(names[0]).hasMatch()) {
-            qWarning() << "dumps:" << names;
-            return {};
-        }
+        if (names.size() != 1 || !form.match(names[0]).hasMatch())
+            return "dumps: " + names.join(' ');
         return QString::fromUtf8(ProgramUnderTest::readFile(configPath + "/dumps/" + names[0]));
     }
 
@@ -61,7 +59,6 @@ private slots:
     {
         QTest::addColumn<int>("signal");
         QTest::addColumn<QString>("culprit");
-        QTest::newRow("null pointer in a thread") << SIGSEGV << "writeToNowhere";
         QTest::newRow("stack overflow") << SIGSEGV << "overflowTheStack";
         QTest::newRow("stack overflow in a thread") << SIGSEGV << "overflowTheStack";
         QTest::newRow("wild jump") << SIGSEGV << "jumpToNowhere";
