@@ -4,15 +4,6 @@
 #include <QProcessEnvironment>
 #include <QRect>
 
-namespace {
-QProcessEnvironment environmentFor(const QByteArray& display)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", QString::fromLatin1(display));
-    return environment;
-}
-} // namespace
-
 VirtualDisplay::VirtualDisplay(QSize screenSize, int depth)
     : m_screenSize(screenSize)
     , m_depth(depth)
@@ -22,8 +13,7 @@ VirtualDisplay::VirtualDisplay(QSize screenSize, int depth)
 bool VirtualDisplay::start()
 {
     // The server writes its number to standard output when it listens.
-    const QString size =
-        QString("%1x%2x%3").arg(m_screenSize.width()).arg(m_screenSize.height()).arg(m_depth);
+    const QString size = QString::asprintf("%dx%dx%d", m_screenSize.width(), m_screenSize.height(), m_depth);
     QStringList arguments{"-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", size};
     if (!m_name.isEmpty())
         arguments.prepend(QString::fromLatin1(m_name));
@@ -53,18 +43,18 @@ bool VirtualDisplay::run(const QString& program, const QStringList& arguments, Q
 void VirtualDisplay::startProgram(QProcess& process, const QString& program,
                                   const QStringList& arguments) const
 {
-    process.setProcessEnvironment(environmentFor(m_name));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", QString::fromLatin1(m_name));
+    process.setProcessEnvironment(environment);
     process.start(program, arguments);
 }
 
 bool VirtualDisplay::setMonitor(const QString& monitor, const QRect& geometry, bool primary) const
 {
     // xrandr reads a monitor as width/mm x height/mm + x + y; a star makes it the primary one.
-    const QString place = QString("%1/%1x%2/%2+%3+%4")
-                              .arg(geometry.width())
-                              .arg(geometry.height())
-                              .arg(geometry.x())
-                              .arg(geometry.y());
+    const int width = geometry.width(), height = geometry.height();
+    const QString place =
+        QString::asprintf("%d/%dx%d/%d+%d+%d", width, width, height, height, geometry.x(), geometry.y());
     const QString shown = primary ? '*' + monitor : monitor;
     return run("xrandr", {"--setmonitor", shown, place, "none"});
 }

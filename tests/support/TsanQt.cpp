@@ -1,8 +1,10 @@
-// Linked into the tests of thread sanitizer builds, like TsanQMutex.cpp: the sanitizer does not see Qt's
-// event queues either. Whoever posts or starts something releases, whoever handles an event or has waited for
-// a thread acquires. One place for all of them is coarse, and may hide a race between two that only share the
-// queues.
+// Linked into the tests of thread sanitizer builds. Qt's library is not built with the sanitizer, which
+// therefore sees neither that a QMutex orders what two threads do, nor Qt's event queues, and reports every
+// value that one guards. These definitions come before the library's, call them and tell the sanitizer.
+// Whoever posts or starts something releases, whoever handles an event or has waited for a thread acquires.
+// One place for all queues is coarse, and may hide a race between two that only share the queues.
 #include <QDeadlineTimer>
+#include <QMutex>
 #include <QObject>
 #include <QThread>
 #include <dlfcn.h>
@@ -19,6 +21,29 @@ Function next(const char* symbol)
 }
 
 } // namespace
+
+void QMutex::lock()
+{
+    static const auto real = next<void (*)(QMutex*)>("_ZN6QMutex4lockEv");
+    real(this);
+    __tsan_acquire(this);
+}
+
+bool QMutex::tryLock(int timeout)
+{
+    static const auto real = next<bool (*)(QMutex*, int)>("_ZN6QMutex7tryLockEi");
+    const bool locked = real(this, timeout);
+    if (locked)
+        __tsan_acquire(this);
+    return locked;
+}
+
+void QMutex::unlock() noexcept
+{
+    static const auto real = next<void (*)(QMutex*)>("_ZN6QMutex6unlockEv");
+    __tsan_release(this);
+    real(this);
+}
 
 bool QObject::event(QEvent* e)
 {
