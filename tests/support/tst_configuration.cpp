@@ -131,6 +131,9 @@ private slots:
         m_config->setAppConfig("language", "ja");
         QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
         QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
+        m_config->AppConfigJsonObj()["language"] = "ko";
+        m_config->saveAppConfigJsonObj();
+        QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ko"));
     }
 
     void save_writes_what_came_through_the_references()
