@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <fcntl.h>
@@ -34,11 +35,6 @@ QVector<LV_RGB> picture(int number, int leds)
 int numberOf(const StripFrame& frame)
 {
     return frame.colors.isEmpty() ? -1 : frame.colors.at(0).red << 8 | frame.colors.at(0).green;
-}
-
-bool isBlack(const StripFrame& frame, int leds)
-{
-    return frame.colors == QVector<LV_RGB>(leds);
 }
 
 /// A controller on the port at that location, with full brightness.
@@ -98,27 +94,22 @@ class SerialLinkTest : public QObject
 private slots:
     void init() { ConfigurationManager::instance()->reset(); }
 
-    void framesHaveHeaderAndPadding_data()
-    {
-        QTest::addColumn<quint32>("nbLeds");
-        QTest::addColumn<int>("colors");
-        QTest::addColumn<QByteArray>("header");
-        QTest::addColumn<int>("size");
-        QTest::newRow("short picture") << 20U << 10 << QByteArray("416461000014") << 6 + 60;
-        QTest::newRow("long picture") << 20U << 30 << QByteArray("416461000014") << 6 + 90;
-        QTest::newRow("low byte zero") << 256U << 0 << QByteArray("416461000100") << 6 + 768;
-        QTest::newRow("more than the header holds") << 65538U << 1 << QByteArray("416461000002") << 6 + 6;
-    }
     void framesHaveHeaderAndPadding()
     {
-        QFETCH(quint32, nbLeds);
-        QFETCH(int, colors);
-        QFETCH(int, size);
-        const QByteArray frame = LedFrame::build(LedFrame::header(nbLeds), picture(0x0102, colors));
-        QTEST(frame.left(6).toHex(), "header");
-        QCOMPARE(frame.size(), size);
-        QCOMPARE(frame.mid(6, colors * 3).toHex(), QByteArray("0102ff").repeated(colors));
-        QCOMPARE(frame.mid(6 + colors * 3).count('\0'), size - 6 - colors * 3);
+        struct Row
+        {
+            quint32 nbLeds;
+            int colors;
+            const char* header;
+            int leds; // in the frame
+        };
+        for (const Row& row : {Row{20, 10, "416461000014", 20}, Row{20, 30, "416461000014", 30},
+                               Row{256, 0, "416461000100", 256}, Row{65538, 1, "416461000002", 2}}) {
+            const QByteArray frame =
+                LedFrame::build(LedFrame::header(row.nbLeds), picture(0x0102, row.colors));
+            QCOMPARE(frame.toHex(), QByteArray(row.header) + QByteArray("0102ff").repeated(row.colors) +
+                                        QByteArray("000000").repeated(row.leds - row.colors));
+        }
     }
 
     void theLineNeverOwesMoreThanAFrameAndAHalf()
@@ -128,10 +119,9 @@ private slots:
         FramePacer pacer;
         int offered = 0;
         int sent = 0;
-        int dropped = 0;
         for (qint64 nowUs = 0; nowUs < 6000000; nowUs += 1000000 / 62) {
             const QByteArray newest = QByteArray::number(++offered).leftJustified(kBytes, ' ');
-            dropped += pacer.offer(newest) ? 1 : 0;
+            pacer.offer(newest);
             if (pacer.delayUs(nowUs) == 0) {
                 QCOMPARE(pacer.take(nowUs), newest);
                 QVERIFY(!pacer.isWaiting());
@@ -140,7 +130,6 @@ private slots:
             QVERIFY(pacer.backlogUs(nowUs) <= kFrameUs * 3 / 2 * 106 / 100);
         }
         QVERIFY2(sent >= 155 && sent <= 188, qPrintable(QString::number(sent))); // 188 would fill the line
-        QCOMPARE(sent + dropped + (pacer.isWaiting() ? 1 : 0), offered);
         QCOMPARE(pacer.delayUs(20000000), 0); // an idle line takes a frame at once
     }
 
@@ -161,106 +150,44 @@ private slots:
         QCOMPARE(pacer.take(0), frame(256, 9));
     }
 
-    void whoTalksTooMuchIsReadAgainInTheNextWindow_data()
-    {
-        QTest::addColumn<int>("chunksPerSecond");
-        for (const int rate : {1, 20, 21, 33, 60, 119, 200, 5000})
-            QTest::newRow(qPrintable(QString::number(rate))) << rate;
-    }
-    void whoTalksTooMuchIsReadAgainInTheNextWindow()
-    {
-        QFETCH(int, chunksPerSecond);
-        TalkGuard guard;
-        QVector<qint64> reads;
-        int unread = 0;
-        qint64 askAgainMs = -1; // the timer of who asks
-        for (qint64 nowMs = 5; nowMs < 20000; ++nowMs) {
-            const auto said = nowMs * chunksPerSecond / 1000 - (nowMs - 1) * chunksPerSecond / 1000;
-            unread += static_cast<int>(said);
-            if (said == 0 && nowMs != askAgainMs)
-                continue;
-            const int delayMs = guard.delayMs(nowMs);
-            QVERIFY(delayMs >= 0 && delayMs <= TalkGuard::kWindowMs);
-            askAgainMs = delayMs > 0 ? nowMs + delayMs : -1;
-            if (delayMs > 0)
-                continue;
-            QVERIFY(unread > 0); // never for nothing
-            unread = 0;
-            reads.append(nowMs);
-        }
-        const int most = qMin(chunksPerSecond, TalkGuard::kChunksPerWindow) * 20;
-        QVERIFY2(reads.size() <= most && reads.size() >= most - 20,
-                 qPrintable(QString::number(reads.size())));
-        for (int i = TalkGuard::kChunksPerWindow; i < reads.size(); ++i)
-            QVERIFY(reads.at(i) - reads.at(i - TalkGuard::kChunksPerWindow) >= TalkGuard::kWindowMs);
-    }
-
-    void aBusyLineGetsTheNewestPictureOnly()
-    {
-        Line line(kRealLine);
-        const Strip strip(line.simulator.location(), 120);
-        constexpr int kOffered = 120;
-        for (int i = 1; i <= kOffered; ++i) {
-            strip.controller->update(picture(i, 120));
-            QTest::qWait(16);
-        }
-        QTRY_COMPARE(numberOf(line.simulator.lastFrame()), kOffered);
-        const auto written = line.simulator.counters().frames;
-        QCOMPARE(written + static_cast<qint64>(strip.serial->droppedFrames()), kOffered);
-        QVERIFY2(strip.serial->droppedFrames() > kOffered / 4, "the line cannot have carried them all");
-        QCOMPARE(line.simulator.counters().garbageBytes, 0);
-    }
-
-    void blackIsTheLastThingOnTheWire()
+    void aBusyLineGetsTheNewestPictureAndBlackInTheEnd()
     {
         Line line(kRealLine);
         {
             const Strip strip(line.simulator.location(), 120);
-            for (int i = 1; i <= 500; ++i)
+            for (int i = 1; i <= 250; ++i)
+                strip.controller->update(picture(i, 120));
+            QTRY_COMPARE(numberOf(line.simulator.lastFrame()), 250);
+            QCOMPARE(line.simulator.counters().frames + static_cast<qint64>(strip.serial->droppedFrames()),
+                     250);
+            for (int i = 1; i <= 250; ++i)
                 strip.controller->update(picture(i, 120));
         }
         QCOMPARE(line.log.count(kReleased + "true , nbLEDS: 120"), 1);
-        QTRY_VERIFY(isBlack(line.simulator.lastFrame(), 120));
-        QVERIFY(line.simulator.counters().frames < 10);
+        QTRY_COMPARE(line.simulator.lastFrame().colors, QVector<LV_RGB>(120));
+        QVERIFY(line.simulator.counters().frames < 20);
         QCOMPARE(line.simulator.counters().garbageBytes, 0);
     }
 
-    void aHangUpIsToldOnce_data()
-    {
-        QTest::addColumn<bool>("inTheMiddleOfAFrame");
-        QTest::newRow("idle") << false;
-        QTest::newRow("writing") << true;
-    }
     void aHangUpIsToldOnce()
     {
-        QFETCH(bool, inTheMiddleOfAFrame);
-        Line line(0, inTheMiddleOfAFrame ? 366 + 100 : 0);
-        StripSimulator& simulator = line.simulator;
-        const Strip strip(simulator.location(), 120);
-        QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
-        QSignalSpy errors(strip.serial, &LVSerialPort::errorOccurred);
-        strip.controller->update(picture(1, 120));
-        QTRY_COMPARE(simulator.counters().frames, 1);
-        if (!inTheMiddleOfAFrame)
-            simulator.unplug();
-        for (int i = 0; i < 20; ++i) { // the effect does not know yet
-            strip.controller->update(picture(i, 120));
-            QTest::qWait(10);
+        for (const bool inTheMiddleOfAFrame : {false, true}) {
+            Line line(0, inTheMiddleOfAFrame ? 366 + 100 : 0);
+            const Strip strip(line.simulator.location(), 120);
+            QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
+            QSignalSpy errors(strip.serial, &LVSerialPort::errorOccurred);
+            strip.controller->update(picture(1, 120));
+            QTRY_COMPARE(line.simulator.counters().frames, 1);
+            if (!inTheMiddleOfAFrame)
+                line.simulator.unplug();
+            for (int i = 0; i < 20; ++i) { // the effect does not know yet
+                strip.controller->update(picture(i, 120));
+                QTest::qWait(10);
+            }
+            QTRY_COMPARE(status.count(), 1);
+            QCOMPARE(status.at(0).at(0).toUInt(), 2U);
+            QCOMPARE(errors.count(), 1);
         }
-        QTRY_COMPARE(status.count(), 1);
-        QCOMPARE(status.at(0).at(0).toUInt(), 2U);
-        QCOMPARE(errors.count(), 1);
-    }
-
-    void aDeviceWithoutLedsGetsNothing()
-    {
-        Line line;
-        {
-            const Strip strip(line.simulator.location(), 0);
-            strip.controller->update(picture(1, 5));
-        }
-        QCOMPARE(line.log.count(kReleased + "false , nbLEDS: 0"), 1);
-        QCOMPARE(line.simulator.counters().bytes, 0);
     }
 
     void aHangUpDuringReleaseDoesNotHoldTheExit()
@@ -287,33 +214,26 @@ private slots:
         QVERIFY(!log.contains("its port does not close"));
     }
 
-    void chatterIsNoPress_data()
-    {
-        QTest::addColumn<int>("burst"); // chunks, 3 ms apart
-        QTest::addColumn<int>("chunksPerSecond");
-        QTest::addColumn<QByteArray>("chunk");
-        QTest::newRow("a little too much") << 0 << 21 << QByteArray("A");
-        QTest::newRow("a burst and some more") << 25 << 20 << QByteArray("\xff\0\0", 3);
-        QTest::newRow("very much") << 0 << 200 << QByteArray("\x01\x02");
-    }
     void chatterIsNoPress()
     {
-        QFETCH(int, burst);
-        QFETCH(int, chunksPerSecond);
-        QFETCH(QByteArray, chunk);
         Line line;
         const Strip strip(line.simulator.location(), 1);
         QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
-        QElapsedTimer clock;
-        clock.start();
-        for (int sent = 0; clock.elapsed() < 2500; ++sent) { // beyond two windows of the guard
-            QVERIFY(line.simulator.send(chunk));
-            QTest::qWait(sent < burst ? 3 : 1000 / chunksPerSecond);
+        while (!line.log.contains("talks without end")) {
+            QVERIFY(line.simulator.send(QByteArray("\xff\0\0", 3)));
+            QTest::qWait(1);
         }
+        const auto readLate = [&] { // more comes in the turn in which it is time to read again
+            QThread::msleep(TalkGuard::kWindowMs * 11 / 10);
+            emit strip.serial->port()->readyRead();
+        };
+        QMetaObject::invokeMethod(strip.serial, readLate, Qt::BlockingQueuedConnection);
+        QVERIFY(line.simulator.send("B"));
+        QTRY_VERIFY(line.log.contains("B\""));
+        QCoreApplication::processEvents();
         QCOMPARE(pressed.count(), 0);
-        QVERIFY(line.log.count("talks without end") <= 1);
-        // A press is heard again, once what it came behind has been read.
-        QTRY_VERIFY_WITH_TIMEOUT(line.simulator.pressButton() && pressed.count() > 0, 20000);
+        QVERIFY(line.simulator.pressButton());
+        QTRY_COMPARE(pressed.count(), 1); // heard again
     }
 
     void everyChunkThatBeginsWithNulIsAPress()
@@ -325,7 +245,7 @@ private slots:
         const QByteArray press(1, '\0');
         int presses = 0;
         int chunks = 0;
-        for (const QByteArray& chunk : {press, press, press + 'A', QByteArray("A"), press, 'A' + press}) {
+        for (const QByteArray& chunk : {press, press + 'A', QByteArray("A"), 'A' + press}) {
             QVERIFY(line.simulator.send(chunk));
             ++chunks;
             QTRY_COMPARE(chunksRead(), chunks);
@@ -393,79 +313,54 @@ private slots:
         };
         plugIn("ttyUSB0");
         QCOMPARE(names(), "ttyUSB0"); // the other is going, or not ours to open
-        QCOMPARE(names(), "ttyUSB0");
-        QCOMPARE(source.find("ttyUSB0").description, "a");
-        plugIn("tty9"); // a console
-        plugIn("random");
+        plugIn("tty9");               // a console
         QVERIFY(!source.find("ttyUSB1").isValid());
         QCOMPARE(asked, 1);
         plugIn("ttyUSB1");
         QCOMPARE(names(), "ttyUSB0 ttyUSB1");
-        QCOMPARE(names(), "ttyUSB0 ttyUSB1");
-        QCOMPARE(asked, 2);
         QVERIFY(QFile::remove(devices.filePath("ttyUSB0")));
         QCOMPARE(names(), "ttyUSB1");
         QCOMPARE(asked, 3);
     }
 
-    void newPortsArriveWhateverReportsThem_data()
-    {
-        QTest::addColumn<bool>("isWatched");
-        QTest::newRow("at once") << true;
-        QTest::newRow("by polling") << false; // the folder is not there yet
-    }
     void newPortsArriveWhateverReportsThem()
     {
-        QFETCH(bool, isWatched);
-        const QTemporaryDir folder;
-        const QString devices = folder.filePath("dev");
-        const auto plugIn = [&](const QString& name) { // a node of its own, even in the place of another
-            QSaveFile node(devices + '/' + name);
-            QVERIFY(node.open(QIODevice::WriteOnly) && node.commit());
-        };
-        if (isWatched) {
-            QVERIFY(QDir().mkdir(devices));
-            plugIn("ttyUSB0");
+        for (const bool isWatched : {true, false}) { // false: by polling, the folder is not there yet
+            const QTemporaryDir folder;
+            const QString devices = folder.filePath("dev");
+            const auto plugIn = [&](const QString& name) { // a node of its own, even in the place of another
+                QSaveFile node(devices + '/' + name);
+                QVERIFY(node.open(QIODevice::WriteOnly) && node.commit());
+            };
+            if (isWatched) {
+                QVERIFY(QDir().mkdir(devices));
+                plugIn("ttyUSB0");
+            }
+            SystemSerialPortSource source(
+                devices, []() -> QList<SerialPortRecord> { qFatal("nothing may be opened for it"); });
+            QStringList arrived;
+            connect(&source, &ISerialPortSource::portArrived, this,
+                    [&](const QString& name) { arrived.append(name); });
+            QDir().mkdir(devices);
+            plugIn("tty5");
+            plugIn("ttyUSB1");
+            plugIn("ttyS4");
+            QTRY_COMPARE_WITH_TIMEOUT(arrived, (QStringList{"ttyS4", "ttyUSB1"}), 20000);
+            if (isWatched)
+                plugIn("ttyUSB0"); // out and in again between two looks
+            QVERIFY(QFile::remove(devices + "/ttyUSB1"));
+            plugIn("rfcomm0");
+            QTRY_COMPARE_WITH_TIMEOUT(
+                arrived.mid(2), (isWatched ? QStringList{"rfcomm0", "ttyUSB0"} : QStringList{"rfcomm0"}),
+                20000);
         }
-        int asked = 0;
-        SystemSerialPortSource source(devices, [&] {
-            ++asked;
-            return QList<SerialPortRecord>();
-        });
-        QStringList arrived;
-        connect(&source, &ISerialPortSource::portArrived, this,
-                [&](const QString& name) { arrived.append(name); });
-        QDir().mkdir(devices);
-        plugIn("tty5");
-        plugIn("ttyUSB1");
-        plugIn("ttyS4");
-        QTRY_COMPARE_WITH_TIMEOUT(arrived, (QStringList{"ttyS4", "ttyUSB1"}), 20000);
-        if (isWatched)
-            plugIn("ttyUSB0"); // out and in again between two looks
-        QVERIFY(QFile::remove(devices + "/ttyUSB1"));
-        plugIn("rfcomm0");
-        QTRY_COMPARE_WITH_TIMEOUT(
-            arrived.mid(2), (isWatched ? QStringList{"rfcomm0", "ttyUSB0"} : QStringList{"rfcomm0"}), 20000);
-        QCOMPARE(asked, 0); // nothing is opened for it
     }
 
-    void errorsTellWhetherTheDeviceWorks_data()
-    {
-        QTest::addColumn<QVector<int>>("errors");
-        QTest::addColumn<int>("status"); // -1: ignored
-        QTest::newRow("working") << QVector<int>{0} << 0;
-        QTest::newRow("link failure") << QVector<int>{7, 8, 9} << 2;
-        QTest::newRow("cannot work") << QVector<int>{1, 2, 3, 10, 11, 12, 13} << 3;
-        QTest::newRow("nothing about the device") << QVector<int>{4, 5, 6, 14, 15} << -1;
-    }
     void errorsTellWhetherTheDeviceWorks()
     {
-        QFETCH(QVector<int>, errors);
-        QFETCH(int, status);
-        for (const int error : errors) {
-            const auto told = LVSerialPort::statusOf(static_cast<QSerialPort::SerialPortError>(error));
-            QCOMPARE(told ? static_cast<int>(*told) : -1, status);
-        }
+        QVERIFY(LVSerialPort::statusOf(QSerialPort::ResourceError) == 2U);
+        QVERIFY(LVSerialPort::statusOf(QSerialPort::PermissionError) == 3U);
+        QVERIFY(!LVSerialPort::statusOf(QSerialPort::ParityError)); // says nothing about the device
     }
 
     void anErrorDoesNotOvertakeTheHandOver()
