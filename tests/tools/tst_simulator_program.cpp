@@ -1,12 +1,6 @@
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
 
 namespace {
 
@@ -30,27 +24,6 @@ class tst_simulator_program : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_ports = m_dir->filePath("ports.json");
-    }
-
-    void commandsComeOnStandardInput()
-    {
-        start({"--strips", "3"});
-        QTRY_COMPARE(ports().size(), 3);
-        m_program.write("unplug 1\n");
-        const QStringList two{"ttySIM0", "ttySIM2"};
-        QTRY_COMPARE(ports(), two);
-        m_program.write("plu");
-        m_program.write("g\nquit\n");
-        QVERIFY(ended());
-        QCOMPARE(m_program.exitCode(), 0);
-        QVERIFY(m_program.readAllStandardOutput().contains("LV0127:01020306  plugged in"));
-        QCOMPARE(ports(), QStringList());
-    }
-
     void theProgramUnderTestIsJudged_data()
     {
         QTest::addColumn<QString>("script");
@@ -74,36 +47,18 @@ private slots:
     void theProgramUnderTestIsJudged()
     {
         QFETCH(QString, script);
-        start({"--check", "--quit-after", "600ms", "--patience", "3s", "--", "sh", "-c", script});
-        QVERIFY(ended());
-        QTEST(m_program.exitCode(), "exitCode");
+        const QTemporaryDir dir;
+        QProcess program;
+        program.start(QStringLiteral(STRIP_SIMULATOR),
+                      {"--ports", dir.filePath("ports.json"), "--check", "--quit-after", "600ms",
+                       "--patience", "3s", "--", "sh", "-c", script});
+        QVERIFY(program.waitForStarted());
+        QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(30000));
+        QTEST(program.exitCode(), "exitCode");
         QFETCH(QByteArray, verdict);
-        const QByteArray output = m_program.readAllStandardOutput();
+        const QByteArray output = program.readAllStandardOutput();
         QVERIFY2(output.contains(verdict), output.constData());
     }
-
-private:
-    void start(const QStringList& arguments)
-    {
-        m_program.start(QStringLiteral(STRIP_SIMULATOR), QStringList{"--ports", m_ports} + arguments);
-        QVERIFY(m_program.waitForStarted());
-    }
-    bool ended() { return m_program.state() == QProcess::NotRunning || m_program.waitForFinished(30000); }
-    QStringList ports() const
-    {
-        QFile file(m_ports);
-        QStringList names;
-        if (file.open(QIODevice::ReadOnly)) {
-            const QJsonArray entries = QJsonDocument::fromJson(file.readAll()).array();
-            for (const auto& entry : entries)
-                names += entry.toObject().value("name").toString();
-        }
-        return names;
-    }
-
-    std::unique_ptr<QTemporaryDir> m_dir;
-    QString m_ports;
-    QProcess m_program;
 };
 
 QTEST_GUILESS_MAIN(tst_simulator_program)
