@@ -247,7 +247,7 @@ private slots:
 private:
     QSharedPointer<FakeController> addDevice(uint32_t nbLeds)
     {
-        const auto device = QSharedPointer<FakeController>::create(kId, nbLeds);
+        auto device = QSharedPointer<FakeController>::create(kId, nbLeds);
         add(device);
         return device;
     }
