@@ -214,6 +214,17 @@ private slots:
         QVERIFY(!log.contains("its port does not close"));
     }
 
+    void whoTalksTooMuchIsReadTwentyTimesASecond()
+    {
+        TalkGuard guard;
+        for (qint64 windowMs = 5; windowMs < 5000; windowMs += TalkGuard::kWindowMs) {
+            for (int chunk = 0; chunk < TalkGuard::kChunksPerWindow; ++chunk)
+                QCOMPARE(guard.delayMs(windowMs + chunk), 0);
+            for (const int laterMs : {20, 500, 999}) // asked again when the next window begins
+                QCOMPARE(guard.delayMs(windowMs + laterMs), TalkGuard::kWindowMs - laterMs);
+        }
+    }
+
     void chatterIsNoPress()
     {
         Line line;
