@@ -1,6 +1,6 @@
 #include "effects/EffectsManager.h"
 
-#include "effects/IColorStrapManager.h"
+#include "effects/ColorStrapManager.h"
 #include "support/capture/DeskDuplManager.h"
 #include "support/config/StoredNumber.h"
 #include "support/plugins/GuardedCall.h"
@@ -115,5 +115,5 @@ IDeskDuplManager* EffectsManager::createDeskDuplManager()
 
 IColorStrapManager* EffectsManager::createColorStrapManager()
 {
-    return nullptr;
+    return new ColorStrapManager(nullptr);
 }

@@ -85,6 +85,9 @@ inline constexpr Setting<const char*> kUnavailableModes{"unavailable_modes", ""}
 
 // Effect store: keys below effect id and controller id.
 inline constexpr char kAllControllers[] = "__all__"; ///< pseudo controller id for data of all devices
+inline constexpr char kColorStrapsEffect[] =
+    "id.effect.colorful.colorStraps";                                  ///< pseudo effect: the shared list
+inline constexpr char kColorStrapList[] = "colorStrapList";            // an array
 inline constexpr Setting<unsigned> kSingleColor{"color", 0xFF4F24D3u}; // 0xAARRGGBB
 inline constexpr Setting<double> kFlowingSpeed{"speed", 0.0};          // phase a step, 0.0 to 0.05
 inline constexpr Setting<int> kMarqueeSpeed{"speed", 45};
