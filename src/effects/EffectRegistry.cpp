@@ -1,5 +1,6 @@
 #include "effects/EffectRegistry.h"
 
+#include "effects/ColorStrapManager.h"
 #include "effects/EffectGroupFile.h"
 #include "effects/IEffectFactory.h"
 #include "effects/InternalEffectFactory.h"
@@ -34,6 +35,8 @@ void EffectRegistry::load(QObject* owner)
 {
     if (const auto files = shippedFiles(QStringLiteral("*.json"), "cannot load group informations")) {
         for (const QFileInfo& file : *files) {
+            if (file.fileName() == QLatin1String(ColorStrapManager::kShippedFile))
+                continue; // a neighbour, no group file
             const QJsonArray records = readEffectGroupFile(file.absoluteFilePath());
             for (const QJsonValue& record : records)
                 addGroup(record.toObject());
