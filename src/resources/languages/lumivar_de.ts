@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Farbe der Enden %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Farbe %1, Position %2 %</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Ziehen zum Verschieben, Doppelklick für eine andere Farbe, Rechtsklick zum Löschen</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Doppelklick ändert die Farbe beider Enden</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Ändern</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Farbe wählen</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Klicken, um eine Farbe hinzuzufügen</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab wechselt die Farbe, Pfeiltasten verschieben, Eingabe ändert, Einfg fügt hinzu, Entf löscht</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Tonquelle:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Farbe wählen</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Colour of the ends %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Colour %1, position %2%</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Drag to move, double-click to change the colour, right-click to delete</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Double-click to change the colour of both ends</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Change</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Select color</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Click to add a colour</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab goes to the next colour, arrow keys move it, Enter changes, Insert adds, Delete deletes</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Device source:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Select color</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Color de los extremos %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Color %1, posición %2 %</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Arrastre para mover, doble clic para cambiar el color, clic derecho para eliminar</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Doble clic para cambiar el color de ambos extremos</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Cambiar</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Eliminar</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Elegir color</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Haga clic para añadir un color</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab pasa al color siguiente, las flechas lo mueven, Intro cambia, Insertar añade, Suprimir elimina</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Fuente de sonido:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Elegir color</translation>
     </message>
 </context>
 <context>

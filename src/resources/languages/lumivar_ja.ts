@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>両端の色 %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>色 %1、位置 %2%</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>ドラッグで移動、ダブルクリックで色の変更、右クリックで削除</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>ダブルクリックで両端の色を変更</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>変更</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>削除</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>色を選択</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>クリックで色を追加</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab で色の切り替え、矢印キーで移動、Enter で変更、Insert で追加、Delete で削除</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>音源デバイス：</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>色を選択</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>양 끝의 색상 %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>색상 %1, 위치 %2%</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>드래그하여 이동, 두 번 클릭하여 색상 변경, 오른쪽 클릭하여 삭제</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>두 번 클릭하여 양 끝의 색상 변경</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>변경</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>삭제</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>색 선택</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>클릭하여 색상 추가</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab 키로 색상 전환, 화살표 키로 이동, Enter 키로 변경, Insert 키로 추가, Delete 키로 삭제</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>오디오 소스:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>색 선택</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Cor das pontas %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Cor %1, posição %2%</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Arraste para mover, clique duas vezes para alterar a cor, clique com o botão direito para excluir</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Clique duas vezes para alterar a cor das duas pontas</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Alterar</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Excluir</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Escolher cor</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Clique para adicionar uma cor</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab passa para a próxima cor, as setas a movem, Enter altera, Insert adiciona, Delete exclui</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Fonte de som:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Escolher cor</translation>
     </message>
 </context>
 <context>

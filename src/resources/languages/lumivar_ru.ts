@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Цвет концов %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Цвет %1, положение %2 %</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Перетащить — переместить, двойной щелчок — изменить цвет, правая кнопка — удалить</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Дважды щёлкните, чтобы изменить цвет обоих концов</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Удалить</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Выбрать цвет</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Щёлкните, чтобы добавить цвет</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab — следующий цвет, стрелки — переместить, Enter — изменить, Insert — добавить, Delete — удалить</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Источник звука:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Выбрать цвет</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,48 @@
     </message>
 </context>
 <context>
+    <name>GradientHandler</name>
+    <message>
+        <source>两端颜色 %1</source>
+        <translation>Màu hai đầu %1</translation>
+    </message>
+    <message>
+        <source>颜色 %1，位置 %2%</source>
+        <translation>Màu %1, vị trí %2%</translation>
+    </message>
+    <message>
+        <source>拖动可移动，双击可修改颜色，右键可删除</source>
+        <translation>Kéo để di chuyển, nhấp đúp để đổi màu, nhấp chuột phải để xóa</translation>
+    </message>
+    <message>
+        <source>双击可修改两端的颜色</source>
+        <translation>Nhấp đúp để đổi màu hai đầu</translation>
+    </message>
+    <message>
+        <source>修改</source>
+        <translation>Thay đổi</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Xóa</translation>
+    </message>
+</context>
+<context>
+    <name>GradientWidget</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Chọn màu</translation>
+    </message>
+    <message>
+        <source>单击可添加颜色</source>
+        <translation>Nhấp để thêm màu</translation>
+    </message>
+    <message>
+        <source>Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除</source>
+        <translation>Tab để chuyển màu, phím mũi tên để di chuyển, Enter để thay đổi, Insert để thêm, Delete để xóa</translation>
+    </message>
+</context>
+<context>
     <name>GroupInformation</name>
     <message>
         <source>单色模式</source>
@@ -413,6 +455,13 @@
     <message>
         <source>设备源：</source>
         <translation>Nguồn âm thanh:</translation>
+    </message>
+</context>
+<context>
+    <name>MoodShadow</name>
+    <message>
+        <source>选择颜色</source>
+        <translation>Chọn màu</translation>
     </message>
 </context>
 <context>
