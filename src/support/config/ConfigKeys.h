@@ -92,6 +92,10 @@ inline constexpr Setting<unsigned> kSingleColor{"color", 0xFF4F24D3u}; // 0xAARR
 inline constexpr Setting<double> kFlowingSpeed{"speed", 0.0};          // phase a step, 0.0 to 0.05
 inline constexpr Setting<int> kMarqueeSpeed{"speed", 45};
 inline constexpr Setting<int> kColorMapSpeed{"speed", 1};
+inline constexpr Setting<int> kCurrentStrap{"currentStrap", 0}; // index in the list of colour straps
+inline constexpr char kStrapConfigs[] = "strapConfigs";         ///< object with the two that follow
+inline constexpr Setting<double> kStrapSpeed{"speed", 0.5};
+inline constexpr Setting<double> kStrapRange{"range", 1.0};
 inline constexpr Setting<double> kBlurStrength{"blurStrength", 0.5};
 inline constexpr Setting<double> kSaturationStrength{"saturationStrength", 1.0};
 inline constexpr char kLedMap[] = "map"; ///< object with screenWidth, screenHeight, ledMap
