@@ -1,4 +1,4 @@
-#include "effects/dynamicMusic/ElidingComboBox.h"
+#include "widgets/ElidingComboBox.h"
 
 #include <QHelpEvent>
 #include <QStylePainter>
