@@ -88,9 +88,10 @@ void LanguageManager::switchLanguage(const QString& language)
         logMissing(language);
         return;
     }
-    if (language != storedChoice()) {
-        ConfigurationManager* config = ConfigurationManager::instance();
-        config->AppConfigJsonObj().insert(QLatin1String(ConfigKeys::kLanguage.key), language);
+    ConfigurationManager* config = ConfigurationManager::instance();
+    const QLatin1String key(ConfigKeys::kLanguage.key);
+    if (config->AppConfigJsonObj().value(key) != language) { // what ships is nobody's choice
+        config->AppConfigJsonObj().insert(key, language);
         config->saveAppConfigJsonObj();
     }
     show(language);

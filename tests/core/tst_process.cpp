@@ -161,10 +161,11 @@ private slots:
         const QDir folder(m_sandbox->useCopyOfProgramFolder());
         const QString effect = m_sandbox->configFile("effects/id.effect.colorful.flowingEffect.json");
         QVERIFY(QDir().mkpath(QFileInfo(effect).path()));
-        for (const QString& path : {m_sandbox->configFile("app.json"), m_sandbox->configFile("global.json"),
-                                    m_sandbox->configFile("controllers.json"), effect, m_sandbox->portsFile(),
-                                    folder.filePath("controler_config/LVController.json"),
-                                    folder.filePath("effects/groups.json")}) {
+        for (const QString& path :
+             {m_sandbox->configFile("app.json"), m_sandbox->configFile("global.json"),
+              m_sandbox->configFile("controllers.json"), effect, m_sandbox->portsFile(),
+              folder.filePath("defaults.json"), folder.filePath("controler_config/LVController.json"),
+              folder.filePath("effects/groups.json")}) {
             QFile::remove(path);
             QCOMPARE(mkfifo(path.toUtf8().constData(), S_IRUSR | S_IWUSR), 0);
         }
@@ -172,6 +173,17 @@ private slots:
         QVERIFY(process);
         QVERIFY(terminateWell(*process));
         QVERIFY2(count("not a regular file") >= 3, qPrintable(m_sandbox->standardError()));
+    }
+
+    void whatShipsIsUsedAndNeverBecomesTheUsers()
+    {
+        const QDir folder(m_sandbox->useCopyOfProgramFolder());
+        ProgramUnderTest::writeFile(folder.filePath("defaults.json"),
+                                    R"({"devUpdateInterval": 33, "runtime.singleControlMode": false})");
+        const auto process = start();
+        QTRY_VERIFY_WITH_TIMEOUT(count("Devcie update interval: 33") == 1, kPatienceMs);
+        QVERIFY(terminateWell(*process));
+        QCOMPARE(stored("app.json"), QJsonObject());
     }
 
     void theConsoleHasNoCopyOfTheLogUnasked()

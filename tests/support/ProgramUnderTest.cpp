@@ -28,7 +28,8 @@ ProgramUnderTest::ProgramUnderTest(const QString& folder)
     environment.insert("TMPDIR", path("tmp"));
     environment.insert("LUMIVAR_SERIAL_PORTS", portsFile());
     environment.insert("LUMIVAR_LOG_TO_CONSOLE", "1");
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    // It is the whole product, with what it ships.
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "LUMIVAR_DEFAULTS"})
         environment.remove(name);
 }
 

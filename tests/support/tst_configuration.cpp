@@ -347,6 +347,55 @@ private slots:
             QCOMPARE(read("", file), QJsonValue(own)); // so the defaults are not stored
     }
 
+    void what_the_product_ships_stands_in_until_the_user_chooses()
+    {
+        const auto ship = [this](const QByteArray& values) {
+            put(path("shipped.json"), values);
+            m_config.reset(); // saves
+            m_config = std::make_unique<ConfigurationManager>(path(), path(), path("shipped.json"));
+        };
+        ship(R"({"effects.extra": true, "runtime.gama": 2.0, "devUpdateInterval": 40})");
+        QCOMPARE(m_config->appConfig("devUpdateInterval").toInt(), 40);
+        QVERIFY(m_config->appConfig("devUpdateInterva").isUndefined());
+        QVERIFY(m_config->AppConfigJsonObj().isEmpty());
+        m_config->setAppConfig("runtime.gama", 2.0); // the user's, though it is what ships
+        m_config->setAppConfig("effects.extra", false);
+        QCOMPARE(m_config->appConfig("effects.extra"), QJsonValue(false));
+
+        ship(R"({"effects.extra": true, "runtime.gama": 1.5, "devUpdateInterval": 50})"); // an update
+        const QJsonObject chosen{{"runtime.gama", 2.0}, {"effects.extra", false}};
+        QCOMPARE(onDisk(path("app.json")), chosen);
+        QCOMPARE(m_config->appConfig("devUpdateInterval").toInt(), 50);
+        QCOMPARE(m_config->appConfig("runtime.gama").toDouble(), 2.0);
+        QCOMPARE(m_config->appConfig("effects.extra"), QJsonValue(false));
+        m_config->setAppConfig("effects.extra", QJsonValue::Null); // the choice is gone
+        QCOMPARE(m_config->appConfig("effects.extra"), QJsonValue(true));
+        m_config->reset();
+        QCOMPARE(m_config->appConfig("runtime.gama").toDouble(), 1.5);
+    }
+
+    void without_good_defaults_nothing_is_shipped()
+    {
+        const QByteArray good = R"({"effects.extra": true})";
+        QVector<QByteArray> contents{"[true]", "null", good + '}', QByteArray(kMaxDataFileBytes + 1, ' ')};
+        for (int size = 0; size < good.size(); ++size)
+            contents += good.left(size);
+        for (int i = 0; i < contents.size(); ++i)
+            put(path(QString("%1.json").arg(i)), contents.at(i));
+        QVERIFY(QDir().mkdir(path("folder.json")));
+        QCOMPARE(::mkfifo(path("pipe.json").toUtf8().constData(), 0600), 0);
+        QStringList names{"folder.json", "pipe.json", "missing.json"};
+        for (int i = 0; i < contents.size(); ++i)
+            names += QString("%1.json").arg(i);
+        for (const QString& name : names) {
+            const int before = m_log->count("defaults in");
+            const ConfigurationManager config(path(), path(), path(name));
+            for (int reads = 0; reads < 2; ++reads)
+                QVERIFY2(config.appConfig("effects.extra").isUndefined(), qPrintable(name));
+            QCOMPARE(m_log->count("defaults in") - before, 1); // told of once
+        }
+    }
+
     void a_clean_start_leaves_only_the_global_store()
     {
         m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;

@@ -21,7 +21,7 @@ struct Number : Setting<T>
     T most;
 };
 
-// Application store.
+// Application store. The product's own values are in data/defaults.json.
 inline constexpr Setting<const char*> kLanguage{"language", ""};
 inline constexpr Number<int> kDevUpdateIntervalMs{{"devUpdateInterval", 80}, 1, 8000};
 inline constexpr Setting<int> kPixmapStreamReadIntervalMs{"pixmapStreamReadInterval", 80};
@@ -38,6 +38,7 @@ inline constexpr Setting<bool> kScreenEditEnable{"runtime.screenEditEnable", fal
 inline constexpr Setting<bool> kScreenshotEnable{"runtime.screenshotEnable", false};
 inline constexpr Setting<bool> kLoopLogEnable{"runtime.loopLogEnable", false};
 inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDarkSide", false};
+inline constexpr Setting<bool> kExtraEffects{"effects.extra", false};
 
 // Application store, one key a device; the functions append the controller id.
 inline constexpr Setting<bool> kAutoWipeDarkSideOf{"runtime.screenSync.autoWipeDarkSide.", false};

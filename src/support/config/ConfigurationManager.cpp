@@ -26,14 +26,41 @@ QString standardFolder(QStandardPaths::StandardLocation location)
     return QStandardPaths::writableLocation(location) + QLatin1String("/Lumivar");
 }
 
+/// The product's own values for application keys; another file by the environment, for tests of exact
+/// numbers.
+QString shippedDefaultsFile()
+{
+    return qEnvironmentVariable("LUMIVAR_DEFAULTS", QStringLiteral("defaults.json"));
+}
+
+/// The object in a file that stands beside the program; nothing, with a log line, where there is no good one.
+std::optional<QJsonObject> shippedObject(const QString& path)
+{
+    QString reason;
+    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    if (!bytes) {
+        qInfo().noquote() << "[ConfigurationManager]: no defaults in" << path << reason;
+        return std::nullopt;
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        qWarning().noquote() << "[ConfigurationManager]: broken defaults in" << path << error.errorString();
+        return std::nullopt;
+    }
+    return document.object();
+}
+
 } // namespace
 
 struct ConfigurationManager::Private
 {
-    Private(ConfigurationManager* owner, const QString& config, const QString& resources)
+    Private(ConfigurationManager* owner, const QString& config, const QString& resources,
+            const QString& defaults)
         : manager(owner)
         , configPath(config)
         , resourcesPath(resources)
+        , defaultsFile(defaults)
         , app(config + QLatin1String("/app.json"))
         , global(config + QLatin1String("/global.json"))
         , controllers(config + QLatin1String("/controllers.json"))
@@ -58,6 +85,14 @@ struct ConfigurationManager::Private
         isTroubled = !written;
         emit manager->savingTroubleChanged(isTroubled);
     }
+    /// Read at first use: by then the log system stands and hears of damage.
+    const QJsonObject& shippedValues()
+    {
+        if (!shipped)
+            shipped =
+                defaultsFile.isEmpty() ? QJsonObject() : shippedObject(defaultsFile).value_or(QJsonObject());
+        return *shipped;
+    }
     void write(bool all)
     {
         bool written = effects.write(all);
@@ -69,6 +104,8 @@ struct ConfigurationManager::Private
     ConfigurationManager* const manager;
     const QString configPath;
     const QString resourcesPath;
+    const QString defaultsFile;
+    std::optional<QJsonObject> shipped;
     FlatStore app;
     FlatStore global;
     ControllerStore controllers;
@@ -83,7 +120,8 @@ ConfigurationManager* ConfigurationManager::instance()
     // Never destroyed: the crash handler and late destructors may still ask for it.
     static ConfigurationManager* const manager = [] {
         auto* created = new ConfigurationManager(standardFolder(QStandardPaths::GenericConfigLocation),
-                                                 standardFolder(QStandardPaths::GenericDataLocation));
+                                                 standardFolder(QStandardPaths::GenericDataLocation),
+                                                 shippedDefaultsFile());
         if (QCoreApplication::instance())
             created->moveToThread(QCoreApplication::instance()->thread());
         return created;
@@ -92,9 +130,8 @@ ConfigurationManager* ConfigurationManager::instance()
 }
 
 ConfigurationManager::ConfigurationManager(const QString& configPath, const QString& resourcesPath,
-                                           QObject* parent)
-    : QObject(parent)
-    , d(std::make_unique<Private>(this, configPath, resourcesPath))
+                                           const QString& defaultsFile)
+    : d(std::make_unique<Private>(this, configPath, resourcesPath, defaultsFile))
 {
     d->timer.setParent(this); // follows to another thread
     d->timer.setSingleShot(true);
@@ -112,7 +149,11 @@ ConfigurationManager::~ConfigurationManager()
 
 QJsonValue ConfigurationManager::appConfig(const QString& key) const
 {
-    return d->app.values().value(key);
+    const QJsonValue stored = d->app.values().value(key);
+    if (!stored.isUndefined() && !stored.isNull())
+        return stored;
+    const QJsonValue shipped = d->shippedValues().value(key);
+    return shipped.isUndefined() ? stored : shipped;
 }
 
 void ConfigurationManager::setAppConfig(const QString& key, const QJsonValue& value)
@@ -167,20 +208,10 @@ QJsonValue ConfigurationManager::effectJsonValue(const QString& effectId, const 
                                                  const QString& key, const QString& defaultFile) const
 {
     QJsonValue stored = d->effects.value(effectId, controllerId, key);
-    QString reason;
-    const std::optional<QByteArray> bytes = readDataFile(defaultFile, &reason);
-    if (!bytes) {
-        qInfo().noquote() << "[ConfigurationManager]: no defaults in" << defaultFile << reason;
+    const std::optional<QJsonObject> defaults = shippedObject(defaultFile);
+    if (!defaults)
         return stored;
-    }
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject()) {
-        qWarning().noquote() << "[ConfigurationManager]: broken defaults in" << defaultFile
-                             << error.errorString();
-        return stored;
-    }
-    QJsonValue fallback = key.isEmpty() ? document.object() : document.object().value(key);
+    QJsonValue fallback = key.isEmpty() ? *defaults : defaults->value(key);
     if (stored.isUndefined() || stored.isNull())
         return fallback;
     if (!stored.isObject() || !fallback.isObject())

@@ -17,14 +17,20 @@ public:
     /// The process-wide instance; usable as soon as QApplication exists.
     static ConfigurationManager* instance();
 
-    /// A store of its own in the given folders, for tests; created where missing.
-    ConfigurationManager(const QString& configPath, const QString& resourcesPath, QObject* parent = nullptr);
+    /// A store of its own in the given folders, for tests; created where missing. `defaultsFile` holds the
+    /// product's values, see appConfig().
+    ConfigurationManager(const QString& configPath, const QString& resourcesPath,
+                         const QString& defaultsFile = {});
     ~ConfigurationManager() override;
 
+    /// The user's value. Where there is none, or null, the one that the product ships, which never becomes
+    /// the user's by itself; what ships is read at first use.
     QJsonValue appConfig(const QString& key) const;
-    /// Emits appConfigChanged, also for the value that is there already. Null clears the key for its readers.
+    /// Emits appConfigChanged, also for the value that is there already. Null clears the key for its readers:
+    /// they are back at what ships.
     void setAppConfig(const QString& key, const QJsonValue& value);
-    /// The whole application store; what is written through it counts after saveAppConfigJsonObj().
+    /// The whole application store, the user's values alone; what is written through it counts after
+    /// saveAppConfigJsonObj().
     QJsonObject& AppConfigJsonObj();
     void saveAppConfigJsonObj();
 
@@ -62,7 +68,8 @@ public:
 
     /// Writes everything at once, unsaved effect values included, and brings the backups up to date.
     void save();
-    /// Forgets the application, controller and effect stores with files and backups; the global store stays.
+    /// Forgets the application, controller and effect stores with files and backups; the global store stays,
+    /// and what ships.
     void reset();
     /// The next start resets.
     void EnableCleanStartup();
