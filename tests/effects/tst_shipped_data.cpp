@@ -1,4 +1,5 @@
 #include "LightGrid.h"
+#include "effects/ColorStrapManager.h"
 #include "effects/EffectCatalogue.h"
 #include "effects/dynamicMusic/Mode1/Fragment.h"
 
@@ -9,6 +10,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -115,6 +117,35 @@ private slots:
         const LightGrid grid = LightGrid::of(leds.size()); // the light viewer draws the same order
         for (int i = 0; i < leds.size(); ++i)
             QCOMPARE(grid.cellOf(i), QPoint(leds[i]["x"].toInt() * 23 / 120, leds[i]["y"].toInt() * 11 / 67));
+    }
+
+    /// Light that mixes to a dim grey or brown looks like a fault on a wall.
+    void colorStrapsAreAllUsedAndNowhereMuddy()
+    {
+        const QTemporaryDir user;
+        ConfigurationManager config(user.path(), user.path());
+        ColorStrapManager straps(nullptr, &config);
+        QCOMPARE(straps.strapCount(),
+                 readObject("effects/colorStraps.json")["colorStrapList"].toArray().size());
+        QVERIFY(straps.strapCount() >= 12);
+        QSet<QString> names;
+        for (int i = 0; i < straps.strapCount(); ++i) {
+            const ColorStrap strap = straps.strap(i);
+            names += strap.name;
+            QVector<KeyColor> stops = strap.keyColors;
+            stops.prepend({0.0, strap.endsColor});
+            stops.append({1.0, strap.endsColor});
+            for (int k = 1; k < stops.size(); ++k) {
+                const QColor& a = stops[k - 1].color;
+                const QColor& b = stops[k].color;
+                const QColor middle((a.red() + b.red()) / 2, (a.green() + b.green()) / 2,
+                                    (a.blue() + b.blue()) / 2);
+                const bool isClear = middle.value() >= 200 || middle.saturation() >= 150;
+                QVERIFY2(stops[k].key - stops[k - 1].key >= 0.05, qPrintable(strap.name)); // handles apart
+                QVERIFY2(isClear && middle.value() >= 130, qPrintable(strap.name + middle.name()));
+            }
+        }
+        QCOMPARE(names.size(), straps.strapCount());
     }
 
     void everyEffectHasAnIconOfItsOwn()
