@@ -1,6 +1,8 @@
 // Renders every page, option widget and dialog of the program to PNG files, so that anyone can look at the
 // whole interface in one go. Touches no settings and needs no display.
 #include "Gallery.h"
+#include "effects/ColorStrapManager.h"
+#include "strapPicture.h"
 #include "ui/Languagemanager.h"
 
 #include <QApplication>
@@ -73,6 +75,12 @@ int main(int argc, char** argv)
         }
         total += count;
     }
+    ColorStrapManager straps(nullptr); // the home is empty, so these are the shipped ones
+    if (!strapPicture(straps).save(folder.filePath(QStringLiteral("straps.png")))) {
+        std::fputs("gallery: the picture of the colour straps could not be written\n", stderr);
+        return 1;
+    }
+    ++total;
     std::printf("%d pictures in %s\n", total, qPrintable(folder.path()));
     return total > 0 ? 0 : 1;
 }
