@@ -5,6 +5,8 @@
 #include "effects/colorful/Marquee.h"
 #include "effects/colorful/MoodShadow.h"
 #include "effects/colorful/SFrmColorMap.h"
+#include "effects/dynamicMusic/MMSOptWidget.h"
+#include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
@@ -19,7 +21,7 @@ const QVector<EffectRow>& effectCatalogue()
 {
     using C = EffectClass;
     static const C screenOptions{"ScreenSyncSOptWidget"};
-    // The icons of the music effects repeat in the cycle 2, 3, 4, 1.
+    // The icons of the first eight music effects repeat in the cycle 2, 3, 4, 1.
     // clang-format off
     static const QVector<EffectRow> rows{
         {"id.effect.marquee.marquee", QT_TRANSLATE_NOOP("EffectNames", "跑马灯模式"), 0, C::of<Marquee>(), C::of<SFrmColorMap>(), {}, ""},
@@ -47,6 +49,10 @@ const QVector<EffectRow>& effectCatalogue()
         {"id.effect.dynamicMusic.peakValues_7", QT_TRANSLATE_NOOP("EffectNames", "音乐7"), 7, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_4.png"},
         {"id.effect.dynamicMusic.peakValues_8", QT_TRANSLATE_NOOP("EffectNames", "音乐8"), 8, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_1.png"},
         {"id.effect.graphics.graphics", QT_TRANSLATE_NOOP("EffectNames", "图像模式"), 0, {"PixmapStream"}, {"SFrmPixmapStream"}, {}, ""},
+        {"id.effect.dynamicMusic.musicMode_1", QT_TRANSLATE_NOOP("EffectNames", "律动音柱"), 9, C::of<MusicMode1>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_1.png", true},
+        {"id.effect.dynamicMusic.musicMode_2", QT_TRANSLATE_NOOP("EffectNames", "影随乐动"), 10, {"MusicMode2"}, {"MM2SOptWid"}, {}, ":/images/icons/id_effect_dynamicMusic_musicMode_2.png", true},
+        {"id.effect.dynamicMusic.musicMode_3", QT_TRANSLATE_NOOP("EffectNames", "声色渐变"), 11, {"MusicMode3"}, C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_3.png", true},
+        {"id.effect.dynamicMusic.musicMode_4", QT_TRANSLATE_NOOP("EffectNames", "镜像频谱"), 12, {"MusicMode4"}, C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_4.png", true},
     };
     // clang-format on
     return rows;

@@ -18,7 +18,8 @@ struct EffectClass
     }
 };
 
-/// One built-in effect. It is offered as soon as its worker's class is there.
+/// One built-in effect. It is offered as soon as its worker's class is there, an extra one only while the
+/// product or the user asks for those.
 struct EffectRow
 {
     const char* id;
@@ -28,6 +29,7 @@ struct EffectRow
     EffectClass sOptWidget;         ///< short option widget
     EffectClass advancedLOptWidget; ///< long option widget, offered in advanced mode only
     const char* icon;               ///< resource path, empty for none
+    bool isExtra = false;
 };
 
 /// All built-in effects, in the order of registration. The first call registers their classes.

@@ -1,8 +1,6 @@
 #include "effects/InternalEffectFactory.h"
 
 #include "effects/EffectCatalogue.h"
-#include "effects/dynamicMusic/MMSOptWidget.h"
-#include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
@@ -26,6 +24,11 @@ EffectWorkerOptions toOptions(const EffectRow& row, bool advancedMode)
     return options;
 }
 
+bool isSet(const ConfigKeys::Setting<bool>& setting)
+{
+    return ConfigurationManager::instance()->appConfig(setting.key).toBool(setting.fallback);
+}
+
 bool takesOptionsAndParent(const QMetaMethod& constructor)
 {
     return constructor.parameterCount() == 2 && constructor.parameterTypes().at(0) == "EffectWorkerOptions" &&
@@ -38,13 +41,10 @@ InternalEffectFactory::InternalEffectFactory(QObject* parent)
     : IEffectFactory(parent)
 {
     qRegisterMetaType<EffectWorkerOptions>("EffectWorkerOptions");
-    qRegisterMetaType<MusicMode1*>(); // for entries beside those of the catalogue
-    qRegisterMetaType<MMSOptWidget*>();
-    const bool advancedMode = ConfigurationManager::instance()
-                                  ->appConfig(ConfigKeys::kScreenSyncAdvancedMode.key)
-                                  .toBool(ConfigKeys::kScreenSyncAdvancedMode.fallback);
+    const bool advancedMode = isSet(ConfigKeys::kScreenSyncAdvancedMode);
+    const bool withExtras = isSet(ConfigKeys::kExtraEffects);
     for (const EffectRow& row : effectCatalogue()) {
-        if (row.worker.meta)
+        if (row.worker.meta && (withExtras || !row.isExtra))
             m_effects.append({row.worker.meta, toOptions(row, advancedMode)});
     }
 }

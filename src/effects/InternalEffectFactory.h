@@ -4,14 +4,14 @@
 
 #include <QVector>
 
-/// The effects that are compiled in: the rows of the catalogue whose worker's class is there. Registers what
-/// pages and entries create by its class name.
+/// The effects that are compiled in and offered: rows of the catalogue, see there. Registers what pages and
+/// entries create by its class name.
 class InternalEffectFactory : public IEffectFactory
 {
     Q_OBJECT
 
 public:
-    /// Reads once whether the advanced mode of the screen effects is offered.
+    /// Reads once whether the advanced mode of the screen effects is offered, and the extra effects.
     explicit InternalEffectFactory(QObject* parent);
 
     /// Only for ids of workerOptionsList(); null when the class cannot be instantiated as a worker.

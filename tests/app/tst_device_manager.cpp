@@ -70,10 +70,12 @@ private slots:
     void bindsTheStoredEffectOrTheDefault()
     {
         const QString screen = "id.effect.screenSync.topHalfScreen";
+        const QString music = "id.effect.dynamicMusic";
         const QString standIn = m_manager->effects().defaultEffect("id.effect.colorful");
         QVERIFY(!standIn.isEmpty());
         const QStringList rows[] = {{"id.effect.screenSync", screen, screen},
                                     {"", screen, standIn},
+                                    {music, music + ".musicMode_1", standIn}, // an extra one, not asked for
                                     {"id.gone", "id.gone.effect", standIn}};
         for (const QStringList& row : rows) {
             const QString id = "LV0127:" + row.at(0);

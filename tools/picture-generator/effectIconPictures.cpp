@@ -34,6 +34,10 @@ constexpr Icon kOfCatalogue[]{
     {"id_effect_dynamicMusic_mode_2", drawNotes},
     {"id_effect_dynamicMusic_mode_3", drawCentreBars},
     {"id_effect_dynamicMusic_mode_4", drawRing},
+    {"id_effect_dynamicMusic_musicMode_1", drawMeters},
+    {"id_effect_dynamicMusic_musicMode_2", drawBreath},
+    {"id_effect_dynamicMusic_musicMode_3", drawGauge},
+    {"id_effect_dynamicMusic_musicMode_4", drawMirroredBands},
 };
 
 constexpr Icon kOfGroups[]{

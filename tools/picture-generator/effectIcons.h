@@ -33,3 +33,7 @@ void drawBars(Lens& lens);
 void drawNotes(Lens& lens);
 void drawCentreBars(Lens& lens);
 void drawRing(Lens& lens);
+void drawMeters(Lens& lens);
+void drawBreath(Lens& lens);
+void drawGauge(Lens& lens);
+void drawMirroredBands(Lens& lens);

@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>وضع الموسيقى 4</translation>
     </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>أنفاس الموسيقى</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>طيف متناظر</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>أعمدة المستوى</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>لون حسب الشدة</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Musikmodus 4</translation>
     </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Pegelfarben</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Atemlicht</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Spiegelbänder</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Pegelsäulen</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

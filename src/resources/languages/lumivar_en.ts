@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Music Mode 4</translation>
     </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Mirror bands</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Volume colors</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Level meters</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Breathing mood</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Modo música 4</translation>
     </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Respiración</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Color sonoro</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Espejo sonoro</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Niveles</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>音楽モード 4</translation>
     </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>レベルメーター</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>ミラーバンド</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>音楽の呼吸</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>音量カラー</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

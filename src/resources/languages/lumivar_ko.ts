@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>음악 모드 4</translation>
     </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>음량 컬러</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>레벨 미터</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>미러 밴드</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>음악의 호흡</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

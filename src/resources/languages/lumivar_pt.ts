@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Modo música 4</translation>
     </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Cor sonora</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Respiração</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Espelho sonoro</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Níveis</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

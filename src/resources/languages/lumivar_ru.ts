@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Муз. режим 4</translation>
     </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Уровни звука</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Цвет звука</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Зеркало звука</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Дыхание</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

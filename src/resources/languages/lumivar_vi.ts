@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>Chế độ nhạc 4</translation>
     </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>Cột âm lượng</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>Nhịp thở</translation>
+    </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>Màu âm lượng</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>Phổ đối xứng</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>

@@ -230,6 +230,22 @@
         <source>音乐模式4</source>
         <translation>音乐模式4</translation>
     </message>
+    <message>
+        <source>声色渐变</source>
+        <translation>声色渐变</translation>
+    </message>
+    <message>
+        <source>镜像频谱</source>
+        <translation>镜像频谱</translation>
+    </message>
+    <message>
+        <source>影随乐动</source>
+        <translation>影随乐动</translation>
+    </message>
+    <message>
+        <source>律动音柱</source>
+        <translation>律动音柱</translation>
+    </message>
 </context>
 <context>
     <name>EffectNotice</name>
