@@ -8,13 +8,15 @@
 /// One meter on the strip: how many LEDs it has and what it listens to.
 struct Fragment
 {
+    enum Channel { Left = 1, Right = 2 };
+
     int beginIndex = 0; ///< first LED
     int endIndex = 0;   ///< behind the last
     double dbEnhance = 0.0;
     double mulEnhance = 1.0;
     double minFrequency = 0.0; ///< hertz
     double maxFrequency = 0.0;
-    int soundChannel = 0;  ///< 1 left, 2 right, any other the louder of the two
+    int soundChannel = 0;  ///< one of Channel, any other for the louder of the two
     int dir = 0;           ///< 0 fills from the first LED on, 1 from the last one back, any other nothing
     QList<double> history; ///< the last levels; not stored
 

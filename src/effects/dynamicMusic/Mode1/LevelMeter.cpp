@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kHistory = 10;
 constexpr double kGreenHue = 0.3333333333333333;
-enum SoundChannelChoice { Left = 1, Right = 2 };
 
 double enhanced(const Fragment& fragment, const SoundChannel& channel)
 {
@@ -54,9 +53,9 @@ double heard(const Fragment& fragment, const QVector<SoundChannel>& channels)
     const SoundChannel& left = channels.first();
     const SoundChannel& right = channels.size() > 1 ? channels.at(1) : left;
     switch (fragment.soundChannel) {
-    case Left:
+    case Fragment::Left:
         return enhanced(fragment, left);
-    case Right:
+    case Fragment::Right:
         return enhanced(fragment, right);
     default:
         return std::max(enhanced(fragment, left), enhanced(fragment, right));
