@@ -1,4 +1,6 @@
+#include "FakeStrapList.h"
 #include "MusicTestKit.h"
+#include "effects/dynamicMusic/Mode2/MusicMode2.h"
 #include "effects/dynamicMusic/Mode3/MusicMode3.h"
 #include "effects/dynamicMusic/Mode4/MusicMode4.h"
 
@@ -29,6 +31,37 @@ LV_RGB shade(double level)
     QPainter(&row).fillRect(row.rect(), gradient);
     const QColor color = row.pixelColor(qMin(299, int(300 * level / 80.0)), 0);
     return {std::uint8_t(color.red()), std::uint8_t(color.green()), std::uint8_t(color.blue())};
+}
+
+/// A running mood: the straps are handed over before the load, and a source is bound that may be silent.
+struct Mood : MusicMode2
+{
+    explicit Mood(IColorStrapManager* straps, const ControlOptions& options = strip(4))
+        : MusicMode2(entry(kEffect), nullptr)
+    {
+        DIColorStrapManager(straps);
+        load(options);
+    }
+    void hear(const Sound& sound)
+    {
+        AudioCapManager* manager = AudioCapManager::instance();
+        emit manager->acquireCapturer("default")->spectrumsChanged(sound);
+        manager->releaseCapturer("default");
+        QCoreApplication::sendPostedEvents(this);
+    }
+    /// Of the first LED in the next picture.
+    LV_RGB shown()
+    {
+        frames.clear();
+        return frames.wait() ? frames.first().first().value<Frame>().first() : LV_RGB();
+    }
+
+    QSignalSpy frames{this, &IEffectWorker::updateColors};
+};
+
+ColorStrap plain(const QColor& color)
+{
+    return {"plain", {{0.5, color}}, color};
 }
 
 /// The same in all bands.
@@ -63,8 +96,90 @@ private slots:
     void init()
     {
         ConfigurationManager::instance()->reset();
-        m_manager.reset();
-        m_manager = std::make_unique<AudioCapManager>(std::make_unique<FakeAudioBackend>());
+        ConfigurationManager::instance()->setAppConfig("devUpdateInterval", 10);
+        setSources({});
+    }
+
+    void moodBreathesWithTheSound()
+    {
+        setSources({kSpeaker});
+        FakeStrapList straps({plain(QColor(200, 105, 9))});
+        Mood effect(&straps);
+        QCOMPARE(effect.shown(), (LV_RGB{20, 10, 0})); // before anything is heard
+        effect.hear(Sound{{{{100, 0, 20}, {17000, 0, 80}}}, {{{15000, 0, 60}}}});
+        QCOMPARE(effect.shown(), (LV_RGB{150, 78, 6})); // the louder side
+        effect.hear(hum(80));
+        QCOMPARE(effect.shown(), (LV_RGB{200, 105, 9}));
+        effect.setEffectProperty("strength", 0.505);
+        effect.setEffectProperty("strength", "loud");
+        effect.hear(hum(80));
+        QCOMPARE(effect.shown(), (LV_RGB{101, 53, 4}));
+        QCOMPARE(Mood(&straps).effectProperty("strength").toDouble(), 0.505);
+        effect.hear(hum(0));
+        QCOMPARE(effect.shown(), kBlack);
+    }
+
+    void moodIsDarkWithoutASource()
+    {
+        setSources({kSpeaker});
+        FakeStrapList straps({plain(Qt::white)});
+        Mood effect(&straps);
+        QTRY_COMPARE(effect.shown(), kBlack); // it says nothing
+        effect.hear(hum(80));
+        QCOMPARE(effect.shown(), (LV_RGB{255, 255, 255}));
+        m_backend->offer({});
+        QTRY_COMPARE(effect.shown(), kBlack);
+        QCOMPARE(effect.shown(), kBlack); // and not for one picture only
+    }
+
+    void moodAndSoundAreOneSetOfProperties()
+    {
+        setSources({kSpeaker});
+        FakeStrapList straps({plain(Qt::white), plain(Qt::red)});
+        Mood effect(&straps, strip(4, 1));
+        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        const QStringList look{"currentStrap", "range", "speed", "strength"};
+        QCOMPARE(effect.effectProperty(EffectProperties::kLook).toObject().keys(), look);
+        const QJsonObject all = effect.effectProperty("").toObject();
+        for (const QString& key : look + QStringList{"captureId", "capturers", "colorStrapManager"})
+            QVERIFY2(all.contains(key) && all[key] == effect.effectProperty(key), qPrintable(key));
+        QCOMPARE(effect.effectProperty("colour"), QJsonValue(QJsonValue::Null));
+        effect.setEffectProperty("",
+                                 QJsonObject{{"captureId", "tape"}, {"currentStrap", 1}, {"speed", 0.25}});
+        QCOMPARE(stored(kEffect, "audioSource"), QJsonValue("tape"));
+        effect.hear(hum(80));
+        QCOMPARE(effect.shown(), (LV_RGB{255, 0, 0}));
+        changes.clear();
+        straps.setStrap(1, {"broken", {}, Qt::red}); // the mood goes to another by itself, and says so
+        QTRY_VERIFY(changes.count() > 0);
+        QCOMPARE(changes.last().first().toString(), QString("currentStrap"));
+        effect.unload();
+        QCOMPARE(stored(kEffect, "strapConfigs")["speed"].toDouble(), 0.25);
+        effect.frames.clear();
+        QVERIFY(!effect.frames.wait(100));
+    }
+
+    void moodFollowsTheDirection()
+    {
+        // One cycle is a ramp of 40 colours on 20 LEDs: what is where tells which way it goes.
+        setSources({kSpeaker});
+        FakeStrapList straps({{"ramp", {{0.999, Qt::white}}, Qt::black}});
+        ConfigurationManager::instance()->setEffectJsonValue(kEffect, "LVTEST:01", "strapConfigs",
+                                                             QJsonObject{{"speed", 1.0}});
+        Mood effect(&straps, strip(20, 1));
+        effect.hear(hum(80));
+        const auto step = [&effect] { // of a few LEDs, but over the ramp's end
+            int before = effect.shown().red;
+            int moved = 0;
+            for (int i = 0; i < 200 && (moved == 0 || qAbs(moved) >= 100); ++i) {
+                moved = effect.shown().red - before;
+                before += moved;
+            }
+            return moved;
+        };
+        QVERIFY(step() < 0);
+        effect.onCtlDirChanged(0);
+        QVERIFY(step() > 0);
     }
 
     void peakFallsStraightAndInProportion()
@@ -198,7 +313,17 @@ private slots:
     }
 
 private:
+    void setSources(const AudioSources& sources)
+    {
+        m_manager.reset(); // first: there is one instance
+        auto backend = std::make_unique<FakeAudioBackend>();
+        m_backend = backend.get();
+        m_backend->list = sources;
+        m_manager = std::make_unique<AudioCapManager>(std::move(backend), 0);
+    }
+
     std::unique_ptr<AudioCapManager> m_manager;
+    FakeAudioBackend* m_backend = nullptr;
 };
 
 QTEST_MAIN(TestMusicModes)

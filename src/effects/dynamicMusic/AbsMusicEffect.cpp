@@ -44,7 +44,7 @@ AbsMusicEffect::AbsMusicEffect(QObject* parent)
     qRegisterMetaType<QVector<SoundChannel>>("QVector<SoundChannel>");
     m_darkTimer.setSingleShot(true);
     m_darkTimer.setInterval(kDarkAfterMs);
-    connect(&m_darkTimer, &QTimer::timeout, this, [this] { emit updateColors(QVector<LV_RGB>(nbLeds())); });
+    connect(&m_darkTimer, &QTimer::timeout, this, [this] { goDark(); });
 }
 
 AbsMusicEffect::~AbsMusicEffect() = default;
@@ -78,6 +78,11 @@ void AbsMusicEffect::unload()
         releaseCapturer();
     m_darkTimer.stop();
     storeWantedId();
+}
+
+void AbsMusicEffect::goDark()
+{
+    emit updateColors(QVector<LV_RGB>(nbLeds()));
 }
 
 void AbsMusicEffect::setCapturerId(QString newCapturerId)

@@ -41,6 +41,8 @@ public slots:
 protected:
     /// A capturer has just been bound; its data will follow.
     virtual void onCapturerBound() = 0;
+    /// Half a second has passed without a sound, not even a silent one: black.
+    virtual void goDark();
 
     QString effectId() { return options().id; }
     QString controllerId() const { return m_ctlOptions.id; }

@@ -102,6 +102,7 @@ inline constexpr Setting<double> kSaturationStrength{"saturationStrength", 1.0};
 inline constexpr char kLedMap[] = "map"; ///< object with screenWidth, screenHeight, ledMap
 inline constexpr Setting<const char*> kAudioSource{"audioSource", ""};
 inline constexpr Setting<double> kMusicStrength{"strength", 2.0};
+inline constexpr Setting<double> kMusicMode2Strength{"strength", 1.0};
 inline constexpr Setting<double> kMusicMode4Strength{"strength", 3.0};
 inline constexpr char kFragments[] = "fragments"; ///< object of objects with the members that follow
 inline constexpr Setting<int> kBeginIndex{"beginIndex", 0};
