@@ -12,6 +12,8 @@
 #include "effects/dynamicMusic/Mode4/MusicMode4.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
+#include "effects/graphics/PixmapStream.h"
+#include "effects/graphics/SFrmPixmapStream.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
@@ -51,7 +53,7 @@ const QVector<EffectRow>& effectCatalogue()
         {"id.effect.dynamicMusic.peakValues_6", QT_TRANSLATE_NOOP("EffectNames", "音乐6"), 6, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_3.png"},
         {"id.effect.dynamicMusic.peakValues_7", QT_TRANSLATE_NOOP("EffectNames", "音乐7"), 7, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_4.png"},
         {"id.effect.dynamicMusic.peakValues_8", QT_TRANSLATE_NOOP("EffectNames", "音乐8"), 8, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_1.png"},
-        {"id.effect.graphics.graphics", QT_TRANSLATE_NOOP("EffectNames", "图像模式"), 0, {"PixmapStream"}, {"SFrmPixmapStream"}, {}, ""},
+        {"id.effect.graphics.graphics", QT_TRANSLATE_NOOP("EffectNames", "图像模式"), 0, C::of<PixmapStream>(), C::of<SFrmPixmapStream>(), {}, ""},
         {"id.effect.dynamicMusic.musicMode_1", QT_TRANSLATE_NOOP("EffectNames", "律动音柱"), 9, C::of<MusicMode1>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_1.png", true},
         {"id.effect.dynamicMusic.musicMode_2", QT_TRANSLATE_NOOP("EffectNames", "影随乐动"), 10, C::of<MusicMode2>(), {"MM2SOptWid"}, {}, ":/images/icons/id_effect_dynamicMusic_musicMode_2.png", true},
         {"id.effect.dynamicMusic.musicMode_3", QT_TRANSLATE_NOOP("EffectNames", "声色渐变"), 11, C::of<MusicMode3>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_3.png", true},

@@ -63,14 +63,17 @@ void Gallery::renderControlPages()
     m_window.switchToControlPage();
     ControlPage& page = *m_window.controlPage();
     page.setControlModeVisible(false);
+    const QString matrix = QStringLiteral("LV0N03");
     for (const QString& group : m_effects.groupIds()) {
         QStringList effects = m_effects.groupInfo(group).workers.values();
         effects.sort();
+        const QString strip = QStringLiteral("LV0127");
+        const QString model = isGroupOffered(m_effects, group, strip) ? strip : matrix;
         for (const QString& effect : effects)
-            showEffect(QStringLiteral("LV0127"), effect, QStringLiteral("LV0127:0000002A"));
+            showEffect(model, effect, model + QStringLiteral(":0000002A"));
     }
     page.setControlModeVisible(true);
-    showEffect(QStringLiteral("LV0N03"), QStringLiteral("id.effect.singleColor.singleColor1"),
+    showEffect(matrix, QStringLiteral("id.effect.singleColor.singleColor1"),
                galleryDevices(4).last().name + QStringLiteral(" (LV0N03:00000001)"));
 }
 

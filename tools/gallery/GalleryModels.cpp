@@ -44,7 +44,9 @@ QJsonObject galleryProperties()
 {
     const QString longName =
         QStringLiteral("Monitor of Family 17h/19h HD Audio Controller Digital Stereo (IEC958)");
-    return {{"captureId", "default"},
+    return {{"animations", QJsonArray{"Rain", "霓虹与极光", "Lagerfeuer"}},
+            {"currentAnime", "霓虹与极光"},
+            {"captureId", "default"},
             {"capturers", QJsonArray{QJsonObject{{"id", "default"}, {"desc", longName}},
                                      QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}}};
 }

@@ -8,5 +8,6 @@
 /// `count` devices of the models that the product table knows, some with difficult names.
 QMap<QString, DeviceModel> galleryDevices(int count);
 
-/// The properties that option widgets would get from a worker: sound sources, one of a long name.
+/// The properties that option widgets would get from a worker: sound sources, one of a long name, and
+/// animations.
 QJsonObject galleryProperties();

@@ -741,4 +741,11 @@ Press ESC to cancel</source>
         <translation>السرعة:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>لا توجد رسوم متحركة للاختيار</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ Zum Abbrechen ESC drücken</translation>
         <translation>Tempo:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>Keine Animationen verfügbar</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ Press ESC to cancel</translation>
         <translation>Speed:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>No animations to choose from</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ Pulse ESC para cancelar</translation>
         <translation>Velocidad:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>No hay animaciones disponibles</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ ESCキーでキャンセル</translation>
         <translation>速度：</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>選べるアニメーションがありません</translation>
+    </message>
+</context>
 </TS>

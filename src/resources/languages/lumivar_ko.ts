@@ -741,4 +741,11 @@ ESC 키를 누르면 취소됩니다</translation>
         <translation>속도:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>선택할 애니메이션이 없습니다</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ Pressione ESC para cancelar</translation>
         <translation>Velocidade:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>Nenhuma animação disponível</translation>
+    </message>
+</context>
 </TS>

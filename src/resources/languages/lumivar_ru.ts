@@ -741,4 +741,11 @@ ESC — отмена</translation>
         <translation>Скорость:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>Нет доступных анимаций</translation>
+    </message>
+</context>
 </TS>

@@ -741,4 +741,11 @@ Nhấn ESC để hủy</translation>
         <translation>Tốc độ:</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>Không có hoạt ảnh để chọn</translation>
+    </message>
+</context>
 </TS>

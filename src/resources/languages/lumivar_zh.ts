@@ -741,4 +741,11 @@ Press ESC to cancel</source>
         <translation>速度：</translation>
     </message>
 </context>
+<context>
+    <name>SFrmPixmapStream</name>
+    <message>
+        <source>没有可选的动画</source>
+        <translation>没有可选的动画</translation>
+    </message>
+</context>
 </TS>

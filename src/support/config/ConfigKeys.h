@@ -24,7 +24,7 @@ struct Number : Setting<T>
 // Application store. The product's own values are in data/defaults.json.
 inline constexpr Setting<const char*> kLanguage{"language", ""};
 inline constexpr Number<int> kDevUpdateIntervalMs{{"devUpdateInterval", 80}, 1, 8000};
-inline constexpr Setting<int> kPixmapStreamReadIntervalMs{"pixmapStreamReadInterval", 80};
+inline constexpr Number<int> kPixmapStreamReadIntervalMs{{"pixmapStreamReadInterval", 80}, 80, 8000};
 inline constexpr Number<double> kGama{{"runtime.gama", 1.0}, 0.01, 5.0}; // beyond, all is black
 inline constexpr Setting<bool> kSingleControlMode{"runtime.singleControlMode", true};
 inline constexpr Setting<bool> kEnableMultiDeviceControlView{"runtime.enableMultiDeviceControlView", false};
