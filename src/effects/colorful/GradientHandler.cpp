@@ -11,10 +11,10 @@ namespace {
 
 constexpr double kSize = 20.0;
 constexpr double kMiddle = kSize * 0.5;
-const QColor kEdge(150, 150, 150); // or dark colours would be lost on the dark ground
+const QColor kEdge(190, 190, 190); // or dark colours would be lost on the dark ground
 const QColor kHoverEdge(255, 255, 255);
 const QColor kFocus(255, 217, 8);
-constexpr double kEdgeWidth = 3.0; // its inner part is covered
+constexpr double kEdgeWidth = 4.0; // its inner part is covered
 
 } // namespace
 
@@ -96,7 +96,7 @@ void GradientHandler::paint(QPainter* painter, const QStyleOptionGraphicsItem* o
         QPen(m_isMarked ? kFocus : edge, kEdgeWidth, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
     painter->drawPolygon(triangle);
     if (m_isMarked)
-        painter->fillRect(QRectF(4, 16, 12, 2), kFocus);
+        painter->fillRect(QRectF(3, 16, 14, 3), kFocus);
     painter->setPen(m_color);
     painter->setBrush(m_color);
     painter->drawPolygon(triangle);

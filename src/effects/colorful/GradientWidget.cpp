@@ -41,10 +41,12 @@ void retire(GradientHandler* handler)
     handler->deleteLater();
 }
 
-QVector<QPair<double, QRgb>> sorted(QVector<QPair<double, QRgb>> stops)
+bool isSame(const QGradientStops& a, const QGradientStops& b)
 {
-    std::sort(stops.begin(), stops.end());
-    return stops;
+    return std::is_permutation(
+        a.begin(), a.end(), b.begin(), b.end(), [](const QGradientStop& left, const QGradientStop& right) {
+            return left.first == right.first && left.second.rgb() == right.second.rgb();
+        });
 }
 
 } // namespace
@@ -66,6 +68,7 @@ GradientWidget::GradientWidget(QWidget* parent)
 
     m_leftHandler = makeHandler(m_endsColor, false);
     m_rightHandler = makeHandler(m_endsColor, false);
+    m_rightHandler->setPosition(1.0);
     for (const Handler& end : {m_leftHandler, m_rightHandler}) {
         connect(end.data(), &GradientHandler::requestChangeColor, this,
                 &GradientWidget::onEndsColorRequestUpdate);
@@ -92,13 +95,7 @@ GradientWidget::Handler GradientWidget::makeHandler(const QColor& color, bool is
 void GradientWidget::setKeyColors(const QGradientStops& keyColors)
 {
     dismissDialog();
-    QVector<QPair<double, QRgb>> wanted;
-    QVector<QPair<double, QRgb>> shown;
-    for (const QGradientStop& stop : keyColors)
-        wanted.append({stop.first, stop.second.rgb()});
-    for (const KeyColor& key : qAsConst(m_keyHandlers))
-        shown.append({key.key, key.color.rgb()});
-    if (sorted(wanted) == sorted(shown))
+    if (isSame(keyColors, gradientStops().mid(1, m_keyHandlers.size())))
         return; // whoever hears of a change may set it again: a handle that is being dragged stays
 
     const QSignalBlocker blocker(this);
@@ -194,8 +191,8 @@ void GradientWidget::deleteKeyColor(const Handler& handler)
 
 void GradientWidget::changed()
 {
-    for (auto each = m_keyHandlers.keyBegin(); each != m_keyHandlers.keyEnd(); ++each)
-        (*each)->setDeletable(m_keyHandlers.size() > 1);
+    for (GradientHandler* handler : handlersInOrder())
+        handler->setDeletable(m_keyHandlers.size() > 1);
     setAccessibleName(m_current->description());
     update();
     emit keyColorChanged();
@@ -229,8 +226,11 @@ void GradientWidget::askColor(const QColor& initial, QString (*title)(),
 
 void GradientWidget::dismissDialog()
 {
-    if (m_dialog)
-        m_dialog->reject();
+    if (!m_dialog)
+        return;
+    m_dialog->disconnect(this);
+    m_dialog->reject();
+    m_dialog.clear();
 }
 
 // --- keyboard ---
@@ -276,7 +276,7 @@ bool GradientWidget::focusNextPrevChild(bool next)
 {
     const auto handlers = handlersInOrder();
     const int to = handlers.indexOf(m_current) + (next ? 1 : -1);
-    if (!hasFocus() || to < 0 || to >= handlers.size())
+    if (to < 0 || to >= handlers.size())
         return QWidget::focusNextPrevChild(next);
     setCurrent(handlers.at(to));
     return true;
@@ -353,10 +353,8 @@ void GradientWidget::layoutScene()
     m_view->move(isRightToLeft() ? width() - viewWidth : 0, 0);
     m_view->setTransform(QTransform::fromScale(isRightToLeft() ? -1 : 1, 1));
     m_view->setSceneRect(0, 0, viewWidth, kViewHeight); // nothing to scroll
-    for (auto each = m_keyHandlers.keyBegin(); each != m_keyHandlers.keyEnd(); ++each)
-        (*each)->setPosition((*each)->position());
-    m_leftHandler->setPosition(0.0);
-    m_rightHandler->setPosition(1.0);
+    for (GradientHandler* handler : handlersInOrder())
+        handler->setPosition(handler->position());
     m_view->update();
     m_scene->update();
 }
@@ -381,8 +379,9 @@ void GradientWidget::hideEvent(QHideEvent* event)
 
 void GradientWidget::retranslate()
 {
-    setToolTip(tr("单击可添加颜色"));
-    setAccessibleDescription(tr("Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除"));
+    const QString keys = tr("Tab 键切换颜色，方向键移动，回车键修改，Insert 键添加，Delete 键删除");
+    setToolTip(tr("单击可添加颜色") + u'\n' + keys);
+    setAccessibleDescription(keys);
     for (GradientHandler* handler : handlersInOrder())
         handler->retranslate();
     setAccessibleName(m_current->description());
