@@ -3,6 +3,7 @@
 #include "GalleryModels.h"
 #include "app/PageModels.h"
 #include "effects/AbsWorkerWidget.h"
+#include "effects/colorful/GradientWidget.h"
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"
 #include "ui/HomePage.h"
@@ -12,6 +13,7 @@
 #include <QApplication>
 #include <QMetaType>
 #include <QPixmap>
+#include <QVBoxLayout>
 #include <memory>
 
 namespace {
@@ -45,6 +47,7 @@ int Gallery::render(const QString& prefix)
     renderHomePage();
     renderControlPages();
     renderOptionWidgets();
+    renderGradientEditors();
     renderDialogs();
     return m_failed ? -1 : m_count;
 }
@@ -114,6 +117,29 @@ void Gallery::renderOptionWidgets()
         widget->resize(kOptionWidth, widget->minimumHeight());
         save(*widget, QStringLiteral("option-%1").arg(name));
     }
+}
+
+void Gallery::renderGradientEditors()
+{
+    QGradientStops many;
+    for (int i = 0; i < 20; ++i)
+        many.append({i / 19.0, QColor::fromHsv(i * 18, 255, 255)});
+    QWidget page;
+    auto* rows = new QVBoxLayout(&page);
+    for (const QGradientStops& stops :
+         {QGradientStops{{0.5, Qt::red}}, many,
+          QGradientStops{
+              {0.2, Qt::black}, {0.21, Qt::darkBlue}, {0.6, QColor(41, 41, 41)}, {1.0, Qt::yellow}}}) {
+        auto* editor = new GradientWidget(&page);
+        editor->setFixedHeight(25);
+        editor->setKeyColors(stops);
+        rows->addWidget(editor);
+        editor->setFocus();
+    }
+    page.setFixedWidth(kOptionWidth);
+    page.show();
+    page.activateWindow();
+    save(page, QStringLiteral("gradient-editors"));
 }
 
 void Gallery::renderDialogs()

@@ -22,6 +22,7 @@ private:
     void renderHomePage();
     void renderControlPages();
     void renderOptionWidgets();
+    void renderGradientEditors();
     void renderDialogs();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);
