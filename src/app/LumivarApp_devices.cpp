@@ -1,5 +1,6 @@
 // Devices come, go, and their buttons are pressed.
 #include "app/LumivarApp.h"
+#include "app/PageModels.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -133,12 +134,15 @@ void LumivarApp::bindNextGroup(const QString& id, const QString& currentEffect)
     EffectsManager& effects = m_deviceManager.effects();
     QString group = EffectWorkerOptions::groupOf(currentEffect);
     QString effect;
-    // A group whose default effect does not exist would leave the device with nothing.
-    for (int left = effects.groupIds().size(); left > 0 && !effects.hasEffect(effect); --left) {
+    // A group whose default effect does not exist would leave the device with nothing, and one that its page
+    // does not offer would be called unusable there.
+    const QString model = m_deviceManager.controlOptions(id).model;
+    for (int left = effects.groupIds().size(); left > 0 && effect.isEmpty(); --left) {
         group = effects.nextGroupByOrder(group);
-        effect = effects.defaultEffect(group);
+        if (isGroupOffered(effects, group, model) && effects.hasEffect(effects.defaultEffect(group)))
+            effect = effects.defaultEffect(group);
     }
-    if (!effects.hasEffect(effect)) {
+    if (effect.isEmpty()) {
         qWarning().noquote() << "[LumivarApp]: No group has an effect to go on with, id" << id;
         return;
     }

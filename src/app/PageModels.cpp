@@ -22,13 +22,19 @@ QIcon plainIcon(const QImage& image)
 
 } // namespace
 
+bool isGroupOffered(EffectsManager& effects, const QString& groupId, const QString& model)
+{
+    return !effects.groupInfo(groupId).workers.isEmpty() &&
+           (groupId != kGraphicsGroup || model == kGraphicsModel);
+}
+
 QMap<QString, WorkGroupModel> workGroupModels(EffectsManager& effects, const QString& model)
 {
     QMap<QString, WorkGroupModel> groups;
     for (const QString& id : effects.groupIds()) {
-        const EffectGroupInfo info = effects.groupInfo(id);
-        if (info.workers.isEmpty() || (id == kGraphicsGroup && model != kGraphicsModel))
+        if (!isGroupOffered(effects, id, model))
             continue;
+        const EffectGroupInfo info = effects.groupInfo(id);
         WorkGroupModel group;
         group.name = info.name;
         group.tooltip = info.desc;
@@ -57,7 +63,7 @@ QMap<QString, WorkerModel> workerModels(EffectsManager& effects, const QString& 
 
 const char* choiceNotice(EffectsManager& effects, const ControlOptions& device)
 {
-    if (!workGroupModels(effects, device.model).contains(device.workMode))
+    if (!isGroupOffered(effects, device.workMode, device.model))
         return QT_TRANSLATE_NOOP("EffectNotice", "当前的工作模式不可用，请另选一种。");
     if (!effects.groupInfo(device.workMode).workers.contains(device.subMode) ||
         effects.boundEffectId(device.id) != device.subMode)

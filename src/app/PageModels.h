@@ -8,6 +8,8 @@
 class EffectsManager;
 struct ControlOptions;
 
+/// Whether a device of this model can be given effects of the group on its page.
+bool isGroupOffered(EffectsManager& effects, const QString& groupId, const QString& model);
 /// The groups that the control page offers for a device of this model, by group id.
 QMap<QString, WorkGroupModel> workGroupModels(EffectsManager& effects, const QString& model);
 /// The effects of a group by effect id; none for an unknown group.

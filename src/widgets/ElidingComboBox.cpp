@@ -28,7 +28,8 @@ void ElidingComboBox::paintEvent(QPaintEvent*)
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     const int width =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width();
-    const QString text = fontMetrics().elidedText(option.currentText, Qt::ElideRight, width - 2);
+    const QString whole = currentIndex() < 0 ? placeholderText() : option.currentText;
+    const QString text = fontMetrics().elidedText(whole, Qt::ElideRight, width - 2);
     // Isolated, so that the ellipsis stands where the text ends, whatever the direction of the widget.
     option.currentText = QChar(0x2068) + text + QChar(0x2069);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);

@@ -231,11 +231,18 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(m_strips[0]->lastFrame().colors.size(), 7, kWaitMs);
     }
 
+    void buttonWalksTheGroupsWithAStepOnTheMarquee_data()
+    {
+        QTest::addColumn<QByteArray>("model");
+        QTest::newRow("a strip") << QByteArray("LV0127");
+        QTest::newRow("the matrix, which has a group more") << QByteArray("LV0N03");
+    }
     void buttonWalksTheGroupsWithAStepOnTheMarquee()
     {
+        QFETCH(QByteArray, model);
         config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
         config()->setAppConfig(ConfigKeys::kPhyBtnSingleCtrlMode.key, true);
-        start({kMarquee, kMarquee});
+        start({kMarquee, kMarquee}, model);
         openPage(0);
         m_strips[0]->pressButton();
         QTRY_VERIFY_WITH_TIMEOUT(!options(0).enable, kWaitMs);
@@ -248,9 +255,11 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(effects().boundEffectId(id(0)) != before, kWaitMs);
             walked += effects().boundEffectId(id(0));
             QVERIFY(page().currentWorker() == walked.last() && options(0).enable);
+            QCOMPARE(page().currentGroup(), EffectWorkerOptions::groupOf(walked.last())); // is offered
         }
         QCOMPARE(walked.last(), kMarquee);
         QVERIFY(walked.size() > 3 && !walked.contains(""));
+        QCOMPARE(walked.contains("id.effect.graphics.graphics"), model == "LV0N03");
         QCOMPARE(effects().boundEffectId(id(1)), kMarquee);
 
         config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 0);
@@ -397,15 +406,16 @@ private:
     QString portsFile() const { return m_folder->filePath("ports.json"); }
 
     /// The program with a strip for each effect, which is what it had last.
-    void start(const QStringList& storedEffects)
+    void start(const QStringList& storedEffects, const QByteArray& model = "LV0127")
     {
         for (const QString& effect : storedEffects) {
             const int number = static_cast<int>(m_strips.size());
             StripSimulator::Options options;
+            options.model = model;
             options.portsFile = portsFile();
             options.portName = QString("ttySIM%1").arg(number);
             options.serial[2] = static_cast<char>(++m_serials);
-            m_ids += "LV0127:" + QString::fromLatin1(options.serial.toHex().toUpper());
+            m_ids += QString::fromLatin1(model + ':' + options.serial.toHex().toUpper());
             config()->controllerJsonObj(m_ids.last()) = {{"kindName", QString("Desk %1").arg(number)},
                                                          {"brightness", 1.0},
                                                          {"enable", true},
