@@ -14,6 +14,7 @@
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
 #include "effects/graphics/PixmapStream.h"
 #include "effects/graphics/SFrmPixmapStream.h"
+#include "effects/screenSync/ScreenSyncSOptWidget.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
@@ -25,7 +26,7 @@
 const QVector<EffectRow>& effectCatalogue()
 {
     using C = EffectClass;
-    static const C screenOptions{"ScreenSyncSOptWidget"};
+    static const C screenOptions = C::of<ScreenSyncSOptWidget>();
     // The icons of the first eight music effects repeat in the cycle 2, 3, 4, 1.
     // clang-format off
     static const QVector<EffectRow> rows{

@@ -116,6 +116,11 @@ void Gallery::renderOptionWidgets()
         widget->setEffectProperty(QString(), galleryProperties());
         widget->resize(kOptionWidth, widget->minimumHeight());
         save(*widget, QStringLiteral("option-%1").arg(name));
+        const QMap<QString, QJsonObject> states = galleryStates(name);
+        for (auto state = states.begin(); state != states.end(); ++state) {
+            widget->setEffectProperty(QString(), *state);
+            save(*widget, QStringLiteral("option-%1-%2").arg(name, state.key()));
+        }
     }
 }
 

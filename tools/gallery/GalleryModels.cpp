@@ -48,5 +48,30 @@ QJsonObject galleryProperties()
             {"currentAnime", "霓虹与极光"},
             {"captureId", "default"},
             {"capturers", QJsonArray{QJsonObject{{"id", "default"}, {"desc", longName}},
-                                     QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}}};
+                                     QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}},
+            {"captures", QJsonArray{QJsonObject{{"index", "DP-1"}, {"desc", "DP-1 (3840 × 2160, 主屏幕)"}},
+                                    QJsonObject{{"index", "HDMI-A-1"}, {"desc", "HDMI-A-1 (1920 × 1080)"}}}},
+            {"inputSource", "DP-1"},
+            {"blur", 0.25},
+            {"saturation", 0.8},
+            {"wipeDarkSide", true},
+            {"enbWipeDarkSizeFunc", true},
+            {"enbBlurAndSaturationAdjust", true}};
+}
+
+QMap<QString, QJsonObject> galleryStates(const QString& optionWidget)
+{
+    if (optionWidget != QLatin1String("ScreenSyncSOptWidget"))
+        return {};
+    const QJsonObject bare{
+        {"captures", QJsonArray()}, {"enbWipeDarkSizeFunc", false}, {"enbBlurAndSaturationAdjust", false}};
+    QMap<QString, QJsonObject> states{{"check-box", bare}, {"sliders", bare}, {"source", bare}};
+    states["check-box"]["enbWipeDarkSizeFunc"] = true;
+    states["sliders"]["enbBlurAndSaturationAdjust"] = true;
+    const QString longName =
+        QStringLiteral("A very long name of a television in the living room (7680 × 4320)");
+    states["source"]["captures"] =
+        QJsonArray{QJsonObject{{"index", "DP-1"}, {"desc", longName}}, QJsonObject{{"index", "DP-2"}}};
+    states["source"]["inputSource"] = "DP-1";
+    return states;
 }

@@ -748,4 +748,23 @@ Press ESC to cancel</source>
         <translation>لا توجد رسوم متحركة للاختيار</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>取色范围</source>
+        <translation>نطاق الألوان</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>إزالة الحواف السوداء تلقائيًا</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>مصدر الفيديو</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>التشبّع</translation>
+    </message>
+</context>
 </TS>

@@ -748,4 +748,23 @@ Zum Abbrechen ESC drücken</translation>
         <translation>Keine Animationen verfügbar</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>视频源</source>
+        <translation>Bildquelle</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>Farbbereich</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Schwarze Ränder entfernen</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>Sättigung</translation>
+    </message>
+</context>
 </TS>

@@ -748,4 +748,23 @@ Press ESC to cancel</translation>
         <translation>No animations to choose from</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>饱和度</source>
+        <translation>Saturation</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>Video source</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>Color range</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Automatic black edge removal</translation>
+    </message>
+</context>
 </TS>

@@ -748,4 +748,23 @@ Pulse ESC para cancelar</translation>
         <translation>No hay animaciones disponibles</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>饱和度</source>
+        <translation>Saturación</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>Fuente de vídeo</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>Rango de color</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Quitar los bordes negros</translation>
+    </message>
+</context>
 </TS>

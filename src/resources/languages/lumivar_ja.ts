@@ -748,4 +748,23 @@ ESCキーでキャンセル</translation>
         <translation>選べるアニメーションがありません</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>自动去黑边</source>
+        <translation>黒帯を自動で除去</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>色の取得範囲</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>彩度</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>映像ソース</translation>
+    </message>
+</context>
 </TS>

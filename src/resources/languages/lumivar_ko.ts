@@ -748,4 +748,23 @@ ESC 키를 누르면 취소됩니다</translation>
         <translation>선택할 애니메이션이 없습니다</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>自动去黑边</source>
+        <translation>검은 테두리 자동 제거</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>색상 추출 범위</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>영상 소스</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>채도</translation>
+    </message>
+</context>
 </TS>

@@ -748,4 +748,23 @@ Pressione ESC para cancelar</translation>
         <translation>Nenhuma animação disponível</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Remover bordas pretas</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>Saturação</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>Fonte de vídeo</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>Faixa de cor</translation>
+    </message>
+</context>
 </TS>

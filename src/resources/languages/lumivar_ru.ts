@@ -748,4 +748,23 @@ ESC — отмена</translation>
         <translation>Нет доступных анимаций</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>取色范围</source>
+        <translation>Область цвета</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>Источник видео</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Убирать чёрные края</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>Насыщенность</translation>
+    </message>
+</context>
 </TS>

@@ -748,4 +748,23 @@ Nhấn ESC để hủy</translation>
         <translation>Không có hoạt ảnh để chọn</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>视频源</source>
+        <translation>Nguồn hình ảnh</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>Độ bão hòa</translation>
+    </message>
+    <message>
+        <source>取色范围</source>
+        <translation>Phạm vi lấy màu</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>Tự động bỏ viền đen</translation>
+    </message>
+</context>
 </TS>

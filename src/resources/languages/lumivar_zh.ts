@@ -748,4 +748,23 @@ Press ESC to cancel</source>
         <translation>没有可选的动画</translation>
     </message>
 </context>
+<context>
+    <name>ScreenSyncSOptWidget</name>
+    <message>
+        <source>取色范围</source>
+        <translation>取色范围</translation>
+    </message>
+    <message>
+        <source>视频源</source>
+        <translation>视频源</translation>
+    </message>
+    <message>
+        <source>饱和度</source>
+        <translation>饱和度</translation>
+    </message>
+    <message>
+        <source>自动去黑边</source>
+        <translation>自动去黑边</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,206 @@
+#include "ScreenTestKit.h"
+#include "effects/screenSync/ScreenSyncSOptWidget.h"
+#include "effects/screenSync/subModes/HalfScreens.h"
+#include "support/config/ConfigKeys.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSlider>
+#include <QVBoxLayout>
+#include <QtTest>
+
+using namespace ScreenTestKit;
+
+namespace {
+
+QJsonArray captures(const QStringList& ids)
+{
+    QJsonArray list;
+    for (const QString& id : ids)
+        list.append(QJsonObject{{"index", id}, {"desc", "Monitor " + id}});
+    return list;
+}
+
+} // namespace
+
+/// The options of the screen effects as the user and the worker see them.
+class ScreenOptionsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QWidget> m_page;
+    ScreenSyncSOptWidget* m_options = nullptr;
+
+    template <typename T = QWidget>
+    T* part(const char* name) const
+    {
+        return m_options->findChild<T*>(name);
+    }
+    QComboBox* box() const { return part<QComboBox>("comboBox"); }
+    void drive(AbsScreenSync* worker) const
+    {
+        connect(m_options, &AbsWorkerWidget::effectPropertyChanged, worker,
+                [worker](const QString& key, const QJsonValue& val) { worker->setEffectProperty(key, val); });
+    }
+
+private slots:
+    void init()
+    {
+        config()->reset();
+        m_page = std::make_unique<QWidget>();
+        m_options = new ScreenSyncSOptWidget(m_page.get());
+        (new QVBoxLayout(m_page.get()))->addWidget(m_options);
+        m_page->resize(400, 200);
+        m_page->show();
+    }
+
+    void rowsShowWhatCanBeSet()
+    {
+        QSignalSpy heights(m_options, &AbsWorkerWidget::miniHeightChanged);
+        QSignalSpy visible(m_options, &AbsWorkerWidget::visibleStatusChanged);
+        for (const int bits : {0, 1, 2, 4, 0, 7, 5, 3, 6}) {
+            const bool several = bits & 1;
+            const bool adjust = bits & 2;
+            const bool wipe = bits & 4;
+            m_options->setEffectProperty("captures", captures(QStringList{"A", "B"}.mid(several ? 0 : 1)));
+            m_options->setEffectProperty("enbWipeDarkSizeFunc", wipe);
+            m_options->setEffectProperty("enbBlurAndSaturationAdjust", adjust);
+            for (int i = 0; i < 5; ++i) // a layout in a layout
+                QCoreApplication::processEvents();
+            QVERIFY(m_options->isHidden() == (bits == 0) && visible.last().at(0).toBool() == (bits != 0));
+            const int rows = several + 2 * adjust + wipe;
+            const int height = rows * 20 + (rows - 1) * 14 + 24;
+            QVERIFY(rows == 0 || heights.last().at(0).toInt() == height);
+            int bottom = 0;
+            for (const auto& [label, control, shows] :
+                 {std::tuple("inputSourcesLabel", "comboBox", several),
+                  std::tuple("blurLabel", "blurStrengthSlider", adjust),
+                  std::tuple("saturationLabel", "saturationStrengthSlider", adjust),
+                  std::tuple("wipeDarkSideCBX", "wipeDarkSideCBX", wipe)}) {
+                QVERIFY2(part(label)->isVisible() == shows && part(control)->isVisible() == shows, control);
+                const QRect place(part(control)->mapTo(m_options, QPoint()), part(control)->size());
+                const QPoint beside = part(label)->mapTo(m_options, part(label)->rect().center());
+                QVERIFY2(!shows || (beside.y() == place.center().y() && place.top() > bottom &&
+                                    place.height() >= 28 && place.bottom() < height),
+                         control);
+                bottom = shows ? place.bottom() : bottom;
+            }
+        }
+    }
+
+    void everyStepOfASliderFindsItsPlaceAgain()
+    {
+        const auto worker = loaded<TopHalfScreen>(3);
+        drive(worker.get());
+        ScreenSyncSOptWidget next(nullptr); // as the page makes it when it is opened again
+        QSignalSpy echo(&next, &AbsWorkerWidget::effectPropertyChanged);
+        for (int value = 0; value <= 100; ++value) {
+            for (const char* name : {"blurStrengthSlider", "saturationStrengthSlider"})
+                part<QSlider>(name)->setValue(value);
+            next.setEffectProperty("", worker->effectProperty(""));
+            QCOMPARE(next.effectProperty("blur").toDouble(), value / 100.0);
+            QCOMPARE(next.effectProperty("saturation").toDouble(), value / 100.0);
+        }
+        QVERIFY(echo.isEmpty());
+        QCOMPARE(next.effectProperty("")["blur"].toDouble(), 0.0); // among all: counted from the end
+    }
+
+    void valuesOfNoUseChangeNothing()
+    {
+        m_options->setEffectProperty("captures", captures({"A", "B"}));
+        m_options->setEffectProperty("", QJsonObject{{"blur", 0.299}, {"inputSource", "B"}});
+        m_options->setEffectProperty("wipeDarkSide", true);
+        const QJsonValue before = m_options->effectProperty("");
+        QCOMPARE(m_options->effectProperty("blur").toDouble(), 0.29); // the rest is cut off
+        for (const QJsonValue& bad :
+             {QJsonValue(), QJsonValue("x"), QJsonValue(QJsonArray{1}), QJsonValue(qQNaN())}) {
+            for (const char* key : {"blur", "saturation", "wipeDarkSide", "enbWipeDarkSizeFunc", "none", ""})
+                m_options->setEffectProperty(key, bad);
+            QCOMPARE(m_options->effectProperty(""), before);
+        }
+        for (const double huge : {1e300, qInf()}) {
+            m_options->setEffectProperty("blur", huge);
+            m_options->setEffectProperty("saturation", -huge);
+            QCOMPARE(m_options->effectProperty("blur").toDouble(), 1.0);
+            QCOMPARE(m_options->effectProperty("saturation").toDouble(), 0.0);
+        }
+        for (const QJsonValue& bad : {QJsonValue(QJsonArray{1, QJsonValue(), "x"}), QJsonValue(7)})
+            m_options->setEffectProperty("captures", bad);
+        QVERIFY(m_options->isHidden());
+    }
+
+    void sourcesComeAndGoWithTheirMonitors()
+    {
+        FakeDeskDuplManager manager;
+        manager.order = QStringList{"A"};
+        manager.captures["C"] = QSharedPointer<FakeCapture>::create();
+        const auto worker = loaded<TopHalfScreen>(3, 0, &manager);
+        drive(worker.get());
+        connect(
+            worker.get(), &IEffectWorker::effectPropertyChanged, m_options,
+            [this](const QString& key, const QJsonValue& val) { m_options->setEffectProperty(key, val); });
+        QSignalSpy told(m_options, &AbsWorkerWidget::effectPropertyChanged);
+        const auto shows = [&](const QStringList& ids, const char* current, const char* stored, int choices) {
+            const QList<QString> before = std::exchange(manager.order, ids);
+            for (const QString& id : before)
+                if (!ids.contains(id))
+                    emit manager.capturerFailed(id);
+            for (const QString& id : ids)
+                if (!before.contains(id))
+                    emit manager.capturerReady(id);
+            const QString key = ConfigKeys::sourceIndexKey(kController);
+            return m_options->isVisible() == (ids.size() > 1) && box()->currentText() == current &&
+                   config()->appConfig(key).toString() == stored && told.size() == choices;
+        };
+        m_options->setEffectProperty("", worker->effectProperty(""));
+        QVERIFY(m_options->isHidden());
+        QVERIFY(shows({"A", "B"}, "Monitor A", "", 0)); // a second one is plugged in: there is a choice now
+        QTest::keyClick(box(), Qt::Key_Down);
+        QVERIFY(shows({"A", "C"}, "Monitor A", "B", 1)); // stands in, which is no choice
+        QVERIFY(shows({"C", "A", "B"}, "Monitor B", "B", 1));
+        QVERIFY(shows({"A", "C"}, "Monitor A", "B", 1));
+        box()->showPopup();
+        QTest::keyClick(box()->view(), Qt::Key_Return); // the user wants the one that stands in
+        QVERIFY(shows({}, "", "A", 2));
+        QVERIFY(shows({"B", "A"}, "Monitor A", "A", 2));
+
+        m_options->setEffectProperty("captures", captures({"B", "A", "D"})); // stays on its source
+        QCOMPARE(m_options->effectProperty("inputSource"), QJsonValue("A"));
+
+        // The next devices: one follows nothing at present, for another the first has another meaning.
+        LogCapture log;
+        m_options->setEffectProperty("inputSource", "gone");
+        QCOMPARE(log.count("Not found this capture index gone in input sources comboBox"), 1);
+        QCOMPARE(m_options->effectProperty("inputSource"), QJsonValue("A"));
+        m_options->setEffectProperty("inputSource", "");
+        QCOMPARE(box()->currentIndex(), -1);
+        for (const char* other : {"", "A"}) {
+            m_options->setEffectProperty("inputSource", other);
+            QTest::keyClick(box(), Qt::Key_Home);
+            QCOMPARE(told.takeLast().at(1).toJsonValue(), QJsonValue("B"));
+        }
+    }
+
+    void advancedModeIsFollowedWhileTheOptionsAreOpen()
+    {
+        const char* const key = ConfigKeys::kScreenSyncAdvancedMode.key;
+        const auto* slider = part("blurStrengthSlider");
+        config()->setAppConfig(key, true);
+        QTRY_VERIFY(slider->isVisible());
+        m_options->setEffectProperty("", QJsonObject{{"enbBlurAndSaturationAdjust", false}});
+        QVERIFY(slider->isVisible()); // the page is opened again; the worker is older than the setting
+        config()->AppConfigJsonObj()[key] = false;
+        config()->saveAppConfigJsonObj();
+        QTRY_VERIFY(m_options->isHidden());
+        config()->setAppConfig(key, true);
+        QTRY_VERIFY(slider->isVisible());
+        config()->setAppConfig(key, QJsonValue()); // forgotten, as if it had never been set
+        QTRY_VERIFY(m_options->isHidden());
+    }
+};
+
+QTEST_MAIN(ScreenOptionsTest)
+#include "tst_screen_options.moc"
