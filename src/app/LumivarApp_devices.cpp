@@ -65,6 +65,8 @@ void LumivarApp::removeController(const QString& id)
     m_deviceManager.effects().unbindController(id);
     if (isOnControlPage(id))
         m_mainWindow.switchToHomePage();
+    if (controlPage().controllerId() == id)
+        controlPage().dropOptionWidgets(); // their worker is gone
     refreshHomePage();
     // Emits controllerFailed once more when the device was still registered: only that nested pass shows the
     // list without it.

@@ -163,6 +163,8 @@ void ControlPage::setWorkers(QMap<QString, WorkerModel> workers, QString current
     chainTabOrder();
     if (!currentWorker.isEmpty())
         setCurrentWorker(currentWorker);
+    else if (!m_workers.contains(m_currentWorker))
+        dropOptionWidgets(); // of an effect that is no longer there
     // Whoever fills the options may have set other effects meanwhile.
     ui->workersRegion->setVisible(m_workers.size() != 1);
     remeasure();

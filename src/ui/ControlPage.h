@@ -41,6 +41,8 @@ public:
     QString lOptWidgetName() const;
     /// Shown at the next change of the effect.
     void setProductImage(const QImage& image) { m_productImage = image; }
+    /// Takes the option widgets off the page, as when their device is gone.
+    void dropOptionWidgets();
     /// Shows or hides the choice between this device and all.
     void setControlModeVisible(bool visible);
 
@@ -104,7 +106,9 @@ private:
 
     QWidget* sOptWidget() const;
     bool hostSOptWidget(const QString& className);
-    void retireSOptWidget(QWidget* widget);
+    void retire(QWidget* optionWidget);
+    void retireSOptWidget();
+    void showProductImage();
     void fitSOptWidget(QWidget* widget);
     bool hostLOptWidget(const QString& className);
 

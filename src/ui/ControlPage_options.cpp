@@ -48,8 +48,7 @@ void ControlPage::setCurrentWorker(QString workerId)
 
     const WorkerModel model = m_workers.value(workerId);
     const bool hasSOpt = hostSOptWidget(model.sOptWidget);
-    ui->lOperateWidConatiner->setCurrentWidget(ui->productImgWid);
-    ui->productImgWid->setImg(m_productImage);
+    showProductImage();
     const bool hasLOpt = hostLOptWidget(model.lOptWidget);
     chainTabOrder();
     if (hasSOpt || hasLOpt)
@@ -68,10 +67,10 @@ bool ControlPage::hostSOptWidget(const QString& className)
 {
     if (QWidget* present = sOptWidget()) {
         if (className == QLatin1String(present->metaObject()->className())) {
-            ui->otherOptRegion->show();
+            ui->otherOptRegion->setVisible(!present->isHidden());
             return true;
         }
-        retireSOptWidget(present);
+        retireSOptWidget();
     }
     AbsWorkerWidget* widget = createOptionWidget(className, ui->otherOptionsWidget);
     if (!widget)
@@ -89,20 +88,48 @@ bool ControlPage::hostSOptWidget(const QString& className)
         remeasure();
         update();
     });
-    widget->show();
-    ui->otherOptRegion->show();
+    // One that has hidden itself has nothing to set yet; it says when that changes.
+    if (!widget->testAttribute(Qt::WA_WState_ExplicitShowHide))
+        widget->show();
+    ui->otherOptRegion->setVisible(!widget->isHidden());
     return true;
 }
 
-/// The widget may stand in one of its own signals.
-void ControlPage::retireSOptWidget(QWidget* widget)
+/// Out of the page at once and deleted later, because it may stand in one of its own signals.
+void ControlPage::retire(QWidget* optionWidget)
+{
+    disconnect(optionWidget, nullptr, this, nullptr);
+    optionWidget->hide();
+    optionWidget->setParent(nullptr);
+    optionWidget->deleteLater();
+}
+
+void ControlPage::retireSOptWidget()
 {
     ui->otherOptRegion->hide();
-    ui->otherOptionsWidget->layout()->removeWidget(widget);
-    disconnect(widget, nullptr, this, nullptr);
-    widget->hide();
-    widget->setParent(nullptr);
-    widget->deleteLater();
+    if (QWidget* widget = sOptWidget()) {
+        ui->otherOptionsWidget->layout()->removeWidget(widget);
+        retire(widget);
+    }
+}
+
+/// The picture of the product takes the place of a large option widget, which shows another worker's state.
+void ControlPage::showProductImage()
+{
+    ui->lOperateWidConatiner->setCurrentWidget(ui->productImgWid);
+    ui->productImgWid->setImg(m_productImage);
+    while (ui->lOperateWidConatiner->count() > 1) {
+        QWidget* widget = ui->lOperateWidConatiner->widget(1); // behind the picture, which is the first
+        ui->lOperateWidConatiner->removeWidget(widget);
+        retire(widget);
+    }
+}
+
+void ControlPage::dropOptionWidgets()
+{
+    retireSOptWidget();
+    showProductImage();
+    remeasure();
 }
 
 void ControlPage::fitSOptWidget(QWidget* widget)
@@ -116,7 +143,6 @@ void ControlPage::fitSOptWidget(QWidget* widget)
 
 bool ControlPage::hostLOptWidget(const QString& className)
 {
-    // Pages of effects chosen before stay in the stack, hidden, as long as the page lives.
     AbsWorkerWidget* widget = createOptionWidget(className, ui->lOperateWidConatiner);
     if (!widget)
         return false;
@@ -128,9 +154,8 @@ bool ControlPage::hostLOptWidget(const QString& className)
 
 void ControlPage::setSOptWidProperty(QString key, QJsonValue val)
 {
-    if (ui->otherOptRegion->isHidden())
-        return;
-    // Its signals are left free: what the option makes of the value is told back.
+    // Also while it hides itself: the value may be what it waits for. Its signals are left free: what the
+    // option makes of the value is told back.
     if (auto* widget = qobject_cast<AbsWorkerWidget*>(sOptWidget()))
         widget->setEffectProperty(key, val);
 }

@@ -1,6 +1,7 @@
 #include "FakeController.h"
 #include "StripSimulator.h"
 #include "app/LumivarApp.h"
+#include "effects/AbsWorkerWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "system/LogSystem.h"
@@ -212,6 +213,7 @@ private slots:
         m_strips[0]->unplug();
         QTRY_VERIFY_WITH_TIMEOUT(window().isHomePage(), kWaitMs);
         QVERIFY(!homeButton(0) && manager().controllerIds().isEmpty());
+        QTRY_VERIFY(!page().findChild<AbsWorkerWidget*>()); // its options went with its worker
     }
 
     void buttonPressedInsideTheCountDialogCounts()

@@ -39,6 +39,14 @@ public:
     }
     QJsonValue effectProperty(const QString&) override { return m_value; }
 
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            m_value = "another language";
+        AbsWorkerWidget::changeEvent(event);
+    }
+
 private:
     QJsonValue m_value;
 };
@@ -51,6 +59,24 @@ public:
     Q_INVOKABLE explicit OtherOption(QWidget* parent)
         : EchoOption(parent)
     {
+    }
+};
+
+/// Shows itself while it is told that there is something to set.
+class ShyOption : public EchoOption
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE explicit ShyOption(QWidget* parent)
+        : EchoOption(parent)
+    {
+        hide();
+    }
+    void setEffectProperty(const QString&, const QJsonValue& val) override
+    {
+        setVisible(val.toBool());
+        emit visibleStatusChanged(val.toBool());
     }
 };
 
@@ -126,6 +152,7 @@ private slots:
     {
         qRegisterMetaType<EchoOption*>();
         qRegisterMetaType<OtherOption*>();
+        qRegisterMetaType<ShyOption*>();
         QFile style(":/styles/default.qss");
         QVERIFY(style.open(QIODevice::ReadOnly));
         qApp->setStyleSheet(QString::fromUtf8(style.readAll()));
@@ -225,14 +252,11 @@ private slots:
         m_page->setCurrentWorker("b");
         QVERIFY(qobject_cast<OtherOption*>(sOpt()));
         QTRY_VERIFY(first.isNull());
-        const QPointer<QWidget> large = lOptPage();
-        m_page->setCurrentWorker("b");
-        QVERIFY(lOptPage() != large && large && large->isHidden()); // waits in the stack
 
         m_page->setCurrentWorker("d");
         QVERIFY(!shows("otherOptRegion") && !sOpt());
         QCOMPARE(lOptPage()->objectName(), QString("productImgWid"));
-        QCOMPARE(active.count(), 4);
+        QCOMPARE(active.count(), 3);
 
         QTest::mouseClick(effect("A"), Qt::LeftButton);
         LogCapture log;
@@ -264,6 +288,60 @@ private slots:
         emit sOpt()->visibleStatusChanged(false);
         QVERIFY(!shows("otherOptRegion"));
         QCOMPARE(contentHeight(), before - 60);
+    }
+
+    void largeOptionGoesWithItsEffect()
+    {
+        connect(m_page.get(), &ControlPage::optWidActived, m_page.get(),
+                [this] { m_page->setLOptWidProperty("", "filled"); });
+        QSignalSpy told(m_page.get(), &ControlPage::lOptWidPropertyChanged);
+        const std::function<void()> changes[] = {
+            [this] { m_page->setCurrentWorker("b"); }, // the same again
+            [this] { m_page->setCurrentWorker("a"); },
+            [this] {
+                m_page->setWorkers({{"c", worker("C", 0, {}, "EchoOption")}}, "c");
+            },
+            [this] {
+                m_page->setWorkers({{"d", worker("D", 0)}});
+            }, // nothing is chosen there
+            [this] { m_page->dropOptionWidgets(); },
+        };
+        for (const auto& change : changes) {
+            m_page->setWorkers(twoWorkers(), "b");
+            const QPointer<AbsWorkerWidget> old = qobject_cast<AbsWorkerWidget*>(lOptPage());
+            QCOMPARE(old->effectProperty(""), QJsonValue("filled"));
+            LanguageManager::instance()->switchLanguage("de"); // finds it open and leaves it
+            LanguageManager::instance()->switchLanguage("en");
+            settle();
+            QCOMPARE(old->effectProperty(""), QJsonValue("another language"));
+            QVERIFY(lOptPage() == old);
+            connect(m_page.get(), &ControlPage::lOptWidPropertyChanged, old.data(), change);
+            old->setEffectProperty("k", 1); // it goes while it stands in its own signal
+            QVERIFY(old && old->isHidden() && lOptPage() != old);
+            const int before = told.size();
+            emit old->effectPropertyChanged("late", 1);
+            QCOMPARE(told.size(), before);
+            QTRY_VERIFY(!old);
+            QVERIFY(part<QStackedWidget>("lOperateWidConatiner")->count() <= 2);
+            auto* page = qobject_cast<AbsWorkerWidget*>(lOptPage());
+            QVERIFY(!page || page->effectProperty("") == QJsonValue("filled"));
+        }
+        QVERIFY(!shows("otherOptRegion") && !sOpt()); // the small one has gone along
+    }
+
+    void optionWithNothingToSetAppearsWhenThereIs()
+    {
+        m_page->setWorkers({{"a", worker("A", 0, "ShyOption")}, {"b", worker("B", 1, "ShyOption")}}, "a");
+        settle();
+        QVERIFY(sOpt() && !shows("otherOptRegion"));
+        m_page->setSOptWidProperty("captures", true);
+        QVERIFY(shows("otherOptRegion") && sOpt()->isVisible());
+        m_page->setSOptWidProperty("captures", false);
+        m_page->setCurrentWorker("b"); // keeps it
+        settle();
+        QVERIFY(sOpt() && !shows("otherOptRegion"));
+        m_page->setSOptWidProperty("captures", true);
+        QVERIFY(shows("otherOptRegion"));
     }
 
     void listsMayBeReplacedFromTheirOwnSignals()
