@@ -15,6 +15,7 @@
 #include "effects/graphics/PixmapStream.h"
 #include "effects/graphics/SFrmPixmapStream.h"
 #include "effects/screenSync/ScreenSyncSOptWidget.h"
+#include "effects/screenSync/layoutEditor/SSLOptWidget.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
@@ -40,7 +41,7 @@ const QVector<EffectRow>& effectCatalogue()
         {"id.effect.colorful.ColorMap_6", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 6"), 5, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_6.png"},
         {"id.effect.colorful.ColorMap_7", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 7"), 6, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_7.png"},
         {"id.effect.colorful.ColorMap_8", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 8"), 7, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_8.png"},
-        {"id.effect.screenSync.fullScreen", QT_TRANSLATE_NOOP("EffectNames", "全屏模式"), 4, C::of<FullScreenMode>(), screenOptions, {"SSLOptWidget"}, ":/images/icons/fullScreen.png"},
+        {"id.effect.screenSync.fullScreen", QT_TRANSLATE_NOOP("EffectNames", "全屏模式"), 4, C::of<FullScreenMode>(), screenOptions, C::of<SSLOptWidget>(), ":/images/icons/fullScreen.png"},
         {"id.effect.screenSync.topHalfScreen", QT_TRANSLATE_NOOP("EffectNames", "半屏-上"), 0, C::of<TopHalfScreen>(), screenOptions, {}, ":/images/icons/05-fpng.png"},
         {"id.effect.screenSync.bottomHalfScreen", QT_TRANSLATE_NOOP("EffectNames", "半屏-下"), 1, C::of<BottomHalfScreen>(), screenOptions, {}, ":/images/icons/06-fpng.png"},
         {"id.effect.screenSync.leftHalfScreen", QT_TRANSLATE_NOOP("EffectNames", "半屏-左"), 2, C::of<LeftHalfScreen>(), screenOptions, {}, ":/images/icons/07-fpng.png"},

@@ -749,6 +749,25 @@ Zum Abbrechen ESC drücken</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Ziehen Sie jedes Quadrat an den Platz seiner LED. Ein Rahmen wählt mehrere aus. Mausrad: Zoom, rechte Taste: Verschieben.</translation>
+    </message>
+    <message>
+        <source>宽度：</source>
+        <translation>Breite:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>Höhe:</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>视频源</source>

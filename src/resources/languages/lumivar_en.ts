@@ -749,6 +749,25 @@ Press ESC to cancel</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Drag each square to where its LED is. Drag a box to select several. Wheel: zoom, right button: pan.</translation>
+    </message>
+    <message>
+        <source>宽度：</source>
+        <translation>Width:</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>Height:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Reset</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>饱和度</source>

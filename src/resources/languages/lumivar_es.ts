@@ -749,6 +749,25 @@ Pulse ESC para cancelar</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>高度：</source>
+        <translation>Alto:</translation>
+    </message>
+    <message>
+        <source>宽度：</source>
+        <translation>Ancho:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Restablecer</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Arrastre cada cuadro al lugar de su LED. Un recuadro selecciona varios. Rueda: zoom, botón derecho: mover la vista.</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>饱和度</source>

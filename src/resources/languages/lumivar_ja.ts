@@ -749,6 +749,25 @@ ESCキーでキャンセル</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>宽度：</source>
+        <translation>幅：</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>高さ：</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>四角をLEDの位置までドラッグします。枠で囲むと複数を選択、ホイールで拡大縮小、右ボタンで移動できます。</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>リセット</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>自动去黑边</source>

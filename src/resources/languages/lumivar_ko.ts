@@ -749,6 +749,25 @@ ESC 키를 누르면 취소됩니다</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>宽度：</source>
+        <translation>너비:</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>높이:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>초기화</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>사각형을 LED가 있는 위치로 끌어 놓으세요. 영역을 그리면 여러 개를 선택합니다. 휠: 확대/축소, 오른쪽 버튼: 이동.</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>自动去黑边</source>

@@ -749,6 +749,25 @@ Pressione ESC para cancelar</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Arraste cada quadrado para o lugar do seu LED. Uma moldura seleciona vários. Roda: zoom, botão direito: mover a vista.</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>Altura:</translation>
+    </message>
+    <message>
+        <source>宽度：</source>
+        <translation>Largura:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Redefinir</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>自动去黑边</source>

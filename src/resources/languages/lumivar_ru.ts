@@ -749,6 +749,25 @@ ESC — отмена</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>宽度：</source>
+        <translation>Ширина:</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Перетащите квадраты туда, где стоят светодиоды. Рамка выделяет несколько. Колесо — масштаб, правая кнопка — сдвиг.</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>Высота:</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Сбросить</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>取色范围</source>

@@ -749,6 +749,25 @@ Nhấn ESC để hủy</translation>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>宽度：</source>
+        <translation>Rộng:</translation>
+    </message>
+    <message>
+        <source>高度：</source>
+        <translation>Cao:</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>Kéo từng ô đến vị trí của đèn LED. Vẽ khung để chọn nhiều ô. Con lăn: thu phóng, nút phải: di chuyển khung nhìn.</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>Đặt lại</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>视频源</source>

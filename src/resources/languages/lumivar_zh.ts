@@ -749,6 +749,25 @@ Press ESC to cancel</source>
     </message>
 </context>
 <context>
+    <name>SSLOptWidget</name>
+    <message>
+        <source>高度：</source>
+        <translation>高度：</translation>
+    </message>
+    <message>
+        <source>重置</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
+        <translation>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</translation>
+    </message>
+    <message>
+        <source>宽度：</source>
+        <translation>宽度：</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>取色范围</source>

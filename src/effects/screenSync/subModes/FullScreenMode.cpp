@@ -6,6 +6,7 @@
 #include "support/config/DataFile.h"
 
 #include <QDebug>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMutexLocker>
@@ -33,6 +34,24 @@ QJsonArray ledsBeyond(const QJsonObject& map, int nbLeds)
     return beyond;
 }
 
+QString addressOf(const FullScreenMode* worker)
+{
+    return QString::number(reinterpret_cast<quintptr>(worker), 16);
+}
+
+/// Those that live, under their addresses as they tell them.
+struct LivingWorkers
+{
+    QMutex mutex;
+    QHash<QString, FullScreenMode*> byAddress;
+};
+
+LivingWorkers& livingWorkers()
+{
+    static LivingWorkers workers;
+    return workers;
+}
+
 } // namespace
 
 FullScreenMode::FullScreenMode(const EffectWorkerOptions& options, QObject* parent)
@@ -52,11 +71,25 @@ FullScreenMode::FullScreenMode(const EffectWorkerOptions& options, QObject* pare
         {"resetCmd", {}, [this](const QJsonValue&) { restoreDefaultLayout(); }, EffectProperty::Apart},
         {"deviceDir", [this] { return static_cast<int>(m_direction); }, {}, EffectProperty::Place},
         // How the layout editor finds the worker whose frames it shows; valid while the worker lives.
-        {"effectObject",
-         [this] { return QString::number(reinterpret_cast<quintptr>(this), 16); },
-         {},
-         EffectProperty::Place},
+        {"effectObject", [this] { return addressOf(this); }, {}, EffectProperty::Place},
     });
+    const QMutexLocker lock(&livingWorkers().mutex);
+    livingWorkers().byAddress.insert(addressOf(this), this);
+}
+
+FullScreenMode::~FullScreenMode()
+{
+    const QMutexLocker lock(&livingWorkers().mutex);
+    livingWorkers().byAddress.remove(addressOf(this));
+}
+
+FullScreenMode* FullScreenMode::atAddress(const QString& address)
+{
+    // Looked up, never cast: the text may be stale or anything.
+    bool isNumber = false;
+    const QString text = QString::number(address.toULongLong(&isNumber, 16), 16);
+    const QMutexLocker lock(&livingWorkers().mutex);
+    return isNumber ? livingWorkers().byAddress.value(text) : nullptr;
 }
 
 int FullScreenMode::load(const ControlOptions& ctlOptions)

@@ -20,6 +20,11 @@ class FullScreenMode : public AbsScreenSync
 
 public:
     Q_INVOKABLE FullScreenMode(const EffectWorkerOptions& options, QObject* parent);
+    ~FullScreenMode() override;
+
+    /// The living worker whose property "effectObject" this is; null for any other text. Any thread, but the
+    /// worker may die on its own.
+    static FullScreenMode* atAddress(const QString& address);
 
     int load(const ControlOptions& ctlOptions) override;
     void unload() override;
