@@ -11,6 +11,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QGraphicsItem>
+#include <QGraphicsView>
 #include <QMetaType>
 #include <QPixmap>
 #include <QVBoxLayout>
@@ -46,6 +48,7 @@ int Gallery::render(const QString& prefix)
     m_folder.mkpath(prefix);
     renderHomePage();
     renderControlPages();
+    renderLayoutEditor();
     renderOptionWidgets();
     renderGradientEditors();
     renderDialogs();
@@ -78,6 +81,24 @@ void Gallery::renderControlPages()
     page.setControlModeVisible(true);
     showEffect(matrix, QStringLiteral("id.effect.singleColor.singleColor1"),
                galleryDevices(4).last().name + QStringLiteral(" (LV0N03:00000001)"));
+}
+
+/// In the page, with some LEDs selected in the second picture of each.
+void Gallery::renderLayoutEditor()
+{
+    const QString effect = QStringLiteral("id.effect.screenSync.fullScreen");
+    showEffect(QStringLiteral("LV0127"), effect, QStringLiteral("LV0127:0000002A"));
+    auto* view = m_window.findChildren<QGraphicsView*>().last();
+    auto* editor = qobject_cast<AbsWorkerWidget*>(view->parentWidget());
+    for (const int leds : {40, 120, 300}) {
+        editor->setEffectProperty(QString(), galleryLayout(leds));
+        QMetaObject::invokeMethod(editor, "onFrameTick", Q_ARG(QImage, galleryFrame()));
+        save(m_window, QStringLiteral("layout-%1").arg(leds, 3, 10, QLatin1Char('0')));
+        const QList<QGraphicsItem*> left = view->scene()->items(QRectF(0, 0, 60, 2000));
+        for (QGraphicsItem* item : left)
+            item->setSelected(true);
+        save(m_window, QStringLiteral("layout-%1-selected").arg(leds, 3, 10, QLatin1Char('0')));
+    }
 }
 
 void Gallery::showEffect(const QString& model, const QString& effect, const QString& deviceName)

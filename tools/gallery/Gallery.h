@@ -21,6 +21,7 @@ public:
 private:
     void renderHomePage();
     void renderControlPages();
+    void renderLayoutEditor();
     void renderOptionWidgets();
     void renderGradientEditors();
     void renderDialogs();

@@ -1,6 +1,7 @@
 #include "GalleryModels.h"
 
 #include <QJsonArray>
+#include <QPainter>
 #include <QPixmap>
 
 namespace {
@@ -11,6 +12,8 @@ struct Sample
     const char* name;
     bool adjustable;
 };
+
+constexpr QSize kCanvas{120, 67};
 
 constexpr Sample kSamples[] = {
     {"LV0127", "LV0127", true},
@@ -74,4 +77,41 @@ QMap<QString, QJsonObject> galleryStates(const QString& optionWidget)
         QJsonArray{QJsonObject{{"index", "DP-1"}, {"desc", longName}}, QJsonObject{{"index", "DP-2"}}};
     states["source"]["inputSource"] = "DP-1";
     return states;
+}
+
+QJsonObject galleryLayout(int leds)
+{
+    const QRect edge = QRect(QPoint(), kCanvas).adjusted(2, 2, -3, -3);
+    QJsonArray map;
+    for (int id = 0; id < leds; ++id) {
+        // Up the left side, along the top, down the right side and back along the bottom.
+        int way = id * 2 * (edge.width() + edge.height()) / leds;
+        QPoint at;
+        if (way < edge.height())
+            at = edge.bottomLeft() - QPoint(0, way);
+        else if ((way -= edge.height()) < edge.width())
+            at = edge.topLeft() + QPoint(way, 0);
+        else if ((way -= edge.width()) < edge.height())
+            at = edge.topRight() + QPoint(0, way);
+        else
+            at = edge.bottomRight() - QPoint(way - edge.height(), 0);
+        map.append(QJsonObject{{"id", id}, {"x", at.x()}, {"y", at.y()}});
+    }
+    return {{"LEDMap", map}, {"screenSize", QJsonObject{{"w", kCanvas.width()}, {"h", kCanvas.height()}}}};
+}
+
+QImage galleryFrame()
+{
+    QImage frame(kCanvas, QImage::Format_RGBA8888);
+    QPainter painter(&frame);
+    QLinearGradient sky(0, 0, 0, kCanvas.height());
+    sky.setColorAt(0, QColor(30, 60, 120));
+    sky.setColorAt(0.6, QColor(240, 140, 60));
+    sky.setColorAt(1, QColor(20, 30, 25));
+    painter.fillRect(frame.rect(), sky);
+    QRadialGradient sun(80, 38, 16);
+    sun.setColorAt(0, QColor(255, 240, 190));
+    sun.setColorAt(1, QColor(255, 200, 90, 0));
+    painter.fillRect(frame.rect(), sun);
+    return frame;
 }

@@ -2,6 +2,7 @@
 
 #include "viewModels/DeviceModel.h"
 
+#include <QImage>
 #include <QJsonObject>
 #include <QMap>
 
@@ -14,3 +15,9 @@ QJsonObject galleryProperties();
 
 /// Further states of an option widget, by name: the properties that differ.
 QMap<QString, QJsonObject> galleryStates(const QString& optionWidget);
+
+/// The properties that the layout editor would get: so many LEDs around the canvas, not quite evenly.
+QJsonObject galleryLayout(int leds);
+
+/// A bright scene with a dark side, at canvas size.
+QImage galleryFrame();

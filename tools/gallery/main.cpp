@@ -3,6 +3,8 @@
 #include "Gallery.h"
 #include "effects/ColorStrapManager.h"
 #include "strapPicture.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
 #include "ui/Languagemanager.h"
 
 #include <QApplication>
@@ -63,6 +65,8 @@ int main(int argc, char** argv)
     const QDir folder(QDir::current().absoluteFilePath(parser.value("out")));
     QDir::setCurrent(QCoreApplication::applicationDirPath());
 
+    // So that every option widget has its page; kept nowhere, as the home folder is a temporary one.
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, true);
     Gallery gallery(folder, toSize(parser.value("size")));
     const QString wanted = parser.value("language");
     int total = 0;
