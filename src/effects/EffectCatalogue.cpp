@@ -5,6 +5,7 @@
 #include "effects/colorful/Marquee.h"
 #include "effects/colorful/MoodShadow.h"
 #include "effects/colorful/SFrmColorMap.h"
+#include "effects/colorful/SFrmMoodShadow.h"
 #include "effects/dynamicMusic/MMSOptWidget.h"
 #include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "effects/dynamicMusic/Mode2/MusicMode2.h"
@@ -34,7 +35,7 @@ const QVector<EffectRow>& effectCatalogue()
         {"id.effect.marquee.marquee", QT_TRANSLATE_NOOP("EffectNames", "跑马灯模式"), 0, C::of<Marquee>(), C::of<SFrmColorMap>(), {}, ""},
         {"id.effect.singleColor.singleColor1", QT_TRANSLATE_NOOP("EffectNames", "单色模式"), 0, C::of<SingleColor>(), C::of<FrmSingleColor>(), {}, ""},
         {"id.effect.colorful.flowingEffect", QT_TRANSLATE_NOOP("EffectNames", "流光异彩"), 0, C::of<FlowingEffect>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_flowingEffect.png"},
-        {"id.effect.colorful.moodShadow", QT_TRANSLATE_NOOP("EffectNames", "影随心动"), 1, C::of<MoodShadow>(), {"SFrmMoodShadow"}, {}, ":/images/icons/id_effect_colorful_moodShadow.png"},
+        {"id.effect.colorful.moodShadow", QT_TRANSLATE_NOOP("EffectNames", "影随心动"), 1, C::of<MoodShadow>(), C::of<SFrmMoodShadow>(), {}, ":/images/icons/id_effect_colorful_moodShadow.png"},
         {"id.effect.colorful.ColorMap_3", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 3"), 2, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_3.png"},
         {"id.effect.colorful.ColorMap_4", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 4"), 3, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_4.png"},
         {"id.effect.colorful.ColorMap_5", QT_TRANSLATE_NOOP("EffectNames", "幻彩模式 5"), 4, C::of<ColorMap>(), C::of<SFrmColorMap>(), {}, ":/images/icons/id_effect_colorful_ColorMap_5.png"},

@@ -10,7 +10,9 @@
 #include "ui/QuitAskDialog.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QMetaType>
@@ -36,6 +38,7 @@ void settle()
 Gallery::Gallery(const QDir& folder, QSize windowSize)
     : m_folder(folder)
     , m_effects(nullptr)
+    , m_straps(nullptr)
 {
     m_window.resize(windowSize);
     m_window.show();
@@ -111,7 +114,7 @@ void Gallery::showEffect(const QString& model, const QString& effect, const QStr
     page.setWorkGroups(workGroupModels(m_effects, model), group);
     page.setWorkers(workerModels(m_effects, group), effect);
     for (auto* options : page.findChildren<AbsWorkerWidget*>())
-        options->setEffectProperty(QString(), galleryProperties());
+        options->setEffectProperty(QString(), properties());
     save(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
 }
 
@@ -134,13 +137,20 @@ void Gallery::renderOptionWidgets()
         auto* widget = qobject_cast<AbsWorkerWidget*>(object.get());
         if (!widget)
             continue;
-        widget->setEffectProperty(QString(), galleryProperties());
+        widget->setEffectProperty(QString(), properties());
         widget->resize(kOptionWidth, widget->minimumHeight());
         save(*widget, QStringLiteral("option-%1").arg(name));
         const QMap<QString, QJsonObject> states = galleryStates(name);
         for (auto state = states.begin(); state != states.end(); ++state) {
             widget->setEffectProperty(QString(), *state);
             save(*widget, QStringLiteral("option-%1-%2").arg(name, state.key()));
+        }
+        for (auto* box : widget->findChildren<QComboBox*>()) {
+            if (!box->isVisible())
+                continue;
+            box->showPopup();
+            save(*box->view()->window(), QStringLiteral("option-%1-%2").arg(name, box->objectName()));
+            box->hidePopup();
         }
     }
 }
@@ -176,6 +186,14 @@ void Gallery::renderDialogs()
     count.setDeviceName(galleryDevices(4).last().name);
     count.setNbLed(120);
     save(count, QStringLiteral("dialog-led-count"));
+}
+
+QJsonObject Gallery::properties()
+{
+    QJsonObject properties = galleryProperties();
+    const IColorStrapManager* straps = &m_straps;
+    properties[QStringLiteral("colorStrapManager")] = QString::number(reinterpret_cast<quintptr>(straps));
+    return properties;
 }
 
 void Gallery::save(QWidget& widget, const QString& name)

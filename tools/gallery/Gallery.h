@@ -1,5 +1,6 @@
 #pragma once
 
+#include "effects/ColorStrapManager.h"
 #include "effects/EffectsManager.h"
 #include "ui/MainWindow.h"
 
@@ -27,6 +28,8 @@ private:
     void renderDialogs();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);
+    /// What option widgets would get from a worker, the list of colour straps included.
+    QJsonObject properties();
     void save(QWidget& widget, const QString& name);
 
     QDir m_folder;
@@ -34,5 +37,6 @@ private:
     int m_count = 0;
     bool m_failed = false;
     EffectsManager m_effects;
+    ColorStrapManager m_straps;
     MainWindow m_window;
 };

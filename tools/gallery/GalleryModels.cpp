@@ -49,6 +49,8 @@ QJsonObject galleryProperties()
         QStringLiteral("Monitor of Family 17h/19h HD Audio Controller Digital Stereo (IEC958)");
     return {{"animations", QJsonArray{"Rain", "霓虹与极光", "Lagerfeuer"}},
             {"currentAnime", "霓虹与极光"},
+            {"currentStrap", 0},
+            {"range", 0.6},
             {"captureId", "default"},
             {"capturers", QJsonArray{QJsonObject{{"id", "default"}, {"desc", longName}},
                                      QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}},

@@ -742,6 +742,37 @@ Press ESC to cancel</source>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>范围</source>
+        <translation>المدى</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>إضافة تدرج لوني جديد</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>السرعة</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>تدرج لوني</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>حذف هذا التدرج اللوني</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>حذف</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>إضافة</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

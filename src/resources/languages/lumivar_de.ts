@@ -742,6 +742,37 @@ Zum Abbrechen ESC drücken</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>删除</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Diesen Farbverlauf löschen</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Neuen Farbverlauf hinzufügen</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>Farbverlauf</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

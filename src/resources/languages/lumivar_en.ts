@@ -742,6 +742,37 @@ Press ESC to cancel</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>渐变</source>
+        <translation>Gradient</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Delete this gradient</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Range</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Add a new gradient</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Speed</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

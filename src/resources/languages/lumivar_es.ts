@@ -742,6 +742,37 @@ Pulse ESC para cancelar</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>速度</source>
+        <translation>Velocidad</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Añadir</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Eliminar este degradado</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Alcance</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Añadir un degradado nuevo</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>Degradado</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

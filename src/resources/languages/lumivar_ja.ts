@@ -742,6 +742,37 @@ ESCキーでキャンセル</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>删除</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>グラデーション</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>このグラデーションを削除</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>新しいグラデーションを追加</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

@@ -742,6 +742,37 @@ ESC 키를 누르면 취소됩니다</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>渐变</source>
+        <translation>그라데이션</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>범위</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>추가</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>새 그라데이션 추가</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>삭제</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>이 그라데이션 삭제</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>속도</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

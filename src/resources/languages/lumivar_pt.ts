@@ -742,6 +742,37 @@ Pressione ESC para cancelar</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>速度</source>
+        <translation>Velocidade</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>Gradiente</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Excluir este gradiente</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Alcance</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Excluir</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Adicionar</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Adicionar um novo gradiente</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

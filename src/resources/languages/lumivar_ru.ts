@@ -742,6 +742,37 @@ ESC — отмена</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>添加</source>
+        <translation>Добавить</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Удалить этот градиент</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>Скорость</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Диапазон</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Добавить новый градиент</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>Градиент</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

@@ -742,6 +742,37 @@ Nhấn ESC để hủy</translation>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>速度</source>
+        <translation>Tốc độ</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>Xóa dải màu này</translation>
+    </message>
+    <message>
+        <source>添加</source>
+        <translation>Thêm</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>Phạm vi</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Xóa</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>Thêm dải màu mới</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>Dải màu</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>

@@ -742,6 +742,37 @@ Press ESC to cancel</source>
     </message>
 </context>
 <context>
+    <name>SFrmMoodShadow</name>
+    <message>
+        <source>添加</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>渐变</source>
+        <translation>渐变</translation>
+    </message>
+    <message>
+        <source>范围</source>
+        <translation>范围</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>速度</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>删除当前渐变</source>
+        <translation>删除当前渐变</translation>
+    </message>
+    <message>
+        <source>添加新的渐变</source>
+        <translation>添加新的渐变</translation>
+    </message>
+</context>
+<context>
     <name>SFrmPixmapStream</name>
     <message>
         <source>没有可选的动画</source>
