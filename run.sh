@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and starts the program; where there is no LED device or no display, the
 # demo: a simulated strip in this terminal that the program lights for real.
-# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music] [arguments of the program]
+# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix]
+#        [arguments of the program]
 #   --app        only the program, whatever is connected
 #   --demo       the demo, even with a device
 #   --seconds N  the demo ends after so long; without a terminal and a display it takes 10 seconds
@@ -9,6 +10,7 @@
 #   --virtual    the demo follows a virtual screen even where there is a display
 #   --music      the demo follows a beat that it plays on a sound server of its own, unheard; with a device and
 #                a display the program itself starts and hears what your loudspeaker plays: choose music there
+#   --matrix     the demo plays pictures on an LED matrix, which a window shows as well where there is a display
 set -eu
 cd "$(dirname "$0")"
 
@@ -18,12 +20,12 @@ while [ $# -gt 0 ]; do
     case $1 in
     --app) mode=app ;;
     --demo) mode=demo ;;
-    --plain | --virtual) mode=demo; demo+=("$1") ;;
+    --plain | --virtual | --matrix) mode=demo; demo+=("$1") ;;
     --music) demo+=("$1") ;; # a device has its own way to show it
     --seconds)
         [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
         mode=demo; demo+=(--seconds "$2"); shift ;;
-    -h | --help) sed -n '2,11s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,13s/^# \{0,1\}//p' "$0"; exit 0 ;;
     --) shift; break ;;
     *) break ;;
     esac

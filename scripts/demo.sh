@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen or, with
-# --music, a beat on a sound server of the demo's own. Probe, capture, colour pipeline and serial line are the
-# program's own. Nothing of the user's is touched.
-# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music] [-- arguments of the program]
+# Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen; with --music
+# a beat on a sound server of the demo's own; with --matrix it is an LED matrix, drawn in a window as well, that
+# plays pictures. Probe, capture, colour pipeline and serial line are the program's own. Nothing of the user's is
+# touched.
+# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music | --matrix] [-- program's arguments]
 # Without a terminal it prints a line a second; without a display as well it ends after 10 seconds. With a limit
 # it fails unless the light moved.
 set -u
@@ -13,24 +14,31 @@ seconds=""
 plain=""
 virtual=""
 music=""
-effect=id.effect.screenSync.fullScreen
+matrix=""
 while [ $# -gt 0 ]; do
     case $1 in
     --seconds) seconds=$2; shift ;;
     --plain) plain=yes ;;
     --virtual) virtual=yes ;;
-    --music) music=yes; effect=id.effect.dynamicMusic.peakValues_7 ;;
+    --music) music=yes; matrix="" ;;
+    --matrix) matrix=yes; music="" ;;
     --) shift; break ;;
     *) break ;;
     esac
     shift
 done
+name="Demo strip"
+model=LV0127
+leds=120
+effect=id.effect.screenSync.fullScreen
+[ -z "$music" ] || effect=id.effect.dynamicMusic.peakValues_7
+[ -z "$matrix" ] || { effect=id.effect.graphics.graphics; model=LV0N03; leds=253; name="Demo matrix"; }
 [ -n "$plain" ] && virtual=yes # what a user's own screen shows need not move
 [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || virtual=yes
 if [ ! -t 1 ]; then
     plain=yes
     if [ -z "$virtual" ]; then
-        [ -n "$music" ] || effect=id.effect.colorful.ColorMap_3 # moves by itself
+        [ -n "$music$matrix" ] || effect=id.effect.colorful.ColorMap_3 # moves by itself
     else
         seconds=${seconds:-10}
     fi
@@ -107,6 +115,12 @@ start_beat() {
     helpers+=($!)
 }
 
+# Behind the program's own window, so that it is not covered by that.
+show_matrix() {
+    until grep -qs "A new controller has been added" "$work/program.log"; do sleep 0.2; done
+    exec setsid "$bin/light-viewer"
+}
+
 # Sound and display servers are found through the folder that is about to change.
 keep_servers_reachable() {
     local old=${XDG_RUNTIME_DIR:-}
@@ -126,14 +140,14 @@ use_private_folders() {
     export XDG_RUNTIME_DIR="$work/run" TMPDIR="$work/tmp"
     cat >"$work/config/Lumivar/controllers.json" <<JSON
 {
-    "LV0127:01020304": {
-        "kindName": "Demo strip",
+    "$model:01020304": {
+        "kindName": "$name",
         "brightness": 0.8,
         "enable": true,
         "installDirection": 0,
         "workMode": "${effect%.*}",
         "subMode": "$effect",
-        "nbLeds": 120,
+        "nbLeds": $leds,
         "ledPerUnit": 1,
         "adjustableLength": false,
         "unavailable_modes": []
@@ -143,7 +157,17 @@ JSON
 }
 
 use_private_folders
-if [ -n "$music" ]; then
+viewer=""
+if [ -n "$matrix" ]; then
+    cp -r "$bin/effects/graphics" "$work/config/Lumivar/pixel_source" || fail "no pictures to play"
+    if [ -n "$virtual" ]; then
+        set -- --auto_startup "$@"
+    else
+        show_matrix >"$work/viewer.log" 2>&1 </dev/null &
+        helpers+=($!)
+        viewer=--viewer
+    fi
+elif [ -n "$music" ]; then
     start_beat
     [ -z "$virtual" ] || set -- --auto_startup "$@" # who reads lines wants no window
 elif [ -n "$virtual" ]; then
@@ -151,8 +175,8 @@ elif [ -n "$virtual" ]; then
     set -- --auto_startup "$@" # its window would cover what there is to follow
 fi
 
-arguments=(--ports "$work/ports.json" --model LV0127 --serial 01020304 --leds 120 --rate 11520
-    --log "$work/program.log")
+arguments=(--ports "$work/ports.json" --model "$model" --serial 01020304 --leds "$leds" --rate 11520
+    --log "$work/program.log" $viewer)
 [ -n "$plain" ] && arguments+=(--plain)
 [ -n "$seconds" ] && arguments+=(--quit-after "${seconds}s" --patience 60s --check)
 

@@ -3,6 +3,7 @@
 #include "effectIconPictures.h"
 #include "glyphPictures.h"
 #include "homePictures.h"
+#include "matrixPictures.h"
 #include "productPictures.h"
 #include "programPictures.h"
 
@@ -19,14 +20,16 @@ int main(int argc, char** argv)
         return 2;
     }
     const QString maps = arguments.at(2) + QLatin1String("/effects/colorful");
+    const QString loop = arguments.at(2) + QLatin1String("/effects/graphics");
     const QString images = arguments.at(2) + QLatin1String("/images");
     const QString& compiledIn = arguments.at(3);
     for (const QString& folder :
-         {maps, images + QLatin1String("/products"), images + QLatin1String("/productIcons"),
+         {maps, loop, images + QLatin1String("/products"), images + QLatin1String("/productIcons"),
           images + QLatin1String("/icons"), compiledIn + QLatin1String("/icons")})
         QDir().mkpath(folder);
-    if (!writeColorMapPictures(maps) || !writeGlyphPictures(compiledIn) || !writeProgramPictures(images) ||
-        !writeHomePictures(images) || !writeEffectIcons(images, compiledIn) ||
+    if (!writeColorMapPictures(maps) || !writeMatrixPictures(loop) || !writeGlyphPictures(compiledIn) ||
+        !writeProgramPictures(images) || !writeHomePictures(images) ||
+        !writeEffectIcons(images, compiledIn) ||
         !writeProductPictures(arguments.at(1), images, compiledIn + QLatin1String("/Lv0127Icon.jpg"))) {
         std::fputs("picture-generator: a file could not be read or written\n", stderr);
         return 1;

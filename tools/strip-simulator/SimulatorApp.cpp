@@ -18,6 +18,7 @@ constexpr int kPrintMs = 1000;
 constexpr int kDrainMs = 300;   // for what the line still carries when the program has ended
 constexpr int kSampledLeds = 8; // colours in a line of text
 constexpr int kFewestChanges = 5;
+constexpr quint16 kViewerPort = 65330;
 
 void print(FILE* stream, const QString& line)
 {
@@ -186,8 +187,17 @@ void SimulatorApp::onFrame(Strip& strip, const StripFrame& frame)
     const bool wasBlack = strip.meter.isBlack();
     strip.meter.add(frame);
     m_log.frame(strip.label, frame);
+    if (m_options.viewer && &strip == m_strips.front().get())
+        sendToViewer(strip.device->shownColors());
     if (first || wasBlack != strip.meter.isBlack())
         say(strip, strip.meter.isBlack() ? QStringLiteral("black") : QStringLiteral("lit"));
+}
+
+/// Three bytes a LED; nobody may listen.
+void SimulatorApp::sendToViewer(const QVector<LV_RGB>& colors)
+{
+    m_viewer.writeDatagram(reinterpret_cast<const char*>(colors.constData()), 3 * colors.size(),
+                           QHostAddress::LocalHost, kViewerPort);
 }
 
 void SimulatorApp::onGuestFinished(int exitCode, QProcess::ExitStatus status)

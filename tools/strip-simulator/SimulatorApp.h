@@ -8,6 +8,7 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#include <QUdpSocket>
 
 #include <memory>
 #include <vector>
@@ -43,6 +44,7 @@ private:
     void execute(const QString& command);
     void apply(const QString& verb, Strip& strip);
     void onFrame(Strip& strip, const StripFrame& frame);
+    void sendToViewer(const QVector<LV_RGB>& colors);
     void onGuestFinished(int exitCode, QProcess::ExitStatus status);
     void onNoFrame();
     void draw();
@@ -56,6 +58,7 @@ private:
     std::unique_ptr<StripScreen> m_screen; ///< null when there is no terminal to draw in
     FrameLog m_log;
     GuestProgram m_guest;
+    QUdpSocket m_viewer;
     QSocketNotifier* m_input = nullptr;
     QByteArray m_line; ///< an unfinished line of input
     QTimer m_tick;

@@ -64,6 +64,7 @@ void addOptions(QCommandLineParser& parser)
     add("hang-up-after", "Bytes after which the line goes dead.", "n", "0");
     add("map", "LED positions, by default controler_config/<model>.json beside this program.", "file");
     add("plain", "A line of text every second, also in a terminal.");
+    add("viewer", "Send the first strip's colours on to light-viewer, as the virtual device does.");
     add("json", "Write every frame and event as a line of JSON.", "file|-");
     add("script", "Timed commands, such as \"3s:button,5s:unplug,7s:plug 0,9s:quit\".", "steps");
     add("quit-after", "Quit this long after the first frame.", "time");
@@ -133,6 +134,7 @@ std::optional<SimulatorOptions> SimulatorOptions::parse(const QStringList& argum
     options.jsonFile = text("json");
     options.plain = parser.isSet(QStringLiteral("plain"));
     options.check = parser.isSet(QStringLiteral("check"));
+    options.viewer = parser.isSet(QStringLiteral("viewer"));
     options.guest = parser.positionalArguments();
     options.guestLog = text("log");
     if (!parseScript(text("script"), options.script))

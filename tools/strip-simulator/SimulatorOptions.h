@@ -25,6 +25,7 @@ struct SimulatorOptions
     int patienceMs = -1;  ///< for the first frame
     bool plain = false;
     bool check = false;
+    bool viewer = false;
     QStringList guest; ///< program and arguments
     QString guestLog;
 
