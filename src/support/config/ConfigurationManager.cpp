@@ -149,7 +149,7 @@ ConfigurationManager::~ConfigurationManager()
 
 QJsonValue ConfigurationManager::appConfig(const QString& key) const
 {
-    const QJsonValue stored = d->app.values().value(key);
+    QJsonValue stored = d->app.values().value(key);
     if (!stored.isUndefined() && !stored.isNull())
         return stored;
     const QJsonValue shipped = d->shippedValues().value(key);
