@@ -22,10 +22,10 @@ export flags="-std=c++17 -c -O0 -Wall -Wextra -Wno-attributes -Werror=return-typ
     -DQT_CORE_LIB -DQT_GUI_LIB -DQT_WIDGETS_LIB -DQT_NETWORK_LIB -DQT_SERIALPORT_LIB -DQT_MESSAGELOGCONTEXT
     -isystem $qt $modules -isystem $headers -I$generated -Isrc -Itools"
 
-# With these moc sees the Windows side of a header.
+# With these moc sees the Windows side of a header; the modules are those whose interfaces classes of ours name.
 x86_64-w64-mingw32-g++-posix -std=c++17 -dM -E -x c++ /dev/null >"$out/predefines.h"
 run_moc() {
-    "$tools/moc" --include "$out/predefines.h" -I"$qt" -I"$qt/QtCore" -Isrc "$1" -o "$2.new" || return 1
+    "$tools/moc" --include "$out/predefines.h" -I"$qt" -I"$qt/QtCore" -I"$qt/QtGui" -I"$qt/QtWidgets" -Isrc "$1" -o "$2.new" || return 1
     cmp -s "$2.new" "$2" && rm "$2.new" || mv "$2.new" "$2"
 }
 while IFS= read -r form; do
