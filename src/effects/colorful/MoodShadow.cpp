@@ -42,7 +42,7 @@ void MoodShadow::listProperties()
     // What the options set does not come back to them.
     const auto silent = [this](void (MoodShadow::*set)(double)) {
         return [this, set](const QJsonValue& val) {
-            const QSignalBlocker blocker(this);
+            const QSignalBlocker blocker(*this);
             (this->*set)(val.toDouble(0.0));
         };
     };
