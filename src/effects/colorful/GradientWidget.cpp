@@ -38,6 +38,7 @@ void retire(GradientHandler* handler)
 {
     if (handler->scene())
         handler->scene()->removeItem(handler);
+    handler->blockSignals(true); // its menu may still be open
     handler->deleteLater();
 }
 
@@ -127,24 +128,24 @@ void GradientWidget::addKeyColor(const QColor& color, double pos)
     const Handler handler = makeHandler(color, true);
     handler->setPosition(pos);
     m_keyHandlers.insert(handler, {handler->position(), color});
-    // A strong reference would keep the handler alive in its own connections.
-    const auto weak = handler.toWeakRef();
-    connect(handler.data(), &GradientHandler::posChanged, this, [this, weak](double p) {
-        if (const Handler moved = weak.toStrongRef()) {
-            m_keyHandlers[moved].key = p;
-            changed();
-        }
+    // By its address: a strong reference would keep the handler alive in its own connections.
+    GradientHandler* const key = handler.data();
+    connect(key, &GradientHandler::posChanged, this, [this, key](double p) {
+        find(key)->key = p;
+        changed();
     });
-    connect(handler.data(), &GradientHandler::requestChangeColor, this, [this, weak] {
-        if (const Handler asking = weak.toStrongRef())
-            onColorRequestUpdate(asking);
-    });
-    connect(handler.data(), &GradientHandler::requestDelete, this, [this, weak] {
-        if (const Handler leaving = weak.toStrongRef())
-            deleteKeyColor(leaving);
-    });
-    setCurrent(handler.data());
+    connect(key, &GradientHandler::requestChangeColor, this, [this, key] { onColorRequestUpdate(key); });
+    connect(key, &GradientHandler::requestDelete, this, [this, key] { deleteKeyColor(key); });
+    setCurrent(key);
     changed();
+}
+
+QMap<GradientWidget::Handler, KeyColor>::iterator GradientWidget::find(const GradientHandler* handler)
+{
+    auto entry = m_keyHandlers.begin();
+    while (entry != m_keyHandlers.end() && entry.key() != handler)
+        ++entry;
+    return entry;
 }
 
 QGradientStops GradientWidget::gradientStops() const
@@ -155,14 +156,15 @@ QGradientStops GradientWidget::gradientStops() const
     return stops;
 }
 
-void GradientWidget::onColorRequestUpdate(const Handler& handler)
+void GradientWidget::onColorRequestUpdate(GradientHandler* handler)
 {
-    askColor(handler->color(), changeTitle, [this, weak = handler.toWeakRef()](const QColor& color) {
-        if (const Handler asking = weak.toStrongRef()) {
-            asking->setColor(color);
-            m_keyHandlers[asking].color = color;
-            changed();
-        }
+    askColor(handler->color(), changeTitle, [this, handler](const QColor& color) {
+        const auto entry = find(handler);
+        if (entry == m_keyHandlers.end())
+            return;
+        handler->setColor(color);
+        entry->color = color;
+        changed();
     });
 }
 
@@ -174,18 +176,18 @@ void GradientWidget::onEndsColorRequestUpdate()
     });
 }
 
-void GradientWidget::deleteKeyColor(const Handler& handler)
+void GradientWidget::deleteKeyColor(const GradientHandler* handler)
 {
     if (m_keyHandlers.size() < 2)
         return; // a gradient without key colours is none
     dismissDialog();
-    if (m_current == handler.data()) {
+    if (m_current == handler) {
         const auto handlers = handlersInOrder();
         const int at = handlers.indexOf(m_current);
         const bool isLast = !handlers.at(at + 1)->isMovable();
         setCurrent(handlers.at(isLast ? at - 1 : at + 1));
     }
-    m_keyHandlers.remove(handler);
+    m_keyHandlers.erase(find(handler));
     changed();
 }
 

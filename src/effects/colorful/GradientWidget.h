@@ -60,8 +60,10 @@ private:
     using Handler = QSharedPointer<GradientHandler>;
 
     Handler makeHandler(const QColor& color, bool isMovable);
-    void onColorRequestUpdate(const Handler& handler);
-    void deleteKeyColor(const Handler& handler);
+    /// The end when it is not, or no longer, the handle of a key colour.
+    QMap<Handler, KeyColor>::iterator find(const GradientHandler* handler);
+    void onColorRequestUpdate(GradientHandler* handler);
+    void deleteKeyColor(const GradientHandler* handler);
     void askForNewColor(double pos);
     /// Opens the colour dialog, unless one is open, and returns at once.
     void askColor(const QColor& initial, QString (*title)(), const std::function<void(QColor)>& apply);
