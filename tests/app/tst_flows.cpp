@@ -272,6 +272,31 @@ private slots:
         QVERIFY(!options(0).enable);
     }
 
+    void layoutEditorGoesWithItsWorker()
+    {
+        config()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, true);
+        config()->setAppConfig(ConfigKeys::kPhyBtnAction.key, 1);
+        start({"id.effect.screenSync.fullScreen"});
+        const std::function<void()> changes[] = {
+            [this] { m_strips[0]->pressButton(); },
+            [this] { window().switchToHomePage(); },
+            [this] { m_strips[0]->unplug(); },
+        };
+        for (const auto& change : changes) {
+            openPage(0);
+            pickGroup("同屏模式");
+            QPointer<AbsWorkerWidget> editor;
+            for (auto* each : page().findChildren<AbsWorkerWidget*>())
+                editor = each->inherits("SSLOptWidget") ? each : editor.data();
+            QVERIFY(editor);
+            QCOMPARE(editor->effectProperty("LEDMap").toArray().size(), kLeds); // filled by the worker
+            change();
+            QTRY_VERIFY_WITH_TIMEOUT(!editor || !editor->isVisible(), kWaitMs);
+            if (!window().isHomePage() || !homeButton(0))
+                QTRY_VERIFY_WITH_TIMEOUT(!editor, kWaitMs);
+        }
+    }
+
     void effectsThatAreGoneGiveWayToOnesThatExist()
     {
         start({"id.effect.gone.forever"});
