@@ -8,6 +8,7 @@
 #include "effects/colorful/SFrmMoodShadow.h"
 #include "effects/dynamicMusic/MMSOptWidget.h"
 #include "effects/dynamicMusic/Mode1/MusicMode1.h"
+#include "effects/dynamicMusic/Mode2/MM2SOptWid.h"
 #include "effects/dynamicMusic/Mode2/MusicMode2.h"
 #include "effects/dynamicMusic/Mode3/MusicMode3.h"
 #include "effects/dynamicMusic/Mode4/MusicMode4.h"
@@ -58,7 +59,7 @@ const QVector<EffectRow>& effectCatalogue()
         {"id.effect.dynamicMusic.peakValues_8", QT_TRANSLATE_NOOP("EffectNames", "音乐8"), 8, C::of<AudioPeakValues>(), C::of<SFrmAudioPeakValues>(), {}, ":/images/icons/id_effect_dynamicMusic_mode_1.png"},
         {"id.effect.graphics.graphics", QT_TRANSLATE_NOOP("EffectNames", "图像模式"), 0, C::of<PixmapStream>(), C::of<SFrmPixmapStream>(), {}, ""},
         {"id.effect.dynamicMusic.musicMode_1", QT_TRANSLATE_NOOP("EffectNames", "律动音柱"), 9, C::of<MusicMode1>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_1.png", true},
-        {"id.effect.dynamicMusic.musicMode_2", QT_TRANSLATE_NOOP("EffectNames", "影随乐动"), 10, C::of<MusicMode2>(), {"MM2SOptWid"}, {}, ":/images/icons/id_effect_dynamicMusic_musicMode_2.png", true},
+        {"id.effect.dynamicMusic.musicMode_2", QT_TRANSLATE_NOOP("EffectNames", "影随乐动"), 10, C::of<MusicMode2>(), C::of<MM2SOptWid>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_2.png", true},
         {"id.effect.dynamicMusic.musicMode_3", QT_TRANSLATE_NOOP("EffectNames", "声色渐变"), 11, C::of<MusicMode3>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_3.png", true},
         {"id.effect.dynamicMusic.musicMode_4", QT_TRANSLATE_NOOP("EffectNames", "镜像频谱"), 12, C::of<MusicMode4>(), C::of<MMSOptWidget>(), {}, ":/images/icons/id_effect_dynamicMusic_musicMode_4.png", true},
     };

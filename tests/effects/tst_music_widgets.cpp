@@ -1,5 +1,7 @@
+#include "FakeStrapList.h"
 #include "effects/dynamicMusic/MMSOptWidget.h"
 #include "effects/dynamicMusic/MediaSourceOptWidget.h"
+#include "effects/dynamicMusic/Mode2/MM2SOptWid.h"
 #include "effects/dynamicMusic/PeakValues/SFrmAudioPeakValues.h"
 #include "effects/dynamicMusic/strengthSlider.h"
 
@@ -8,6 +10,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -82,6 +85,41 @@ private slots:
         QVERIFY(changes.first().at(0) == "strength" && changes.last().at(0) == "captureId");
         QCOMPARE(options.effectProperty("").toObject(),
                  (QJsonObject{{"strength", 0.505}, {"captureId", "b"}}));
+    }
+
+    void moodAndSoundAreOneWidget()
+    {
+        FakeStrapList straps({{"a", {{0.5, Qt::red}}, Qt::white}, {"b", {{0.5, Qt::blue}}, Qt::white}});
+        const IColorStrapManager* manager = &straps;
+        MM2SOptWid options(nullptr);
+        QSignalSpy changes(&options, &AbsWorkerWidget::effectPropertyChanged);
+        QJsonObject all{
+            {"strength", 0.75}, {"captureId", "b"}, {"currentStrap", 1}, {"speed", 0.25}, {"range", 0.5}};
+        QJsonObject given = all;
+        given["capturers"] = capturers({"a", "b"});
+        given["colorStrapManager"] = QString::number(reinterpret_cast<quintptr>(manager));
+        options.setEffectProperty("", given);
+        QCOMPARE(options.effectProperty("").toObject(), all);
+        QCOMPARE(options.effectProperty("range"), QJsonValue(0.5));
+        QCOMPARE(options.effectProperty("captureId"), QJsonValue("b"));
+        QCOMPARE(changes.count(), 0);
+
+        auto* strength = options.findChild<QSlider*>("strengthSlider");
+        auto* speed = options.findChild<QSlider*>("speedSlider");
+        QTest::keyClick(strength, Qt::Key_Home);
+        QTest::keyClick(speed, Qt::Key_End);
+        QCOMPARE(changes.count(), 2);
+        QVERIFY(changes.first().at(0) == "strength" && changes.last().at(0) == "speed");
+
+        const int height = options.minimumHeight();
+        options.resize(380, height);
+        options.show();
+        for (const char* text : {"Sound source that has a name:", "x"}) { // another language
+            options.findChild<QLabel*>("strengthLabel")->setText(text);
+            QTRY_COMPARE(strength->mapTo(&options, QPoint()).x(), speed->mapTo(&options, QPoint()).x());
+        }
+        QCOMPARE(options.height(), height);
+        QVERIFY(options.childrenRect().bottom() < height);
     }
 
     void longTextsKeepThePageInShape()
