@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
+#include <algorithm>
 
 namespace {
 
@@ -77,7 +78,8 @@ void SSLOptWidget::addUndoActions()
     QAction* undo = m_steps.createUndoAction(this);
     undo->setShortcut(QKeySequence::Undo);
     QAction* redo = m_steps.createRedoAction(this);
-    redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    redo->setShortcuts(
+        {QKeySequence(QStringLiteral("Ctrl+Shift+Z")), QKeySequence(QStringLiteral("Ctrl+Y"))});
     for (QAction* action : {undo, redo}) {
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);
@@ -166,6 +168,13 @@ void SSLOptWidget::hideEvent(QHideEvent* event)
     m_frameLink.reset();
     onFrameTick({}); // an old picture would be the first thing to be seen again
     AbsWorkerWidget::hideEvent(event);
+}
+
+void SSLOptWidget::resizeEvent(QResizeEvent* event)
+{
+    // The page may run on far below the window: the canvas stays where it shows.
+    m_ui->strapEditor->setMaximumHeight(std::max(width(), m_ui->strapEditor->minimumHeight()));
+    AbsWorkerWidget::resizeEvent(event);
 }
 
 void SSLOptWidget::onFrameTick(QImage frame)
