@@ -126,7 +126,7 @@ void ScreenSyncSOptWidget::connectForm()
 
 QJsonValue ScreenSyncSOptWidget::effectProperty(const QString& key)
 {
-    const QJsonValue value = WithProperties::effectProperty(key);
+    QJsonValue value = WithProperties::effectProperty(key);
     if (!key.isEmpty())
         return value;
     QJsonObject all = value.toObject();
