@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr int kManyLeds = 60;        ///< beyond it the squares shrink where they are crowded
 constexpr double kCrowdedSide = 0.9; ///< of the distance to the nearest LED: none covers another
 constexpr int kFarStep = 5;          ///< cells that an arrow key with Shift moves
 
@@ -115,8 +114,7 @@ void ScreenSyncEditScene::placeAll()
 {
     for (LEDItem* item : qAsConst(m_ledItems))
         item->setLEDPos(shownCell(m_positions[item->id()]));
-    if (m_ledItems.size() > kManyLeds)
-        sizeAll();
+    sizeAll();
 }
 
 void ScreenSyncEditScene::sizeAll()
