@@ -28,7 +28,7 @@ SFrmPixmapStream::SFrmPixmapStream(QWidget* parent)
          {},
          [this](const QJsonValue& list) {
              QStringList names;
-             for (const QJsonValue& name : list.toArray())
+             for (const auto& name : list.toArray())
                  names += name.toString();
              names.removeAll(QString());
              setAnimes(names);

@@ -167,7 +167,7 @@ cv::Mat readColorPicture(const QString& path, QString* problem)
         return {};
     const std::optional<PngChunks> chunks = essentialChunks(file.read(kMostBytes));
     const bool is16Bit = header[24] == 16;
-    const cv::Mat picture = chunks ? decoded(*chunks, is16Bit) : cv::Mat();
+    cv::Mat picture = chunks ? decoded(*chunks, is16Bit) : cv::Mat();
     if (picture.empty())
         *problem = kDamaged;
     return picture;
