@@ -219,6 +219,25 @@ private slots:
         QVERIFY(effect.last().first().red >= 254);
     }
 
+    void whatIsQuietIsNotShownAndTheRestFillsTheScale()
+    {
+        ConfigurationManager::instance()->setAppConfig("effects.musicQuietLevel", 40);
+        Blocks effect(kEffect, strip(1));
+        effect.spectrumUpdate(hum(39));
+        QCOMPARE(effect.last(), Frame(1, shade(1))); // 1 is added to all
+        effect.spectrumUpdate(hum(60));
+        QCOMPARE(effect.last(), Frame(1, shade(41)));
+        setSources({kSpeaker});
+        FakeStrapList straps({plain(Qt::white)});
+        Mood mood(&straps);
+        mood.hear(hum(60));
+        QCOMPARE(mood.shown(), (LV_RGB{127, 127, 127}));
+        ConfigurationManager::instance()->setAppConfig("effects.musicQuietLevel", 80); // nothing were left
+        Blocks next(kEffect, strip(1));
+        next.spectrumUpdate(hum(39));
+        QCOMPARE(next.last(), Frame(1, shade(40)));
+    }
+
     void colourFallsAfterTheSound()
     {
         const auto redAfterTheSound = [] {

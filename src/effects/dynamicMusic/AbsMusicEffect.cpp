@@ -2,8 +2,7 @@
 
 #include "effects/EffectNotice.h"
 #include "support/audio/AudioCapManager.h"
-#include "support/config/ConfigKeys.h"
-#include "support/config/ConfigurationManager.h"
+#include "support/config/StoredNumber.h"
 
 #include <QDebug>
 #include <QJsonArray>
@@ -52,6 +51,7 @@ AbsMusicEffect::~AbsMusicEffect() = default;
 int AbsMusicEffect::load(const ControlOptions& ctlOptions)
 {
     m_ctlOptions = ctlOptions;
+    m_quietLevel = applicationNumber(ConfigKeys::kMusicQuietLevel);
     connect(AudioCapManager::instance(), &AudioCapManager::capturersChanged, this,
             &AbsMusicEffect::onCapturersChanged);
     const QString id = ConfigurationManager::instance()

@@ -46,6 +46,8 @@ protected:
 
     QString effectId() { return options().id; }
     QString controllerId() const { return m_ctlOptions.id; }
+    /// Up to here a level of a spectrum is no music to show; 0 to 79, from the application's settings.
+    double quietLevel() const { return m_quietLevel; }
     int nbLeds() const { return static_cast<int>(m_ctlOptions.nbLeds); }
 
     ControlOptions m_ctlOptions;
@@ -59,6 +61,7 @@ private:
     void storeWantedId();
     void announce(const char* key);
 
+    double m_quietLevel = 0.0;
     QString m_wantedId;   ///< what the user chose, be it gone at present; empty for nothing
     QString m_capturerId; ///< what is bound
     QSharedPointer<AudioCapturer> m_capturer;

@@ -39,6 +39,7 @@ inline constexpr Setting<bool> kScreenshotEnable{"runtime.screenshotEnable", fal
 inline constexpr Setting<bool> kLoopLogEnable{"runtime.loopLogEnable", false};
 inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDarkSide", false};
 inline constexpr Setting<bool> kExtraEffects{"effects.extra", false};
+inline constexpr Number<double> kMusicQuietLevel{{"effects.musicQuietLevel", 0.0}, 0.0, 79.0};
 
 // Application store, one key a device; the functions append the controller id.
 inline constexpr Setting<bool> kAutoWipeDarkSideOf{"runtime.screenSync.autoWipeDarkSide.", false};

@@ -14,11 +14,14 @@ namespace {
 constexpr int kHistory = 10;
 constexpr double kGreenHue = 0.3333333333333333;
 
-double enhanced(const Fragment& fragment, const SoundChannel& channel)
+double enhanced(const Fragment& fragment, const SoundChannel& channel, double quiet)
 {
     const auto level = bandLevel(channel, static_cast<float>(fragment.minFrequency),
                                  static_cast<float>(fragment.maxFrequency));
-    return bounded((static_cast<double>(level) + fragment.dbEnhance) * fragment.mulEnhance);
+    const double spread =
+        quiet > 0.0 ? bounded((static_cast<double>(level) - quiet) * kFullScale / (kFullScale - quiet))
+                    : static_cast<double>(level);
+    return bounded((spread + fragment.dbEnhance) * fragment.mulEnhance);
 }
 
 } // namespace
@@ -46,7 +49,7 @@ float bandLevel(const SoundChannel& channel, float low, float high)
     return level;
 }
 
-double heard(const Fragment& fragment, const QVector<SoundChannel>& channels)
+double heard(const Fragment& fragment, const QVector<SoundChannel>& channels, double quiet)
 {
     if (channels.isEmpty())
         return 0.0;
@@ -54,11 +57,11 @@ double heard(const Fragment& fragment, const QVector<SoundChannel>& channels)
     const SoundChannel& right = channels.size() > 1 ? channels.at(1) : left;
     switch (fragment.soundChannel) {
     case Fragment::Left:
-        return enhanced(fragment, left);
+        return enhanced(fragment, left, quiet);
     case Fragment::Right:
-        return enhanced(fragment, right);
+        return enhanced(fragment, right, quiet);
     default:
-        return std::max(enhanced(fragment, left), enhanced(fragment, right));
+        return std::max(enhanced(fragment, left, quiet), enhanced(fragment, right, quiet));
     }
 }
 

@@ -18,8 +18,9 @@ double bounded(double level);
 /// The loudest point from `low` to `high` hertz; a band without a point takes the next one above it, and
 /// beyond the last point there is silence.
 float bandLevel(const SoundChannel& channel, float low, float high);
-/// The level that a fragment hears, enhanced. One channel alone serves for both; no channel is silence.
-double heard(const Fragment& fragment, const QVector<SoundChannel>& channels);
+/// The level that a fragment hears, enhanced. One channel alone serves for both; no channel is silence. What
+/// is not above `quiet`, below 80, is silence as well, and the rest is spread over the whole scale.
+double heard(const Fragment& fragment, const QVector<SoundChannel>& channels, double quiet = 0.0);
 /// Rises at once and falls with the mean of the last ten levels, which it keeps in `history`.
 double smooth(QList<double>& history, double value);
 

@@ -101,7 +101,8 @@ void MusicMode1::spectrumUpdate(QVector<SoundChannel> channels)
         return;
     QVector<LV_RGB> result;
     for (auto fragment = m_fragments.begin(); fragment != m_fragments.end(); ++fragment) {
-        const double level = LevelMeter::smooth(fragment->history, LevelMeter::heard(*fragment, channels));
+        const double level =
+            LevelMeter::smooth(fragment->history, LevelMeter::heard(*fragment, channels, quietLevel()));
         const QVector<LV_RGB> colors = fragmentColors(fragment.key().second, *fragment, level);
         if (colors.size() == fragment->count() && result.size() < nbLeds())
             result += colors;

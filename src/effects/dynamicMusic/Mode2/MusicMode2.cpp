@@ -72,7 +72,8 @@ void MusicMode2::setStrength(double value)
 
 void MusicMode2::spectrumUpdate(QVector<SoundChannel> channels)
 {
-    m_level = static_cast<float>(LevelMeter::heard(m_audible, channels) / LevelMeter::kFullScale);
+    m_level =
+        static_cast<float>(LevelMeter::heard(m_audible, channels, quietLevel()) / LevelMeter::kFullScale);
 }
 
 void MusicMode2::goDark()
