@@ -51,6 +51,7 @@ QJsonObject galleryProperties()
             {"currentAnime", "霓虹与极光"},
             {"currentStrap", 0},
             {"range", 0.6},
+            {"strength", 1.0},
             {"captureId", "default"},
             {"capturers", QJsonArray{QJsonObject{{"id", "default"}, {"desc", longName}},
                                      QJsonObject{{"id", "headset"}, {"desc", "书桌耳机"}}}},
