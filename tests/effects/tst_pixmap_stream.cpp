@@ -243,7 +243,7 @@ private slots:
         QString problem;
         QVERIFY(readColorPicture(path("1.png"), &problem).empty());
         QVERIFY2(problem.startsWith(says), qPrintable(problem));
-        QVERIFY(peakKilobytes() - before < 16 * 1024);
+        QVERIFY(peakKilobytes() - before < 60 * 1024); // the least that one of them claims is 67 MB
     }
 
     void whatIsNoFileNeverHoldsUp()
