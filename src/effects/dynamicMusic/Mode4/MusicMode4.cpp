@@ -21,8 +21,8 @@ MusicMode4::MusicMode4(const EffectWorkerOptions& options, QObject* parent)
 
 int MusicMode4::load(const ControlOptions& ctlOptions)
 {
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the classes between take stored fragments and the
-    // direction
+    // The classes between take stored fragments, and the direction.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     AbsMusicEffect::load(ctlOptions);
     const auto& strength = ConfigKeys::kMusicMode4Strength;
     m_strength = ConfigurationManager::instance()
