@@ -1,0 +1,324 @@
+#include "ScreenPainter.h"
+#include "StripSimulator.h"
+#include "VirtualDisplay.h"
+#include "app/LumivarApp.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "ui/ControlPage.h"
+#include "ui/HomePage.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QGraphicsView>
+#include <QJsonArray>
+#include <QScreen>
+#include <QtTest>
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace {
+
+constexpr int kWaitMs = 20000;
+constexpr int kLeds = 60;
+constexpr int kMovedLed = 20;
+constexpr QSize kScreen(2800, 1000);
+constexpr QRect kOwnMonitor(0, 0, 1400, 1000); ///< the program's window stands here
+constexpr QRect kFilmMonitor(1400, 0, 1400, 1000);
+
+QString stripId(int number)
+{
+    return QStringLiteral("LV0127:0102030%1").arg(number);
+}
+
+QJsonObject storedStrip(int number)
+{
+    const QString effect = QStringLiteral("id.effect.singleColor.singleColor1");
+    return {{"kindName", QStringLiteral("Strip %1").arg(number)},
+            {"brightness", 1.0},
+            {"enable", true},
+            {"nbLeds", kLeds},
+            {"workMode", EffectWorkerOptions::groupOf(effect)},
+            {"subMode", effect}};
+}
+
+} // namespace
+
+/// A user's way through all that can be set on a page: the whole program but its main function, on a screen
+/// with a window manager, two strips on their lines, a real pointer and real keys. With LUMIVAR_WALK_PICTURES
+/// naming a folder, a picture of each step is left there.
+class WalkTest : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WalkTest(const VirtualDisplay& display)
+        : m_display(display)
+    {
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_display.setMonitor("own", kOwnMonitor, true));
+        QVERIFY(m_display.setMonitor("film", kFilmMonitor));
+        ScreenPainter painter(m_display.name());
+        painter.fill(kFilmMonitor.adjusted(0, 0, -kFilmMonitor.width() / 2, 0), Qt::red);
+        painter.fill(kFilmMonitor.adjusted(kFilmMonitor.width() / 2, 0, 0, 0), Qt::blue);
+        m_display.startProgram(m_windowManager, "openbox", {"--sm-disable"});
+        QVERIFY(m_windowManager.waitForStarted());
+
+        qputenv("LUMIVAR_SERIAL_PORTS", m_folder.filePath("ports.json").toLocal8Bit());
+        auto* config = ConfigurationManager::instance();
+        config->setAppConfig("runtime.isEnableScreenSyncAdvanedMode", true);
+        for (const int number : {1, 2}) {
+            config->controllerJsonObj(stripId(number)) = storedStrip(number);
+            StripSimulator::Options options;
+            options.portsFile = m_folder.filePath("ports.json");
+            options.serial = QByteArray("\x01\x02\x03", 3).append(char(number));
+            options.portName = QStringLiteral("ttySIM%1").arg(number);
+            m_strips[number] = std::make_unique<StripSimulator>(options);
+            QVERIFY(m_strips[number]->plugIn());
+        }
+        m_app = std::make_unique<LumivarApp>(nullptr);
+        m_app->mainWindow().show();
+        m_app->mainWindow().move(40, 40);
+        QVERIFY(QTest::qWaitForWindowActive(&m_app->mainWindow()));
+        QTRY_VERIFY_WITH_TIMEOUT(button(stripId(1)) && button(stripId(2)), kWaitMs);
+    }
+    void cleanupTestCase()
+    {
+        m_app.reset();
+        m_strips.clear();
+        m_windowManager.kill();
+        m_windowManager.waitForFinished();
+    }
+
+    void userOpensAPage()
+    {
+        click(button(stripId(1)));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_app->mainWindow().isHomePage(), kWaitMs);
+        picture("page");
+    }
+    void userMakesAGradient()
+    {
+        click(button(text("GroupInformation", "幻彩模式")));
+        QTRY_VERIFY_WITH_TIMEOUT(button(text("EffectNames", "影随心动")), kWaitMs);
+        click(button(text("EffectNames", "影随心动")));
+        QTRY_VERIFY_WITH_TIMEOUT(widget("addBtn"), kWaitMs);
+        m_strapsBefore = straps().count();
+        click(widget("addBtn")); // it is green with one red key
+        QTRY_VERIFY_WITH_TIMEOUT(isLike(1, [](LV_RGB led) { return led.blue == 0; }), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::red) && hasLed(1, Qt::green), kWaitMs);
+        picture("new gradient");
+
+        dragKey(0.5, 0.25);
+        QTRY_COMPARE_WITH_TIMEOUT(qRound(shownKey() * 20), 5, kWaitMs);
+        key("Return"); // the key has the focus since it was dragged
+        chooseColor(Qt::blue);
+        QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::blue), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isLike(1, [](LV_RGB led) { return led.red == 0; }), kWaitMs);
+        picture("recoloured gradient");
+    }
+    void userAppliesItToTheOtherStripAndRemovesIt()
+    {
+        QVERIFY(!hasLed(2, Qt::blue));
+        click(widget("multDevControlCheckBox"));
+        QTRY_VERIFY_WITH_TIMEOUT(hasLed(2, Qt::blue) && hasLed(2, Qt::green), kWaitMs);
+        click(widget("singleDevControlCheckBox"));
+        click(widget("rmBtn"));
+        const auto isTheRemoved = [](LV_RGB led) { return led.red == 0; };
+        QTRY_VERIFY_WITH_TIMEOUT(!isLike(1, isTheRemoved) && !isLike(2, isTheRemoved), kWaitMs);
+        QCOMPARE(straps().count(), m_strapsBefore);
+        picture("gradient removed");
+    }
+    void userChoosesASourceAndMovesLeds()
+    {
+        click(button(text("GroupInformation", "同屏模式")));
+        QTRY_VERIFY_WITH_TIMEOUT(button(text("EffectNames", "全屏模式")), kWaitMs);
+        click(button(text("EffectNames", "全屏模式")));
+        QTRY_VERIFY_WITH_TIMEOUT(widget("strapEditor"), kWaitMs);
+        choose(qobject_cast<QComboBox*>(widget("comboBox")), "film");
+        const QPoint cell = ledCell(kMovedLed);
+        const QPoint opposite(canvas().width() - 1 - cell.x(), cell.y());
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
+        picture("source chosen");
+
+        drag(editor(cell), editor(opposite));
+        QTRY_COMPARE_WITH_TIMEOUT(ledCell(kMovedLed), opposite, kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
+        picture("LED moved");
+        key("ctrl+z");
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
+        QCOMPARE(ledCell(kMovedLed), cell);
+        key("ctrl+shift+z");
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
+        click(widget("resetBtn"));
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
+        QCOMPARE(ledCell(kMovedLed), cell);
+        picture("layout reset");
+    }
+
+private:
+    void xdotool(const QStringList& arguments)
+    {
+        QVERIFY(m_display.run("xdotool", arguments));
+        QCoreApplication::processEvents();
+    }
+    void point(QPoint at, const QStringList& then = {})
+    {
+        xdotool(QStringList{"mousemove", QString::number(at.x()), QString::number(at.y())} + then);
+    }
+    void click(const QWidget* widget) { click(widget, widget ? widget->rect().center() : QPoint()); }
+    void click(const QWidget* widget, QPoint at)
+    {
+        QVERIFY(widget && widget->isVisible());
+        point(widget->mapToGlobal(at), {"click", "1"});
+    }
+    void key(const QString& name) { xdotool({"key", name}); }
+
+    void drag(QPoint from, QPoint to)
+    {
+        point(from, {"mousedown", "1"});
+        for (const int percent : {10, 50, 90, 100})
+            point(from + (to - from) * percent / 100);
+        point(to, {"mouseup", "1"});
+    }
+    void choose(QComboBox* box, const QString& source)
+    {
+        click(box);
+        QTRY_VERIFY_WITH_TIMEOUT(box->view()->isVisible(), kWaitMs);
+        const int row = box->findText(source, Qt::MatchContains);
+        QVERIFY(row >= 0);
+        click(box->view()->viewport(), box->view()->visualRect(box->model()->index(row, 0)).center());
+        QTRY_VERIFY_WITH_TIMEOUT(!box->view()->isVisible(), kWaitMs);
+        QCOMPARE(box->currentIndex(), row);
+    }
+    void chooseColor(const QColor& color)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(qobject_cast<QColorDialog*>(QApplication::activeWindow()), kWaitMs);
+        picture("colour dialog");
+        key("alt+h"); // its field for the colour's code
+        xdotool({"key", "ctrl+a"});
+        xdotool({"type", color.name()});
+        key("Return");
+        QTRY_VERIFY_WITH_TIMEOUT(m_app->mainWindow().isActiveWindow(), kWaitMs);
+    }
+
+    QJsonArray straps() const
+    {
+        return ConfigurationManager::instance()
+            ->effectJsonValue("id.effect.colorful.colorStraps", ConfigKeys::kAllControllers, "colorStrapList")
+            .toArray();
+    }
+    /// Where the last gradient has its one key colour.
+    double shownKey() const { return straps().last()["keyColors"].toArray().first()["key"].toDouble(); }
+    void dragKey(double from, double to)
+    {
+        const auto* view = widget("gradientEditor")->findChild<QGraphicsView*>();
+        const auto place = [view](double at) {
+            return view->viewport()->mapToGlobal(view->mapFromScene(at * view->sceneRect().width(), 8));
+        };
+        drag(place(from), place(to));
+    }
+
+    QJsonValue property(const QString& name)
+    {
+        return m_app->deviceManager().effects().effectProperty(stripId(1), name);
+    }
+    QPoint ledCell(int led)
+    {
+        return {property("LEDMap")[led]["x"].toInt(), property("LEDMap")[led]["y"].toInt()};
+    }
+    QSize canvas() { return {property("screenSize")["w"].toInt(), property("screenSize")["h"].toInt()}; }
+    /// The middle of a cell of the layout editor.
+    QPoint editor(QPoint cell)
+    {
+        const auto* view = qobject_cast<QGraphicsView*>(widget("strapEditor"));
+        const QRectF scene = view->sceneRect();
+        const QPointF at((cell.x() + 0.5) * scene.width() / canvas().width(),
+                         (cell.y() + 0.5) * scene.height() / canvas().height());
+        return view->viewport()->mapToGlobal(view->mapFromScene(scene.topLeft() + at));
+    }
+    /// Whether the LED that is moved has the colour of its half of the film.
+    bool showsSide(QPoint cell)
+    {
+        const LV_RGB led = frame(1).value(kMovedLed);
+        return cell.x() < canvas().width() / 2 ? led.red > 200 && led.blue < 50
+                                               : led.blue > 200 && led.red < 50;
+    }
+
+    QVector<LV_RGB> frame(int strip) const { return m_strips.at(strip)->lastFrame().colors; }
+    template <typename Condition>
+    bool isLike(int strip, Condition condition) const
+    {
+        const QVector<LV_RGB> leds = frame(strip);
+        return leds.size() == kLeds && std::all_of(leds.cbegin(), leds.cend(), condition);
+    }
+    /// Whether one LED is about of this colour.
+    bool hasLed(int strip, const QColor& color) const
+    {
+        const QVector<LV_RGB> leds = frame(strip);
+        return std::any_of(leds.cbegin(), leds.cend(), [&color](LV_RGB led) {
+            constexpr int kNear = 40;
+            return qAbs(led.red - color.red()) < kNear && qAbs(led.green - color.green()) < kNear &&
+                   qAbs(led.blue - color.blue()) < kNear;
+        });
+    }
+
+    static QString text(const char* context, const char* source)
+    {
+        return QCoreApplication::translate(context, source);
+    }
+    QWidget* widget(const char* name) const
+    {
+        for (auto* each : m_app->mainWindow().findChildren<QWidget*>(name)) {
+            if (each->isVisible())
+                return each;
+        }
+        return nullptr;
+    }
+    /// By its text, or by the device whose button it is.
+    QAbstractButton* button(const QString& of)
+    {
+        for (auto* each : m_app->mainWindow().findChildren<QAbstractButton*>()) {
+            if (each->isVisible() &&
+                (each->text().simplified() == of || each->property("controllerId") == of))
+                return each;
+        }
+        return nullptr;
+    }
+
+    void picture(const QString& step)
+    {
+        const QString folder = qEnvironmentVariable("LUMIVAR_WALK_PICTURES");
+        if (!folder.isEmpty())
+            m_app->mainWindow().screen()->grabWindow(0).save(QStringLiteral("%1/%2.png").arg(folder, step));
+    }
+
+    const VirtualDisplay& m_display;
+    QTemporaryDir m_folder;
+    QProcess m_windowManager;
+    std::map<int, std::unique_ptr<StripSimulator>> m_strips;
+    std::unique_ptr<LumivarApp> m_app;
+    int m_strapsBefore = 0;
+};
+
+int main(int argc, char** argv)
+{
+    VirtualDisplay display(kScreen);
+    display.setArguments({"-dpi", "96"});
+    if (!display.start())
+        return 1;
+    qputenv("DISPLAY", display.name());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
+    QApplication app(argc, argv);
+    QApplication::setFont(QFont("Arial")); // as the program does
+    WalkTest test(display);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_walk.moc"
