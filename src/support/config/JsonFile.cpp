@@ -47,8 +47,13 @@ bool writeWhole(QIODevice& device, const QByteArray& bytes)
 
 void moveAside(const QString& path, const QString& reason)
 {
-    const QString aside = path + QLatin1String(".corrupt-") +
-                          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss-zzz"));
+    // A damaged one of the same instant keeps its name.
+    QDateTime time = QDateTime::currentDateTime();
+    QString aside;
+    do {
+        aside = path + QLatin1String(".corrupt-") + time.toString(QStringLiteral("yyyyMMdd-hhmmss-zzz"));
+        time = time.addMSecs(1);
+    } while (QFile::exists(aside));
     if (QFile::rename(path, aside))
         qWarning().noquote() << "[ConfigurationManager]:" << path << reason << "and was kept as" << aside;
     else
