@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "effects/EffectCatalogue.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/Languagemanager.h"
@@ -63,6 +64,19 @@ QStringList fixedParts(const QString& text)
         parts += it.next().captured();
     parts.sort();
     return parts;
+}
+
+/// What a widget and those in it tell the user.
+QStringList allTexts(const QObject& widget)
+{
+    QStringList texts;
+    const auto children = widget.findChildren<QObject*>();
+    for (const QObject* each : children) {
+        for (const char* name :
+             {"text", "toolTip", "accessibleName", "accessibleDescription", "placeholderText"})
+            texts << each->property(name).toString();
+    }
+    return texts;
 }
 
 QJsonValue storedLanguage()
@@ -210,6 +224,28 @@ private slots:
             LanguageManager::instance()->switchLanguage(code);
             QTRY_COMPARE(menu.actions().last()->text(), quitText());
             QVERIFY(quitText() != "退出");
+        }
+    }
+
+    void optionsThatAreOpenReadAsThoseOpenedNow()
+    {
+        QSet<const QMetaObject*> classes;
+        for (const EffectRow& row : effectCatalogue())
+            classes << row.sOptWidget.meta << row.advancedLOptWidget.meta;
+        classes.remove(nullptr);
+        QVERIFY(classes.size() >= 9);
+        QWidget* const noParent = nullptr;
+        for (const QMetaObject* meta : qAsConst(classes)) {
+            LanguageManager::instance()->switchLanguage("zh");
+            const auto make = [&] {
+                return std::unique_ptr<QObject>(meta->newInstance(Q_ARG(QWidget*, noParent)));
+            };
+            const auto open = make();
+            QVERIFY2(open, meta->className());
+            const QStringList before = allTexts(*open);
+            LanguageManager::instance()->switchLanguage("de");
+            QTRY_VERIFY2(allTexts(*open) != before, meta->className());
+            QCOMPARE(allTexts(*open), allTexts(*make()));
         }
     }
 
