@@ -320,8 +320,8 @@ void SFrmMoodShadow::onRmBtnClicked()
         qWarning("The current colorStrapBox dose not have any items");
         return;
     }
-    m_colorStrapManager->removeStrap(index);
-    const int next = qMax(0, index - 1);
+    m_colorStrapManager->removeStrap(index); // which moves box and workers on by one rule
+    const int next = m_colorStrapBox->currentIndex();
     setCurrentColorStrapView(next);
     qInfo() << "The color strap" << index << "has been removed";
     emit effectPropertyChanged(kStrapKey, next);
