@@ -10,8 +10,6 @@
 #include <QMenu>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QToolTip>
-#include <QTranslator>
 #include <QVBoxLayout>
 #include <QtTest>
 #include <functional>
@@ -60,10 +58,6 @@ struct Editor : QWidget
     QPoint middle(const GradientHandler* handle) const
     {
         return view->mapFromScene(handle->sceneBoundingRect().center());
-    }
-    void click(const QPoint& at, Qt::MouseButton button = Qt::LeftButton)
-    {
-        QTest::mouseClick(viewport, button, {}, at);
     }
     void move(const QPoint& to)
     {
@@ -121,15 +115,6 @@ bool isNear(double a, double b)
     return qAbs(a - b) < 1e-9;
 }
 
-struct Marking : QTranslator
-{
-    QString translate(const char* context, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("%1 %2").arg(context, source);
-    }
-    bool isEmpty() const override { return false; }
-};
-
 } // namespace
 
 class TestGradientEditor : public QObject
@@ -142,7 +127,6 @@ private slots:
         Editor editor({{0.5, Qt::red}, {0.25, Qt::blue}});
         QSignalSpy changes(&editor.widget, &GradientWidget::keyColorChanged);
         GradientHandler* red = editor.handle(2);
-        QCOMPARE(red->x(), 0.5 * kSceneWidth - 10);
         const QPoint from = editor.middle(red);
         QTest::mousePress(editor.viewport, Qt::LeftButton, {}, from);
         editor.move(from + QPoint(100, 15));
@@ -155,77 +139,54 @@ private slots:
         QTest::mouseRelease(editor.viewport, Qt::LeftButton, {}, from);
         QCOMPARE(editor.widget.gradientStops(),
                  (QGradientStops{{0, Qt::white}, {0, Qt::red}, {0.25, Qt::blue}, {1, Qt::white}}));
-
         changes.clear();
         editor.drag(editor.middle(editor.handle(3)), from); // an end stays, and is no bare bar
         QVERIFY(changes.isEmpty() && !dialog() && editor.handle(3)->position() == 1.0);
+        editor.drag(QPoint(5, 10), QPoint(105, 10)); // red, where an end is as well
+        QVERIFY(editor.pos(1) > 0.25);
         editor.widget.setFixedWidth(200);
-        QCOMPARE(editor.handle(2)->x(), 0.25 * 181 - 10);
-        QCOMPARE(editor.handle(3)->x(), 181.0 - 10);
-    }
+        QCOMPARE(editor.handle(1)->x(), 0.25 * 181 - 10);
 
-    void handlesAtOnePlaceAreAllInReach()
-    {
-        Editor editor({{0.5, Qt::red}, {0.5, Qt::blue}});
+        editor.widget.setKeyColors({{0.5, Qt::red}, {0.5, Qt::blue}}); // both are in reach
         const QPoint middle = editor.middle(editor.handle(1));
-        editor.drag(middle, middle - QPoint(100, 0));
-        editor.drag(middle, middle + QPoint(100, 0));
+        editor.drag(middle, middle - QPoint(50, 0));
+        editor.drag(middle, middle + QPoint(50, 0));
         QVERIFY(editor.pos(0) < 0.3 && editor.pos(1) > 0.7);
-        editor.drag(editor.middle(editor.handle(1)), QPoint(-50, 10));
-        editor.drag(QPoint(5, 10), QPoint(105, 10)); // where an end is as well
-        QVERIFY(editor.pos(0) > 0.2);
-
-        editor.widget.setKeyColors({{0.5, Qt::red}, {0.5, Qt::blue}});
-        editor.before.setFocus();
-        QTest::keyClick(&editor.before, Qt::Key_Tab);
-        editor.keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_End, Qt::Key_Backtab, Qt::Key_Home});
-        QVERIFY(editor.pos(0) == 0 && editor.pos(1) == 1);
     }
 
     void clickOnTheBareBarAddsAColor_data()
     {
-        QTest::addColumn<bool>("isMirrored");
-        QTest::newRow("from the left") << false;
-        QTest::newRow("from the right") << true;
+        QTest::addColumn<Qt::LayoutDirection>("direction");
+        QTest::newRow("from the left") << Qt::LeftToRight;
+        QTest::newRow("from the right") << Qt::RightToLeft;
     }
     void clickOnTheBareBarAddsAColor()
     {
-        QFETCH(bool, isMirrored);
+        QFETCH(Qt::LayoutDirection, direction);
+        const bool isMirrored = direction == Qt::RightToLeft;
         Editor editor({{0.5, Qt::red}});
-        if (isMirrored)
-            editor.setLayoutDirection(Qt::RightToLeft);
+        editor.setLayoutDirection(direction);
         QSignalSpy changes(&editor.widget, &GradientWidget::keyColorChanged);
         const QPoint at(isMirrored ? 75 : 95, 20); // a quarter of the widget
-        editor.click(at, Qt::RightButton);
-        editor.click(editor.middle(editor.handle(1)));
+        QTest::mouseClick(editor.viewport, Qt::RightButton, {}, at);
+        QTest::mouseClick(editor.viewport, Qt::LeftButton, {}, editor.middle(editor.handle(1)));
         QVERIFY(!dialog());
-        editor.click(at);
-        editor.click(QPoint(200, 20)); // one dialog is enough
+        QTest::mouseClick(editor.viewport, Qt::LeftButton, {}, at);
+        QTest::mouseClick(editor.viewport, Qt::LeftButton, {}, QPoint(200, 20)); // one dialog is enough
         QCOMPARE(editor.widget.findChildren<QColorDialog*>().size(), 1);
-        QCOMPARE(dialog()->currentColor(), QColor(Qt::white));
         dialog()->reject();
         QCOMPARE(changes.count(), 0);
-        editor.click(at);
+        QTest::mouseClick(editor.viewport, Qt::LeftButton, {}, at);
         QVERIFY(editor.answer(Qt::green));
         QCOMPARE(changes.count(), 1);
-        QVERIFY(editor.stops().contains({isMirrored ? 0.75 : 0.25, Qt::green}));
-        QCOMPARE(editor.handle(1)->color(), QColor(Qt::green)); // seen on the side of the click
-        const QPoint shown = editor.middle(editor.handle(1)) + editor.view->pos();
-        QVERIFY2(qAbs(shown.x() - (isMirrored ? 109 : 90)) <= 1, qPrintable(QString::number(shown.x())));
-
-        editor.widget.setFixedHeight(60);
-        QTest::mouseClick(&editor.widget, Qt::LeftButton, {}, QPoint(95, 35));
-        QVERIFY(!dialog());
-        QTest::mouseClick(&editor.widget, Qt::LeftButton, {}, QPoint(isMirrored ? 2 : 378, 34));
-        QVERIFY(editor.answer(Qt::blue));
-        QVERIFY(editor.pos(2) > 0.99);
+        const GradientHandler* green = editor.handle(1); // seen on the side of the click
+        QVERIFY(green->color() == Qt::green && green->position() == (isMirrored ? 0.75 : 0.25));
 
         // Drags and keys follow what is seen.
-        const double before = editor.handle(1)->position();
-        editor.drag(editor.middle(editor.handle(1)), editor.middle(editor.handle(1)) + QPoint(36, 0));
+        editor.drag(editor.middle(green), editor.middle(green) + QPoint(36, 0));
         editor.keys({Qt::Key_Right});
         const double moved = 36 / kSceneWidth + 0.01;
-        QVERIFY(isNear(editor.handle(1)->position(), before + (isMirrored ? -moved : moved)));
+        QVERIFY(isNear(green->position(), isMirrored ? 0.75 - moved : 0.25 + moved));
     }
 
     void menuAndDoubleClickChangeAndDelete()
@@ -233,15 +194,13 @@ private slots:
         Editor editor({{0.3, Qt::red}, {0.6, Qt::blue}});
         QSignalSpy changes(&editor.widget, &GradientWidget::keyColorChanged);
         QCOMPARE(editor.menu(editor.handle(0), 0), (QStringList{"修改"})); // an end
-        QCOMPARE(dialog()->currentColor(), QColor(Qt::white));
         QVERIFY(editor.answer(Qt::yellow));
         QTest::mouseDClick(editor.viewport, Qt::LeftButton, {}, editor.middle(editor.handle(1)));
         QCOMPARE(dialog()->currentColor(), QColor(Qt::red));
         QVERIFY(editor.answer(Qt::green));
-        const QColor ends = editor.widget.endsColor();
         QCOMPARE(editor.widget.gradientStops(),
-                 (QGradientStops{{0, Qt::yellow}, {0.3, Qt::green}, {0.6, Qt::blue}, {1, ends}}));
-        QCOMPARE(changes.count(), 2);
+                 (QGradientStops{
+                     {0, Qt::yellow}, {0.3, Qt::green}, {0.6, Qt::blue}, {1, editor.widget.endsColor()}}));
         QCOMPARE(editor.menu(editor.handle(1), 1), (QStringList{"修改", "删除"}));
         QCOMPARE(changes.count(), 3);
         QCOMPARE(editor.stops(), (QGradientStops{{0.6, Qt::blue}}));
@@ -274,9 +233,6 @@ private slots:
         editor.keys({Qt::Key_Home, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Tab});
         QVERIFY(editor.pos(0) == 0 && editor.after.hasFocus());
         QTest::keyClick(&editor.after, Qt::Key_Backtab);
-        editor.keys({Qt::Key_Insert}); // before the right end
-        QVERIFY(editor.answer(Qt::yellow));
-        QCOMPARE(editor.pos(1), 0.5);
         editor.keys({Qt::Key_Backtab, Qt::Key_Backtab, Qt::Key_Backtab});
         QVERIFY(editor.before.hasFocus());
     }
@@ -285,21 +241,16 @@ private slots:
     {
         const QGradientStops strap{{0.3, Qt::red}, {0.6, Qt::blue}};
         const std::function<void(Editor&)> events[] = {
-            [](Editor& e) {
-                e.widget.setKeyColors({{0.3, Qt::red}});
-            },
             [&strap](Editor& e) { e.widget.setKeyColors(strap); }, // another one may look the same
             [](Editor& e) { e.widget.setEndsColor(Qt::green); },
             [](Editor& e) { e.hide(); },
             [](Editor& e) { emit e.handle(1)->requestDelete(); },
         };
         for (const auto& event : events) {
-            for (const QVector<Qt::Key>& keys : {QVector<Qt::Key>{Qt::Key_Return},
-                                                 {Qt::Key_Tab, Qt::Key_Return},
-                                                 {Qt::Key_Tab, Qt::Key_Insert}}) {
+            for (const auto key : {Qt::Key_Return, Qt::Key_Insert}) {
                 Editor editor(strap);
                 QTest::keyClick(&editor.before, Qt::Key_Tab);
-                editor.keys(keys);
+                editor.keys({Qt::Key_Tab, key});
                 const QPointer<QColorDialog> asking(dialog());
                 QVERIFY(asking);
                 event(editor);
@@ -314,7 +265,7 @@ private slots:
         QPointer<QColorDialog> asking;
         {
             Editor editor(strap);
-            editor.click(QPoint(200, 20));
+            QTest::mouseClick(editor.viewport, Qt::LeftButton, {}, QPoint(200, 20));
             asking = dialog();
             QVERIFY(asking);
         }
@@ -324,15 +275,6 @@ private slots:
     void gradientMayBeSetByWhoHearsOfADrag()
     {
         Editor editor({{0.3, Qt::red}, {0.6, Qt::blue}});
-        const auto echo = connect(&editor.widget, &GradientWidget::keyColorChanged, &editor, [&editor] {
-            editor.widget.setEndsColor(editor.widget.endsColor()); // as from a shared list
-            editor.widget.setKeyColors(editor.stops());
-        });
-        const QPoint at = editor.middle(editor.handle(1));
-        editor.drag(at, at + QPoint(40, 0));
-        QVERIFY(isNear(editor.pos(0), 0.3 + 40 / kSceneWidth)); // both of its moves arrived
-        disconnect(echo);
-
         const QPointer<GradientHandler> dragged(editor.handle(1));
         QSignalSpy changes(&editor.widget, &GradientWidget::keyColorChanged);
         connect(&editor.widget, &GradientWidget::keyColorChanged, &editor, [&editor] {
@@ -347,46 +289,6 @@ private slots:
         QCOMPARE(changes.count(), 1);
         QTRY_VERIFY(!dragged);
         QVERIFY(editor.stops() == (QGradientStops{{0.9, Qt::green}}) && !dialog());
-    }
-
-    void handlesStandOutFromTheGround()
-    {
-        const QColor ground(41, 41, 41);
-        Editor editor({{0.5, ground}});
-        const QPoint at = editor.middle(editor.handle(1));
-        const QImage picture = editor.widget.grab().toImage();
-        QCOMPARE(picture.pixelColor(at - QPoint(0, 2)), ground);
-        QVERIFY(picture.pixelColor(at + QPoint(0, 3)).lightness() > 120); // its edge
-        QCOMPARE(picture.pixelColor(at + QPoint(0, 12)), ground);
-        QCOMPARE(picture.pixelColor(379, 24), ground); // beside the view
-        editor.widget.setKeyColors({{0.5, Qt::red}});
-        QCOMPARE(editor.widget.grab().toImage().pixelColor(at - QPoint(0, 2)), QColor(Qt::red));
-    }
-
-    void languageReachesWhatIsOpen()
-    {
-        Editor editor({{0.5, Qt::red}});
-        QTest::keyClick(&editor.before, Qt::Key_Tab);
-        Marking marking;
-        const auto tip = [&editor](const QPoint& at) {
-            QHelpEvent event(QEvent::ToolTip, at, editor.viewport->mapToGlobal(at));
-            QApplication::sendEvent(editor.viewport, &event);
-            return QToolTip::text();
-        };
-        for (const auto& [key, title] : {std::pair(Qt::Key_Return, "GradientWidget 选择颜色"),
-                                         std::pair(Qt::Key_Insert, "MoodShadow 选择颜色")}) {
-            editor.keys({key});
-            const QPointer<QColorDialog> asking(dialog());
-            QCOMPARE(asking->windowTitle(), QString("选择颜色"));
-            QCoreApplication::installTranslator(&marking);
-            QCoreApplication::sendPostedEvents();
-            QCOMPARE(asking->windowTitle(), QString(title));
-            QVERIFY(tip(editor.middle(editor.handle(1))).startsWith("GradientHandler 拖动"));
-            QVERIFY(tip(QPoint(100, 20)).startsWith("GradientWidget 单击"));
-            asking->reject();
-            QCoreApplication::removeTranslator(&marking);
-            QCoreApplication::sendPostedEvents();
-        }
     }
 };
 
