@@ -4,9 +4,7 @@
 
 #include <QJsonDocument>
 #include <QTest>
-#include <atomic>
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -158,29 +156,6 @@ private slots:
         ColorStrapManager third(nullptr, &three);
         QCOMPARE(names(third), (QStringList{"first", "(1)"}));
         QCOMPARE(third.strap(0).keyColors.size(), 2);
-    }
-
-    void readers_in_other_threads_see_whole_straps()
-    {
-        Store config;
-        ColorStrapManager manager(nullptr, &config);
-        manager.setStrap(0, twoKeys("x", Qt::red, Qt::red));
-        std::atomic<bool> isOver{false};
-        std::atomic<int> reads{0}, halves{0};
-        std::thread reader([&] {
-            for (; !isOver; ++reads) {
-                const ColorStrap strap = manager.strap(0);
-                halves += strap.keyColors.size() != 2 || strap.keyColors[1].color != strap.endsColor;
-            }
-        });
-        for (int i = 0; i < 200 || reads < 200; ++i) {
-            const QColor color(i % 2 ? Qt::red : Qt::green);
-            manager.setStrap(0, twoKeys("x", color, color));
-            manager.removeStrap(manager.addDefaultStrap());
-        }
-        isOver = true;
-        reader.join();
-        QCOMPARE(halves.load(), 0);
     }
 };
 
