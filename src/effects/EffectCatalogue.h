@@ -7,8 +7,7 @@
 struct EffectClass
 {
     const char* name = ""; ///< empty for none
-    const QMetaObject* meta =
-        nullptr; ///< null for a class that is still to come, which stands by its name alone
+    const QMetaObject* meta = nullptr;
 
     template <typename Class>
     static EffectClass of()
@@ -18,8 +17,7 @@ struct EffectClass
     }
 };
 
-/// One built-in effect. It is offered as soon as its worker's class is there, an extra one only while the
-/// product or the user asks for those.
+/// One built-in effect; an extra one is offered only while the product or the user asks for those.
 struct EffectRow
 {
     const char* id;

@@ -44,7 +44,7 @@ InternalEffectFactory::InternalEffectFactory(QObject* parent)
     const bool advancedMode = isSet(ConfigKeys::kScreenSyncAdvancedMode);
     const bool withExtras = isSet(ConfigKeys::kExtraEffects);
     for (const EffectRow& row : effectCatalogue()) {
-        if (row.worker.meta && (withExtras || !row.isExtra))
+        if (withExtras || !row.isExtra)
             m_effects.append({row.worker.meta, toOptions(row, advancedMode)});
     }
 }
