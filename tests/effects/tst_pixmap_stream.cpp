@@ -75,9 +75,9 @@ qint64 peakKilobytes()
     return text.mid(text.indexOf("VmPeak:") + 7).trimmed().split(' ').first().toLongLong();
 }
 
-struct Stream : PixmapStream
+struct TestStream : PixmapStream
 {
-    Stream(const char* model, uint32_t nbLeds)
+    TestStream(const char* model, uint32_t nbLeds)
         : PixmapStream({}, nullptr)
     {
         ControlOptions options;
@@ -212,8 +212,8 @@ private slots:
         for (int i = 0; i < 253; ++i)
             rows += Bytes(i % 23 == 0 ? 1 : 0, '\0') + char(i);
         write("1.png", png(23, 11, 8, Grey, rows.toHex()));
-        Stream matrix("LV0N03", 253), unfit("LV0N03", 100);
-        for (Stream* each : {&matrix, &unfit}) {
+        TestStream matrix("LV0N03", 253), unfit("LV0N03", 100);
+        for (TestStream* each : {&matrix, &unfit}) {
             each->read();
             QVERIFY(QThreadPool::globalInstance()->waitForDone(20000));
             each->update(0.08);
@@ -231,7 +231,7 @@ private slots:
                                                   {8001, 80}, {200.5, 80},  {QJsonValue(), 80}};
         for (const auto& [stored, used] : cases) {
             config()->setAppConfig("pixmapStreamReadInterval", stored);
-            const Stream stream("LV0127", 1);
+            const TestStream stream("LV0127", 1);
             QCOMPARE(config()->appConfig("pixmapStreamReadInterval"), QJsonValue(used));
             QCOMPARE(stream.findChildren<QTimer*>().last()->interval(), used);
         }
@@ -241,7 +241,7 @@ private slots:
     {
         write("2.png", dot(200));
         write("1.png", png(2, 1, 8, Grey, "00 00ff"));
-        Stream stream("LV0127", 4);
+        TestStream stream("LV0127", 4);
         QTRY_VERIFY(stream.shown.contains(Bytes::fromHex("0040bfff c8c8c8c8")));
         QTRY_VERIFY(stream.shown.contains(Bytes::fromHex("c8c8c8c8 0040bfff")));
     }
@@ -253,8 +253,8 @@ private slots:
         QThreadPool& pool = *QThreadPool::globalInstance();
         pool.setMaxThreadCount(1);
         QSemaphore disk;
-        auto stream = std::make_unique<Stream>("LV0127", 1);
-        for (const bool isLast : {false, true}) {
+        auto stream = std::make_unique<TestStream>("LV0127", 1);
+        for (const bool isLast : {false, true}) { // then the worker goes first
             pool.start([&disk] { disk.acquire(); });
             for (int i = 0; i < 3; ++i)
                 stream->read();
