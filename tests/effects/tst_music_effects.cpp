@@ -97,6 +97,19 @@ private slots:
         QCOMPARE(stored(kMeters, "strength").toDouble(), 2.0);
     }
 
+    void halvesFollowTheLengthOfTheStrip()
+    {
+        for (const unsigned nbLeds : {1, 9, 4}) { // an unknown strip is taken for one of 1 LED at first
+            Meters effect(kMeters, strip(nbLeds));
+            effect.spectrumUpdate(Sound{tone(160)});
+            QCOMPARE(lit(effect.last()).size(), int(nbLeds));
+            if (nbLeds == 1)
+                effect.setStrength(0.5);
+            effect.unload();
+        }
+        QCOMPARE(stored(kMeters, "fragments")["left"]["mulEnhance"].toDouble(), 0.5);
+    }
+
     void meterRisesWithTheLevel()
     {
         QCOMPARE(lit(LevelMeter::colors(meter(10), 79.9)).size(), 9);

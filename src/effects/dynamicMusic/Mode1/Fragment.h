@@ -2,6 +2,8 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QMap>
+#include <QPair>
 #include <QString>
 #include <optional>
 
@@ -25,3 +27,7 @@ struct Fragment
     /// Absent members have their defaults. Nothing, and a warning, for a fragment that cannot be used.
     static std::optional<Fragment> fromJson(const QString& name, const QJsonValue& value);
 };
+
+/// By their first LED, then their name. The LEDs are filled in this order: the indices of a fragment give its
+/// size, and its place among the others.
+using Fragments = QMap<QPair<int, QString>, Fragment>;

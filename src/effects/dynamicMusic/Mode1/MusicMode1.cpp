@@ -10,10 +10,49 @@
 namespace {
 
 constexpr const char* kStrengthKey = ConfigKeys::kMusicStrength.key;
+constexpr char kRight[] = "right";
 
 ConfigurationManager* config()
 {
     return ConfigurationManager::instance();
+}
+
+/// Two halves that grow from the middle, and the LED between them.
+Fragments defaultFragments(int nbLeds, double gain)
+{
+    Fragments fragments;
+    const auto add = [&fragments, gain](const char* name, int beginIndex, int endIndex, int dir) {
+        Fragment fragment;
+        fragment.beginIndex = beginIndex;
+        fragment.endIndex = endIndex;
+        fragment.dbEnhance = 1.0;
+        fragment.mulEnhance = gain;
+        fragment.maxFrequency = 200.0;
+        fragment.dir = dir;
+        fragments.insert({beginIndex, QLatin1String(name)}, fragment);
+    };
+    const int half = nbLeds / 2;
+    const bool odd = nbLeds % 2 != 0;
+    add("left", 0, half, 1);
+    if (odd)
+        add("mid", half, half + 1, 0);
+    add(kRight, odd ? half + 1 : half, nbLeds, 0);
+    return fragments;
+}
+
+QJsonObject toJson(const Fragments& fragments)
+{
+    QJsonObject json;
+    for (auto fragment = fragments.cbegin(); fragment != fragments.cend(); ++fragment)
+        json.insert(fragment.key().second, fragment->toJson());
+    return json;
+}
+
+/// Whether an unload has stored these for a strip of another length, and nobody has changed them since.
+bool areOutgrown(const QJsonObject& stored, int nbLeds, double gain)
+{
+    const int before = stored[QLatin1String(kRight)][QLatin1String(ConfigKeys::kEndIndex.key)].toInt();
+    return before != nbLeds && stored == toJson(defaultFragments(before, gain));
 }
 
 } // namespace
@@ -51,7 +90,10 @@ void MusicMode1::loadLEDFragmentsFromConfig(const ControlOptions& options)
                                    .toObject()
                                    .value(QLatin1String(ConfigKeys::kFragments))
                                    .toObject();
-    for (auto member = stored.begin(); member != stored.end(); ++member) {
+    const auto& usual = ConfigKeys::kMulEnhance;
+    const double gain = stored[QLatin1String(kRight)][QLatin1String(usual.key)].toDouble(usual.fallback);
+    const bool outgrown = areOutgrown(stored, nbLeds(), gain);
+    for (auto member = stored.begin(); member != stored.end() && !outgrown; ++member) {
         if (const auto fragment = Fragment::fromJson(member.key(), member.value()))
             m_fragments.insert({fragment->beginIndex, member.key()}, *fragment);
     }
@@ -61,35 +103,13 @@ void MusicMode1::loadLEDFragmentsFromConfig(const ControlOptions& options)
     if (!m_fragments.isEmpty())
         return;
     qWarning().noquote() << "No configuration was read for" << options.id;
-    addDefaultFragments();
+    m_fragments = defaultFragments(nbLeds(), outgrown ? gain : usual.fallback);
     qInfo().noquote() << "The default configuration is generated for" << options.id;
-}
-
-void MusicMode1::addDefaultFragments()
-{
-    const auto add = [this](const char* name, int beginIndex, int endIndex, int dir) {
-        Fragment fragment;
-        fragment.beginIndex = beginIndex;
-        fragment.endIndex = endIndex;
-        fragment.dbEnhance = 1.0;
-        fragment.maxFrequency = 200.0;
-        fragment.dir = dir;
-        m_fragments.insert({beginIndex, QLatin1String(name)}, fragment);
-    };
-    const int half = nbLeds() / 2;
-    const bool odd = nbLeds() % 2 != 0;
-    add("left", 0, half, 1);
-    if (odd)
-        add("mid", half, half + 1, 0);
-    add("right", odd ? half + 1 : half, nbLeds(), 0);
 }
 
 void MusicMode1::unload()
 {
-    QJsonObject fragments;
-    for (auto fragment = m_fragments.cbegin(); fragment != m_fragments.cend(); ++fragment)
-        fragments.insert(fragment.key().second, fragment->toJson());
-    config()->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kFragments, fragments);
+    config()->setEffectJsonValue(effectId(), controllerId(), ConfigKeys::kFragments, toJson(m_fragments));
     config()->setEffectJsonValue(effectId(), controllerId(), kStrengthKey, m_strength);
     config()->saveEffectJsonObj(effectId());
     AbsMusicEffect::unload();

@@ -3,11 +3,7 @@
 #include "effects/dynamicMusic/AbsMusicEffect.h"
 #include "effects/dynamicMusic/Mode1/Fragment.h"
 
-#include <QMap>
-#include <QPair>
-
 /// Level meters: each fragment of the strip listens to one band and lights the more LEDs the louder it is.
-/// No entry of the built-in catalogue names it; an entry that does is enough.
 /// Property "strength": the common gain of all fragments.
 class MusicMode1 : public AbsMusicEffect
 {
@@ -37,16 +33,12 @@ protected:
     void onCapturerBound() override;
     /// One colour per LED of the fragment; a result of another length is left out. Level 0 to 80.
     virtual QVector<LV_RGB> fragmentColors(const QString& name, const Fragment& fragment, double level);
-    /// The stored fragments, else those of the device's model, else two halves.
+    /// The stored fragments, else those of the device's model, else two halves. Halves that were stored for
+    /// another number of LEDs are made anew and keep their gain.
     void loadLEDFragmentsFromConfig(const ControlOptions& options);
 
     EffectWorkerOptions m_options;
-    /// By their first LED, then their name. The LEDs are filled in this order: the indices of a fragment give
-    /// its size, and its place among the others.
-    QMap<QPair<int, QString>, Fragment> m_fragments;
+    Fragments m_fragments;
     double m_strength = 1.0;
     int m_direction = 0; ///< 1: the strip runs mirrored
-
-private:
-    void addDefaultFragments();
 };
