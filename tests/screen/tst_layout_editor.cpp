@@ -54,8 +54,9 @@ struct Editor
                              if (worker)
                                  worker->setEffectProperty(key, val);
                          });
-        QObject::connect(worker.get(), &AbsScreenSync::effectPropertyChanged, &widget,
-                         [this](const QString& key, const QJsonValue& val) { fill(key, val); });
+        QObject::connect(
+            worker.get(), &AbsScreenSync::effectPropertyChanged, &widget,
+            [this](const QString& key, const QJsonValue& val) { fill(key, val); }, Qt::QueuedConnection);
         widget.show();
         QVERIFY(QTest::qWaitForWindowExposed(&widget));
     }
@@ -68,7 +69,11 @@ struct Editor
 
     ScreenSyncEditView& view() { return *widget.findChild<ScreenSyncEditView*>("strapEditor"); }
     QSpinBox& box(const char* name) { return *widget.findChild<QSpinBox*>(name); }
-    void reset() { QTest::mouseClick(widget.findChild<QPushButton*>("resetBtn"), Qt::LeftButton); }
+    void reset()
+    {
+        QTest::mouseClick(widget.findChild<QPushButton*>("resetBtn"), Qt::LeftButton);
+        QCoreApplication::processEvents(); // the worker's answer
+    }
 
     QList<LEDItem*> items()
     {

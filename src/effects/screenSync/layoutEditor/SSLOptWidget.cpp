@@ -16,6 +16,7 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -93,16 +94,20 @@ void SSLOptWidget::setLedMap(const QJsonValue& map)
         qWarning() << "[SSLOptWidget]: The LED map is refused, its size:" << leds.size();
         return;
     }
-    forgetSteps();
     m_layout.points.clear();
     for (const QJsonValue& led : leds)
         m_layout.points.append(QPoint(led["x"].toInt(), led["y"].toInt()));
     m_ui->strapEditor->editScene()->setLEDItems(m_layout.points);
+    if (m_beforeReset && m_beforeReset->points.size() == m_layout.points.size())
+        remember(*std::exchange(m_beforeReset, {}));
+    else
+        forgetSteps();
 }
 
 void SSLOptWidget::setScreenSize(QSize size)
 {
-    forgetSteps();
+    if (!m_beforeReset)
+        forgetSteps();
     {
         const QScopedValueRollback<bool> filling(m_isFilled, true);
         m_ui->widthBox->setValue(size.width());
@@ -225,16 +230,9 @@ void SSLOptWidget::onScreenSizeChanged(int)
 
 void SSLOptWidget::onResetBtnClicked()
 {
-    const LedMap before = m_layout;
-    {
-        const QScopedValueRollback<bool> ordered(m_isOrdered, true);
-        emit effectPropertyChanged(QStringLiteral("resetCmd"), QJsonValue());
-    }
+    m_beforeReset = m_layout; // the worker answers later, with the size first
     logUserOption(QStringLiteral("LED layout has been reseted"));
-    if (m_layout.points.size() == before.points.size())
-        remember(before);
-    else
-        m_steps.clear();
+    emit effectPropertyChanged(QStringLiteral("resetCmd"), QJsonValue());
 }
 
 QJsonObject SSLOptWidget::sizeProperty() const
@@ -253,7 +251,7 @@ void SSLOptWidget::showLayout(const LedMap& layout)
 {
     if (layout.points.size() != m_layout.points.size())
         return;
-    const QScopedValueRollback<bool> ordered(m_isOrdered, true);
+    const QScopedValueRollback<bool> replaying(m_isReplaying, true);
     const LedMap before = m_layout;
     m_layout = layout;
     {
@@ -297,7 +295,8 @@ void SSLOptWidget::remember(const LedMap& before)
 /// What came from outside is not the user's to take back.
 void SSLOptWidget::forgetSteps()
 {
-    if (!m_isOrdered)
+    m_beforeReset.reset();
+    if (!m_isReplaying)
         m_steps.clear();
 }
 

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QUndoStack>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class SSLOptWidget;
@@ -61,8 +62,9 @@ private:
     std::unique_ptr<Ui::SSLOptWidget> m_ui;
     LedMap m_layout; ///< mirrors the worker's
     QUndoStack m_steps;
-    bool m_isFilled = false;  ///< the size is being set from outside
-    bool m_isOrdered = false; ///< what comes from outside is the answer to the user's order
+    bool m_isFilled = false;             ///< the size is being set from outside
+    bool m_isReplaying = false;          ///< a step runs: its stack must not be emptied meanwhile
+    std::optional<LedMap> m_beforeReset; ///< until the map comes that the reset has made
     QPointer<FullScreenMode> m_worker;
     // Receivers of the worker's signals: with them go the connections and what still waits in the queue.
     std::unique_ptr<QObject> m_link;
