@@ -8,7 +8,9 @@
 #include "widgets/StackLayout.h"
 
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimer>
 
 namespace {
 
@@ -51,7 +53,8 @@ ControlPage::ControlPage(QWidget* parent)
     stackRegions();
     ui->devControlModeRegion->setVisible(isControlModeViewEnabled());
     ui->modelImageHeader->installEventFilter(this);
-    ui->optAreaWidget->installEventFilter(this);
+    for (QWidget* area : {ui->optAreaWidget, ui->scrollAreaWidgetContents_3})
+        area->installEventFilter(this);
     ui->otherOptRegion->hide();
 }
 
@@ -196,8 +199,15 @@ void ControlPage::showControllerName()
 
 void ControlPage::setControllerId(QString id)
 {
-    if (id != m_controllerId)
-        m_controllerId = id;
+    m_controllerId = id;
+    // A page that is opened begins at its top, or once it is filled where the chosen effect shows. What a
+    // large option widget stands there for counts more.
+    ui->scrollArea->verticalScrollBar()->setValue(0);
+    QTimer::singleShot(0, this, [this] {
+        const auto chosen = ui->workerContainer->button(m_currentWorker);
+        if (chosen && chosen->isVisible() && ui->lOperateWidConatiner->count() == 1)
+            ui->scrollArea->ensureWidgetVisible(chosen.data(), 0, 0);
+    });
 }
 
 void ControlPage::onInstallDirRadioBtnChanged(bool dir)
@@ -285,7 +295,9 @@ void ControlPage::remeasure()
     placeHeaders(width);
 
     const int height = m_regions->sizeHint().height();
-    ui->scrollAreaWidgetContents_3->setFixedSize(qMax(0, width), height);
+    // A large option widget may need more than a small window has: it is scrolled to, not laid over the rest.
+    ui->scrollAreaWidgetContents_3->setFixedSize(qMax(width, ui->columnsLayout->minimumSize().width()),
+                                                 height);
     // The horizontal bar on purpose: the vertical one comes and goes by itself.
     ui->scrollArea->setHorizontalScrollBarPolicy(height >= ui->scrollArea->height() ? Qt::ScrollBarAsNeeded
                                                                                     : Qt::ScrollBarAlwaysOff);
@@ -326,8 +338,8 @@ bool ControlPage::eventFilter(QObject* watched, QEvent* event)
         else if (event->type() == QEvent::MouseButtonPress &&
                  static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
             toggleControlModeView();
-    } else if (watched == ui->optAreaWidget) {
-        // A region needs another height: texts were wrapped, the font or an option widget has changed.
+    } else if (watched == ui->optAreaWidget || watched == ui->scrollAreaWidgetContents_3) {
+        // A region needs another size: texts were wrapped, the font or an option widget has changed.
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
             remeasure();
     } else if (event->type() == QEvent::FocusIn) {

@@ -501,6 +501,41 @@ private slots:
         }
     }
 
+    void whatIsChosenCanBeSeenAndUsedOnASmallPage()
+    {
+        QMap<QString, WorkerModel> effects;
+        for (int i = 10; i < 22; ++i)
+            effects[QString::number(i)] = worker(QString::number(i), i);
+        effects["21"].lOptWidget = "EchoOption";
+        const auto* bar = part<QScrollArea>("scrollArea")->verticalScrollBar();
+        const auto isInSight = [this](const char* name) {
+            settle();
+            const QWidget* button = effect(name);
+            return m_page->rect().contains(QRect(button->mapTo(m_page.get(), QPoint()), button->size()));
+        };
+        m_page->resize(1000, 450);
+        const auto opensAt = [&](const char* chosen) {
+            m_page->setControllerId("next");
+            m_page->setWorkers(effects, chosen);
+            return isInSight(chosen) ? bar->value() : -1;
+        };
+        QVERIFY(opensAt("20") > 0);
+        QCOMPARE(opensAt("10"), 0);
+        QVERIFY(opensAt("20") > 0);
+        m_page->setWorkers(effects, "10"); // of another group: the page stays under the mouse
+        QVERIFY(isInSight("20"));
+        QCOMPARE(opensAt("21"), -1); // its options show instead
+        QCOMPARE(bar->value(), 0);
+
+        lOptPage()->setMinimumWidth(260); // more than is left
+        m_page->resize(640, 428);
+        settle();
+        QVERIFY(lOptPage()->width() >= 260);
+        const QRect controls = part<QWidget>("optAreaWidget")->geometry();
+        QVERIFY(!controls.intersects(part<QWidget>("modelImage")->geometry()));
+        QVERIFY(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum() > 0);
+    }
+
     void tabGoesDownThePage()
     {
         LogCapture log;
