@@ -279,7 +279,13 @@ private slots:
         start({"id.effect.screenSync.fullScreen"});
         const std::function<void()> changes[] = {
             [this] { m_strips[0]->pressButton(); },
-            [this] { window().switchToHomePage(); },
+            [this] {
+                window().switchToHomePage();
+                emit window().homePage()->controllerOptOrdered(id(0));
+                auto* dialog = qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
+                dialog->findChild<QSpinBox*>("nbLEDBox")->setValue(7);
+                dialog->accept();
+            },
             [this] { m_strips[0]->unplug(); },
         };
         for (const auto& change : changes) {
@@ -289,7 +295,14 @@ private slots:
             for (auto* each : page().findChildren<AbsWorkerWidget*>())
                 editor = each->inherits("SSLOptWidget") ? each : editor.data();
             QVERIFY(editor);
-            QCOMPARE(editor->effectProperty("LEDMap").toArray().size(), kLeds); // filled by the worker
+            const int leds = static_cast<int>(options(0).nbLeds); // of which the worker told
+            QCOMPARE(editor->effectProperty("LEDMap").toArray().size(), leds);
+            for (const char* language : {"de", "en"}) {
+                LanguageManager::instance()->switchLanguage(language);
+                QTRY_COMPARE(editor->findChild<QAbstractButton*>("resetBtn")->text(),
+                             QCoreApplication::translate("SSLOptWidget", "重置"));
+                QCOMPARE(editor->effectProperty("LEDMap").toArray().size(), leds);
+            }
             change();
             QTRY_VERIFY_WITH_TIMEOUT(!editor || !editor->isVisible(), kWaitMs);
             if (!window().isHomePage() || !homeButton(0))
