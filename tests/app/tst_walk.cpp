@@ -159,6 +159,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
         QCOMPARE(ledCell(kMovedLed), cell);
         picture("layout reset");
+        key("ctrl+z");
+        QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
     }
 
 private:
