@@ -16,7 +16,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -98,10 +97,11 @@ void SSLOptWidget::setLedMap(const QJsonValue& map)
     for (const QJsonValue& led : leds)
         m_layout.points.append(QPoint(led["x"].toInt(), led["y"].toInt()));
     m_ui->strapEditor->editScene()->setLEDItems(m_layout.points);
-    if (m_beforeReset && m_beforeReset->points.size() == m_layout.points.size())
-        remember(*std::exchange(m_beforeReset, {}));
-    else
-        forgetSteps();
+    if (!m_beforeReset || m_beforeReset->points.size() != m_layout.points.size())
+        return forgetSteps();
+    const LedMap before = *m_beforeReset;
+    m_beforeReset.reset();
+    remember(before);
 }
 
 void SSLOptWidget::setScreenSize(QSize size)
