@@ -1,6 +1,6 @@
+#include "FakeStrapList.h"
 #include "LogCapture.h"
 #include "MusicTestKit.h"
-#include "effects/ColorStrapManager.h"
 #include "effects/EffectProperties.h"
 #include "effects/colorful/ComboBoxDelegate.h"
 #include "effects/colorful/GradientImgComboBox.h"
@@ -10,18 +10,13 @@
 #include "effects/colorful/strapColors.h"
 
 #include <QColorDialog>
-#include <QGraphicsView>
 #include <QImage>
 #include <QJsonObject>
-#include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
 #include <QTranslator>
 #include <QtTest>
-#include <algorithm>
 #include <cmath>
-#include <limits>
 
 using namespace MusicTestKit;
 
@@ -35,19 +30,6 @@ const ColorStrap kSea{"sea", {{0.7, Qt::blue}, {0.2, Qt::cyan}, {0.0, Qt::red}, 
 const ColorStrap kWood{"wood", {{0.3, Qt::green}}, Qt::yellow};
 const ColorStrap kSky{"sky", {{0.5, Qt::cyan}}, Qt::blue};
 const ColorStrap kBroken{"no keys", {}, Qt::white};
-
-/// The list with just these.
-struct Straps : ColorStrapManager
-{
-    explicit Straps(const QVector<ColorStrap>& straps)
-        : ColorStrapManager(nullptr)
-    {
-        for (const ColorStrap& strap : straps)
-            addStrap(strap);
-        while (strapCount() > straps.size())
-            removeStrap(0);
-    }
-};
 
 void store(const char* key, const QJsonValue& value)
 {
@@ -88,67 +70,39 @@ Frame drawn(const ColorStrap& strap, int width, int nbLeds, double position)
 /// One device's page: worker and options, joined as the control page does.
 struct Page
 {
-    explicit Page(Straps& list, int current)
+    explicit Page(IColorStrapManager& list, int current)
         : worker(&list, strip(6))
     {
         worker.setCurrentStrap(current);
-        options.show();
         options.resize(380, options.height());
+        options.show();
         QObject::connect(&options, &AbsWorkerWidget::effectPropertyChanged, &worker,
-                         [this](const QString& key, const QJsonValue& val) {
-                             changes += key + val.toVariant().toString();
-                             worker.setEffectProperty(key, val);
-                         });
+                         &IEffectWorker::setEffectProperty);
         options.setEffectProperty("", worker.effectProperty(""));
     }
 
-    QColorDialog* askForColor()
-    {
-        if (!QTest::qWaitForWindowActive(&options))
-            return nullptr;
-        editor->setFocus();
-        for (const auto key : {Qt::Key_Tab, Qt::Key_Return})
-            QTest::keyClick(editor, key);
-        return editor->findChild<QColorDialog*>();
-    }
-    QPushButton* button(const char* name) const { return options.findChild<QPushButton*>(name); }
     /// Whether box, worker and editor are at this strap, and the whole list shows as it is.
-    bool tells(Straps& list, int current)
+    bool tells(IColorStrapManager& list, int current)
     {
         const auto* delegate = qobject_cast<ComboBoxDelegate*>(box->itemDelegate());
-        QGradientStops stops = strapStops(list.strap(current));
-        std::sort(stops.begin(), stops.end(), [](auto& a, auto& b) { return a.first < b.first; });
         for (int i = 0; i < list.strapCount(); ++i) {
             if (delegate->gradientStops(i) != strapStops(list.strap(i)))
                 return false;
         }
         return box->count() == list.strapCount() && box->currentIndex() == current &&
-               worker.effectProperty("currentStrap") == current && editor->gradientStops() == stops;
+               worker.effectProperty("currentStrap") == current &&
+               editor->gradientStops() == strapStops(list.strap(current));
     }
 
     Stepped worker;
     SFrmMoodShadow options{nullptr};
     GradientImgComboBox* box = options.findChild<GradientImgComboBox*>("colorStrapBox");
     GradientWidget* editor = options.findChild<GradientWidget*>("gradientEditor");
-    QStringList changes;
+    QPushButton* addButton = options.findChild<QPushButton*>("addBtn");
+    QPushButton* rmButton = options.findChild<QPushButton*>("rmBtn");
+    QSignalSpy echoes{&worker, &MoodShadow::rangeChanged};
+    QSignalSpy choices{&options, &AbsWorkerWidget::effectPropertyChanged};
 };
-
-struct Marking : QTranslator
-{
-    QString translate(const char*, const char* source, const char*, int) const override
-    {
-        return QStringLiteral("> ") + source;
-    }
-    bool isEmpty() const override { return false; }
-};
-
-void moveMouse(QWidget* target, QEvent::Type type, double pos)
-{
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    const QPoint at(int(pos * (target->width() + 1)), 8);
-    QMouseEvent event(type, at, target->mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &event);
-}
 
 } // namespace
 
@@ -166,33 +120,28 @@ private slots:
     void everyFrameIsTheGradientDrawnAnew()
     {
         store("strapConfigs", QJsonObject{{"speed", 0.9}});
-        Straps list({kFire, kSea});
+        FakeStrapList list({kFire, kSea});
         Stepped effect(&list, strip(30));
+        effect.setCurrentStrap(1);
         double position = 0.0;
         const auto isShown = [&](const ColorStrap& strap, int width, double seconds) {
             position += 30.0 / width * 0.9 * seconds; // nine tenths of the strip a second
             return effect.after(seconds) == drawn(strap, width, 30, position);
         };
-        QVERIFY(isShown(kFire, 60, 0.3)); // a cycle is two strips
-        effect.setCurrentStrap(1);
-        QVERIFY(isShown(kSea, 60, 0.3));
+        QVERIFY(isShown(kSea, 60, 0.3)); // a cycle is two strips
         QVERIFY(strapColors(kSea, 60).first().red == 0 && strapColors(kSea, 60).last().red == 0);
         effect.setEffectProperty("range", 0.5);
         list.setStrap(1, kWood); // changed by anybody: seen in the next frame
         list.setStrap(0, kSea);  // not the one that shows
         QVERIFY(isShown(kWood, 30, 0.3));
         effect.setEffectProperty("range", 0.001);
-        QVERIFY(isShown(kWood, 3, 0.3)); // room for the key and the ends
-        QVERIFY(isShown(kWood, 3, 1e8)); // years later
-        effect.setEffectProperty("speed", 0.0);
-        const Frame still = effect.after(0.0);
-        QCOMPARE(effect.after(9.0), still);
+        QVERIFY(isShown(kWood, 3, 1e8)); // room for the key and the ends, years later
     }
 
     void aStripRunsByItsDirectionAndUnits()
     {
         store("strapConfigs", QJsonObject{{"speed", 1.0}, {"range", 0.5}});
-        Straps list({kSea});
+        FakeStrapList list({kSea});
         ControlOptions options = strip(20, kMirrored);
         Stepped effect(&list, options);
         QCOMPARE(effect.after(0.25), drawn(kSea, 20, 20, 0.75));
@@ -204,50 +153,41 @@ private slots:
         const Frame units = Stepped(&list, options).after(0.25);
         QVERIFY(units[2] == frame[0] && units[3] == frame[3] && units[5] == frame[3]);
         QVERIFY(Stepped(&list, strip(0)).after(0.5).isEmpty());
-        Stepped alone(nullptr, strip(3)); // nobody gave it a list
-        alone.after(0.1);
-        QCOMPARE(alone.frames.count(), 0);
+        QVERIFY(Stepped(nullptr, strip(3)).after(0.5).isEmpty()); // nobody gave it a list
     }
 
     void onlyWhatChangesIsStored()
     {
         store("strapConfigs", QJsonObject{{"speed", "fast"}, {"range", -4}, {"more", 1}});
         store("currentStrap", 9);
-        Straps list({kFire, kSea});
+        FakeStrapList list({kFire, kSea});
         Stepped effect(&list, strip(3));
         QCOMPARE(stored(kMood, "currentStrap").toInt(-1), 0);
         QCOMPARE(stored(kMood, "strapConfigs").toObject(),
                  (QJsonObject{{"speed", 0.5}, {"range", 1.0}, {"more", 1}}));
 
-        for (const double bad : {0.5009 /* too close */, -0.1, 1.1, std::numeric_limits<double>::quiet_NaN()})
-            effect.setSpeed(bad);
-        for (int value = 999; value > 700; --value) { // each step of a slider
-            effect.setRange(value / 1000.0);
-            QCOMPARE(stored(kMood, "strapConfigs")["range"].toDouble(), value / 1000.0);
-        }
-        QSignalSpy ranges(&effect, &MoodShadow::rangeChanged);
-        effect.setEffectProperty("range", 0.7);
-        QCOMPARE(ranges.count(), 0); // what the options set is not told back
+        effect.setSpeed(0.5009); // too close
+        effect.setSpeed(1.1);
+        effect.setRange(0.813);
+        effect.setRange(0.812); // a step of the slider, rounded to less than that
         effect.setCurrentStrap(1);
         effect.setEffectProperty("currentStrap", 2); // there is none
         QCOMPARE(Stepped(&list, strip(3)).effectProperty(EffectProperties::kLook).toObject(),
-                 (QJsonObject{{"currentStrap", 1}, {"speed", 0.5}, {"range", 0.7}}));
+                 (QJsonObject{{"currentStrap", 1}, {"speed", 0.5}, {"range", 0.812}}));
     }
 
     void aBrokenStrapIsToldOfOnceAndLeft()
     {
-        Straps list({kFire, kSea, kWood});
+        FakeStrapList list({kFire, kSea, kBroken});
         Stepped effect(&list, strip(6));
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        const LogCapture log;
         effect.setCurrentStrap(2);
-        LogCapture log;
-        list.setStrap(2, kBroken);
         effect.after(0);
         QCOMPARE(effect.after(0), drawn(kFire, 12, 6, 0));
         QCOMPARE(changes.count(), 1); // so that the options show what is shown
         list.setStrap(0, kBroken);
-        for (int step = 0; step < 5; ++step)
-            QCOMPARE(effect.after(0), Frame());
+        QVERIFY(effect.after(0).isEmpty() && effect.after(0).isEmpty());
         QCOMPARE(log.count("Current strap has invalied"), 2);
         list.setStrap(0, kSea);
         QCOMPARE(effect.after(0), drawn(kSea, 12, 6, 0));
@@ -256,7 +196,7 @@ private slots:
     void optionsShowTheWorkerAndSetIt()
     {
         store("strapConfigs", QJsonObject{{"speed", 0.29}, {"range", 0.57}}); // neither has an exact double
-        auto list = std::make_unique<Straps>(QVector<ColorStrap>{kFire, kWood, kSky});
+        auto list = std::make_unique<FakeStrapList>(QVector<ColorStrap>{kFire, kWood, kSky});
         Page page(*list, 1);
         QVERIFY(page.tells(*list, 1));
         QCOMPARE(page.options.effectProperty("").toObject(),
@@ -264,113 +204,59 @@ private slots:
         QTest::keyClick(page.box, Qt::Key_Down);
         page.options.findChild<QSlider*>("speedSlider")->setValue(30);
         page.options.findChild<QSlider*>("rangeSlider")->setValue(1);
-        QCOMPARE(page.changes, (QStringList{"currentStrap2", "speed0.3", "range0.001"}));
-        QCOMPARE(stored(kMood, "strapConfigs").toObject(), (QJsonObject{{"speed", 0.3}, {"range", 0.001}}));
-        page.options.setEffectProperty("currentStrap", 3); // there is none
-        QVERIFY(page.tells(*list, 2));
+        QCOMPARE(page.worker.effectProperty(EffectProperties::kLook).toObject(),
+                 (QJsonObject{{"currentStrap", 2}, {"speed", 0.3}, {"range", 0.001}}));
+        QVERIFY(page.tells(*list, 2) && page.choices.count() == 3);
+        QCOMPARE(page.echoes.count(), 0); // what the options set is not told back
 
         list.reset(); // at the end of the program
-        for (const char* name : {"addBtn", "rmBtn"})
-            page.button(name)->click();
+        page.addButton->click();
         page.editor->addKeyColor(Qt::blue, 0.9);
-        page.box->setCurrentIndex(1);
         page.options.setEffectProperty("", page.worker.effectProperty(""));
         QCOMPARE(page.options.effectProperty("currentStrap"), QJsonValue(QJsonValue::Null));
     }
 
-    void straightAndMirroredTheClosedBoxShowsTheGradient()
-    {
-        Straps list({{"half", {{0.5, Qt::red}, {0.51, Qt::blue}}, Qt::red}});
-        Page page(list, 0);
-        for (const bool isMirrored : {false, true}) {
-            page.options.setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
-            const QImage shot = page.box->grab().toImage().mirrored(isMirrored, false);
-            QVERIFY(shot.pixelColor(20, 17).red() > 230);
-            QVERIFY(shot.pixelColor(shot.width() / 2, 17).blue() > 200); // the arrow has its own place
-        }
-    }
-
     void anAddedOrRemovedStrapReachesEveryPage()
     {
-        Straps list({kFire, kWood, kSky});
+        FakeStrapList list({kFire, kWood, kSky});
         Page page(list, 1);
         Page other(list, 1);
-        page.button("rmBtn")->click(); // the next takes its place, wherever it was shown
+        page.rmButton->click(); // the next takes its place, wherever it was shown
         QVERIFY(page.tells(list, 1) && other.tells(list, 1));
         QCOMPARE(page.worker.after(0), drawn(kSky, 12, 6, 0));
-        page.button("addBtn")->click();
+        page.addButton->click();
         QVERIFY(page.tells(list, 2) && other.tells(list, 1));
-        page.button("rmBtn")->click(); // the last: there is no next
+        page.rmButton->click(); // the last: there is no next
         QVERIFY(page.tells(list, 1) && other.tells(list, 1));
+        list.addStrap(kWood);
         other.box->setCurrentIndex(0);
-        page.changes.clear();
-        other.button("rmBtn")->click();
+        page.choices.clear();
+        other.rmButton->click();
+        QCOMPARE(page.choices.count(), 0);       // followed, not chosen
+        page.editor->addKeyColor(Qt::blue, 0.9); // goes to the strap that moved up
         QVERIFY(page.tells(list, 0) && other.tells(list, 0));
-        QCOMPARE(page.changes, QStringList()); // followed, not chosen
-        QCOMPARE(stored(kMood, "currentStrap").toInt(-1), 0);
-        QVERIFY(!page.button("rmBtn")->isEnabled()); // the last one
-        list.addStrap(kSky);
-        QVERIFY(page.button("rmBtn")->isEnabled());
-    }
-
-    void aDragOutlastsWhatOthersDoToOtherStraps()
-    {
-        Straps list({kFire, kWood, kSky});
-        Page page(list, 1);
-        Page other(list, 1);
-        QWidget* target = page.editor->findChild<QGraphicsView*>()->viewport();
-        moveMouse(target, QEvent::MouseButtonPress, 0.3);
-        moveMouse(target, QEvent::MouseMove, 0.4);
-        list.setStrap(2, kFire);
-        list.addStrap(kSea);
-        list.removeStrap(0);
-        moveMouse(target, QEvent::MouseMove, 0.6);
-        QVERIFY(page.tells(list, 0) && other.tells(list, 0));
-        QVERIFY(list.strap(0).name == kWood.name && qAbs(list.strap(0).keyColors.at(0).key - 0.6) < 0.02);
-        other.button("rmBtn")->click(); // what is dragged
-        moveMouse(target, QEvent::MouseMove, 0.7);
-        moveMouse(target, QEvent::MouseButtonRelease, 0.7);
-        QVERIFY(page.tells(list, 0) && other.tells(list, 0));
-        QCOMPARE(list.strap(0).keyColors.at(0).key, 0.5); // untouched
-    }
-
-    void aColorDialogAnswersForItsStrapAlone()
-    {
-        for (const int removed : {0, 1}) {
-            Straps list({kFire, kWood, kSky});
-            Page page(list, 1);
-            const QPointer<QColorDialog> dialog = page.askForColor();
-            QVERIFY(dialog);
-            dialog->setCurrentColor(Qt::magenta);
-            list.removeStrap(removed);
-            dialog->accept();
-            QCOMPARE(list.strap(0).keyColors.at(0).color, QColor(removed == 1 ? Qt::red : Qt::magenta));
-            QCOMPARE(list.strap(1).keyColors.at(0).color, QColor(Qt::cyan));
-            QVERIFY(page.tells(list, removed));
-        }
+        QCOMPARE(list.strap(0).keyColors.size(), 2);
+        other.rmButton->click();
+        QVERIFY(page.tells(list, 0) && !page.rmButton->isEnabled()); // the last one
     }
 
     void languageReachesWhatIsOpen()
     {
-        Straps list({kFire, kWood});
-        Page page(list, 1);
-        const QColorDialog* dialog = page.askForColor();
+        FakeStrapList list({{"half", {{0.5, Qt::red}, {0.51, Qt::blue}}, Qt::red}});
+        Page page(list, 0);
+        QTest::keyClick(page.editor, Qt::Key_Return);
+        const auto* dialog = page.editor->findChild<QColorDialog*>();
         QVERIFY(dialog);
-        const auto texts = [&page, dialog] {
-            QStringList all{dialog->windowTitle(), page.editor->toolTip(), page.button("addBtn")->text(),
-                            page.button("rmBtn")->toolTip()};
-            for (auto* label : page.options.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
-                all << label->text();
-            return all;
-        };
-        QStringList expected;
-        for (const QString& text : texts())
-            expected << text.split('\n').join("\n> ").prepend("> ");
-        Marking marking;
-        QCoreApplication::installTranslator(&marking);
+        QTranslator arabic;
+        QVERIFY(arabic.load(":/languages/lumivar_ar.qm"));
+        QCoreApplication::installTranslator(&arabic);
         QCoreApplication::sendPostedEvents();
-        QCOMPARE(texts(), expected);
-        QVERIFY(page.tells(list, 1));
+        for (const QString& text : {dialog->windowTitle(), page.editor->toolTip(), page.addButton->text()})
+            QVERIFY2(text.isRightToLeft(), qPrintable(text));
+        page.options.setLayoutDirection(Qt::RightToLeft);
+        const QImage box = page.box->grab().toImage();
+        QVERIFY(box.pixelColor(box.width() - 20, 17).red() > 230);
+        QVERIFY(box.pixelColor(box.width() / 2, 17).blue() > 200); // the arrow has its own place
     }
 };
 
