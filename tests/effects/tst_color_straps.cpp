@@ -1,10 +1,10 @@
 #include "EngineFixture.h"
-#include "LogCapture.h"
 #include "effects/ColorStrapManager.h"
 
 #include <QJsonDocument>
 #include <QTest>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -61,24 +61,24 @@ private slots:
         const auto strap = [](const QByteArray& ends, const QByteArray& keys) {
             return "{\"endsColor\": " + ends + ", \"keyColors\": [" + keys + "]}, ";
         };
-        QByteArray straps =
-            strap("[0, 255, 0, 999]",
-                  key + R"(, {"key": 0, "color": [0, 0, 0]}, {"key": 1, "color": [9, 9, 9, 9]})") +
-            strap(R"([1.5, null, "7"])", key); // what is no whole number counts as 0
-        for (const char* color : {"[0, 256, 0]", "[-1, 0, 0]", "[0, 0]", "null", "\"red\""})
-            straps +=
-                strap(color, key) + strap("[1, 2, 3]", key + R"(, {"key": 0.6, "color": )" + color + '}');
-        for (const char* position : {"1.001", "-0.001", "\"0.5\"", "null"})
-            straps += strap("[1, 2, 3]", QByteArray(R"({"color": [9, 9, 9], "key": )") + position + '}');
-        for (const char* keys : {"", "7", R"({"color": [9, 9, 9]})", R"({"key": 0.5})"})
+        QByteArray straps = // what is no whole number counts as 0, what is too much not at all
+            strap(R"([1.5, null, "7", 999])", key + R"(, {"key": 0, "color": [0, 0, 0]})") +
+            strap("[0, 255, 0]", R"({"key": 1, "color": [9, 9, 9, 9]})");
+        for (const char* color : {"[0, 256, 0]", "[-1, 0, 0]", "[0, 0]", "\"red\""}) {
+            straps += strap(color, key);
+            straps += strap("[1, 2, 3]", key + R"(, {"key": 0.6, "color": )" + color + '}');
+        }
+        for (const char* keys :
+             {"", "7", R"({"key": 0.5})", R"({"color": [9, 9, 9]})", R"({"key": -0.001, "color": [9, 9, 9]})",
+              R"({"key": 1.001, "color": [9, 9, 9]})", R"({"key": "0.5", "color": [9, 9, 9]})"})
             straps += strap("[1, 2, 3]", keys);
         straps += R"(7, null, [], {}, {"endsColor": [1, 2, 3], "keyColors": {}}, )";
         Store config;
         const QJsonArray list = config.setList(straps + kGood);
-        QCOMPARE(list.size(), 26);
+        QCOMPARE(list.size(), 23);
         ColorStrapManager manager(nullptr, &config);
         QCOMPARE(names(manager), (QStringList{"", "", "good"}));
-        QVERIFY(manager.strap(1).endsColor.isValid() && manager.strap(0).keyColors.last().color.isValid());
+        QVERIFY(manager.strap(0).endsColor.isValid() && manager.strap(1).keyColors.last().color.isValid());
         QCOMPARE(config.list(), list); // until the user changes something
     }
 
@@ -86,24 +86,18 @@ private slots:
     {
         const QByteArray file =
             "{\"colorStrapList\": [" + QByteArray(kGood).replace("good", "shipped") + "]}";
-        const struct
-        {
-            QByteArray user, shipped;
-            const char *first, *told;
-        } cases[] = {{"", {}, "( 1 )", "Failed to open effects/colorStraps.json errStr: "},
-                     {"{}, 7", file, "shipped", "Succeeded load 1 color strap from application data."},
-                     {kGood, file, "good", "Succeeded load 1 color strap from user data."},
-                     {"", file.left(60), "( 1 )", "Failed to parse effects/colorStraps.json"},
-                     {"", "[1]", "( 1 )", "The JsonObject is empty. effects/colorStraps.json"}};
-        for (const auto& row : cases) {
-            if (!row.shipped.isNull())
-                WorkingFolder::writeFile("colorStraps.json", row.shipped);
-            const LogCapture log;
+        const std::tuple<QByteArray, QByteArray, QString> cases[] = {{"", "", "( 1 )"},
+                                                                     {"{}, 7", file, "shipped"},
+                                                                     {kGood, file, "good"},
+                                                                     {"", file.left(60), "( 1 )"},
+                                                                     {"", "[1]", "( 1 )"}};
+        for (const auto& [user, shipped, first] : cases) {
+            if (!shipped.isEmpty())
+                WorkingFolder::writeFile("colorStraps.json", shipped);
             Store config;
-            config.setList(row.user);
-            QCOMPARE(names(*std::make_unique<ColorStrapManager>(nullptr, &config)), QStringList{row.first});
-            QVERIFY2(log.contains(row.told), row.told);
-            QCOMPARE(config.list().first()["name"].toString(), QString(row.first)); // from now on the user's
+            config.setList(user);
+            QCOMPARE(names(*std::make_unique<ColorStrapManager>(nullptr, &config)), QStringList{first});
+            QCOMPARE(config.list().first()["name"].toString(), first); // from now on the user's
         }
     }
 
@@ -121,17 +115,14 @@ private slots:
             connect(&manager, change, note);
         manager.removeStrap(0); // the last one stays
         QCOMPARE(manager.addDefaultStrap(), 1);
-        QVERIFY(manager.strap(1).keyColors.at(0).color == QColor(255, 0, 0));
         manager.setStrap(0, twoKeys("a", Qt::white, Qt::cyan));
         const ColorStrap set = manager.strap(0);
         QVERIFY(set.endsColor == QColor(Qt::white) && set.keyColors.size() == 2);
         QVERIFY(set.keyColors[1].key == 0.125 && set.keyColors[1].color == QColor(Qt::cyan));
         manager.removeStrap(0);
-        for (const int i : {-1, 1}) {
-            manager.removeStrap(i);
-            manager.setStrap(i, set);
-            QVERIFY(!manager.isValidStrapIndex(i) && !manager.strap(i).endsColor.isValid());
-        }
+        manager.removeStrap(1);
+        manager.setStrap(-1, set);
+        QVERIFY(!manager.isValidStrapIndex(1) && !manager.strap(-1).endsColor.isValid());
         QCOMPARE(told, (QStringList{"1: ( 1 ) (1)", "0: a (1)", "0: (1)"}));
     }
 
