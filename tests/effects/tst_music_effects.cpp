@@ -119,8 +119,6 @@ private slots:
         fragment.dbEnhance = 5.0;
         fragment.mulEnhance = 2.0;
         QCOMPARE(LevelMeter::heard(fragment, both), 50.0);
-        fragment.soundChannel = 1;
-        QCOMPARE(LevelMeter::heard(fragment, both), 30.0);
         fragment.soundChannel = 2;
         QCOMPARE(LevelMeter::heard(fragment, {tone(10)}), 30.0); // one serves for both
         fragment.mulEnhance = 9.0;
