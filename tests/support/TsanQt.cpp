@@ -7,8 +7,11 @@
 #include <QMutex>
 #include <QObject>
 #include <QThread>
+#include <QThreadPool>
 #include <dlfcn.h>
+#include <functional>
 #include <sanitizer/tsan_interface.h>
+#include <utility>
 
 namespace {
 
@@ -88,4 +91,17 @@ bool QThread::wait(QDeadlineTimer deadline)
     const bool ended = real(this, deadline);
     __tsan_acquire(&s_queues);
     return ended;
+}
+
+void QThreadPool::start(std::function<void()> task, int priority)
+{
+    static const auto real =
+        next<void (*)(QThreadPool*, std::function<void()>, int)>("_ZN11QThreadPool5startESt8functionIFvvEEi");
+    std::function<void()> seen = [task = std::move(task)] {
+        __tsan_acquire(&s_queues);
+        task();
+        __tsan_release(&s_queues);
+    };
+    __tsan_release(&s_queues);
+    real(this, std::move(seen), priority);
 }
