@@ -32,9 +32,10 @@ struct Period
     const char* effect;
     int ms;
 };
-// The music effects go by the sound, which is analysed 30 to 60 times a second.
+// The music effects go by the sound, which is analysed 30 to 60 times a second; one only dims a mood by it.
 constexpr Period kPeriods[] = {{"id.effect.singleColor", 500},
                                {"id.effect.colorful.ColorMap", 33},
+                               {"id.effect.dynamicMusic.musicMode_2", 80},
                                {"id.effect.dynamicMusic", 33},
                                {"", 80}};
 
