@@ -72,6 +72,7 @@ private slots:
 
         qputenv("LUMIVAR_SERIAL_PORTS", m_folder.filePath("ports.json").toLocal8Bit());
         auto* config = ConfigurationManager::instance();
+        config->reset(); // of what the last run has left
         config->setAppConfig("runtime.isEnableScreenSyncAdvanedMode", true);
         for (const int number : {1, 2}) {
             config->controllerJsonObj(stripId(number)) = storedStrip(number);

@@ -16,6 +16,7 @@
 #include <QSlider>
 #include <QTranslator>
 #include <QtTest>
+#include <algorithm>
 #include <cmath>
 
 using namespace MusicTestKit;
@@ -91,7 +92,14 @@ struct Page
         }
         return box->count() == list.strapCount() && box->currentIndex() == current &&
                worker.effectProperty("currentStrap") == current &&
-               editor->gradientStops() == strapStops(list.strap(current));
+               editor->gradientStops() == byPosition(strapStops(list.strap(current)));
+    }
+    /// The list has them in no particular order.
+    static QGradientStops byPosition(QGradientStops stops)
+    {
+        std::sort(stops.begin(), stops.end(),
+                  [](const QGradientStop& a, const QGradientStop& b) { return a.first < b.first; });
+        return stops;
     }
 
     Stepped worker;
