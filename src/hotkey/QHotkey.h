@@ -1,0 +1,84 @@
+#pragma once
+
+#include "viewModels/HotkeyTrouble.h"
+
+#include <QKeySequence>
+#include <QLoggingCategory>
+#include <QObject>
+
+Q_DECLARE_LOGGING_CATEGORY(logHotkey)
+
+/// One system-wide keyboard shortcut, which works while the application has no focus. Several objects may
+/// share a shortcut. Usable on any thread as long as the GUI thread's event loop runs; the signals come
+/// queued, on the object's own thread.
+class QHotkey : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool registered READ isRegistered WRITE setRegistered NOTIFY registeredChanged)
+    Q_PROPERTY(QKeySequence shortcut READ shortcut WRITE setShortcut RESET resetShortcut)
+
+public:
+    /// What the platform knows a shortcut by.
+    struct NativeShortcut
+    {
+        NativeShortcut() = default;
+        NativeShortcut(quint32 nativeKey, quint32 nativeModifier)
+            : key(nativeKey)
+            , modifier(nativeModifier)
+            , valid(true)
+        {
+        }
+        bool operator==(const NativeShortcut& other) const
+        {
+            return key == other.key && modifier == other.modifier && valid == other.valid;
+        }
+        bool operator!=(const NativeShortcut& other) const { return !(*this == other); }
+
+        quint32 key = 0;      ///< native key code
+        quint32 modifier = 0; ///< native modifier mask
+        bool valid = false;
+    };
+
+    explicit QHotkey(QObject* parent = nullptr);
+    ~QHotkey() override;
+
+    bool isRegistered() const { return m_registered; }
+    /// Empty while unset, or set by its native form.
+    QKeySequence shortcut() const;
+    NativeShortcut currentNativeShortcut() const { return m_nativeShortcut; }
+    /// Why the last registration failed; None after one that did not.
+    HotkeyTrouble trouble() const { return m_trouble; }
+    /// Whether a registration would be granted now. Tries it with the platform and logs nothing.
+    bool isAvailable();
+
+public slots:
+    /// False where the platform refuses; nothing has changed then.
+    bool setRegistered(bool registered);
+    /// Each of these fails on a registered object unless `autoRegister` is set, which registers the new
+    /// shortcut at once. After a failure the object is unset or unregistered, never half-changed.
+    bool setShortcut(QKeySequence shortcut, bool autoRegister = false);
+    bool setShortcut(Qt::Key keyCode, Qt::KeyboardModifiers modifiers, bool autoRegister = false);
+    bool setNativeShortcut(QHotkey::NativeShortcut nativeShortcut, bool autoRegister = false);
+    bool resetShortcut();
+
+signals:
+    void activated();
+    void released();
+    void registeredChanged(bool registered);
+
+private:
+    friend class QHotkeyPrivate;
+
+    bool makeChangeable(bool autoRegister);
+    void unset();
+
+    Qt::Key m_keyCode = Qt::Key_unknown; ///< unset
+    Qt::KeyboardModifiers m_modifiers;
+    NativeShortcut m_nativeShortcut;
+    bool m_registered = false;                     ///< written by the singleton
+    HotkeyTrouble m_trouble = HotkeyTrouble::None; ///< likewise
+};
+
+uint qHash(const QHotkey::NativeShortcut& shortcut, uint seed = 0);
+
+Q_DECLARE_METATYPE(QHotkey::NativeShortcut)

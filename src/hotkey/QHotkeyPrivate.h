@@ -1,0 +1,67 @@
+#pragma once
+
+#include "hotkey/QHotkey.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QHash>
+#include <QMultiHash>
+#include <QPair>
+#include <memory>
+
+/// The process-wide keeper of all shortcuts: registers them with the platform, once each, and tells every
+/// QHotkey of one when its key goes down and up. Lives on the GUI thread; the wrappers may be called on any.
+class QHotkeyPrivate : public QObject, public QAbstractNativeEventFilter
+{
+    Q_OBJECT
+
+public:
+    /// Made at first use, on the GUI thread. Null without an application, and once the process is ending.
+    static QHotkeyPrivate* instance();
+
+    QHotkeyPrivate();
+    ~QHotkeyPrivate() override;
+
+    /// Invalid where the platform has no such key or modifier.
+    QHotkey::NativeShortcut nativeShortcut(Qt::Key keycode, Qt::KeyboardModifiers modifiers);
+    /// False, with a log line, where the platform refuses.
+    bool addShortcut(QHotkey* hotkey);
+    /// False where the hotkey was not there, or, with a log line, where the platform refuses.
+    bool removeShortcut(QHotkey* hotkey);
+    /// From now on the combination means this shortcut, whatever the platform would make of it.
+    bool addMapping(Qt::Key keycode, Qt::KeyboardModifiers modifiers, QHotkey::NativeShortcut nativeShortcut);
+    /// Whether addShortcut() would succeed now. Logs nothing.
+    bool isAvailable(QHotkey::NativeShortcut shortcut);
+
+protected:
+    // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`.
+    virtual quint32 nativeKeycode(Qt::Key keycode, bool& ok) = 0;
+    virtual quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) = 0;
+    virtual bool registerShortcut(QHotkey::NativeShortcut shortcut) = 0;
+    virtual bool unregisterShortcut(QHotkey::NativeShortcut shortcut) = 0;
+
+    // What a platform tells.
+    void activateShortcut(QHotkey::NativeShortcut shortcut);
+    void releaseShortcut(QHotkey::NativeShortcut shortcut);
+    /// The platform has taken a registered shortcut away: its hotkeys are unregistered, with `trouble`.
+    void loseShortcut(QHotkey::NativeShortcut shortcut);
+
+    QString error; ///< the platform's words for its last refusal
+    HotkeyTrouble trouble = HotkeyTrouble::None;
+
+private:
+    Q_INVOKABLE QHotkey::NativeShortcut nativeShortcutInvoked(Qt::Key keycode,
+                                                              Qt::KeyboardModifiers modifiers);
+    Q_INVOKABLE bool addShortcutInvoked(QHotkey* hotkey);
+    Q_INVOKABLE bool removeShortcutInvoked(QHotkey* hotkey);
+    Q_INVOKABLE bool addMappingInvoked(Qt::Key keycode, Qt::KeyboardModifiers modifiers,
+                                       QHotkey::NativeShortcut nativeShortcut);
+    Q_INVOKABLE bool isAvailableInvoked(QHotkey::NativeShortcut shortcut);
+
+    Qt::ConnectionType connectionType() const;
+
+    QHash<QPair<Qt::Key, uint>, QHotkey::NativeShortcut> m_mapping; ///< by key and modifiers
+    QMultiHash<QHotkey::NativeShortcut, QHotkey*> m_shortcuts;      ///< those registered
+};
+
+/// The platform's own: one source per system.
+std::unique_ptr<QHotkeyPrivate> makeHotkeyPlatform();

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "viewModels/HotkeyCombine.h"
+#include "viewModels/HotkeyTrouble.h"
+
+/// One hotkey action as the shortcut page shows it.
+struct HotkeyModel
+{
+    QString id;
+    HotkeyCombine combine;
+    HotkeyTrouble trouble = HotkeyTrouble::None; ///< other than None: it does not work at present
+};
