@@ -12,6 +12,8 @@ QHotkey::QHotkey(QObject* parent)
 QHotkey::~QHotkey()
 {
     setRegistered(false);
+    blockSignals(true); // whoever answered by registering anew gets the object no more
+    setRegistered(false);
 }
 
 QKeySequence QHotkey::shortcut() const
@@ -35,10 +37,11 @@ bool QHotkey::setRegistered(bool registered)
     return registered ? platform->addShortcut(this) : platform->removeShortcut(this);
 }
 
-/// Whether the shortcut may be replaced; a registered one is released for that.
+/// Whether the shortcut may be replaced; a registered one is released for that, and may have been registered
+/// anew by whoever heard of it.
 bool QHotkey::makeChangeable(bool autoRegister)
 {
-    return !m_registered || (autoRegister && setRegistered(false));
+    return !m_registered || (autoRegister && setRegistered(false) && !m_registered);
 }
 
 void QHotkey::unset()
@@ -96,7 +99,7 @@ bool QHotkey::setNativeShortcut(NativeShortcut nativeShortcut, bool autoRegister
 
 bool QHotkey::resetShortcut()
 {
-    if (!setRegistered(false))
+    if (!makeChangeable(true))
         return false;
     unset();
     return true;

@@ -9,8 +9,9 @@
 Q_DECLARE_LOGGING_CATEGORY(logHotkey)
 
 /// One system-wide keyboard shortcut, which works while the application has no focus. Several objects may
-/// share a shortcut. Usable on any thread as long as the GUI thread's event loop runs; the signals come
-/// queued, on the object's own thread.
+/// share a shortcut. Usable on any thread: calls that ask the platform, and the end of a registered object,
+/// wait for the GUI thread's event loop, so other threads must be done with theirs before it ends. Without an
+/// application every registration fails.
 class QHotkey : public QObject
 {
     Q_OBJECT
@@ -52,7 +53,7 @@ public:
     bool isAvailable();
 
 public slots:
-    /// False where the platform refuses; nothing has changed then.
+    /// False where the platform refuses. A shortcut that it will not give back counts as unregistered too.
     bool setRegistered(bool registered);
     /// Each of these fails on a registered object unless `autoRegister` is set, which registers the new
     /// shortcut at once. After a failure the object is unset or unregistered, never half-changed.
@@ -62,8 +63,10 @@ public slots:
     bool resetShortcut();
 
 signals:
+    /// These two come queued, on the object's own thread, and only while the shortcut is registered.
     void activated();
     void released();
+    /// Within the call that changes it, on the GUI thread; queued where the platform takes a shortcut away.
     void registeredChanged(bool registered);
 
 private:
@@ -75,8 +78,9 @@ private:
     Qt::Key m_keyCode = Qt::Key_unknown; ///< unset
     Qt::KeyboardModifiers m_modifiers;
     NativeShortcut m_nativeShortcut;
-    bool m_registered = false;                     ///< written by the singleton
-    HotkeyTrouble m_trouble = HotkeyTrouble::None; ///< likewise
+    // Written by the singleton, on this object's own thread or while that waits.
+    bool m_registered = false;
+    HotkeyTrouble m_trouble = HotkeyTrouble::None;
 };
 
 uint qHash(const QHotkey::NativeShortcut& shortcut, uint seed = 0);

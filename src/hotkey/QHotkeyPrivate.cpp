@@ -3,35 +3,34 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
+#include <utility>
 
-namespace {
+// A plain pointer: hotkeys of static storage may live longer than any static object of ours.
+QHotkeyPrivate* QHotkeyPrivate::s_instance = nullptr;
 
-/// Ends with the process, after everything that may still hold a hotkey.
-struct Platform
+QHotkeyPrivate* QHotkeyPrivate::makeOrFind()
 {
-    ~Platform()
-    {
-        s_isGone = true;
-        keeper.reset();
+    if (!s_instance) {
+        s_instance = makeHotkeyPlatform().release();
+        // The platform stands on the application's connection to the windowing system.
+        qAddPostRoutine(&QHotkeyPrivate::end);
     }
-    std::unique_ptr<QHotkeyPrivate> keeper = makeHotkeyPlatform();
-    static bool s_isGone;
-};
-
-bool Platform::s_isGone = false;
-
-QHotkeyPrivate* makeOrFind()
-{
-    static Platform platform;
-    return platform.keeper.get();
+    return s_instance;
 }
 
-} // namespace
+void QHotkeyPrivate::end()
+{
+    // The system may keep shortcuts for the thread beyond the end of the application.
+    const QList<QHotkey::NativeShortcut> shortcuts = s_instance->m_shortcuts.uniqueKeys();
+    for (const QHotkey::NativeShortcut shortcut : shortcuts)
+        s_instance->unregisterShortcut(shortcut);
+    delete std::exchange(s_instance, nullptr);
+}
 
 QHotkeyPrivate* QHotkeyPrivate::instance()
 {
     QCoreApplication* app = QCoreApplication::instance();
-    if (!app || Platform::s_isGone)
+    if (!app || QCoreApplication::closingDown())
         return nullptr;
     if (app->thread() == QThread::currentThread())
         return makeOrFind();
@@ -54,6 +53,8 @@ QHotkeyPrivate::~QHotkeyPrivate()
 {
     if (!m_shortcuts.isEmpty())
         qCWarning(logHotkey, "QHotkeyPrivate destroyed with registered shortcuts!");
+    for (QHotkey* hotkey : qAsConst(m_shortcuts))
+        QMetaObject::invokeMethod(hotkey, [hotkey] { hotkey->m_registered = false; });
     if (QCoreApplication::instance() && QCoreApplication::eventDispatcher())
         QCoreApplication::eventDispatcher()->removeNativeEventFilter(this);
 }
@@ -140,13 +141,15 @@ bool QHotkeyPrivate::removeShortcutInvoked(QHotkey* hotkey)
     const QHotkey::NativeShortcut shortcut = hotkey->m_nativeShortcut;
     if (m_shortcuts.remove(shortcut, hotkey) == 0)
         return false;
+    // Before anybody hears of it, who might take the same shortcut again at once.
+    const bool isGivenBack = m_shortcuts.contains(shortcut) || unregisterShortcut(shortcut);
+    if (!isGivenBack) {
+        qCWarning(logHotkey).noquote()
+            << QHotkey::tr("Failed to unregister %1. Error: %2").arg(hotkey->shortcut().toString(), error);
+    }
     hotkey->m_registered = false;
-    const QString name = hotkey->shortcut().toString();
     emit hotkey->registeredChanged(false);
-    if (m_shortcuts.contains(shortcut) || unregisterShortcut(shortcut))
-        return true;
-    qCWarning(logHotkey).noquote() << QHotkey::tr("Failed to unregister %1. Error: %2").arg(name, error);
-    return false;
+    return isGivenBack;
 }
 
 bool QHotkeyPrivate::addMappingInvoked(Qt::Key keycode, Qt::KeyboardModifiers modifiers,
@@ -163,14 +166,25 @@ bool QHotkeyPrivate::isAvailableInvoked(QHotkey::NativeShortcut shortcut)
 
 void QHotkeyPrivate::activateShortcut(QHotkey::NativeShortcut shortcut)
 {
-    for (QHotkey* hotkey : m_shortcuts.values(shortcut))
-        QMetaObject::invokeMethod(hotkey, &QHotkey::activated, Qt::QueuedConnection);
+    tell(shortcut, &QHotkey::activated);
 }
 
 void QHotkeyPrivate::releaseShortcut(QHotkey::NativeShortcut shortcut)
 {
-    for (QHotkey* hotkey : m_shortcuts.values(shortcut))
-        QMetaObject::invokeMethod(hotkey, &QHotkey::released, Qt::QueuedConnection);
+    tell(shortcut, &QHotkey::released);
+}
+
+void QHotkeyPrivate::tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)())
+{
+    const QList<QHotkey*> hotkeys = m_shortcuts.values(shortcut);
+    for (QHotkey* hotkey : hotkeys) {
+        // It may have been given up while the news was on its way.
+        const auto news = [hotkey, shortcut, signal] {
+            if (hotkey->m_registered && hotkey->m_nativeShortcut == shortcut)
+                emit(hotkey->*signal)();
+        };
+        QMetaObject::invokeMethod(hotkey, news, Qt::QueuedConnection);
+    }
 }
 
 void QHotkeyPrivate::loseShortcut(QHotkey::NativeShortcut shortcut)
@@ -178,10 +192,13 @@ void QHotkeyPrivate::loseShortcut(QHotkey::NativeShortcut shortcut)
     const QList<QHotkey*> hotkeys = m_shortcuts.values(shortcut);
     m_shortcuts.remove(shortcut);
     for (QHotkey* hotkey : hotkeys) {
-        hotkey->m_registered = false;
-        hotkey->m_trouble = trouble;
-        // Queued: its thread may be in the middle of anything.
-        QMetaObject::invokeMethod(
-            hotkey, [hotkey] { emit hotkey->registeredChanged(false); }, Qt::QueuedConnection);
+        // Until it has heard, it counts itself as registered, cannot register anew and asks here before it
+        // ends.
+        const auto news = [hotkey, why = trouble] {
+            hotkey->m_registered = false;
+            hotkey->m_trouble = why;
+            emit hotkey->registeredChanged(false);
+        };
+        QMetaObject::invokeMethod(hotkey, news, Qt::QueuedConnection);
     }
 }

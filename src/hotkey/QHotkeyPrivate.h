@@ -15,7 +15,7 @@ class QHotkeyPrivate : public QObject, public QAbstractNativeEventFilter
     Q_OBJECT
 
 public:
-    /// Made at first use, on the GUI thread. Null without an application, and once the process is ending.
+    /// Made at first use, on the GUI thread, and ends with the application. Null without one.
     static QHotkeyPrivate* instance();
 
     QHotkeyPrivate();
@@ -42,13 +42,17 @@ protected:
     // What a platform tells.
     void activateShortcut(QHotkey::NativeShortcut shortcut);
     void releaseShortcut(QHotkey::NativeShortcut shortcut);
-    /// The platform has taken a registered shortcut away: its hotkeys are unregistered, with `trouble`.
+    /// The platform has taken a registered shortcut away: its hotkeys learn that they are unregistered, and
+    /// the present `trouble`, at their next turn of the event loop.
     void loseShortcut(QHotkey::NativeShortcut shortcut);
 
     QString error; ///< the platform's words for its last refusal
     HotkeyTrouble trouble = HotkeyTrouble::None;
 
 private:
+    static QHotkeyPrivate* makeOrFind();
+    static void end();
+
     Q_INVOKABLE QHotkey::NativeShortcut nativeShortcutInvoked(Qt::Key keycode,
                                                               Qt::KeyboardModifiers modifiers);
     Q_INVOKABLE bool addShortcutInvoked(QHotkey* hotkey);
@@ -58,7 +62,9 @@ private:
     Q_INVOKABLE bool isAvailableInvoked(QHotkey::NativeShortcut shortcut);
 
     Qt::ConnectionType connectionType() const;
+    void tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)());
 
+    static QHotkeyPrivate* s_instance;
     QHash<QPair<Qt::Key, uint>, QHotkey::NativeShortcut> m_mapping; ///< by key and modifiers
     QMultiHash<QHotkey::NativeShortcut, QHotkey*> m_shortcuts;      ///< those registered
 };

@@ -4,6 +4,7 @@ RefusingHotkeys::RefusingHotkeys(QString reason)
 {
     error = std::move(reason);
     trouble = HotkeyTrouble::NotAllowed;
+    qCWarning(logHotkey).noquote() << "No shortcut can be taken:" << error;
 }
 
 // Every combination counts as one that could be had elsewhere, so that the refusal is that of the desktop.

@@ -568,6 +568,17 @@ Press ESC to cancel</source>
     </message>
 </context>
 <context>
+    <name>QHotkey</name>
+    <message>
+        <source>Failed to register %1. Error: %2</source>
+        <translation>تعذّر تسجيل %1. الخطأ: %2</translation>
+    </message>
+    <message>
+        <source>Failed to unregister %1. Error: %2</source>
+        <translation>تعذّر إلغاء تسجيل %1. الخطأ: %2</translation>
+    </message>
+</context>
+<context>
     <name>QLineEdit</name>
     <message>
         <source>&amp;Undo</source>

@@ -568,6 +568,17 @@ Zum Abbrechen ESC drücken</translation>
     </message>
 </context>
 <context>
+    <name>QHotkey</name>
+    <message>
+        <source>Failed to register %1. Error: %2</source>
+        <translation>%1 konnte nicht registriert werden. Fehler: %2</translation>
+    </message>
+    <message>
+        <source>Failed to unregister %1. Error: %2</source>
+        <translation>%1 konnte nicht freigegeben werden. Fehler: %2</translation>
+    </message>
+</context>
+<context>
     <name>QLineEdit</name>
     <message>
         <source>&amp;Undo</source>

@@ -568,6 +568,17 @@ Pulse ESC para cancelar</translation>
     </message>
 </context>
 <context>
+    <name>QHotkey</name>
+    <message>
+        <source>Failed to register %1. Error: %2</source>
+        <translation>No se pudo registrar %1. Error: %2</translation>
+    </message>
+    <message>
+        <source>Failed to unregister %1. Error: %2</source>
+        <translation>No se pudo liberar %1. Error: %2</translation>
+    </message>
+</context>
+<context>
     <name>QLineEdit</name>
     <message>
         <source>&amp;Undo</source>

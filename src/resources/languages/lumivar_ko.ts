@@ -568,6 +568,17 @@ ESC 키를 누르면 취소됩니다</translation>
     </message>
 </context>
 <context>
+    <name>QHotkey</name>
+    <message>
+        <source>Failed to register %1. Error: %2</source>
+        <translation>%1을(를) 등록하지 못했습니다. 오류: %2</translation>
+    </message>
+    <message>
+        <source>Failed to unregister %1. Error: %2</source>
+        <translation>%1 등록을 해제하지 못했습니다. 오류: %2</translation>
+    </message>
+</context>
+<context>
     <name>QLineEdit</name>
     <message>
         <source>&amp;Undo</source>
