@@ -2,6 +2,7 @@
 #include "LogCapture.h"
 #include "hotkey/QHotkey.h"
 #include "hotkey/QHotkeyPrivate.h"
+#include "hotkey/WindowsKeys.h"
 
 #include <QCoreApplication>
 #include <QSignalSpy>
@@ -284,6 +285,26 @@ private slots:
         QTRY_COMPARE(pressed.count(), 1);
         m_app.reset();
         delete survivor;
+    }
+
+    void windowsKeysFollowTheKeyboardLayout()
+    {
+        const auto layout = [](ushort c) -> short { return c == 0xC4 ? 0x1DE : -1; }; // Shift and one key
+        const auto key = [&](int qtKey) {
+            bool ok = false;
+            const quint32 found = WindowsKeys::virtualKey(Qt::Key(qtKey), layout, ok);
+            return ok ? int(found) : -1;
+        };
+        QCOMPARE(key(Qt::Key_Adiaeresis), 0xDE);
+        QCOMPARE(key(Qt::Key_Period), 110);
+        QCOMPARE(key(0x416), 0x16);
+        QCOMPARE(key(Qt::Key_F24), 135);
+        QCOMPARE(key(Qt::Key_Play), 250);
+        QCOMPARE(key(Qt::Key_Shift), -1);
+        QCOMPARE(key(-1), -1);
+
+        QCOMPARE(WindowsKeys::modifiers(kModifiers | Qt::KeypadModifier), 3U);
+        QCOMPARE(WindowsKeys::shortcutId(40, 7), 0x7728); // Ctrl+Alt+Shift+Down
     }
 
 private:
