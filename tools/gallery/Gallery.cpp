@@ -7,6 +7,8 @@
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"
 #include "ui/HomePage.h"
+#include "ui/HotKeyEditDialog.h"
+#include "ui/HotKeyEditWidget.h"
 #include "ui/QuitAskDialog.h"
 
 #include <QAbstractButton>
@@ -23,6 +25,7 @@
 namespace {
 
 constexpr int kOptionWidth = 380; ///< about what the control page gives to option widgets
+constexpr QSize kShortcutPage(700, 460);
 
 /// What a user sees only after everything that is due has happened.
 void settle()
@@ -55,6 +58,7 @@ int Gallery::render(const QString& prefix)
     renderOptionWidgets();
     renderGradientEditors();
     renderDialogs();
+    renderHotkeys();
     return m_failed ? -1 : m_count;
 }
 
@@ -186,6 +190,29 @@ void Gallery::renderDialogs()
     count.setDeviceName(galleryDevices(4).last().name);
     count.setNbLed(120);
     save(count, QStringLiteral("dialog-led-count"));
+}
+
+void Gallery::renderHotkeys()
+{
+    HotKeyEditWidget page;
+    page.resize(kShortcutPage);
+    page.setDescriptions(galleryHotkeyNames());
+    const QVector<HotkeyModel> hotkeys = galleryHotkeys();
+    page.setHotkeys(hotkeys);
+    page.setTrouble(hotkeys.at(1).id, HotkeyTrouble::Taken);
+    save(page, QStringLiteral("hotkeys"));
+    page.setTrouble(hotkeys.at(2).id, HotkeyTrouble::NotAllowed);
+    page.activateWindow();
+    page.findChild<QAbstractItemView*>()->setFocus();
+    save(page, QStringLiteral("hotkeys-not-allowed"));
+
+    HotKeyEditDialog dialog(galleryHotkeyNames().value(hotkeys.at(0).id), hotkeys.at(0).combine, &m_window);
+    save(dialog, QStringLiteral("dialog-hotkey"));
+    for (const bool valid : {true, false}) {
+        dialog.setBindingStatus(valid);
+        dialog.activateWindow();
+        save(dialog, QStringLiteral("dialog-hotkey-%1").arg(valid ? "valid" : "invalid"));
+    }
 }
 
 QJsonObject Gallery::properties()

@@ -118,3 +118,21 @@ QImage galleryFrame()
     painter.fillRect(frame.rect(), sun);
     return frame;
 }
+
+QVector<HotkeyModel> galleryHotkeys()
+{
+    QVector<HotkeyModel> hotkeys;
+    const QStringList keys{"F10", "Right", "Left", "Down", "Up"};
+    for (int i = 0; i < keys.size(); ++i)
+        hotkeys.append({QString::number(i), {keys.at(i), true, true, true}});
+    return hotkeys;
+}
+
+QMap<QString, QString> galleryHotkeyNames()
+{
+    return {{"0", "全开全关切换"},
+            {"1", "切换到下一个模式"},
+            {"2", "切换到上一个模式"},
+            {"3", "降低亮度"},
+            {"4", "提升亮度"}};
+}

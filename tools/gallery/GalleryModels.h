@@ -1,10 +1,12 @@
 #pragma once
 
 #include "viewModels/DeviceModel.h"
+#include "viewModels/HotkeyModel.h"
 
 #include <QImage>
 #include <QJsonObject>
 #include <QMap>
+#include <QVector>
 
 /// `count` devices of the models that the product table knows, some with difficult names.
 QMap<QString, DeviceModel> galleryDevices(int count);
@@ -21,3 +23,7 @@ QJsonObject galleryLayout(int leds);
 
 /// A bright scene with a dark side, at canvas size.
 QImage galleryFrame();
+
+/// The hotkey actions with their first combinations; their names in the source language by id.
+QVector<HotkeyModel> galleryHotkeys();
+QMap<QString, QString> galleryHotkeyNames();

@@ -22,6 +22,7 @@ struct Glyph
 };
 
 const QColor kInk(0xc4, 0xc4, 0xc4);
+const QColor kAccent(0xff, 0xd9, 0x08);
 const QColor kOnAccent(0x22, 0x22, 0x22);
 
 QVector<Glyph> glyphs()
@@ -31,6 +32,11 @@ QVector<Glyph> glyphs()
         {"arrowDown", 10, 1.5, kInk, {{{2, 3.5}, {5, 6.5}, {8, 3.5}}}},
         {"check", 14, 2.0, kOnAccent, {{{3, 7.5}, {6, 10.5}, {11, 4}}}},
         {"quit", 16, 1.5, kInk, {{{4, 4}, {12, 12}}, {{12, 4}, {4, 12}}}},
+        {"warning",
+         16,
+         1.5,
+         kAccent,
+         {{{8, 2.25}, {14, 13.25}, {2, 13.25}, {8, 2.25}}, {{8, 6.5}, {8, 9}}, {{8, 11}, {8, 11.01}}}},
         {"minimise", 16, 1.5, kInk, {{{3.75, 8}, {12.25, 8}}}},
     };
 }

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>اضغط في الحقل المفتاح الذي تريده. يغادر مفتاح Tab الحقل، ويلغي مفتاح Esc.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>تأكيد</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>لا يمكن استخدام هذه التركيبة: فهي محجوزة، أو أن لوحة المفاتيح لا تحتوي على هذا المفتاح.</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>المفتاح</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>تغيير الاختصار</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>功能</source>
+        <translation>الإجراء</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>لوحة المفاتيح الحالية لا تحتوي على هذا المفتاح.</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>لا يسمح سطح المكتب هذا للبرامج بحجز المفاتيح، لذا لا تعمل الاختصارات هنا.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>تغيير الاختصار...</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>الاختصار</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>يحجز برنامج آخر هذا الاختصار، وسيعمل تلقائيًا حالما يتحرر.</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>全开全关切换</source>
+        <translation>تشغيل الكل أو إيقافه</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>الانتقال إلى الوضع التالي</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>رفع السطوع</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>خفض السطوع</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>الانتقال إلى الوضع السابق</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Drücken Sie im Feld die gewünschte Taste. Tab verlässt es, Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Bestätigen</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>Diese Kombination geht nicht: Sie ist belegt, oder die Tastatur hat keine solche Taste.</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Tastenkürzel ändern</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Ein anderes Programm belegt dieses Tastenkürzel. Es wirkt, sobald jenes es freigibt.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Tastenkürzel ändern...</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>Dieser Desktop lässt Programme keine Tasten belegen; Tastenkürzel wirken hier nicht.</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>Die jetzige Tastatur hat keine solche Taste.</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Alle ein- oder ausschalten</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>Helligkeit erhöhen</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Zum nächsten Modus wechseln</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>Helligkeit verringern</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Zum vorherigen Modus wechseln</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Change shortcut</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Press the key you want in the field. Tab leaves it, Esc cancels.</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Confirm</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>This combination cannot be used: it is taken, or the keyboard has no such key.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Change shortcut...</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>Action</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Shortcut</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>This desktop does not let programs take keys, so shortcuts do not work here.</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Another program has taken this shortcut. It works again as soon as that program lets it go.</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>The present keyboard has no such key.</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Full open full concern replacement</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Switch to the next mode</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>Reduce brightness</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>Boost brightness</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Switch to previous mode</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Cambiar atajo</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Pulse en el campo la tecla que desee. Tab sale del campo, Esc cancela.</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>Esta combinación no se puede usar: está ocupada o el teclado no tiene esa tecla.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Tecla</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Confirmar</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>功能</source>
+        <translation>Acción</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Otro programa ocupa este atajo. Funcionará en cuanto lo libere.</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>Este escritorio no deja que los programas ocupen teclas; los atajos no funcionan aquí.</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Atajo</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>El teclado actual no tiene esa tecla.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Cambiar atajo...</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>降低亮度</source>
+        <translation>Reducir el brillo</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Cambiar al modo anterior</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Cambiar al modo siguiente</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Encender o apagar todo</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>Aumentar el brillo</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>ショートカットの変更</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>欄の中で使いたいキーを押してください。Tab で欄を離れ、Esc でキャンセルします。</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>この組み合わせは使えません。すでに使われているか、キーボードにこのキーがありません。</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>キー</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>確認</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>ほかのプログラムがこのショートカットを使っています。空き次第、自動的に有効になります。</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>このデスクトップではプログラムがキーを占有できないため、ショートカットは働きません。</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>ショートカットを変更...</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>機能</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>現在のキーボードにはこのキーがありません。</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>ショートカット</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>次のモードに切り替え</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>明るさを下げる</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>前のモードに切り替え</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>すべてオン／オフ切り替え</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>明るさを上げる</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

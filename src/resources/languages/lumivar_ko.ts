@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>修改快捷键</source>
+        <translation>단축키 변경</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>키</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>이 조합은 사용할 수 없습니다. 이미 사용 중이거나 키보드에 없는 키입니다.</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>확인</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>입력란에서 원하는 키를 누르세요. Tab은 입력란을 벗어나고 Esc는 취소합니다.</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>功能</source>
+        <translation>기능</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>다른 프로그램이 이 단축키를 사용 중입니다. 해제되면 자동으로 작동합니다.</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>현재 키보드에는 이 키가 없습니다.</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>이 데스크톱에서는 프로그램이 키를 차지할 수 없어 단축키가 작동하지 않습니다.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>단축키 변경...</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>단축키</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>이전 모드로 전환</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>다음 모드로 전환</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>밝기 낮추기</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>모두 켜기/끄기 전환</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>밝기 높이기</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

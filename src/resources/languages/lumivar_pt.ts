@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Prima no campo a tecla desejada. Tab sai do campo, Esc cancela.</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>Esta combinação não pode ser usada: está ocupada ou o teclado não tem essa tecla.</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Tecla</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Confirmar</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Alterar atalho</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>功能</source>
+        <translation>Ação</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Outro programa ocupa este atalho. Passará a funcionar assim que for libertado.</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>Este ambiente não deixa que os programas ocupem teclas; os atalhos não funcionam aqui.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Alterar atalho...</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>O teclado atual não tem essa tecla.</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Atalho</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>提升亮度</source>
+        <translation>Aumentar o brilho</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Mudar para o modo anterior</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Ligar ou desligar tudo</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Mudar para o modo seguinte</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>Diminuir o brilho</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>Это сочетание использовать нельзя: оно занято, или на клавиатуре нет такой клавиши.</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Изменение сочетания клавиш</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>Клавиша</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Нажмите в поле нужную клавишу. Tab — выйти из поля, Esc — отменить.</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Подтвердить</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>快捷键</source>
+        <translation>Сочетание клавиш</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>На текущей клавиатуре нет такой клавиши.</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Это сочетание занято другой программой. Оно заработает, как только освободится.</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>Эта рабочая среда не даёт программам занимать клавиши, поэтому сочетания здесь не действуют.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Изменить сочетание...</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>Действие</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>提升亮度</source>
+        <translation>Увеличить яркость</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Включить или выключить всё</translation>
+    </message>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Перейти к следующему режиму</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Перейти к предыдущему режиму</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>Уменьшить яркость</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

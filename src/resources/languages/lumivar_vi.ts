@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>按键</source>
+        <translation>Phím</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>Xác nhận</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Hủy</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>Nhấn phím bạn muốn trong ô. Tab rời khỏi ô, Esc hủy.</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>Đổi phím tắt</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>Không dùng được tổ hợp này: đã bị chiếm, hoặc bàn phím không có phím này.</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>Chương trình khác đang dùng phím tắt này. Nó sẽ hoạt động ngay khi được nhả ra.</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>Bàn phím hiện tại không có phím này.</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>Đổi phím tắt...</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>Màn hình nền này không cho chương trình chiếm phím, nên phím tắt không hoạt động ở đây.</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Phím tắt</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>Chức năng</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>Chuyển sang chế độ tiếp theo</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>Chuyển về chế độ trước</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>Giảm độ sáng</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>Tăng độ sáng</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>Bật hoặc tắt tất cả</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>

@@ -382,6 +382,87 @@
     </message>
 </context>
 <context>
+    <name>HotKeyEditDialog</name>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>修改快捷键</source>
+        <translation>修改快捷键</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>按键</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>确认</source>
+        <translation>确认</translation>
+    </message>
+    <message>
+        <source>这个组合不能用：已被占用，或键盘上没有这个键。</source>
+        <translation>这个组合不能用：已被占用，或键盘上没有这个键。</translation>
+    </message>
+    <message>
+        <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
+        <translation>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyEditWidget</name>
+    <message>
+        <source>快捷键</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>当前键盘上没有这个键。</source>
+        <translation>当前键盘上没有这个键。</translation>
+    </message>
+    <message>
+        <source>修改快捷键...</source>
+        <translation>修改快捷键...</translation>
+    </message>
+    <message>
+        <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
+        <translation>当前桌面不允许程序占用按键，快捷键暂时不起作用。</translation>
+    </message>
+    <message>
+        <source>功能</source>
+        <translation>功能</translation>
+    </message>
+    <message>
+        <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
+        <translation>这个快捷键已被其他程序占用，释放后会自动生效。</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyDescription</name>
+    <message>
+        <source>切换到下一个模式</source>
+        <translation>切换到下一个模式</translation>
+    </message>
+    <message>
+        <source>全开全关切换</source>
+        <translation>全开全关切换</translation>
+    </message>
+    <message>
+        <source>降低亮度</source>
+        <translation>降低亮度</translation>
+    </message>
+    <message>
+        <source>切换到上一个模式</source>
+        <translation>切换到上一个模式</translation>
+    </message>
+    <message>
+        <source>提升亮度</source>
+        <translation>提升亮度</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
