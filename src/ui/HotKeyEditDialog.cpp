@@ -1,23 +1,18 @@
 #include "ui/HotKeyEditDialog.h"
 
+#include "hotkey/KeyName.h"
 #include "ui_HotKeyEditDialog.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QPushButton>
 #include <utility>
 
 namespace {
 
 constexpr int kStatusMs = 3000;
-
-QString hotkeyKeyName(const QKeyEvent& event)
-{
-    const QString name = QKeySequence(event.key()).toString(QKeySequence::PortableText);
-    return QKeySequence(name)[0] == event.key() ? name : QString();
-}
 
 /// The same key in capitals, where those still mean it: there are letters without a capital.
 QString inCapitals(const QString& keyName)
@@ -45,14 +40,13 @@ HotKeyEditDialog::HotKeyEditDialog(QString description, HotkeyCombine combine, Q
     ui->keyLineEdit->setAttribute(Qt::WA_InputMethodEnabled, false);
     ui->keyLineEdit->installEventFilter(this);
     ui->keyLineEdit->setFocus();
-    for (QWidget* comesAndGoes :
-         {static_cast<QWidget*>(ui->statusLabel), static_cast<QWidget*>(ui->invalidMark)}) {
-        QSizePolicy policy = comesAndGoes->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        comesAndGoes->setSizePolicy(policy);
-        comesAndGoes->hide();
-    }
-    ui->invalidMark->setPixmap(QIcon(QStringLiteral(":/images/warning.png")).pixmap(16, 16));
+    m_invalidMark = ui->keyLineEdit->addAction(QIcon(QStringLiteral(":/images/warning.png")),
+                                               QLineEdit::TrailingPosition);
+    m_invalidMark->setVisible(false);
+    QSizePolicy keepsItsPlace = ui->statusLabel->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    ui->statusLabel->setSizePolicy(keepsItsPlace);
+    ui->statusLabel->hide();
     m_statusTimer.setSingleShot(true);
 
     connect(ui->keyLineEdit, &QLineEdit::selectionChanged, ui->keyLineEdit, &QLineEdit::deselect);
@@ -73,8 +67,9 @@ void HotKeyEditDialog::setBindingStatus(bool valid)
                                    : QStringLiteral("<font color=Red>无效组合</font>"));
     ui->statusLabel->show();
     m_statusTimer.start(kStatusMs);
-    ui->invalidMark->setVisible(!valid);
     ui->okButton->setEnabled(valid);
+    m_invalidMark->setVisible(!valid);
+    explainMark();
 }
 
 void HotKeyEditDialog::changeEvent(QEvent* event)
@@ -82,6 +77,7 @@ void HotKeyEditDialog::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
         showDescription();
+        explainMark();
     }
     BaseDialog::changeEvent(event);
 }
@@ -105,6 +101,15 @@ void HotKeyEditDialog::showDescription()
 {
     ui->cmdNameLabel->setText(
         QCoreApplication::translate("HotkeyDescription", m_description.toUtf8().constData()));
+}
+
+/// What the mark means, while it shows. It stays when the status has gone.
+void HotKeyEditDialog::explainMark()
+{
+    const QString text =
+        m_invalidMark->isVisible() ? tr("这个组合不能用：已被占用，或键盘上没有这个键。") : QString();
+    m_invalidMark->setToolTip(text);
+    ui->keyLineEdit->setAccessibleDescription(text);
 }
 
 /// Escape and Tab alone lead out of the field, as everywhere; with Ctrl or Alt they are keys like any other.

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <memory>
 
+class QAction;
 class QKeyEvent;
 
 namespace Ui {
@@ -36,11 +37,13 @@ protected:
 
 private:
     void showDescription();
+    void explainMark();
     void takeKey(const QKeyEvent& event);
     void readControls();
 
     std::unique_ptr<Ui::HotKeyEditDialog> ui;
     QString m_description;
     HotkeyCombine m_combine;
+    QAction* m_invalidMark = nullptr;
     QTimer m_statusTimer;
 };

@@ -385,7 +385,7 @@
     <name>HotKeyEditDialog</name>
     <message>
         <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
-        <translation>اضغط في الحقل المفتاح الذي تريده. يغادر مفتاح Tab الحقل، ويلغي مفتاح Esc.</translation>
+        <translation>اضغط المفتاح المطلوب في الحقل. Tab للمغادرة، Esc للإلغاء.</translation>
     </message>
     <message>
         <source>取消</source>

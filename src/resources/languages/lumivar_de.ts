@@ -385,7 +385,7 @@
     <name>HotKeyEditDialog</name>
     <message>
         <source>在框中按下想用的键。Tab 键离开此框，Esc 键取消。</source>
-        <translation>Drücken Sie im Feld die gewünschte Taste. Tab verlässt es, Esc bricht ab.</translation>
+        <translation>Gewünschte Taste im Feld drücken. Tab verlässt es, Esc bricht ab.</translation>
     </message>
     <message>
         <source>确认</source>
