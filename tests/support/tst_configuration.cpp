@@ -39,7 +39,8 @@ QJsonObject onDisk(const QString& path)
 void put(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
 }
 
 ino_t inodeOf(const QString& path)
@@ -72,14 +73,11 @@ private slots:
         const QJsonObject binding{{"keyCode", 65}, {"modifiers", 3}};
         m_config->setAppConfig("hotkeyBinding.id.next", binding);
         m_config->setAppConfig("runtime.gama", QJsonValue());
-        m_config->setGlobalValue("lastBinding.Moni-A:0001.group", kEffect);
         m_config->setEffectVariant(kEffect, kDevice, "color", 0xFF4F24D3u); // in memory: save() is to see it
-
         restart();
         QCOMPARE(m_config->appConfig("hotkeyBinding.id.next"), QJsonValue(binding));
         QVERIFY(m_config->appConfig("hotkeyBinding").isUndefined()); // a dot is no nesting
         QVERIFY(m_config->appConfig("runtime.gama").isNull());
-        QCOMPARE(m_config->globalValue("lastBinding.Moni-A:0001.group").toString(), kEffect);
         QCOMPARE(m_config->effectVariant(kEffect, kDevice, "color").toUInt(), 0xFF4F24D3u);
         QVERIFY(!m_log->contains("[ConfigurationManager]: "));
     }
@@ -105,41 +103,50 @@ private slots:
 
     void the_timer_writes_what_changed_and_nothing_else()
     {
-        m_config->setAppConfig("language", "de");
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3);
-        m_config->saveEffectJsonObj(kEffect);
+        const auto change = [this](const char* language, int speed) {
+            m_config->setAppConfig("language", language);
+            m_config->setEffectJsonValue(kEffect, kDevice, "speed", speed);
+        };
+        const auto saveSoon = [this] {
+            m_config->saveEffectJsonObj(kEffect);
+            m_config->saveControllerJsonObj(kDevice);
+        };
+        change("de", 3);
         m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-        m_config->saveControllerJsonObj(kDevice);
+        saveSoon();
         const QStringList files{path("app.json"), path("controllers.json"), effectFile()};
-        std::vector<ino_t> inodes;
+        QVector<ino_t> inodes;
         for (const QString& file : files) {
             QTRY_VERIFY(QFile::exists(file));
             inodes.push_back(inodeOf(file));
         }
-        for (const int there : {1, 0}) { // and back
-            m_config->setAppConfig("language", there ? "fr" : "de");
-            m_config->setEffectJsonValue(kEffect, kDevice, "speed", 3 + there);
-        }
-        m_config->saveEffectJsonObj(kEffect);
-        m_config->saveControllerJsonObj(kDevice);
+        change("fr", 4);
+        change("de", 3); // and back
+        saveSoon();
         m_config->setEffectJsonValue("id.effect.z", kDevice, "mark", 1); // the last file of a turn
         m_config->saveEffectJsonObj("id.effect.z");
         QTRY_VERIFY(QFile::exists(effectFile("id.effect.z")));
-        for (std::size_t i = 0; i < inodes.size(); ++i)
-            QCOMPARE(inodeOf(files.at(int(i))), inodes.at(i));
+        for (int i = 0; i < inodes.size(); ++i)
+            QCOMPARE(inodeOf(files.at(i)), inodes.at(i));
 
-        m_config->setAppConfig("language", "ja");
-        QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ja"));
-        QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
         m_config->AppConfigJsonObj()["language"] = "ko";
         m_config->saveAppConfigJsonObj();
         QTRY_COMPARE(onDisk(path("app.json")).value("language").toString(), QString("ko"));
+        QCOMPARE(inodeOf(path("app.json.bak")), inodes.at(0)); // the replaced file itself
     }
 
     void save_writes_what_came_through_the_references()
     {
+        put(path("controllers.json"), R"({"format": 2, "Moni-A:0001": {"fromTheFuture": 1}})");
         QJsonObject& app = m_config->AppConfigJsonObj();
         QJsonObject& device = m_config->controllerJsonObj(kDevice);
+        device["nbLeds"] = 31;
+        m_config->save();
+        QVERIFY(QFile::remove(path("controllers.json"))); // somebody tidied up while the program ran
+        m_config->save();
+        const QJsonObject all{{"format", 2}, {kDevice, QJsonObject{{"fromTheFuture", 1}, {"nbLeds", 31}}}};
+        QCOMPARE(onDisk(path("controllers.json")), all); // what is unknown is kept
+
         for (int i = 0; i < 1000; ++i)
             m_config->controllerJsonObj(QString::number(i))["nbLeds"] = i;
         m_config->reset();
@@ -148,70 +155,60 @@ private slots:
         m_config->save();
         QCOMPARE(onDisk(path("app.json")), (QJsonObject{{"language", "en"}}));
         QCOMPARE(onDisk(path("controllers.json")), (QJsonObject{{kDevice, QJsonObject{{"nbLeds", 31}}}}));
-
-        QVERIFY(QFile::remove(path("app.json"))); // somebody tidied up while the program ran
-        m_config->save();
-        QVERIFY(QFile::exists(path("app.json")));
     }
 
-    void what_cannot_be_read_is_replaced_by_its_backup_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("damage");
-        for (const char* damage : {"pipe", "folder", "huge", "empty", "cut", "rubbish"})
-            QTest::newRow(damage) << "app.json" << damage;
-        for (const char* name : {"controllers.json", "effects/id.effect.a.json"})
-            QTest::newRow(name) << name << "cut";
-    }
     void what_cannot_be_read_is_replaced_by_its_backup()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, damage);
-        m_config->setAppConfig("language", "de");
-        m_config->controllerJsonObj(kDevice)["nbLeds"] = 60;
-        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 5);
-        restart();
-        const QByteArray good = bytesOf(path(name));
-        const QMap<QString, QByteArray> damaged{{"huge", QByteArray(kMaxDataFileBytes + 1, ' ')},
-                                                {"cut", good.left(good.size() / 2)},
-                                                {"rubbish", R"({"language": "xx"}})"}};
-        const auto spoil = [&](const QString& file) {
-            QFile::remove(file);
-            if (damage == "pipe")
-                QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
-            else if (damage == "folder")
-                QVERIFY(QDir().mkpath(file));
-            else
-                put(file, damaged.value(damage));
-        };
-        const QFileInfo info(path(name));
-        const auto aside = [&info] {
-            return info.dir().entryList({info.fileName() + "*.corrupt-*"}, QDir::AllEntries | QDir::System);
-        };
-        spoil(path(name));
-        spoil(path("Moni.json"));
-        QCOMPARE(m_config->appConfig("language").toString(), QString("de"));
-        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 60);
-        QCOMPARE(m_config->effectJsonValue("id.effect.a", kDevice, "speed", path("Moni.json")).toInt(), 5);
-        QCOMPARE(aside().size(), 1);
-        if (damage == "cut")
-            QCOMPARE(bytesOf(info.dir().filePath(aside().first())), damaged["cut"]);
-        m_config->save();
-        QCOMPARE(bytesOf(path(name)), good);
-        QCOMPARE(bytesOf(path(name + ".bak")), good);
+        const QString kApp = "app.json";
+        for (const auto& [name, damage] : {std::pair(kApp, "pipe"),
+                                           {kApp, "folder"},
+                                           {kApp, "huge"},
+                                           {kApp, "empty"},
+                                           {kApp, "rubbish"},
+                                           {kApp, "cut"},
+                                           {"controllers.json", "cut"},
+                                           {"effects/id.effect.a.json", "cut"}}) {
+            cleanup();
+            init();
+            store("de", 60, 5);
+            const QByteArray good = bytesOf(path(name));
+            const QMap<QString, QByteArray> damaged{{"huge", QByteArray(kMaxDataFileBytes + 1, ' ')},
+                                                    {"cut", good.left(good.size() / 2)},
+                                                    {"rubbish", R"({"language": "xx"}})"}};
+            const auto spoil = [&, damage = QString(damage)](const QString& file) {
+                QFile::remove(file);
+                if (damage == "pipe")
+                    QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
+                else if (damage == "folder")
+                    QVERIFY(QDir().mkpath(file));
+                else
+                    put(file, damaged.value(damage));
+            };
+            const QFileInfo info(path(name));
+            const auto aside = [&info] {
+                return info.dir().entryList({info.fileName() + "*.corrupt-*"},
+                                            QDir::AllEntries | QDir::System);
+            };
+            spoil(path(name));
+            spoil(path("Moni.json"));
+            QVERIFY2(isStored("de", 60, 5), damage);
+            QCOMPARE(aside().size(), 1);
+            if (damaged.contains(damage))
+                QCOMPARE(bytesOf(info.dir().filePath(aside().first())), damaged[damage]);
+            m_config->save();
+            QCOMPARE(bytesOf(path(name)), good);
+            QCOMPARE(bytesOf(path(name + ".bak")), good);
 
-        restart(); // without a backup it is a first run
-        spoil(path(name));
-        spoil(path(name + ".bak"));
-        QCOMPARE(m_config->appConfig("language").isUndefined(), name == "app.json");
-        m_config->controllerJsonObj(kDevice)["nbLeds"] = 31;
-        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 6);
-        m_config->setAppConfig("language", "ja");
-        QCOMPARE(aside().size(), 3);
-        spoil(path(name + ".bak")); // while the program runs
-        restart();
-        QCOMPARE(m_config->appConfig("language").toString(), QString("ja"));
-        QCOMPARE(m_config->controllerJsonObj(kDevice).value("nbLeds").toInt(), 31);
+            restart(); // without a backup it is a first run
+            spoil(path(name));
+            spoil(path(name + ".bak"));
+            QCOMPARE(m_config->appConfig("language").isUndefined(), name == kApp);
+            store("ja", 31, 6);
+            QCOMPARE(aside().size(), 3);
+            spoil(path(name + ".bak")); // while the program runs
+            restart();
+            QVERIFY2(isStored("ja", 31, 6), damage);
+        }
     }
 
     void a_kill_at_any_instant_leaves_whole_files()
@@ -279,37 +276,24 @@ private slots:
     {
         put(path("file"), "a file where a folder should be");
         ConfigurationManager config(path("file/config"), path("file/resources"));
-        QVERIFY(!config.isSavingTroubled());
         config.setAppConfig("language", "de");
         QTRY_VERIFY(config.isSavingTroubled());
-    }
-
-    void unknown_members_are_kept()
-    {
-        QVERIFY(QDir().mkpath(path("effects")));
-        const QJsonObject all{{"format", 2}, {kDevice, QJsonObject{{"fromTheFuture", 1}, {"speed", 5}}}};
-        for (const QString& file : {path("controllers.json"), effectFile()})
-            put(file, R"({"format": 2, "Moni-A:0001": {"fromTheFuture": 1}})");
-        m_config->controllerJsonObj(kDevice)["speed"] = 5;
-        m_config->setEffectJsonValue(kEffect, kDevice, "speed", 5);
-        m_config->save();
-        for (const QString& file : {path("controllers.json"), effectFile()})
-            QCOMPARE(onDisk(file), all);
     }
 
     void effects_are_stored_from_several_threads()
     {
         constexpr int kKeys = 200;
         const QStringList devices{"0", "1", "2", "3"}; // a thread each
+        const auto store = [this](const QString& id, const QString& device, int key) {
+            m_config->setEffectJsonValue(id, device, QString::number(key), key);
+            m_config->saveEffectJsonObj(id);
+        };
         std::atomic<int> running{devices.size()};
         std::vector<std::thread> threads;
         for (const QString& device : devices) {
-            threads.emplace_back([this, device, &running] {
-                for (int i = 0; i < 2 * kKeys; ++i) {
-                    const QString id = i % 2 == 0 ? kEffect : device;
-                    m_config->setEffectJsonValue(id, device, QString::number(i), i);
-                    m_config->saveEffectJsonObj(id);
-                }
+            threads.emplace_back([&, device] {
+                for (int i = 0; i < 2 * kKeys; ++i)
+                    store(i % 2 == 0 ? kEffect : device, device, i);
                 --running;
             });
         }
@@ -318,11 +302,7 @@ private slots:
         for (std::thread& thread : threads)
             thread.join();
         m_config->save();
-        std::thread late([this] { // from here on the timer alone, which is the main thread's
-            m_config->setEffectJsonValue(kEffect, "late", "key", 1);
-            m_config->saveEffectJsonObj(kEffect);
-        });
-        late.join();
+        std::thread([&] { store(kEffect, "late", 1); }).join(); // the timer alone, which is the main thread's
         QTRY_VERIFY(onDisk(effectFile()).contains("late"));
         for (const QString& device : devices) {
             for (const QString& id : {kEffect, device})
@@ -372,15 +352,13 @@ private slots:
 
     void without_good_defaults_nothing_is_shipped()
     {
-        const QByteArray good = R"({"effects.extra": true})";
-        for (const QByteArray& content : {QByteArray("[true]"), good + '}', good.chopped(1), QByteArray()}) {
-            put(path("shipped.json"), content);
-            if (content.isEmpty())
-                QVERIFY(QFile::remove(path("shipped.json")));
+        for (const char* content : {"", "[true]", "{\"effects.extra\": true}}", "{\"effects.extra\": true"}) {
+            if (*content) // at first there is no such file
+                put(path("shipped.json"), content);
             const int before = m_log->count("defaults in");
             const ConfigurationManager config(path(), path(), path("shipped.json"));
             for (int reads = 0; reads < 2; ++reads)
-                QVERIFY2(config.appConfig("effects.extra").isUndefined(), content.constData());
+                QVERIFY2(config.appConfig("effects.extra").isUndefined(), content);
             QCOMPARE(m_log->count("defaults in") - before, 1); // told of once
         }
     }
@@ -403,6 +381,19 @@ private slots:
     }
 
 private:
+    void store(const char* language, int nbLeds, int speed)
+    {
+        m_config->setAppConfig("language", language);
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = nbLeds;
+        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", speed);
+        restart();
+    }
+    bool isStored(const char* language, int nbLeds, int speed)
+    {
+        return m_config->appConfig("language") == language &&
+               m_config->controllerJsonObj(kDevice)["nbLeds"] == nbLeds &&
+               m_config->effectJsonValue("id.effect.a", kDevice, "speed", path("Moni.json")) == speed;
+    }
     QString path(const QString& name = QString()) const
     {
         return m_home->filePath(name.isEmpty() ? QString("config") : "config/" + name);
