@@ -65,139 +65,114 @@ private slots:
         }
         QCOMPARE(rows.size(), effectCatalogue().size());
         QCOMPARE(places.size(), rows.size());
-        ConfigurationManager::instance()->setAppConfig("effects.extra", true);
-        EffectsManager manager(nullptr);
-        for (const QString& groupId : manager.groupIds()) {
-            const EffectGroupInfo group = manager.groupInfo(groupId);
-            QVERIFY2(rows.contains(group.defaultEffect), qPrintable(group.defaultEffect));
+        auto* config = ConfigurationManager::instance();
+        for (const QJsonValue& extra : {QJsonValue(true), QJsonValue("true"), QJsonValue()}) {
+            config->setAppConfig("effects.extra", extra);
+            EffectsManager manager(nullptr);
+            for (const QString& groupId : manager.groupIds())
+                QVERIFY2(rows.contains(manager.groupInfo(groupId).defaultEffect), qPrintable(groupId));
+            // What is offered can be created, and knows which entry it is of.
+            InternalEffectFactory factory(nullptr);
+            const QList<EffectWorkerOptions> offered = factory.workerOptionsList();
+            for (const EffectWorkerOptions& effect : offered) {
+                const std::unique_ptr<IEffectWorker> worker(factory.createWorker(effect.id));
+                QVERIFY2(worker && worker->options().id == effect.id, qPrintable(effect.id));
+            }
+            QCOMPARE(offered.size(), extra.toBool() ? 25 + 4 : 25);
         }
         QVERIFY(!m_log->contains("Group order conflict") && !m_log->contains("Not found groups in file"));
-        // What is offered can be created, and knows which entry it is of.
-        InternalEffectFactory factory(nullptr);
-        const QList<EffectWorkerOptions> offered = factory.workerOptionsList();
-        for (const EffectWorkerOptions& effect : offered) {
-            const std::unique_ptr<IEffectWorker> worker(factory.createWorker(effect.id));
-            QVERIFY2(worker && worker->options().id == effect.id, qPrintable(effect.id));
-        }
-        QCOMPARE(offered.size(), 25 + 4);
-        ConfigurationManager::instance()->setAppConfig("effects.extra", QJsonValue());
-    }
-
-    void extra_effects_are_offered_only_while_they_are_asked_for()
-    {
-        auto* config = ConfigurationManager::instance();
-        for (const QJsonValue& asked : {QJsonValue(), QJsonValue(true), QJsonValue("true")}) {
-            config->setAppConfig("effects.extra", asked);
-            const auto offered = EffectsManager(nullptr).groupInfo("id.effect.dynamicMusic").workers;
-            QCOMPARE(offered.size(), asked.toBool() ? 12 : 8);
-        }
-        config->setAppConfig("effects.extra", QJsonValue());
     }
 
     void no_update_interval_makes_timers_run_flat_out()
     {
         auto* config = ConfigurationManager::instance();
         for (const QJsonValue& stored :
-             {QJsonValue(), QJsonValue("fast"), QJsonValue(0), QJsonValue(8001), QJsonValue(40)}) {
+             {QJsonValue("fast"), QJsonValue(0), QJsonValue(8001), QJsonValue(40)}) {
             const int before = m_log->count("does not count");
             config->setAppConfig("devUpdateInterval", stored);
+            const bool isGood = stored.toInt() == 40;
             EffectsManager manager(nullptr);
-            const int expected = stored.toInt() == 40 ? 40 : 80;
             for (const char* effect : {"id.effect.colorful.flowingEffect", "id.effect.marquee.marquee"}) {
                 const std::unique_ptr<IEffectWorker> worker(
                     InternalEffectFactory(nullptr).createWorker(effect));
-                QVERIFY(worker);
                 worker->load(ControlOptions());
-                QCOMPARE(worker->findChild<QTimer*>()->interval(), expected);
+                QCOMPARE(worker->findChild<QTimer*>()->interval(), isGood ? 40 : 80);
                 worker->unload();
             }
-            // Told of once, and left as the user wrote it.
-            const bool isBad = !stored.isNull() && expected == 80;
-            QCOMPARE(m_log->count("does not count") - before, isBad ? 1 : 0);
-            QCOMPARE(config->appConfig("devUpdateInterval"), stored.isNull() ? QJsonValue(80) : stored);
+            QCOMPARE(m_log->count("does not count") - before, isGood ? 0 : 1); // told of once
+            QCOMPARE(config->appConfig("devUpdateInterval"), stored); // and left as the user wrote it
+        }
+        config->setAppConfig("devUpdateInterval", QJsonValue());
+    }
+
+    void a_worker_lives_from_bind_to_unbind()
+    {
+        for (const auto& [effectId, place] : {std::pair(kSync, "main"), {kAsync, "own"}}) { // in whose thread
+            const bool isMain = effectId == kSync;
+            TestManager manager;
+            const auto controller = QSharedPointer<FakeController>::create();
+            const QString id = controller->id();
+            QVERIFY(manager.bindController(controller, effectId));
+            QThread* const workerThread = manager.boundWorker(id)->thread();
+            QThread* deletedIn = nullptr;
+            connect(manager.boundWorker(id).data(), &QObject::destroyed,
+                    [&] { deletedIn = QThread::currentThread(); });
+            QCOMPARE(workerThread == QThread::currentThread(), isMain);
+            QCOMPARE(manager.boundEffectId(id), effectId);
+            QCOMPARE(lastBinding(*controller), effectId);
+            QTRY_COMPARE(controller->pictures.size(), 1);
+            QCOMPARE(controller->pictures.first(), QVector<LV_RGB>(3, LV_RGB{1, 2, 3}));
+
+            controller->setInstallDirection(1);
+            controller->setBrightness(0.25F);
+            controller->setKindName("desk lamp");
+            controller->setEnable(false);
+            QCoreApplication::sendPostedEvents(); // the changes are queued also within one thread
+            manager.setEffectProperty(id, "value", 42);
+            QCOMPARE(manager.effectProperty(id, "value").toInt(), 42);
+            manager.setEffectProperty(id, "throw", 1);
+
+            QJsonArray expected{"desk main"};
+            for (const char* call : {"load", "dir 1", "brightness 0.25", "name desk lamp", "enable 0",
+                                     "set value", "set throw", "read"})
+                expected += QString("%1 %2").arg(call, place);
+            QCOMPARE(manager.effectProperty(id, "journal").toArray(), expected);
+
+            manager.unbindController(id);
+            expected += "unload main";
+            QCOMPARE(storedJournal(effectId, *controller), expected);
+            QVERIFY(isMain || deletedIn == workerThread); // before unbind returned
+            QTRY_COMPARE(deletedIn, workerThread);
+            QVERIFY(manager.boundEffectId(id).isEmpty());
         }
     }
 
-    void a_worker_lives_from_bind_to_unbind_data()
+    void only_another_effect_takes_the_place_of_the_bound_one()
     {
-        QTest::addColumn<QString>("effectId");
-        QTest::newRow("main") << kSync; // in whose thread
-        QTest::newRow("own") << kAsync;
-    }
-    void a_worker_lives_from_bind_to_unbind()
-    {
-        QFETCH(QString, effectId);
-        const QString place = QTest::currentDataTag();
         TestManager manager;
         const auto controller = QSharedPointer<FakeController>::create();
         const QString id = controller->id();
-        QVERIFY(manager.bindController(controller, effectId));
-        QThread* const workerThread = manager.boundWorker(id)->thread();
-        QThread* deletedIn = nullptr;
-        connect(manager.boundWorker(id).data(), &QObject::destroyed,
-                [&] { deletedIn = QThread::currentThread(); });
-        QCOMPARE(workerThread == QThread::currentThread(), place == "main");
-        QCOMPARE(manager.boundEffectId(id), effectId);
-        QCOMPARE(lastBinding(*controller), effectId);
-        QTRY_COMPARE(controller->pictures.size(), 1);
-        QCOMPARE(controller->pictures.first(), QVector<LV_RGB>(3, LV_RGB{1, 2, 3}));
-
-        controller->setInstallDirection(1);
-        controller->setBrightness(0.25F);
-        controller->setKindName("desk lamp");
-        controller->setEnable(false);
-        QCoreApplication::sendPostedEvents(); // the changes are queued also within one thread
-        manager.setEffectProperty(id, "value", 42);
-        QCOMPARE(manager.effectProperty(id, "value").toInt(), 42);
-        manager.setEffectProperty(id, "throw", 1);
-
-        QJsonArray expected{"desk main"};
-        for (const char* call : {"load", "dir 1", "brightness 0.25", "name desk lamp", "enable 0",
-                                 "set value", "set throw", "read"})
-            expected += QString("%1 %2").arg(call, place);
-        QCOMPARE(manager.effectProperty(id, "journal").toArray(), expected);
-
-        manager.unbindController(id);
-        expected += "unload main";
-        QCOMPARE(storedJournal(effectId, *controller), expected);
-        if (place == "own")
-            QCOMPARE(deletedIn, workerThread); // before unbind returned
-        QTRY_COMPARE(deletedIn, workerThread);
-        QVERIFY(manager.boundEffectId(id).isEmpty());
-    }
-
-    void binding_the_same_effect_again_changes_nothing()
-    {
-        TestManager manager;
-        const auto controller = QSharedPointer<FakeController>::create();
-        const auto other = QSharedPointer<FakeController>::create();
         const auto worker = manager.bindController(controller, kSync);
-        QVERIFY(worker != manager.bindController(other, kSync));
+        QVERIFY(worker != manager.bindController(QSharedPointer<FakeController>::create(), kSync));
         QCOMPARE(manager.deskManagersMade, 1); // shared by both
 
-        const QString key = ConfigKeys::lastBindingKey(controller->id(), "id.probe");
+        const QString key = ConfigKeys::lastBindingKey(id, "id.probe");
         ConfigurationManager::instance()->setGlobalValue(key, "untouched");
-        QCOMPARE(manager.bindController(controller, kSync), worker);
+        QCOMPARE(manager.bindController(controller, kSync), worker); // again: changes nothing
         QCOMPARE(lastBinding(*controller), "untouched");
         QCOMPARE(worker->effectProperty("journal").toArray(),
                  (QJsonArray{"desk main", "load main", "read main"}));
 
         QVERIFY(manager.bindController(controller, "id.probe.throwing")); // counts as running
         QCOMPARE(storedJournal(kSync, *controller).last().toString(), "unload main");
-        QCOMPARE(manager.lastBindingEffect(controller->id(), "id.probe"), "id.probe.throwing");
+        QCOMPARE(manager.lastBindingEffect(id, "id.probe"), "id.probe.throwing");
         emit worker->updateColors({LV_RGB{}}); // still held here, but no longer connected
         QCoreApplication::sendPostedEvents();
         QVERIFY(!controller->pictures.contains({LV_RGB{}}));
-    }
 
-    void refused_calls_leave_nothing_bound()
-    {
-        TestManager manager;
-        const auto controller = QSharedPointer<FakeController>::create();
-        const QString id = controller->id();
-        for (const char* effect : {"id.probe.nothing", "id.probe.none", "id.probe.throws"}) {
+        for (const char* refused : {"id.probe.nothing", "id.probe.none", "id.probe.throws"}) {
             QVERIFY(manager.bindController(controller, kSync));
-            QVERIFY(!manager.bindController(controller, effect));
+            QVERIFY(!manager.bindController(controller, refused));
             QVERIFY(manager.boundEffectId(id).isNull());
         }
         QCOMPARE(lastBinding(*controller), kSync);
@@ -209,23 +184,25 @@ private slots:
     {
         TestManager manager;
         const auto controller = QSharedPointer<FakeController>::create();
-        constexpr int kRounds = 50;
         std::atomic<int> deleted{0};
-        for (int i = 0; i < kRounds; ++i) {
-            const auto* worker = manager.bindController(controller, kAsync).data();
-            connect(worker, &QObject::destroyed, [&] { ++deleted; });
-            if (i % 2 == 1)
+        const auto bind = [&] {
+            auto worker = manager.bindController(controller, kAsync);
+            connect(worker.data(), &QObject::destroyed, [&] { ++deleted; });
+            return worker;
+        };
+        for (int i = 1; i <= 50; ++i) {
+            bind();
+            if (i % 2 == 0)
                 manager.effectProperty(controller->id(), "value"); // lets the load run first
             manager.unbindController(controller->id());
-            QCOMPARE(deleted.load(), i + 1);
+            QCOMPARE(deleted.load(), i);
         }
         // A worker that somebody keeps is deleted later, though its thread is gone.
-        auto kept = manager.bindController(controller, kAsync);
-        connect(kept.data(), &QObject::destroyed, [&] { ++deleted; });
+        auto kept = bind();
         manager.unbindController(controller->id());
         QCOMPARE(kept->thread(), QThread::currentThread());
         kept.reset();
-        QTRY_COMPARE(deleted.load(), kRounds + 1);
+        QTRY_COMPARE(deleted.load(), 51);
     }
 
     void what_waits_for_an_async_worker_comes_before_its_unload()
@@ -255,37 +232,23 @@ private slots:
         auto manager = std::make_unique<TestManager>();
         const auto one = QSharedPointer<FakeController>::create();
         const auto two = QSharedPointer<FakeController>::create();
-        manager->bindController(one, kSync);
-        manager->bindController(two, kAsync);
+        const QPointer<IEffectWorker> sync = manager->bindController(one, kSync).data();
+        const QPointer<IEffectWorker> async = manager->bindController(two, kAsync).data();
         const QPointer<IDeskDuplManager> desk = manager->deskManager;
         // Who is told of an unload may want to unbind: once is enough for each of them.
-        for (const auto& controller : {one, two}) {
-            connect(manager->boundWorker(controller->id()).data(), &IEffectWorker::effectPropertyChanged,
-                    [&engine = *manager, one, two] {
-                        engine.unbindController(one->id());
-                        engine.unbindController(two->id());
-                    });
+        for (IEffectWorker* worker : {sync.data(), async.data()}) {
+            connect(worker, &IEffectWorker::effectPropertyChanged, [&engine = *manager, one, two] {
+                engine.unbindController(one->id());
+                engine.unbindController(two->id());
+            });
         }
         bool hadServices = false;
-        connect(manager->boundWorker(two->id()).data(), &QObject::destroyed, [&] { hadServices = desk; });
+        connect(async, &QObject::destroyed, [&] { hadServices = desk; });
         manager->effectProperty(two->id(), "value"); // loaded now
         manager.reset();
         QVERIFY(hadServices && !desk); // a worker in its own thread has them to its end
         QCOMPARE(storedJournal(kSync, *one), (QJsonArray{"desk main", "load main", "unload main"}));
         QCOMPARE(storedJournal(kAsync, *two), (QJsonArray{"desk main", "load own", "unload main"}));
-    }
-
-    void a_broken_group_file_stops_nothing()
-    {
-        QVERIFY(QDir().mkdir("effects/1.json"));
-        for (const QByteArray& bytes : {QByteArray(), kOneGroup.left(40), QByteArray(100000, '['),
-                                        QByteArray(R"({"groups": {"id": "x"}})"),
-                                        QByteArray(R"({"groups": [7, null, {"id": 7}, {"name": "x"}]})")}) {
-            WorkingFolder::writeFile("0.json", bytes); // listed before the good file
-            EffectsManager manager(nullptr);
-            QCOMPARE(manager.groupInfo("id.probe").order, 7);
-            QCOMPARE(manager.defaultEffect("id.probe"), kSync);
-        }
     }
 
     void groups_are_walked_in_order_and_wrap()
@@ -310,36 +273,31 @@ private slots:
         QCOMPARE(manager.lastBindingEffect("never seen", "a.last"), "z");
     }
 
-    void without_the_folder_the_builtin_effects_remain()
-    {
-        QVERIFY(QDir("effects").removeRecursively());
-        EffectsManager manager(nullptr);
-        QVERIFY(manager.groupIds().size() >= 4);
-        QVERIFY(manager.nextGroupByOrder("id.effect.screenSync").isEmpty());
-        QCOMPARE(manager.previousGroupByOrder("id.effect.screenSync"), "id.effect.colorful");
-        // The group has no default: its first effect, so that a device is not left with nothing.
-        QVERIFY(manager.defaultEffect("id.effect.colorful").isEmpty());
-        QCOMPARE(manager.usableEffect(""), "id.effect.colorful.flowingEffect");
-        QVERIFY(manager.usableEffect("nobody").isEmpty());
-    }
-
-    void a_bad_plugin_stops_nothing()
+    void bad_plugins_and_group_files_stop_nothing()
     {
         QFile good(PROBE_PLUGIN);
         QVERIFY(good.open(QIODevice::ReadOnly));
         WorkingFolder::writeFile("0-cut.so", good.read(good.size() / 2));
         WorkingFolder::writeFile("0-empty.so", {});
         WorkingFolder::writeFile("0-text.so", QByteArray(5000, 'x'));
-        QVERIFY(QDir().mkdir("effects/0-folder.so"));
+        QVERIFY(QDir().mkdir("effects/0-folder.so") && QDir().mkdir("effects/1.json"));
         WorkingFolder::addPlugin(EXAMPLE_ENUMERATOR);
         WorkingFolder::addPlugin(THROWING_PLUGIN);
-        EffectsManager manager(nullptr);
-        QCOMPARE(m_log->count("Failed to load IEffectFactory instance by path: "), 5);
-        // Of the probe the sound entries are there, those without a group not, and a built-in effect keeps
-        // its id.
-        QCOMPARE(manager.groupInfo("id.probe").workers.size(), 5);
-        QVERIFY(!manager.groupIds().contains("") && manager.effectOptions("nodot").id.isEmpty());
-        QCOMPARE(manager.effectOptions("id.effect.singleColor.singleColor1").name, "单色模式");
+        for (const QByteArray& bytes : {QByteArray(), kOneGroup.left(40), QByteArray(100000, '['),
+                                        QByteArray(R"({"groups": {"id": "x"}})"),
+                                        QByteArray(R"({"groups": [7, null, {"id": 7}, {"name": "x"}]})")}) {
+            WorkingFolder::writeFile("0.json", bytes); // listed before the good file
+            const int before = m_log->count("Failed to load IEffectFactory instance by path: ");
+            EffectsManager manager(nullptr);
+            QCOMPARE(m_log->count("Failed to load IEffectFactory instance by path: ") - before, 5);
+            QCOMPARE(manager.groupInfo("id.probe").order, 7);
+            QCOMPARE(manager.defaultEffect("id.probe"), kSync);
+            // Of the probe the sound entries are there, those without a group not, and a built-in effect
+            // keeps its id.
+            QCOMPARE(manager.groupInfo("id.probe").workers.size(), 5);
+            QVERIFY(!manager.groupIds().contains("") && manager.effectOptions("nodot").id.isEmpty());
+            QCOMPARE(manager.effectOptions("id.effect.singleColor.singleColor1").name, "单色模式");
+        }
     }
 };
 
