@@ -10,7 +10,6 @@
 #include "support/config/ConfigurationManager.h"
 
 #include <QJsonObject>
-#include <QSaveFile>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -98,14 +97,6 @@ struct CountedDialogue : ProbeDialogue
     bool isAlive = true; ///< the port that was handed over with the answer
 };
 
-void write(const QString& path, const QByteArray& bytes)
-{
-    QSaveFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    QVERIFY(file.commit());
-}
-
 /// What the collector makes of pieces that come `gapMs` apart, in a program that looks every ten
 /// milliseconds, `phase` of them before the first piece.
 QByteArray collected(const QList<QByteArray>& pieces, int gapMs, int phase)
@@ -187,30 +178,6 @@ private slots:
         QVERIFY(flood.size() < 200 && !ProbeReply::parse(flood).isValid());
         for (int gapMs : {1, 10, 29}) // too long, or too slow to become too long
             QVERIFY(!ProbeReply::parse(collected(bytesOf(endless.left(2000)), gapMs, 0)).isValid());
-    }
-
-    void theListOfBridgedPortsIsFollowed()
-    {
-        const LogCapture log;
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("ports.json");
-        BridgedSerialPortSource source(file); // not there yet
-        QString arrived;
-        connect(&source, &ISerialPortSource::portArrived, this,
-                [&](const QString& name) { arrived += name; });
-        const QByteArray b = R"({"name":"b","location":"/y","description":"CH340"})";
-        write(file, '[' + b + R"(,{"name":"a","location":"/x"},7,{"name":"no location"}])");
-        QTRY_COMPARE(arrived, "ba");
-        QCOMPARE(source.availablePorts().size(), 2);
-        write(file, '[' + b + R"(,{"name":"a","location":"/x2"}])"); // moved
-        QTRY_COMPARE(arrived, "baa");
-        write(file, "[{"); // in the middle of being written
-        QTRY_VERIFY(log.contains("Ignored broken list of serial ports"));
-        QCOMPARE(source.find("a").systemLocation, "/x2");
-        QVERIFY(QFile::remove(file));
-        QTRY_VERIFY(source.availablePorts().isEmpty());
-        write(file, '[' + b + ']'); // comes back
-        QTRY_COMPARE(arrived, "baab");
     }
 
     void devicesAreFoundWithTheirIdentityAndSettings()

@@ -10,23 +10,27 @@ using namespace MusicTestKit;
 
 namespace {
 
-const QString kPeaks = "id.effect.dynamicMusic.peakValues_8";
 const QString kMeters = "id.effect.dynamicMusic.test";
+const QString kPeaks = "id.effect.dynamicMusic.peakValues_8";
 
-QString stateOf(IEffectWorker& effect)
+struct Listening : Running<AudioPeakValues>
 {
-    return effect.effectProperty("captureId").toString();
-}
-
-/// What the latest announcement of a property said.
-QJsonValue announced(const QSignalSpy& changes, const char* key)
-{
-    for (int i = changes.size() - 1; i >= 0; --i) {
-        if (changes.at(i).at(0) == key)
-            return changes.at(i).at(1).toJsonValue();
+    Listening()
+        : Running(kPeaks, strip(4))
+    {
     }
-    return QJsonValue::Undefined;
-}
+    QString sourceId() { return effectProperty("captureId").toString(); }
+    /// What the latest announcement of a property said.
+    QJsonValue announced(const char* key) const
+    {
+        QJsonValue latest = QJsonValue::Undefined;
+        for (const QVariantList& change : changes)
+            latest = change.at(0) == key ? change.at(1).toJsonValue() : latest;
+        return latest;
+    }
+
+    QSignalSpy changes{this, &IEffectWorker::effectPropertyChanged};
+};
 
 /// A language in which the default source has one name.
 class OtherLanguage : public QTranslator
@@ -73,7 +77,7 @@ private slots:
     void recordingGoesOnFromOneEffectToTheNext()
     {
         setSources({kSpeaker}, 24 * 3600 * 1000);
-        Running<AudioPeakValues>(kPeaks, strip(4)).unload();
+        Listening().unload();
         QCoreApplication::processEvents();
         const Running<MusicMode1> next(kMeters, strip(4));
         QCOMPARE(m_backend->attached, QStringList{"default"});
@@ -85,21 +89,23 @@ private slots:
         constexpr int kLinger = 50;
         for (const bool isHeld : {true, false}) {
             setSources({kSpeaker}, kLinger);
-            m_manager->acquireCapturer("default");
-            m_manager->releaseCapturer("default");
+            const auto acquire = [this] { return m_manager->acquireCapturer("default"); };
+            const auto release = [this] { m_manager->releaseCapturer("default"); };
+            acquire();
+            release();
             QString atFirstEnd; // timers come in the order of their times, however late
             QTimer::singleShot(kLinger, [&] { atFirstEnd = m_backend->attached.value(0, "nothing"); });
             QTimer::singleShot(kLinger / 5, [&] {
-                m_manager->acquireCapturer("default");
+                acquire();
                 if (!isHeld)
-                    m_manager->releaseCapturer("default");
+                    release();
             });
             QTRY_COMPARE(atFirstEnd, QString("default"));
             if (isHeld)
-                m_manager->releaseCapturer("default");
-            m_manager->releaseCapturer("default"); // once too often
-            QVERIFY(m_manager->acquireCapturer("default"));
-            m_manager->releaseCapturer("default");
+                release();
+            release(); // once too often
+            QVERIFY(acquire());
+            release();
             QTRY_VERIFY(m_backend->attached.isEmpty());
         }
     }
@@ -108,103 +114,92 @@ private slots:
     {
         setSources({kSpeaker});
         ConfigurationManager::instance()->setEffectJsonValue(kPeaks, "LVTEST:01", "audioSource", "headset");
-        Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QCOMPARE(stateOf(effect), QString("default"));
-        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        Listening effect;
+        QCOMPARE(effect.sourceId(), QString("default"));
         m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(stateOf(effect), QString("headset"));
+        QTRY_COMPARE(effect.sourceId(), QString("headset"));
         QTRY_COMPARE(m_backend->attached, QStringList{"headset"});
-        QCOMPARE(effect.effectProperty("").toObject()["capturers"].toArray().size(), 3);
         m_backend->offer({kSpeaker});
-        QTRY_COMPARE(stateOf(effect), QString("default"));
-        QCOMPARE(announced(changes, "captureId"), QJsonValue("default"));
+        QTRY_COMPARE(effect.sourceId(), QString("default"));
         effect.unload(); // the program quits while the headset is away
         QTRY_VERIFY(m_backend->attached.isEmpty());
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
 
-        Running<AudioPeakValues> next(kPeaks, strip(4));
+        Listening next;
         m_backend->offer({}); // the whole server
         QTRY_VERIFY(m_backend->attached.isEmpty());
         m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(stateOf(next), QString("headset"));
+        QTRY_COMPARE(next.sourceId(), QString("headset"));
         m_backend->offer({kSpeaker});
-        QTRY_COMPARE(stateOf(next), QString("default"));
-        QSignalSpy answers(&next, &IEffectWorker::effectPropertyChanged);
+        QTRY_COMPARE(next.sourceId(), QString("default"));
+        next.changes.clear();
         next.setEffectProperty("captureId", "headset"); // is not there: the form goes back
-        QCOMPARE(announced(answers, "captureId"), QJsonValue("default"));
+        QCOMPARE(next.announced("captureId"), QJsonValue("default"));
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("headset"));
-        answers.clear();
-        next.setEffectProperty("captureId", "default");                   // now it is what the user wants
-        QCOMPARE(announced(answers, "captureId"), QJsonValue("default")); // the last word to an open form
+        next.changes.clear();
+        next.setEffectProperty("captureId", "default");               // now it is what the user wants
+        QCOMPARE(next.announced("captureId"), QJsonValue("default")); // the last word to an open form
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue("default"));
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);
-        QCOMPARE(stateOf(next), QString("default"));
+        QCOMPARE(next.sourceId(), QString("default"));
     }
 
     void openFormIsToldOfEveryChange()
     {
         setSources({kSpeaker});
-        Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
-        const auto isTold = [&] {
-            const QJsonObject all = effect.effectProperty("").toObject();
-            return announced(changes, "capturers") == all["capturers"] &&
-                   announced(changes, "captureId") == all["captureId"];
+        Listening effect;
+        const auto isTold = [&effect](int count, const QString& firstName) {
+            const QJsonValue list = effect.announced("capturers");
+            return list == effect.effectProperty("capturers") && list.toArray().size() == count &&
+                   list[0]["desc"].toString() == firstName &&
+                   effect.announced("captureId") == effect.effectProperty("captureId");
         };
-        const auto firstName = [&] { return announced(changes, "capturers")[0]["desc"].toString(); };
         m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(announced(changes, "capturers").toArray().size(), 3);
-        QVERIFY(isTold());
+        QTRY_VERIFY(isTold(3, "默认输出 (Speaker)"));
         OtherLanguage language;
         QCoreApplication::installTranslator(&language);
-        QTRY_COMPARE(firstName(), QString("Default: Speaker"));
-        QVERIFY(isTold());
+        QTRY_VERIFY(isTold(3, "Default: Speaker"));
         QCoreApplication::removeTranslator(&language);
-        QTRY_COMPARE(firstName(), QString("默认输出 (Speaker)"));
+        QTRY_VERIFY(isTold(3, "默认输出 (Speaker)"));
         m_backend->offer({});
-        QTRY_COMPARE(announced(changes, "capturers"), QJsonValue(QJsonArray()));
-        QVERIFY(isTold());
+        QTRY_VERIFY(isTold(0, QString()));
     }
 
     void stripIsDarkAndThePageSaysWhyWithoutASource()
     {
         setSources({});
-        Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        Listening effect;
         const QString notice = effect.effectProperty("notice").toString();
         QVERIFY(!notice.isEmpty());
         QVERIFY(!effect.effectProperty("").toObject().contains("notice"));
         QTRY_COMPARE(effect.last(), Frame(4, kBlack)); // what was there before is gone
 
         m_backend->offer({kSpeaker});
-        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(""));
+        QTRY_COMPARE(effect.announced("notice"), QJsonValue(""));
         speak("default", "1");
         QTRY_VERIFY(!lit(effect.last()).isEmpty());
         speak("default", "1"); // on its way while the source goes
         m_backend->offer({});
-        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(notice));
+        QTRY_COMPARE(effect.announced("notice"), QJsonValue(notice));
         QVERIFY(!lit(effect.last()).isEmpty());
         QTRY_COMPARE(effect.last(), Frame(4, kBlack));
 
         m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(announced(changes, "notice"), QJsonValue(""));
-        changes.clear();
+        QTRY_COMPARE(effect.announced("notice"), QJsonValue(""));
+        effect.changes.clear();
         effect.setEffectProperty("captureId", "headset"); // from one to the other: never without
-        QVERIFY(announced(changes, "notice").isUndefined());
+        QVERIFY(effect.announced("notice").isUndefined());
     }
 
     void sourceThatSpeaksIsNotInterruptedByBlack()
     {
         setSources({kSpeaker});
-        Running<AudioPeakValues> effect(kPeaks, strip(4));
-        QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
+        Listening effect;
         speak("default", "1");
-        bool isOver = false;
-        QTimer::singleShot(600, [&isOver] { isOver = true; });
-        QTRY_VERIFY(isOver);
+        QTest::qWait(600); // long enough to go dark
         QCOMPARE(effect.frames.count(), 1);
-        QCOMPARE(changes.count(), 0);
+        QCOMPARE(effect.changes.count(), 0);
 
         m_backend->offer({kSpeaker, kHeadset});
         QTRY_COMPARE(m_manager->allCapturers().size(), 3);
@@ -217,21 +212,15 @@ private slots:
     void microphoneIsHeardOnlyWhenItIsChosen()
     {
         setSources({kHeadset});
-        Running<AudioPeakValues> effect(kPeaks, strip(4));
+        Listening effect;
         m_backend->offer({});
         QTRY_VERIFY(m_manager->allCapturers().isEmpty());
         m_backend->offer({kHeadset}); // not when it is there and not when it comes
         QTRY_VERIFY(!m_manager->allCapturers().isEmpty());
-        QCOMPARE(stateOf(effect), QString());
+        QCOMPARE(effect.sourceId(), QString());
         QVERIFY(m_backend->attached.isEmpty());
         effect.unload();
         QCOMPARE(stored(kPeaks, "audioSource"), QJsonValue(""));
-
-        Running<AudioPeakValues> next(kPeaks, strip(4));
-        m_backend->offer({kSpeaker, kHeadset});
-        QTRY_COMPARE(stateOf(next), QString("default"));
-        next.setEffectProperty("captureId", "headset");
-        QCOMPARE(stateOf(next), QString("headset"));
     }
 
 private:

@@ -146,23 +146,6 @@ private slots:
         config()->setAppConfig("devUpdateInterval", 8000);
     }
 
-    void aLedGoesWhereItIsDropped()
-    {
-        Editor editor({{20, 10}, {30, 10}});
-        QPoint from(30, 10);
-        for (const auto& [to, cell] : {std::pair(QPoint(7, 3), QPoint(7, 3)),
-                                       {QPoint(-30, -30), QPoint(0, 0)},
-                                       {QPoint(41, 21), QPoint(39, 19)}}) {
-            editor.moveCell(from, to);
-            editor.click(cell); // which is no move, even of one at the edge
-            QCOMPARE(editor.stored(), (Points{{20, 10}, cell}));
-            QCOMPARE(editor.shown(), editor.stored());
-            const LEDItem* item = editor.items()[1]; // snapped: its centre is the cell's
-            QCOMPARE(editor.view().mapFromScene(item->pos() + item->rect().center()), editor.at(cell));
-            from = cell;
-        }
-    }
-
     void aReversedDeviceIsShownAsTheScreenIs()
     {
         Editor editor({{0, 5}, {30, 10}}, 1);

@@ -57,31 +57,25 @@ private slots:
         QCOMPARE(colorsOf(*loaded<LeftHalfScreen>(67), frame)[0], (LV_RGB{23, 198, 7})); // the lowest
         QCOMPARE(colorsOf(*loaded<RightHalfScreen>(67), frame)[0], (LV_RGB{142, 0, 7})); // the highest
         QCOMPARE(colorsOf(*loaded<RightHalfScreen>(67, 1), frame)[0], (LV_RGB{96, 0, 7}));
-    }
-
-    void frameAndStripMayBeTooSmall()
-    {
+        // Frames and strips may be too small.
         QCOMPARE(colorsOf(*loaded<BottomHalfScreen>(10), positionFrame(3, 4)).size(), 10);
         QVERIFY(colorsOf(*loaded<RightHalfScreen>(10), positionFrame(1, 4)).isEmpty());
-        QVERIFY(colorsOf(*loaded<LeftHalfScreen>(0), positionFrame()).isEmpty());
+        QVERIFY(colorsOf(*loaded<LeftHalfScreen>(0), frame).isEmpty());
     }
 
     void whatShowsNoPictureIsDarkAndSaysWhy()
     {
-        const auto top = loaded<TopHalfScreen>(10);
-        const auto full = loaded<FullScreenMode>(10);
-        for (AbsScreenSync* mode : QVector<AbsScreenSync*>{top.get(), full.get()}) {
-            colorsOf(*mode, positionFrame());
-            QSignalSpy shown(mode, &AbsScreenSync::updateColors);
-            full->setScreenSize(QSize(0, 67));
-            mode->frameInput(positionFrame(120, mode == full.get() ? 67 : 4));
-            QTRY_COMPARE(shown.size(), 1);
-            QCOMPARE(shown.first().at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(10, {0, 0, 0}));
-            QVERIFY(mode->effectProperty("notice") != QJsonValue(""));
-            full->setScreenSize(QSize(120, 67));
-            colorsOf(*mode, positionFrame());
-            QCOMPARE(mode->effectProperty("notice"), QJsonValue(""));
-        }
+        const auto mode = loaded<FullScreenMode>(10);
+        colorsOf(*mode, positionFrame());
+        QSignalSpy shown(mode.get(), &AbsScreenSync::updateColors);
+        mode->setScreenSize(QSize(0, 67));
+        mode->frameInput(positionFrame());
+        QTRY_COMPARE(shown.size(), 1);
+        QCOMPARE(shown.first().at(0).value<QVector<LV_RGB>>(), QVector<LV_RGB>(10, {0, 0, 0}));
+        QVERIFY(mode->effectProperty("notice") != QJsonValue(""));
+        mode->setScreenSize(QSize(120, 67));
+        colorsOf(*mode, positionFrame());
+        QCOMPARE(mode->effectProperty("notice"), QJsonValue(""));
     }
 
     void aLayoutIsReadKeyByKey()
@@ -132,11 +126,11 @@ private slots:
             mode->setScreenSize(refused);
         QVERIFY(storedMap().isEmpty());
         mode->setScreenSize(QSize(300, 200));
-        mode->setLEDPos(1, QPoint(299, 199));
+        mode->setEffectProperty("LEDPos", led(1, 299, 199));
         for (const QPoint refused : {QPoint(300, 0), QPoint(0, 200), QPoint(-1, 0)})
             mode->setLEDPos(0, refused);
-        mode->setLEDPos(2, QPoint(0, 0));
-        mode->setLEDPos(-1, QPoint(0, 0));
+        for (const int refused : {2, -1})
+            mode->setLEDPos(refused, QPoint(0, 0));
         const QJsonArray leds{led(1, 0, 0), led(2, 299, 199)};
         QCOMPARE(storedMap(), (QJsonObject{{"screenWidth", 300}, {"screenHeight", 200}, {"ledMap", leds}}));
 
@@ -151,9 +145,8 @@ private slots:
         const auto mode = loaded<FullScreenMode>(kLeds);
         mode->setLEDPos(0, QPoint(0, 0));
         QJsonArray leds;
-        for (int i = 0; i < kLeds; ++i)
+        for (int i = 0; i <= kLeds; ++i) // one that the strip does not have
             leds.append(led(i, 7, 60));
-        leds.append(led(kLeds, 7, 60)); // one that the strip does not have
         std::atomic<bool> done{false};
         int partly = 0;
         std::thread reader([&] {
@@ -172,12 +165,10 @@ private slots:
     void theUsersLayoutOutlivesTheDefaultFileUntilAReset()
     {
         writeDefaultFile(R"({"key_len": 40, "key_wid": 20, "key_array": [{"id": 1, "x": 5, "y": 6}]})");
-        {
-            const auto first = loaded<FullScreenMode>(1);
-            QCOMPARE(layoutOf(*first), QJsonArray{led(0, 5, 6)});
-            first->setEffectProperty("LEDPos", led(0, 39, 19));
-            first->unload();
-        }
+        const auto first = loaded<FullScreenMode>(1);
+        QCOMPARE(layoutOf(*first), QJsonArray{led(0, 5, 6)});
+        first->setLEDPos(0, QPoint(39, 19));
+        first->unload();
         const auto worker = loaded<FullScreenMode>(1);
         QCOMPARE(layoutOf(*worker), QJsonArray{led(0, 39, 19)});
         const QJsonObject users = storedMap();
@@ -228,20 +219,6 @@ private slots:
         mode->setEffectProperty("resetCmd", QJsonValue());
         QCOMPARE(layoutOf(*mode), QJsonArray{led(0, 299, 199)});
         QCOMPARE(colorsOf(*mode, positionFrame()).value(0), (LV_RGB{238, 198, 7}));
-    }
-
-    void theFullScreenAddsItsPropertiesToTheBase()
-    {
-        const auto source = loaded<FullScreenMode>(2, 1);
-        source->setEffectProperty("LEDMap", QJsonArray{led(0, 3, 4), led(1, 200, 4), led(7, 1, 1)});
-        const QJsonObject all = source->effectProperty("").toObject();
-        // Of these the layout, the canvas and the source stay with their device.
-        QCOMPARE(source->effectProperty(EffectProperties::kLook).toObject().keys(),
-                 (QStringList{"blur", "saturation", "wipeDarkSide"}));
-        const auto copy = loaded<FullScreenMode>(2);
-        copy->setEffectProperty("", all);
-        copy->setEffectProperty("", QJsonObject{{"saturation", 0.5}}); // what is not named stays
-        QCOMPARE(layoutOf(*copy), (QJsonArray{led(0, 3, 4), led(1, 1, 0)}));
     }
 
 private:
