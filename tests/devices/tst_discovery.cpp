@@ -24,11 +24,6 @@ const QString kId = "LV0127:01020304";
 /// The program's side: the list of ports in a file, an enumerator on it, and what it found.
 struct Discovery
 {
-    explicit Discovery(DiscoveryTiming timing = kQuick)
-        : m_timing(timing)
-    {
-    }
-
     StripSimulator::Options options(int number = 0) const
     {
         StripSimulator::Options result;
@@ -37,10 +32,10 @@ struct Discovery
         result.serial[0] = static_cast<char>(number + 1);
         return result;
     }
-    void start()
+    void start(DiscoveryTiming timing = kQuick)
     {
         auto source = std::make_unique<BridgedSerialPortSource>(folder.filePath("ports.json"));
-        enumerator = std::make_unique<LVControllerEnumerator>(std::move(source), m_timing);
+        enumerator = std::make_unique<LVControllerEnumerator>(std::move(source), timing);
         QObject::connect(enumerator.get(), &IDeviceEnumerator::deviceEnabled, enumerator.get(),
                          [this](const AbsRGBControllerPtr& controller) {
                              ++count;
@@ -56,9 +51,6 @@ struct Discovery
     QList<AbsRGBControllerPtr> found;
     int count = 0;
     bool keep = true; ///< false: a device manager that refuses every controller
-
-private:
-    DiscoveryTiming m_timing;
 };
 
 /// Plugged in, and silent when it is asked.
@@ -131,13 +123,7 @@ private slots:
 
     void repliesAreTakenApartHoweverTheyAreCut()
     {
-        struct Row
-        {
-            const char* text;
-            const char* hexBehind;
-            QString id;
-        };
-        const Row rows[] = {
+        const std::tuple<const char*, const char*, QString> rows[] = {
             {"lv0n03,", "00ff80000d0a", "LV0N03:00FF8000"},
             {"LV0127,", "2c2c010d0a", "LV0127:2C2C01"}, // commas in the serial
             {"LV0127", "0d0a", "LV0127"},
@@ -149,21 +135,21 @@ private slots:
             {"LV", "", ""},
             {"x\nLV0127,", "01020d0a", ""},
         };
-        for (const Row& row : rows) {
-            const QByteArray raw = row.text + QByteArray::fromHex(row.hexBehind);
+        for (const auto& [text, hexBehind, id] : rows) {
+            const QByteArray raw = text + QByteArray::fromHex(hexBehind);
             const ProbeReply reply = ProbeReply::parse(raw);
-            QCOMPARE(reply.id, row.id);
-            QCOMPARE(reply.model, row.id.section(':', 0, 0));
-            QCOMPARE(reply.serial, row.id.section(':', 1));
-            QCOMPARE(reply.isValid(), !row.id.isEmpty());
+            QCOMPARE(reply.id, id);
+            QCOMPARE(reply.model, id.section(':', 0, 0));
+            QCOMPARE(reply.serial, id.section(':', 1));
+            QCOMPARE(reply.isValid(), !id.isEmpty());
             for (int phase = 0; phase < 10; ++phase) {
                 for (int gapMs : {0, 1, 5, 15, 29}) {
                     for (int cut = 0; cut <= raw.size(); ++cut) {
                         const QByteArray whole = collected({raw.left(cut), raw.mid(cut)}, gapMs, phase);
-                        QCOMPARE(ProbeReply::parse(whole).id, row.id);
-                        QVERIFY(row.id.isEmpty() || whole == raw);
+                        QCOMPARE(ProbeReply::parse(whole).id, id);
+                        QVERIFY(id.isEmpty() || whole == raw);
                     }
-                    QCOMPARE(ProbeReply::parse(collected(bytesOf(raw), gapMs, phase)).id, row.id);
+                    QCOMPARE(ProbeReply::parse(collected(bytesOf(raw), gapMs, phase)).id, id);
                 }
             }
         }
@@ -185,7 +171,7 @@ private slots:
         auto* config = ConfigurationManager::instance();
         config->controllerJsonObj(kId) = {{"nbLeds", 30}, {"kindName", "desk"}};
         // Silence long enough for a sender that a busy machine holds up, and longer than the answer may take.
-        Discovery discovery({5, 100, 20, 600, 1500});
+        Discovery discovery;
         auto options = discovery.options(1);
         options.replyMode = StripSimulator::ReplyMode::ByteByByte;
         StripSimulator there(options);
@@ -193,7 +179,7 @@ private slots:
         options.description = "modem";
         StripSimulator modem(options);
         QVERIFY(there.plugIn() && modem.plugIn());
-        discovery.start();
+        discovery.start({5, 100, 20, 600, 1500});
         QTRY_COMPARE(discovery.idAt(0), "LV0127:02020304");
         QCOMPARE(there.counters().probes, 1);
         StripSimulator arriving(discovery.options(0));
@@ -278,11 +264,11 @@ private slots:
 
     void aPortThatArrivesTwiceIsAdoptedOnce()
     {
-        Discovery discovery({5, 100, 20, 3000});
+        Discovery discovery;
         auto options = discovery.options();
         options.replyDelayMs = 100; // the second probe comes in between
         StripSimulator simulator(options);
-        discovery.start();
+        discovery.start({5, 100, 20, 3000});
         const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
         QVERIFY(simulator.plugIn());
         emit discovery.enumerator->deviceArrival("ttySIM0");
@@ -363,12 +349,12 @@ private slots:
 
     void aSlowDeviceIsGivenALongWait()
     {
-        Discovery discovery({5, 50, 20, 200, 30, 100});
+        Discovery discovery;
         auto options = discovery.options();
         options.replyDelayMs = 500;
         StripSimulator simulator(options);
         QVERIFY(simulator.plugIn());
-        discovery.start();
+        discovery.start({5, 50, 20, 200, 30, 100});
         QTRY_COMPARE(discovery.idAt(0), kId);
         QVERIFY(simulator.counters().probes >= 3); // asked anew during the wait: the first may have been lost
     }

@@ -97,20 +97,12 @@ private slots:
 
     void framesHaveHeaderAndPadding()
     {
-        struct Row
-        {
-            quint32 nbLeds;
-            int colors;
-            const char* header;
-            int leds; // in the frame
-        };
-        for (const Row& row :
-             {Row{20, 10, "416461000014", 20}, {20, 30, "416461000014", 30}, {65538, 1, "416461000002", 2}}) {
-            const QByteArray frame =
-                LedFrame::build(LedFrame::header(row.nbLeds), picture(0x0102, row.colors));
-            QCOMPARE(frame.toHex(), QByteArray(row.header) + QByteArray("0102ff").repeated(row.colors) +
-                                        QByteArray("000000").repeated(row.leds - row.colors));
-        }
+        for (const auto& [nbLeds, colors, header, dark] : {std::tuple(20U, 10, "416461000014", 10),
+                                                           {20U, 30, "416461000014", 0},
+                                                           {65538U, 1, "416461000002", 1}})
+            QCOMPARE(LedFrame::build(LedFrame::header(nbLeds), picture(0x0102, colors)).toHex(),
+                     QByteArray(header) + QByteArray("0102ff").repeated(colors) +
+                         QByteArray("000000").repeated(dark));
     }
 
     void theLineNeverOwesMoreThanAFrameAndAHalf()

@@ -74,16 +74,6 @@ private slots:
         QVERIFY(m_backend->attached.isEmpty());
     }
 
-    void recordingGoesOnFromOneEffectToTheNext()
-    {
-        setSources({kSpeaker}, 24 * 3600 * 1000);
-        Listening().unload();
-        QCoreApplication::processEvents();
-        const Running<MusicMode1> next(kMeters, strip(4));
-        QCOMPARE(m_backend->attached, QStringList{"default"});
-        QCOMPARE(m_backend->begun, 1);
-    }
-
     void sourceLivesOnFromItsLastReleaseNotFromAnEarlierOne()
     {
         constexpr int kLinger = 50;
