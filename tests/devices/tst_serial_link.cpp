@@ -53,28 +53,22 @@ struct Strip
     std::unique_ptr<LVController> controller;
 };
 
-StripSimulator::Options simulated(const QTemporaryDir& folder, int bytesPerSecond = 0)
-{
-    StripSimulator::Options options;
-    options.portsFile = folder.filePath("ports.json");
-    options.bytesPerSecond = bytesPerSecond;
-    return options;
-}
-
 /// A simulated device that is plugged in, and what was logged since.
 struct Line
 {
     explicit Line(int bytesPerSecond = 0, int hangUpAfterBytes = 0)
-        : simulator(simulated(folder, bytesPerSecond))
     {
-        simulator.setHangUpAfterBytes(hangUpAfterBytes);
-        if (!simulator.plugIn())
+        StripSimulator::Options options;
+        options.portsFile = folder.filePath("ports.json");
+        options.bytesPerSecond = bytesPerSecond;
+        options.hangUpAfterBytes = hangUpAfterBytes;
+        simulator = std::make_unique<StripSimulator>(options);
+        if (!simulator->plugIn())
             qFatal("no simulated device");
     }
-
     const QTemporaryDir folder;
     const LogCapture log;
-    StripSimulator simulator;
+    std::unique_ptr<StripSimulator> simulator;
 };
 
 /// A node of its own, even in the place of another.
@@ -147,32 +141,32 @@ private slots:
     {
         Line line(kRealLine);
         {
-            const Strip strip(line.simulator.location(), 120);
+            const Strip strip(line.simulator->location(), 120);
             for (int i = 1; i <= 250; ++i)
                 strip.controller->update(picture(i, 120));
-            QTRY_COMPARE(numberOf(line.simulator.lastFrame()), 250);
-            QCOMPARE(line.simulator.counters().frames + static_cast<qint64>(strip.serial->droppedFrames()),
+            QTRY_COMPARE(numberOf(line.simulator->lastFrame()), 250);
+            QCOMPARE(line.simulator->counters().frames + static_cast<qint64>(strip.serial->droppedFrames()),
                      250);
             for (int i = 1; i <= 250; ++i)
                 strip.controller->update(picture(i, 120));
         }
         QCOMPARE(line.log.count(kReleased + "true , nbLEDS: 120"), 1);
-        QTRY_COMPARE(line.simulator.lastFrame().colors, QVector<LV_RGB>(120));
-        QVERIFY(line.simulator.counters().frames < 20);
-        QCOMPARE(line.simulator.counters().garbageBytes, 0);
+        QTRY_COMPARE(line.simulator->lastFrame().colors, QVector<LV_RGB>(120));
+        QVERIFY(line.simulator->counters().frames < 20);
+        QCOMPARE(line.simulator->counters().garbageBytes, 0);
     }
 
     void aHangUpIsToldOnce()
     {
         for (const bool inTheMiddleOfAFrame : {false, true}) {
             Line line(0, inTheMiddleOfAFrame ? 366 + 100 : 0);
-            const Strip strip(line.simulator.location(), 120);
+            const Strip strip(line.simulator->location(), 120);
             QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
             QSignalSpy errors(strip.serial, &LVSerialPort::errorOccurred);
             strip.controller->update(picture(1, 120));
-            QTRY_COMPARE(line.simulator.counters().frames, 1);
+            QTRY_COMPARE(line.simulator->counters().frames, 1);
             if (!inTheMiddleOfAFrame)
-                line.simulator.unplug();
+                line.simulator->unplug();
             for (int i = 0; i < 20; ++i) { // the effect does not know yet
                 strip.controller->update(picture(i, 120));
                 QTest::qWait(10);
@@ -187,7 +181,7 @@ private slots:
     {
         const Line line(0, 100); // hangs up during the release
         {
-            const Strip strip(line.simulator.location(), 120);
+            const Strip strip(line.simulator->location(), 120);
         }
         QCOMPARE(line.log.count(kReleased + "false , nbLEDS: 120"), 1);
         const int master = posix_openpt(O_RDWR | O_NOCTTY);
@@ -216,13 +210,13 @@ private slots:
     void chatterIsReadSlowlyAndIsNoPress()
     {
         Line line;
-        const Strip strip(line.simulator.location(), 1);
+        const Strip strip(line.simulator->location(), 1);
         QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
         QSignalSpy status(strip.controller.get(), &AbsRGBController::statusChanged);
         QElapsedTimer clock;
         clock.start();
         for (int more = 0; more < 100; more += line.log.contains("talks without end") ? 1 : 0) {
-            QVERIFY(line.simulator.send(QByteArray("\xff\0\0", 3)));
+            QVERIFY(line.simulator->send(QByteArray("\xff\0\0", 3)));
             QTest::qWait(1);
         }
         QVERIFY(line.log.count("Received some data") <= 21 * (clock.elapsed() / TalkGuard::kWindowMs + 1));
@@ -231,18 +225,18 @@ private slots:
             emit strip.serial->port()->readyRead();
         };
         QMetaObject::invokeMethod(strip.serial, readLate, Qt::BlockingQueuedConnection);
-        QVERIFY(line.simulator.send("B"));
+        QVERIFY(line.simulator->send("B"));
         QTRY_VERIFY(line.log.contains("B\""));
         QCoreApplication::processEvents();
         QCOMPARE(pressed.count(), 0);
-        QVERIFY(line.simulator.pressButton());
+        QVERIFY(line.simulator->pressButton());
         QTRY_COMPARE(pressed.count(), 1); // heard again
 
         for (int chunk = 0; chunk < 40; ++chunk) {
-            line.simulator.send(QByteArray(500, '\xff'));
+            line.simulator->send(QByteArray(500, '\xff'));
             QTest::qWait(1);
         }
-        line.simulator.unplug();
+        line.simulator->unplug();
         QTRY_COMPARE(status.count(), 1); // also behind a full buffer
         QCOMPARE(line.log.count("talks without end"), 1);
     }
@@ -250,22 +244,22 @@ private slots:
     void everyChunkThatBeginsWithNulIsAPress()
     {
         Line line;
-        const Strip strip(line.simulator.location(), 1);
+        const Strip strip(line.simulator->location(), 1);
         QSignalSpy pressed(strip.controller.get(), &AbsRGBController::devActionActived);
         const auto chunksRead = [&] { return line.log.count("Received some data"); };
         int chunks = 0;
         int presses = 0;
         for (const QByteArray& chunk : {QByteArray(1, '\0'), QByteArray("\0A", 2), QByteArray("A\0", 2)}) {
-            QVERIFY(line.simulator.send(chunk));
+            QVERIFY(line.simulator->send(chunk));
             ++chunks;
             QTRY_COMPARE(chunksRead(), chunks);
             presses += chunk.at(0) == '\0' ? 1 : 0;
             QTRY_COMPARE(pressed.count(), presses);
         }
         for (const int pauseMs : {0, 1, 5, 30}) { // those that are read in one piece count as one
-            QVERIFY(line.simulator.pressButton());
+            QVERIFY(line.simulator->pressButton());
             QTest::qWait(pauseMs);
-            QVERIFY(line.simulator.pressButton());
+            QVERIFY(line.simulator->pressButton());
             QTRY_VERIFY(pressed.count() > presses);
             presses = pressed.count();
         }
@@ -332,7 +326,7 @@ private slots:
     void anErrorDoesNotOvertakeTheHandOver()
     {
         const Line line;
-        const Strip strip(line.simulator.location(), 1);
+        const Strip strip(line.simulator->location(), 1);
         emit strip.serial->errorOccurred(QSerialPort::ReadError, QString());
         std::unique_ptr<QSignalSpy> owner; // connects in an event of its own, as a device manager does
         const auto connectOwner = [&] {

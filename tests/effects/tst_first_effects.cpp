@@ -17,11 +17,6 @@ using namespace MusicTestKit;
 
 namespace {
 
-Frame lastFrame(const QSignalSpy& frames)
-{
-    return frames.isEmpty() ? Frame() : frames.last().at(0).value<Frame>();
-}
-
 /// The clock stands still: the tests make the steps.
 template <typename Effect>
 class Stepped : public Effect
@@ -35,7 +30,7 @@ public:
     Frame after(double seconds)
     {
         this->update(seconds);
-        return lastFrame(frames);
+        return frames.isEmpty() ? Frame() : frames.last().at(0).template value<Frame>();
     }
 
     QSignalSpy frames{this, &IEffectWorker::updateColors};
@@ -84,11 +79,10 @@ private slots:
 
     void aRainbowRunsAlongTheStrip()
     {
-        FlowingEffect effect(entry(kFlowing), nullptr);
-        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-        const auto step = [&] {
+        Running<FlowingEffect> effect(kFlowing, stripOf(0));
+        const auto step = [&effect] {
             QMetaObject::invokeMethod(&effect, "update", Qt::DirectConnection);
-            return lastFrame(frames);
+            return effect.last();
         };
         QCOMPARE(step(), Frame()); // nothing is sent before there are LEDs
 
@@ -191,19 +185,17 @@ private slots:
         const auto storedColor = [] {
             return store()->effectVariant(kSingle, "LVTEST:01", "color").toUInt();
         };
-        SingleColor effect(entry(kSingle), nullptr);
-        QSignalSpy frames(&effect, &IEffectWorker::updateColors);
-        effect.load(stripOf(2));
-        QCOMPARE(lastFrame(frames), Frame(2, LV_RGB{79, 36, 211})); // the first use
+        Running<SingleColor> effect(kSingle, stripOf(2));
+        QCOMPARE(effect.last(), Frame(2, LV_RGB{79, 36, 211})); // the first use
         QTRY_COMPARE(storedColor(), 0xFF4F24D3u);
         effect.unload();
         store()->setEffectVariant(kSingle, "LVTEST:01", "color", 0xFF010203u);
         effect.load(stripOf(1));
-        QCOMPARE(lastFrame(frames), (Frame{{1, 2, 3}}));
-        const int before = frames.count();
+        QCOMPARE(effect.last(), (Frame{{1, 2, 3}}));
+        effect.frames.clear();
         effect.setEffectProperty("color", QJsonArray{250, 20, 30});
-        QCOMPARE(frames.count(), before); // not at once
-        QTRY_COMPARE(lastFrame(frames), (Frame{{250, 20, 30}}));
+        QVERIFY(effect.frames.isEmpty()); // not at once
+        QTRY_COMPARE(effect.last(), (Frame{{250, 20, 30}}));
         effect.setEffectProperty("color", QJsonArray{-5, 999, "x"});
         QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{0, 255, 0}));
         effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});

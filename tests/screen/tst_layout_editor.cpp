@@ -34,10 +34,7 @@ struct Editor
         widget.resize(560, 480);
         fill("", worker->effectProperty(""));
         QObject::connect(&widget, &AbsWorkerWidget::effectPropertyChanged, worker.get(),
-                         [this](const QString& key, const QJsonValue& val) {
-                             if (worker)
-                                 worker->setEffectProperty(key, val);
-                         });
+                         &FullScreenMode::setEffectProperty);
         QObject::connect(
             worker.get(), &AbsScreenSync::effectPropertyChanged, &widget,
             [this](const QString& key, const QJsonValue& val) { fill(key, val); }, Qt::QueuedConnection);
@@ -155,11 +152,10 @@ private slots:
         editor.sendFrame(); // which the worker flips
         QTRY_COMPARE(editor.colorAt({10, 5}), QColor(Qt::red));
         editor.widthBox().setValue(30);
-        QCOMPARE(editor.shown(), (Points{{29, 5}, {0, 10}}));
-        editor.worker->onCtlDirChanged(0);
-        QTRY_COMPARE(editor.shown(), (Points{{0, 5}, {29, 10}}));
-        editor.worker->onCtlDirChanged(1);
-        QTRY_COMPARE(editor.shown(), (Points{{29, 5}, {0, 10}}));
+        for (const uint32_t direction : {1U, 0U, 1U}) {
+            editor.worker->onCtlDirChanged(direction);
+            QTRY_COMPARE(editor.shown(), direction ? (Points{{29, 5}, {0, 10}}) : (Points{{0, 5}, {29, 10}}));
+        }
     }
 
     void severalMoveTogetherByMouseAndKeys()
