@@ -51,7 +51,7 @@ HotKeyEditWidget::HotKeyEditWidget(QWidget* parent)
     table->setItemDelegateForColumn(kCombine, new CombineDelegate(table));
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    ui->notAllowedNotice->hide();
+    showAll();
 
     auto* edit = new QAction(table);
     edit->setShortcuts({Qt::Key_F2, Qt::Key_Return, Qt::Key_Enter});
@@ -78,13 +78,13 @@ void HotKeyEditWidget::setHotkeys(const QVector<HotkeyModel>& hotkeys)
     if (table->currentRow() < 0)
         table->setCurrentCell(0, kAction);
     ui->editButton->setEnabled(!m_hotkeys.isEmpty());
-    showAllRows();
+    showAll();
 }
 
 void HotKeyEditWidget::setDescriptions(const QMap<QString, QString>& descriptions)
 {
     m_descriptions = descriptions;
-    showAllRows();
+    showAll();
 }
 
 void HotKeyEditWidget::setTrouble(const QString& id, HotkeyTrouble trouble)
@@ -93,14 +93,14 @@ void HotKeyEditWidget::setTrouble(const QString& id, HotkeyTrouble trouble)
     if (!hotkey || hotkey->trouble == trouble)
         return;
     hotkey->trouble = trouble;
-    showAllRows();
+    showAll();
 }
 
 void HotKeyEditWidget::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange) {
         ui->retranslateUi(this);
-        showAllRows();
+        showAll();
     }
     QWidget::changeEvent(event);
 }
@@ -146,7 +146,7 @@ void HotKeyEditWidget::applyCombine(const QString& id, const HotkeyCombine& comb
     if (HotkeyModel* hotkey = find(id)) {
         hotkey->combine = combine;
         hotkey->trouble = HotkeyTrouble::None;
-        showAllRows();
+        showAll();
     }
 }
 
@@ -188,8 +188,9 @@ void HotKeyEditWidget::showRow(int row)
     }
 }
 
-void HotKeyEditWidget::showAllRows()
+void HotKeyEditWidget::showAll()
 {
+    ui->tableWidget->setHorizontalHeaderLabels({tr("功能"), tr("快捷键")});
     for (int row = 0; row < m_hotkeys.size(); ++row)
         showRow(row);
     const bool isRefused = std::any_of(m_hotkeys.cbegin(), m_hotkeys.cend(), [](const HotkeyModel& hotkey) {

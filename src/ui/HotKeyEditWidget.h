@@ -52,7 +52,7 @@ private:
     static QString reason(HotkeyTrouble trouble);
     HotkeyModel* find(const QString& id);
     void showRow(int row);
-    void showAllRows();
+    void showAll();
 
     std::unique_ptr<Ui::HotKeyEditWidget> ui;
     QVector<HotkeyModel> m_hotkeys; ///< one a row

@@ -64,6 +64,7 @@ private slots:
     void tableListsTheActionsInTheLanguageOfTheMoment()
     {
         QCOMPARE(m_table->rowCount(), 3);
+        QCOMPARE(m_table->horizontalHeaderItem(1)->text(), "Shortcut");
         QCOMPARE(cell(1, 1), "Ctrl+Alt+Shift+Right");
         QCOMPARE(cell(2, 1), "Ctrl+Down");
         QCOMPARE(cell(0, 0), "Full open full concern replacement");
@@ -187,7 +188,7 @@ private slots:
         QVERIFY(ok->isEnabled() && !mark->isVisible() && status->text().contains("Green>有效<"));
         QVERIFY(keyField()->accessibleDescription().isEmpty());
         QTRY_VERIFY_WITH_TIMEOUT(!status->isVisible(), 30000);
-        QVERIFY(shown.elapsed() > 2900);
+        QVERIFY(shown.elapsed() > 2500); // three seconds of a coarse timer
         // One given after the time of another is shown again, and leaves the button as it said.
         QTest::mouseClick(alt, Qt::LeftButton);
         QVERIFY(status->isVisible());
