@@ -428,7 +428,7 @@
     </message>
     <message>
         <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
-        <translation>Dieser Desktop lässt Programme keine Tasten belegen; Tastenkürzel wirken hier nicht.</translation>
+        <translation>Dieser Desktop lässt Programme keine Tasten belegen, daher wirken Tastenkürzel hier nicht.</translation>
     </message>
     <message>
         <source>快捷键</source>

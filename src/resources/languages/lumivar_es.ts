@@ -424,7 +424,7 @@
     </message>
     <message>
         <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
-        <translation>Este escritorio no deja que los programas ocupen teclas; los atajos no funcionan aquí.</translation>
+        <translation>Este escritorio no deja que los programas ocupen teclas, por eso los atajos no funcionan aquí.</translation>
     </message>
     <message>
         <source>快捷键</source>

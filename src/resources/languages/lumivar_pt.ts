@@ -424,7 +424,7 @@
     </message>
     <message>
         <source>当前桌面不允许程序占用按键，快捷键暂时不起作用。</source>
-        <translation>Este ambiente não deixa que os programas ocupem teclas; os atalhos não funcionam aqui.</translation>
+        <translation>Este ambiente não deixa que os programas ocupem teclas, por isso os atalhos não funcionam aqui.</translation>
     </message>
     <message>
         <source>修改快捷键...</source>
