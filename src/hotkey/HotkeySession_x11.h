@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QProcessEnvironment>
+#include <QString>
+
+/// Why keys cannot be taken through an X server, for the log; empty where they can. An X server that serves a
+/// Wayland session hands keys out, but sees those for its own windows only.
+/// `platform` is the toolkit's, such as "xcb" or "offscreen".
+QString obstacleToKeyGrabs(const QString& platform, const QProcessEnvironment& environment);
