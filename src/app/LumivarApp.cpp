@@ -44,6 +44,7 @@ LumivarApp::LumivarApp(QObject* parent)
         onNewController(id);
 
     makeMainWindow();
+    makeHotkeys();
 }
 
 LumivarApp::~LumivarApp()
@@ -54,6 +55,7 @@ LumivarApp::~LumivarApp()
     m_mainWindow.homePage()->disconnect(this);
     m_mainWindow.controlPage()->disconnect(this);
     m_deviceManager.disconnect(this);
+    m_hotKeyManager.disconnect(this);
     ConfigurationManager::instance()->disconnect(this);
     LanguageManager::instance()->disconnect(this);
 }

@@ -1,16 +1,19 @@
 #pragma once
 
 #include "app/DeviceManager.h"
+#include "app/HotKeyManager.h"
 #include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
 #include <QObject>
 #include <functional>
 
+class HotKeyEditWidget;
+
 /// The one object that knows every other subsystem and joins them. Main thread.
 /// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
-/// pressed).
+/// pressed), LumivarApp_hotkeys.cpp (the hotkey actions and their editing).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -23,6 +26,9 @@ public:
     DeviceManager& deviceManager() { return m_deviceManager; }
     /// Whether there is a settings dialog that can be asked for.
     static constexpr bool hasSettingsDialog() { return false; }
+    /// Gives the table of the shortcut page its rows and what decides on a change. The table may outlive the
+    /// application, and has the present state while both live.
+    void fillHotkeys(HotKeyEditWidget& table);
 
     /// Blacks every strip out when the process ends without the destructor; half a second at most.
     void releaseDevices() { m_deviceManager.releaseAll(); }
@@ -42,8 +48,18 @@ private slots:
     void onCtlPageWorkGroupChanged(QString groupId);
     void onCtlPageWorkerChanged(QString workerId);
     void onDevPhyBtnClicked(QString ctlName, int btn);
+    void onHotkeyActived(QString id);
 
 private:
+    struct HotkeyAction
+    {
+        const char* name; ///< source text of the translation context "HotkeyDescription"
+        HotkeyBinding binding;
+        std::function<void()> run;
+        int row; ///< in the order in which the actions are shown
+    };
+    using NeighbourGroup = QString (EffectsManager::*)(const QString& groupId);
+
     void showWindow();
     void uiStyleListener();
 
@@ -75,7 +91,18 @@ private:
     void removeController(const QString& id);
     void pressButton(const QString& id, int action, const QString& currentEffect, bool enabledBefore);
     void bindNextGroup(const QString& id, const QString& currentEffect);
+    QString effectOfGroup(QString group, NeighbourGroup neighbour, const QList<QString>& ids);
     void toggleLight(const QString& id, bool enable);
+
+    void makeHotkeys();
+    void makeHotkey(const QString& id, const char* name, const HotkeyBinding& fallback,
+                    const std::function<void()>& run);
+    bool hasDevices() const;
+    void switchAllByHotkey();
+    void changeGroupByHotkey(NeighbourGroup neighbour);
+    void stepBrightness(double step);
+    bool checkHotkey(const QString& id, const HotkeyCombine& combine);
+    bool applyHotkey(const QString& id, const HotkeyCombine& combine);
 
     /// The stored setting; one that is missing is written with its default.
     static QJsonValue firstUse(const char* key, const QJsonValue& fallback);
@@ -89,6 +116,8 @@ private:
 
     MainWindow m_mainWindow;
     DeviceManager m_deviceManager;
+    HotKeyManager m_hotKeyManager;
     LVSysTray m_sysTray;
-    bool m_allStrapOn = true; ///< last asked for by the switch for all devices
+    bool m_allStrapOn = true;                    ///< last asked for by the switch for all devices
+    QMap<QString, HotkeyAction> m_hotkeyActions; ///< by id
 };

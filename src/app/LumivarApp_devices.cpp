@@ -8,6 +8,7 @@
 
 #include <QDebug>
 #include <QSignalBlocker>
+#include <algorithm>
 
 namespace {
 
@@ -133,25 +134,34 @@ void LumivarApp::pressButton(const QString& id, int action, const QString& curre
 
 void LumivarApp::bindNextGroup(const QString& id, const QString& currentEffect)
 {
-    EffectsManager& effects = m_deviceManager.effects();
-    QString group = EffectWorkerOptions::groupOf(currentEffect);
-    QString effect;
-    // A group whose default effect does not exist would leave the device with nothing, and one that its page
-    // does not offer would be called unusable there.
-    const QString model = m_deviceManager.controlOptions(id).model;
-    for (int left = effects.groupIds().size(); left > 0 && effect.isEmpty(); --left) {
-        group = effects.nextGroupByOrder(group);
-        if (isGroupOffered(effects, group, model) && effects.hasEffect(effects.defaultEffect(group)))
-            effect = effects.defaultEffect(group);
-    }
-    if (effect.isEmpty()) {
-        qWarning().noquote() << "[LumivarApp]: No group has an effect to go on with, id" << id;
+    const QString next =
+        m_deviceManager.effects().nextGroupByOrder(EffectWorkerOptions::groupOf(currentEffect));
+    const QString effect = effectOfGroup(next, &EffectsManager::nextGroupByOrder, {id});
+    if (effect.isEmpty())
         return;
-    }
     m_deviceManager.setControllerEffect(id, effect, true);
     if (isOnControlPage(id))
         updateControlPageView();
     logUserAction(QStringLiteral("Controller: %1 switched to the effect %2").arg(id, effect));
+}
+
+/// The default effect of the group, or of the nearest one in a direction that suits: one whose default effect
+/// does not exist would leave the devices with nothing, and one that a device's page does not offer would be
+/// called unusable there. Empty, with a log line, where there is none.
+QString LumivarApp::effectOfGroup(QString group, NeighbourGroup neighbour, const QList<QString>& ids)
+{
+    EffectsManager& effects = m_deviceManager.effects();
+    const auto isOffered = [&](const QString& id) {
+        return isGroupOffered(effects, group, m_deviceManager.controlOptions(id).model);
+    };
+    for (int left = effects.groupIds().size(); left > 0; --left) {
+        QString effect = effects.defaultEffect(group);
+        if (effects.hasEffect(effect) && std::all_of(ids.begin(), ids.end(), isOffered))
+            return effect;
+        group = (effects.*neighbour)(group);
+    }
+    qWarning().noquote() << "[LumivarApp]: No group has an effect to go on with, id" << ids.join(u' ');
+    return {};
 }
 
 void LumivarApp::toggleLight(const QString& id, bool enable)

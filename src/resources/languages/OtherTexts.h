@@ -10,15 +10,6 @@ static const char* const effectNames[] = {
     QT_TRANSLATE_NOOP("EffectNames", "音乐模式4"),
 };
 
-// Names of the hotkey actions.
-static const char* const hotkeyDescriptions[] = {
-    QT_TRANSLATE_NOOP("HotkeyDescription", "全开全关切换"),
-    QT_TRANSLATE_NOOP("HotkeyDescription", "切换到下一个模式"),
-    QT_TRANSLATE_NOOP("HotkeyDescription", "切换到上一个模式"),
-    QT_TRANSLATE_NOOP("HotkeyDescription", "降低亮度"),
-    QT_TRANSLATE_NOOP("HotkeyDescription", "提升亮度"),
-};
-
 // What the toolkit itself shows in this program: buttons of message boxes, menus of text fields and scroll
 // bars, the colour dialog. These sources are English.
 static const char* const toolkitTexts[] = {
