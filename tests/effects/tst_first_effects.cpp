@@ -162,6 +162,15 @@ private slots:
             QCOMPARE(columns(4, single), (QVector<int>{0, 1, 2, 3}));
         QCOMPARE(columns(3, INT_MAX), (QVector<int>{0, 0, 2}));
         QCOMPARE(columns(0, 1), QVector<int>());
+        // Another picture in the place of one that a device is showing counts from the next device on.
+        Stepped<ColorMap> earlier(kColorMap);
+        earlier.load(stripOf(3));
+        QImage mirrored = QImage("effects/colorful/ColorMap_3.png").mirrored(true, false);
+        QFile file("effects/colorful/ColorMap_3.png");
+        QVERIFY(mirrored.save(file.fileName()) && file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime));
+        QCOMPARE(columns(3, 1), (QVector<int>{3, 2, 1}));
+        QCOMPARE(columnsOf(earlier.after(0)), (QVector<int>{0, 1, 2}));
     }
 
     void colorMapSpeedFactors()

@@ -5,8 +5,12 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
+#include <QDateTime>
 #include <QDebug>
+#include <QFileInfo>
+#include <QHash>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -18,6 +22,27 @@ constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
 double speedFactor(int speed)
 {
     return speed < 100 ? speed * 0.005 + 0.5 : speed * 0.03 - 2.0;
+}
+
+/// Devices that show the same file share one decoding of it, which takes milliseconds. Null where there is no
+/// picture.
+std::shared_ptr<const QImage> sharedPicture(const QString& path)
+{
+    struct Picture
+    {
+        QDateTime written;
+        std::weak_ptr<const QImage> image;
+    };
+    static QHash<QString, Picture> pictures;
+    const QFileInfo file(path);
+    Picture& known = pictures[file.absoluteFilePath()];
+    const QDateTime written = file.lastModified();
+    std::shared_ptr<const QImage> image = known.image.lock();
+    if (!image || known.written != written) {
+        image = std::make_shared<const QImage>(path);
+        known = {written, image};
+    }
+    return image->isNull() ? nullptr : image;
 }
 
 } // namespace
@@ -34,11 +59,12 @@ ColorMap::ColorMap(const EffectWorkerOptions& options, QObject* parent)
 int ColorMap::load(const ControlOptions& ctlOptions)
 {
     const QString path = QStringLiteral("effects/colorful/%1.png").arg(m_effectOptions.id.section(u'.', -1));
-    m_colorMap.load(path);
-    if (m_colorMap.isNull()) {
+    m_colorMap = sharedPicture(path);
+    if (!m_colorMap) {
         qCritical().nospace().noquote() << "[ColorMap]: Not found file:" << path;
-        m_colorMap = QImage(300, 300, QImage::Format_RGB888);
-        m_colorMap.fill(Qt::black); // dark rather than whatever the memory held
+        QImage dark(300, 300, QImage::Format_RGB888);
+        dark.fill(Qt::black); // rather than whatever the memory held
+        m_colorMap = std::make_shared<const QImage>(dark);
     }
     m_speed = qBound(0,
                      ConfigurationManager::instance()
@@ -69,20 +95,20 @@ void ColorMap::storeSpeed()
 
 void ColorMap::advance(double seconds)
 {
-    m_row += 1.0 / m_colorMap.height() * seconds * kRowsPerSecond * speedFactor(m_speed);
+    m_row += 1.0 / m_colorMap->height() * seconds * kRowsPerSecond * speedFactor(m_speed);
     m_row -= std::floor(m_row); // floor, so that a negative speed goes backwards
 }
 
 void ColorMap::update(double seconds)
 {
     QVector<LV_RGB> colors(static_cast<int>(m_ctlOptions.nbLeds));
-    if (!m_colorMap.isNull()) { // there is no picture before load()
+    if (m_colorMap) { // there is no picture before load()
         advance(seconds);
         // Just below zero, floor rounds up to a whole 1.0.
-        const int y = qMin(static_cast<int>(m_colorMap.height() * m_row), m_colorMap.height() - 1);
+        const int y = qMin(static_cast<int>(m_colorMap->height() * m_row), m_colorMap->height() - 1);
         const double nbLeds = m_ctlOptions.nbLeds;
         paintUnits(colors, m_ctlOptions.ledPerUnit, [this, y, nbLeds](int i) {
-            return toLedColor(m_colorMap.pixel(static_cast<int>(m_colorMap.width() * (i / nbLeds)), y));
+            return toLedColor(m_colorMap->pixel(static_cast<int>(m_colorMap->width() * (i / nbLeds)), y));
         });
     }
     emit updateColors(colors);

@@ -4,6 +4,7 @@
 #include "effects/EffectProperties.h"
 
 #include <QImage>
+#include <memory>
 
 /// Plays a picture on the strip: its width lies along the strip, its height is time. The picture is
 /// effects/colorful/<last part of the effect id>.png beside the program. Runs at 33 ms. Main thread.
@@ -27,7 +28,7 @@ private:
     void storeSpeed();
 
     ControlOptions m_ctlOptions;
-    QImage m_colorMap;
+    std::shared_ptr<const QImage> m_colorMap; ///< null before load()
     int m_speed = 100;
     double m_row = 0.0; ///< place in the picture, 0.0 to below 1.0
 };
