@@ -1,15 +1,10 @@
-#include "FakeController.h"
 #include "ProgramUnderTest.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
-#include "app/LumivarApp.h"
-#include "support/config/ConfigurationManager.h"
-#include "ui/ControlPage.h"
-#include "ui/HomePage.h"
 
-#include <QAbstractButton>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QRect>
 #include <QtTest>
 #include <vector>
 
@@ -19,20 +14,9 @@ constexpr int kWaitMs = 20000;
 constexpr int kMaxNudges = 300;
 constexpr int kLeds = 60;
 constexpr QSize kScreen(1700, 1200);
-constexpr QPoint kCorner(1, 1); ///< of the window, where it is resized
-const QString kStripId = "LV0127:01020304";
-const QString kFirstEffect = "id.effect.marquee.marquee";
-const LV_RGB kFirstColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
-
-QJsonObject storedStrip()
-{
-    return {{"kindName", "Desk"},
-            {"brightness", 1.0},
-            {"enable", true},
-            {"nbLeds", kLeds},
-            {"workMode", EffectWorkerOptions::groupOf(kFirstEffect)},
-            {"subMode", kFirstEffect}};
-}
+constexpr QPoint kCorner(1, 1);                        ///< of the window, where it is resized
+constexpr QPoint kTrayIcon(12, kScreen.height() - 12); ///< the one icon in the tray
+constexpr LV_RGB kColor{0x4F, 0x24, 0xD3};             ///< of the single-colour effect
 
 bool isNear(const QRect& a, const QRect& b)
 {
@@ -40,17 +24,6 @@ bool isNear(const QRect& a, const QRect& b)
     return (a.topLeft() - b.topLeft()).manhattanLength() <= kPixels &&
            (a.bottomRight() - b.bottomRight()).manhattanLength() <= kPixels;
 }
-
-class PicturedController : public FakeController
-{
-public:
-    PicturedController()
-        : FakeController(kStripId)
-    {
-        m_options.image = QImage("images/products/LV0127.jpg");
-        loadConfig();
-    }
-};
 
 /// A panel that shows notifiers; the watcher is there before any panel is.
 class NotifierPanel : public QObject
@@ -96,7 +69,6 @@ private:
 } // namespace
 
 /// The program's window as the user has it before them: a real window manager, a real tray, a real pointer.
-/// Where to click is read from an identical window inside the test, which nobody sees.
 class WindowTest : public QObject
 {
     Q_OBJECT
@@ -104,22 +76,20 @@ class WindowTest : public QObject
 private slots:
     void init()
     {
-        QApplication::setFont(QFont("Arial")); // as the program does
-        qputenv("LUMIVAR_SERIAL_PORTS", "no-such-file.json");
-        ConfigurationManager::instance()->controllerJsonObj(kStripId) = storedStrip();
-        m_twin = std::make_unique<LumivarApp>(nullptr);
-        const AbsRGBControllerPtr device(new PicturedController);
-        QVERIFY(QMetaObject::invokeMethod(&m_twin->deviceManager(), "addController",
-                                          Q_ARG(AbsRGBControllerPtr, device)));
-
         m_display = std::make_unique<VirtualDisplay>(kScreen);
-        m_display->setArguments({"-dpi", "96"}); // one pixel of the twin is one on the screen
+        m_display->setArguments({"-dpi", "96"});
         QVERIFY(m_display->start());
         startDesktop("openbox", {"--sm-disable"});
         m_program = std::make_unique<ProgramUnderTest>();
         m_program->setDisplay(m_display->name());
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
-        m_program->writeConfig("controllers.json", {{kStripId, storedStrip()}});
+        const QString group = "id.effect.singleColor";
+        m_program->writeConfig("controllers.json",
+                               {{"LV0127:01020304", QJsonObject{{"brightness", 1.0},
+                                                                {"enable", true},
+                                                                {"nbLeds", kLeds},
+                                                                {"workMode", group},
+                                                                {"subMode", group + ".singleColor1"}}}});
         m_program->writeConfig("app.json", {{"runtime.closeButtonAction", "Minimize to the system tray"}});
         StripSimulator::Options options;
         options.portsFile = m_program->portsFile();
@@ -132,26 +102,15 @@ private slots:
         m_strip.reset();
         m_desktop.clear();
         m_display.reset();
-        m_twin.reset();
     }
 
     void userWorksWithTheWindow()
     {
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
         m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QVERIFY(QRect(QPoint(), kScreen).contains(geometry()));
-
-        click(twinButton(kStripId));
-        QTRY_VERIFY_WITH_TIMEOUT(logs("has been switched to control page"), kWaitMs);
-        emit m_twin->mainWindow().homePage()->controllerEntryOrdered(kStripId);
-        click(twinButton(QCoreApplication::translate("GroupInformation", "单色模式")));
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
-        click(twinWidget("LEDDisableButton"));
-        QTRY_VERIFY_WITH_TIMEOUT(shows({}), kWaitMs);
-        click(twinWidget("pushButton_on"));
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kFirstColor), kWaitMs);
         drag(QPoint(200, 25), {-90, 60});
         drag(kCorner, {60, -70});
 
@@ -164,9 +123,9 @@ private slots:
         QCOMPARE(geometry(), place);
         closeWindow();
         QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
-        click(QPoint(12, kScreen.height() - 12)); // the one icon in the tray
+        click(kTrayIcon);
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        QVERIFY(shows(kFirstColor));
+        QVERIFY(shows(kColor));
         QVERIFY(m_program->terminate());
         QTRY_VERIFY(shows({}));
     }
@@ -190,7 +149,7 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
             QVERIFY(geometry().isEmpty());
             for (int left = kMaxNudges; left > 0 && !isActive(); --left) // the icon comes when it likes
-                click(QPoint(12, kScreen.height() - 12));
+                click(kTrayIcon);
             QVERIFY(isActive());
             closeWindow();
             QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
@@ -271,16 +230,6 @@ private:
         QVERIFY(m_display->run("xdotool", move + then));
     }
     void click(QPoint at) const { pointer(at, {"click", "1"}); }
-    /// In the middle of the widget that stands where its twin does.
-    void click(const QWidget* twin)
-    {
-        QVERIFY(twin && twin->isVisible());
-        MainWindow& window = m_twin->mainWindow();
-        const QRect real = geometry();
-        window.resize(real.size());
-        QCoreApplication::processEvents();
-        click(real.topLeft() + twin->mapTo(&window, twin->rect().center()));
-    }
     void drag(QPoint grip, QPoint distance) const
     {
         const QRect before = geometry();
@@ -298,30 +247,17 @@ private:
         pointer(from + distance, {"mouseup", "1"});
     }
 
-    bool logs(const QString& text) const { return m_program->logText().contains(text); }
     bool shows(LV_RGB color) const
     {
         const QVector<LV_RGB> shown = m_strip->lastFrame().colors;
         return shown.size() == kLeds && shown.count(color) == kLeds;
     }
 
-    QWidget* twinWidget(const char* name) { return m_twin->mainWindow().findChild<QWidget*>(name); }
-    /// By its text, or by the device whose button it is.
-    QWidget* twinButton(const QString& of)
-    {
-        for (auto* each : m_twin->mainWindow().findChildren<QAbstractButton*>()) {
-            if (each->text().simplified() == of || each->property("controllerId") == of)
-                return each;
-        }
-        return nullptr;
-    }
-
-    std::unique_ptr<LumivarApp> m_twin;
     std::unique_ptr<VirtualDisplay> m_display;
     std::vector<std::unique_ptr<QProcess>> m_desktop;
     std::unique_ptr<ProgramUnderTest> m_program;
     std::unique_ptr<StripSimulator> m_strip;
 };
 
-QTEST_MAIN(WindowTest)
+QTEST_GUILESS_MAIN(WindowTest)
 #include "tst_window.moc"
