@@ -2,6 +2,7 @@
 #include "effects/EffectCatalogue.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/MainWindow.h"
 #include "ui/TrayMenu.h"
@@ -10,15 +11,15 @@
 #include <QLineEdit>
 #include <QMap>
 #include <QMenu>
-#include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QtTest>
+#include <functional>
+#include <map>
 #include <memory>
 
 namespace {
@@ -35,21 +36,20 @@ Catalogue readCatalogue(const QString& path)
     Catalogue result;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return result;
+        return {};
     QXmlStreamReader xml(&file);
     QString context;
     QString source;
     while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        if (xml.name() == QLatin1String("name")) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == "name") {
             context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("source")) {
+        } else if (xml.isStartElement() && xml.name() == "source") {
             source = xml.readElementText();
-        } else if (xml.name() == QLatin1String("translation")) {
-            const bool isFinished = !xml.attributes().hasAttribute(QLatin1String("type"));
+        } else if (xml.isStartElement() && xml.name() == "translation") {
+            const bool isFinished = !xml.attributes().hasAttribute("type");
             const QString text = xml.readElementText();
-            result.insert(context + QLatin1String(": ") + source, isFinished ? text : QString());
+            result.insert(context + ": " + source, isFinished ? text : QString());
         }
     }
     return result;
@@ -58,7 +58,7 @@ Catalogue readCatalogue(const QString& path)
 /// What a translation may not change: placeholders, and how many lines and list items there are.
 QStringList fixedParts(const QString& text)
 {
-    static const QRegularExpression pattern(QStringLiteral("%\\d|\\n|;"));
+    static const QRegularExpression pattern("%\\d|\\n|;");
     QStringList parts;
     for (auto it = pattern.globalMatch(text); it.hasNext();)
         parts += it.next().captured();
@@ -66,27 +66,29 @@ QStringList fixedParts(const QString& text)
     return parts;
 }
 
-/// What a widget and those in it tell the user.
-QStringList allTexts(const QObject& widget)
+/// What a widget, its actions and the widgets in it tell the user, wherever it is wrapped.
+QStringList allTexts(const QWidget& widget)
 {
     QStringList texts;
-    const auto children = widget.findChildren<QObject*>();
-    for (const QObject* each : children) {
+    auto children = widget.findChildren<QObject*>();
+    for (QAction* action : widget.actions())
+        children << action;
+    for (const QObject* each : qAsConst(children)) {
         for (const char* name :
              {"text", "toolTip", "accessibleName", "accessibleDescription", "placeholderText"})
-            texts << each->property(name).toString();
+            texts << each->property(name).toString().simplified();
     }
     return texts;
 }
 
 QJsonValue storedLanguage()
 {
-    return ConfigurationManager::instance()->appConfig(QLatin1String(ConfigKeys::kLanguage.key));
+    return ConfigurationManager::instance()->appConfig(ConfigKeys::kLanguage.key);
 }
 
 void store(const QJsonValue& language)
 {
-    ConfigurationManager::instance()->setAppConfig(QLatin1String(ConfigKeys::kLanguage.key), language);
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kLanguage.key, language);
 }
 
 QString quitText()
@@ -105,7 +107,7 @@ private slots:
     {
         QVERIFY(isSystemPortuguese);
         QVERIFY(m_folder.isValid());
-        const QString list = m_folder.filePath(QStringLiteral("list.ts"));
+        const QString list = m_folder.filePath("list.ts");
         qputenv("LUPDATE", LUPDATE);
         QProcess script;
         script.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -113,8 +115,8 @@ private slots:
         QVERIFY(script.waitForFinished(60000));
         QCOMPARE(script.exitCode(), 0);
         m_texts = readCatalogue(list).keys();
-        QVERIFY(m_texts.contains(QStringLiteral("GroupInformation: 让音乐动起来！")));
-        QVERIFY(m_texts.contains(QStringLiteral("EffectNames: 音乐1")));
+        QVERIFY(m_texts.contains("GroupInformation: 让音乐动起来！"));
+        QVERIFY(m_texts.contains("EffectNames: 音乐1"));
         ConfigurationManager::instance()->reset();
     }
 
@@ -122,24 +124,24 @@ private slots:
     {
         QTest::addColumn<QString>("language");
         for (const char* language : {"ar", "de", "en", "es", "ja", "ko", "pt", "ru", "vi", "zh"})
-            QTest::newRow(language) << QString::fromLatin1(language);
+            QTest::newRow(language) << language;
     }
     void catalogueIsWhole()
     {
         QFETCH(QString, language);
         const Catalogue catalogue = readCatalogue(QStringLiteral(CATALOGUES "/lumivar_%1.ts").arg(language));
         QCOMPARE(catalogue.keys(), m_texts); // else call scripts/update-languages.sh and translate
-        const bool writesHan = language == QLatin1String("zh") || language == QLatin1String("ja");
-        static const QRegularExpression han(QStringLiteral("\\p{Han}"));
+        const bool writesHan = language == "zh" || language == "ja";
+        static const QRegularExpression han("\\p{Han}");
         for (auto it = catalogue.begin(); it != catalogue.end(); ++it) {
-            const QString source = it.key().section(QLatin1String(": "), 1);
+            const QString source = it.key().section(": ", 1);
             const QString where = it.key() + " -> " + it.value();
             QVERIFY2(!it.value().isEmpty(), qPrintable(where));
             // One broken text is known as it is to those who read logs.
             QVERIFY2(fixedParts(it.value()) == fixedParts(source) ||
-                         it.value() == QLatin1String("Failed to register% 1. Error:% 2"),
+                         it.value() == "Failed to register% 1. Error:% 2",
                      qPrintable(where));
-            if (source.startsWith(QLatin1String("Alt+")))
+            if (source.startsWith("Alt+"))
                 QVERIFY2(it.value() == source, qPrintable(where));
             if (!writesHan && source.contains(han))
                 QVERIFY2(it.value() != source, qPrintable(where));
@@ -200,7 +202,7 @@ private slots:
 
     void arabicMirrorsAndNothingElseDoes()
     {
-        QFile sheet(QStringLiteral(":/styles/default.qss"));
+        QFile sheet(":/styles/default.qss");
         QVERIFY(sheet.open(QIODevice::ReadOnly));
         qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
         QWidget window;
@@ -220,35 +222,32 @@ private slots:
         }
     }
 
-    void trayMenuFollowsUnseen()
+    void whatIsOpenReadsAsWhatIsOpenedNow()
     {
-        TrayMenu menu(true);
-        for (const char* code : {"de", "ar"}) {
-            LanguageManager::instance()->switchLanguage(code);
-            QTRY_COMPARE(menu.actions().last()->text(), quitText());
-            QVERIFY(quitText() != "退出");
+        std::map<const char*, std::function<QWidget*()>> makers;
+        for (const EffectRow& row : effectCatalogue()) {
+            for (const QMetaObject* meta : {row.sOptWidget.meta, row.advancedLOptWidget.meta}) {
+                if (meta)
+                    makers[meta->className()] = [meta, none = static_cast<QWidget*>(nullptr)] {
+                        return qobject_cast<QWidget*>(meta->newInstance(Q_ARG(QWidget*, none)));
+                    };
+            }
         }
-    }
-
-    void optionsThatAreOpenReadAsThoseOpenedNow()
-    {
-        QSet<const QMetaObject*> classes;
-        for (const EffectRow& row : effectCatalogue())
-            classes << row.sOptWidget.meta << row.advancedLOptWidget.meta;
-        classes.remove(nullptr);
-        QVERIFY(classes.size() >= 9);
-        QWidget* const noParent = nullptr;
-        for (const QMetaObject* meta : qAsConst(classes)) {
+        QVERIFY(makers.size() >= 9);
+        makers["TrayMenu"] = [] { return new TrayMenu(true); };
+        makers["MainWindow"] = [] {
+            auto* window = new MainWindow;
+            window->homePage()->setControllerList({{"id", DeviceModel()}});
+            return window;
+        };
+        for (const auto& [name, make] : makers) {
             LanguageManager::instance()->switchLanguage("zh");
-            const auto make = [&] {
-                return std::unique_ptr<QObject>(meta->newInstance(Q_ARG(QWidget*, noParent)));
-            };
-            const auto open = make();
-            QVERIFY2(open, meta->className());
+            const std::unique_ptr<QWidget> open(make());
+            QVERIFY2(open, name);
             const QStringList before = allTexts(*open);
             LanguageManager::instance()->switchLanguage("de");
-            QTRY_VERIFY2(allTexts(*open) != before, meta->className());
-            QCOMPARE(allTexts(*open), allTexts(*make()));
+            QTRY_VERIFY2(allTexts(*open) != before, name);
+            QCOMPARE(allTexts(*open), allTexts(*std::unique_ptr<QWidget>(make())));
         }
     }
 
@@ -258,23 +257,19 @@ private slots:
         manager->switchLanguage("ar");
         const QString text = quitText();
         QSignalSpy changes(manager, &LanguageManager::languageChanged);
-        for (const char* language : {"xx", ""}) {
-            LogCapture log;
-            manager->switchLanguage(language);
-            QVERIFY(log.contains(QString("Failed to load translation file for language: ") + language));
-            QCOMPARE(quitText(), text);
-            QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
-            QCOMPARE(manager->currentLanguage(), "ar");
-            QCOMPARE(storedLanguage(), QJsonValue("ar"));
-        }
+        LogCapture log;
+        manager->switchLanguage("xx");
+        QVERIFY(log.contains("Failed to load translation file for language: xx"));
+        QCOMPARE(quitText(), text);
+        QCOMPARE(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(manager->currentLanguage(), "ar");
+        QCOMPARE(storedLanguage(), QJsonValue("ar"));
         QCOMPARE(changes.count(), 0);
     }
 
     void toolkitSpeaksTheLanguageToo()
     {
-        LanguageManager::instance()->switchLanguage(QStringLiteral("zh"));
-        const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Cancel);
-        QCOMPARE(box.button(QMessageBox::Cancel)->text(), QStringLiteral("取消"));
+        LanguageManager::instance()->switchLanguage("zh");
         QLineEdit edit;
         const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
         for (const QAction* action : menu->actions())
