@@ -25,11 +25,8 @@ private:
     static QStringList lines(const QString& path)
     {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        QStringList result = QString::fromUtf8(file.readAll()).split('\n');
-        result.removeLast();
-        return result;
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).chopped(1).split('\n')
+                                              : QStringList();
     }
 
     static QStringList texts(const QString& path)
@@ -148,12 +145,11 @@ private slots:
 
     void theOldestFilesGoAtTheStart()
     {
-        struct
+        const struct
         {
             QString place;
             int count, deleted;
-        } const folders[] = {
-            {"/2020_%1.log", 41, 1}, {"/devices/%1.log", 25, 5}, {"/../dumps/%1.dmp", 22, 2}};
+        } folders[] = {{"/2020_%1.log", 41, 1}, {"/devices/%1.log", 25, 5}, {"/../dumps/%1.dmp", 22, 2}};
         // Names run against the times, so only the time can have decided.
         const auto path = [this](const QString& place, int i) { return logs() + place.arg(99 - i); };
         for (const auto& folder : folders) {
@@ -169,8 +165,7 @@ private slots:
             for (int i = 0; i < folder.count; ++i)
                 QCOMPARE(QFile::exists(path(folder.place, i)), i >= folder.deleted);
         }
-        QVERIFY(QFile::exists(other));
-        QVERIFY(!QFile::exists(backup));
+        QVERIFY(QFile::exists(other) && !QFile::exists(backup));
         QCOMPARE(texts(log.filePath()), QStringList{"new"});
     }
 };
