@@ -28,12 +28,10 @@ bool isAll(const StripSimulator& strip, LV_RGB color)
     const QVector<LV_RGB> shown = strip.shownColors();
     return !shown.isEmpty() && shown.count(color) == shown.size();
 }
-
 bool isBlack(const StripSimulator& strip)
 {
     return isAll(strip, {});
 }
-
 /// How many LEDs have light.
 int lit(const StripSimulator& strip)
 {
@@ -107,33 +105,14 @@ private slots:
         SoundServer server;
         QVERIFY(server.start());
         m_program->environment.insert("PULSE_SERVER", server.address());
-        store("id.effect.singleColor.singleColor1");
-        m_program->start();
-        QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), kLeds, kWaitMs);
-        QByteArray clients;
-        QVERIFY(server.control({"list", "clients"}, &clients));
-        QVERIFY(!clients.contains("Lumivar")); // no need of it
-        QVERIFY(m_program->terminate());
-
         store("id.effect.dynamicMusic.peakValues_1");
         m_program->start();
-        {
-            TonePlayer player(server.address(), "first");
-            player.play(kTone);
-            QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), kLitByTone, kWaitMs);
-            player.play({});
-            QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), 0, kWaitMs);
-            player.play(kTone);
-            QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), kLitByTone, kWaitMs);
-            server.stop();
-        }
-        QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), 0, kWaitMs);
-
-        QVERIFY(server.start());
         TonePlayer player(server.address(), "first");
         const auto releasePlayer = qScopeGuard([&server] { server.stop(); });
-        player.play(kTone);
-        QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), kLitByTone, kWaitMs);
+        for (const bool isLoud : {true, false, true}) {
+            player.play(isLoud ? kTone : TonePlayer::Tone());
+            QTRY_COMPARE_WITH_TIMEOUT(lit(*m_strip), isLoud ? kLitByTone : 0, kWaitMs);
+        }
         server.freeze();
         QVERIFY(m_program->terminate());
         QTRY_VERIFY(isBlack(*m_strip));
@@ -147,8 +126,7 @@ private slots:
     void stripGoesDarkWhenTheProgramCrashes()
     {
         m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 5, kWaitMs);
-        QVERIFY(!isBlack(*m_strip));
+        QTRY_VERIFY_WITH_TIMEOUT(lit(*m_strip) > 0, kWaitMs);
         ::kill(static_cast<pid_t>(m_program->process().processId()), SIGSEGV);
         QTRY_VERIFY_WITH_TIMEOUT(!m_program->isRunning(), kWaitMs);
         QCOMPARE(m_program->process().exitStatus(), QProcess::CrashExit);
@@ -158,8 +136,7 @@ private slots:
     void tenStripsComeAndGoTogether()
     {
         m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
-        QCOMPARE(m_strip->shownColors().size(), kLeds); // the model's own count
+        QTRY_COMPARE_WITH_TIMEOUT(m_strip->shownColors().size(), kLeds, kWaitMs); // the model's own count
         std::vector<std::unique_ptr<StripSimulator>> strips;
         for (int i = 1; i < 10; ++i) { // found because the list of ports changes
             strips.push_back(makeStrip(i));
@@ -205,8 +182,7 @@ private slots:
             ProgramUnderTest::writeFile(folder.filePath(file), contents);
         store("id.effect.colorful.ColorMap_3");
         m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_strip->counters().frames > 3, kWaitMs);
-        QCOMPARE(m_strip->lastFrame().colors.size(), kLeds); // what the user had stored
+        QTRY_COMPARE_WITH_TIMEOUT(m_strip->shownColors().size(), kLeds, kWaitMs); // which the user had stored
         QVERIFY(m_program->terminate());
     }
 
