@@ -51,21 +51,11 @@ private:
 private slots:
     void init() { m_dir = std::make_unique<QTemporaryDir>(); }
 
-    void runsCollapseToTheirEnds_data()
-    {
-        // A statement a letter: upper and lower case are the same line of two files.
-        QTest::addColumn<QString>("statements");
-        QTest::addColumn<QStringList>("written");
-        QTest::newRow("run after run") << "AAABBBC" << QStringList{"A0", "A2", "B3", "B5", "C6"};
-        QTest::newRow("back to an earlier one") << "AABAA" << QStringList{"A0", "A1", "B2", "A3"};
-        QTest::newRow("same line of two files") << "AaAa" << QStringList{"A0", "a1", "A2", "a3"};
-        QTest::newRow("run at the end") << "BAAA" << QStringList{"B0", "A1"};
-    }
-
     void runsCollapseToTheirEnds()
     {
-        QFETCH(QString, statements);
-        QFETCH(QStringList, written);
+        // A statement a letter: upper and lower case are the same line of two files.
+        const QString statements = "AAABBBCAAaAaBBB";
+        const QStringList written{"A0", "A2", "B3", "B5", "C6", "A7", "A8", "a9", "A10", "a11", "B12"};
         LogSystem log(logs());
         for (int i = 0; i < statements.size(); ++i) {
             const QChar letter = statements[i];
@@ -80,19 +70,14 @@ private slots:
         LogSystem log(logs());
         QMessageLogger("a.cpp", 12345, "f").warning("灯带 %d", 54321);
         QMessageLogger().debug("without a context");
-        LOG4CPLUS_INFO(usrOptionsLogger(), toLogString("clicked ") << 54321);
         LOG4CPLUS_ERROR(deviceLogger(), toLogString("lost"));
-
-        const QString head = R"(^\d\d/\d\d/\d\d \d\d:\d\d:\d\d \d+\.\d+ \[\d+\] )";
-        const QStringList expected{"WARN  app 12345 - 灯带 54321 $", "DEBUG app 0 - without a context $",
-                                   R"(INFO  usrOptions \d+ - clicked 54321 $)",
-                                   R"(ERROR device \d+ - lost $)"};
-        const QStringList written =
-            lines(log.filePath()) + lines(logs() + "/devices/" + QFileInfo(log.filePath()).fileName());
-        QCOMPARE(written.size(), expected.size());
-        for (int i = 0; i < expected.size(); ++i)
-            QVERIFY2(QRegularExpression(head + expected[i]).match(written[i]).hasMatch(),
-                     qPrintable(written[i]));
+        const QString written = lines(log.filePath()).join('|') +
+                                lines(logs() + "/devices/" + QFileInfo(log.filePath()).fileName()).join('|');
+        const QString head = R"(\d\d/\d\d/\d\d \d\d:\d\d:\d\d \d+\.\d+ \[\d+\] )";
+        const QRegularExpression expected('^' + head + "WARN  app 12345 - 灯带 54321 \\|" + head +
+                                          "DEBUG app 0 - without a context " + head +
+                                          R"(ERROR device \d+ - lost $)");
+        QVERIFY2(expected.match(written).hasMatch(), qPrintable(written));
     }
 
     void allLogsTogetherKeepTheirBoundWhileOneRunWrites()

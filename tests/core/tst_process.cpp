@@ -156,17 +156,6 @@ private slots:
         QVERIFY2(count("not a regular file") >= 3, qPrintable(m_sandbox->standardError()));
     }
 
-    void whatShipsIsUsedAndNeverBecomesTheUsers()
-    {
-        const QDir folder(m_sandbox->useCopyOfProgramFolder());
-        ProgramUnderTest::writeFile(folder.filePath("defaults.json"),
-                                    R"({"devUpdateInterval": 33, "runtime.singleControlMode": false})");
-        const auto process = start();
-        QTRY_VERIFY_WITH_TIMEOUT(count("Devcie update interval: 33") == 1, kPatienceMs);
-        QVERIFY(terminateWell(*process));
-        QCOMPARE(m_sandbox->readConfig("app.json"), QJsonObject());
-    }
-
     void theConsoleHasNoCopyOfTheLogUnasked()
     {
         m_sandbox->environment.remove("LUMIVAR_LOG_TO_CONSOLE"); // which the other cases set and read
