@@ -173,13 +173,10 @@ private slots:
         QCOMPARE(manager->currentLanguage(), "pt");
         manager->switchLanguage("pt"); // shows already, and is a choice from now on
         QCOMPARE(storedLanguage(), QJsonValue("pt"));
-        for (const char* chosen : {"zh", "de"}) {
-            manager->switchLanguage(chosen);
-            localeChanges();
-            QCOMPARE(manager->currentLanguage(), chosen);
-            QCOMPARE(storedLanguage(), QJsonValue(chosen));
-        }
-        QCOMPARE(quitText(), "Beenden");
+        manager->switchLanguage("de");
+        localeChanges();
+        QCOMPARE(manager->currentLanguage(), "de");
+        QCOMPARE(storedLanguage(), QJsonValue("de"));
         // The catalogue of the choice is gone for a while: the choice stays.
         store("xx");
         manager->loadSavedLanguage("nl_NL");
@@ -188,10 +185,6 @@ private slots:
         localeChanges();
         QCOMPARE(manager->currentLanguage(), "pt");
         QCOMPARE(storedLanguage(), QJsonValue("xx"));
-        store("de");
-        localeChanges();
-        QCOMPARE(manager->currentLanguage(), "de");
-        manager->switchLanguage("vi");
         store("de");
         manager->loadSavedLanguage("nl_NL");
         QCOMPARE(quitText(), "Beenden");
