@@ -146,14 +146,17 @@ private slots:
 
     void colorMapSpreadsOneRow()
     {
-        const auto columns = [](uint32_t nbLeds, int ledPerUnit) {
+        const auto columnsOf = [](const QVector<LV_RGB>& picture) {
+            QVector<int> result;
+            for (const LV_RGB& led : picture)
+                result += led.red / 10;
+            return result;
+        };
+        const auto columns = [&](uint32_t nbLeds, int ledPerUnit) {
             Stepped<ColorMap> effect(kColorMap);
             effect.after(0.5); // before it is loaded
             effect.load(stripOf(nbLeds, ledPerUnit));
-            QVector<int> result;
-            for (const LV_RGB& led : effect.after(0))
-                result += led.red / 10;
-            return result;
+            return columnsOf(effect.after(0));
         };
         QCOMPARE(columns(8, 1), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
         // Units overlap by one LED: these begin at 0, 3 and 6; the last has its one LED twice.
