@@ -259,6 +259,15 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kOrange, kPatienceMs);
         }
         QVERIFY(!DeskCaptureOption::current());
+
+        DeskCaptureOption before(2); // chosen before there is anything to capture
+        before.setCurMode(1);
+        DeskDuplManager manager({modeOn(one), modeOn(other)});
+        QCOMPARE(DeskCaptureOption::current(), &before);
+        const auto capture = manager.acquireCapturer(manager.defaultCapturer());
+        QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kOrange, kPatienceMs);
+        before.setCurMode(0);
+        QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kBlue, kPatienceMs);
     }
 };
 

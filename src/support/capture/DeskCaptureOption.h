@@ -3,7 +3,8 @@
 #include <QObject>
 
 /// The user's choice of capture back end. Main thread. Found through the application object's property
-/// kProperty while a DeskDuplManager exists.
+/// kProperty. A DeskDuplManager that finds one follows it, and the choice may be there before any capture;
+/// it makes one of its own only where there is none.
 class DeskCaptureOption : public QObject
 {
     Q_OBJECT

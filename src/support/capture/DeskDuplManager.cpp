@@ -26,11 +26,13 @@ DeskDuplManager::DeskDuplManager(QObject* parent)
 DeskDuplManager::DeskDuplManager(const QList<CaptureMode>& modes, QObject* parent)
     : IDeskDuplManager(parent)
     , m_modes(modes)
-    , m_option(new DeskCaptureOption(modes.size(), this))
 {
-    startThread(m_option->curMode());
+    const DeskCaptureOption* option = DeskCaptureOption::current();
+    if (!option)
+        option = new DeskCaptureOption(modes.size(), this);
+    startThread(option->curMode());
     m_sources = currentSources();
-    connect(m_option, &DeskCaptureOption::curModeChanged, this, &DeskDuplManager::onCurModeChanged);
+    connect(option, &DeskCaptureOption::curModeChanged, this, &DeskDuplManager::onCurModeChanged);
     if (qApp)
         qApp->installEventFilter(this);
 }

@@ -23,7 +23,6 @@
 
 class CaptureThread;
 class DeskCapture;
-class DeskCaptureOption;
 
 /// The desktop's picture sources, read by the grabber that DeskCaptureOption selects. Lives on the main
 /// thread, where it emits; the operations may be called from any thread. While a source is gone its
@@ -63,7 +62,6 @@ private:
     CaptureSources currentSources() const;
 
     const QList<CaptureMode> m_modes;
-    DeskCaptureOption* m_option = nullptr;
     std::unique_ptr<CaptureThread> m_thread; ///< null where there is nothing to read
     std::mutex m_mutex;                      // guards what follows, and m_thread outside the main thread
     CaptureSources m_sources;
