@@ -79,14 +79,14 @@ void SliderBar::moveNext()
 void SliderBar::moveTo(int index)
 {
     if (index >= 0 && index < m_items.size())
-        moveTo(m_items.at(index).rect.topLeft());
+        moveTo(m_items.at(index).rect.center());
 }
 
 void SliderBar::moveTo(QString item)
 {
     for (const Item& candidate : qAsConst(m_items)) {
         if (candidate.name == item) {
-            moveTo(candidate.rect.topLeft());
+            moveTo(candidate.rect.center());
             return;
         }
     }
@@ -94,7 +94,7 @@ void SliderBar::moveTo(QString item)
 
 void SliderBar::moveTo(QPointF point)
 {
-    // Neighbours share an edge, and an item's corner lies on it: the later one is meant.
+    // Neighbours share an edge: the later one has it.
     int index = -1;
     for (int i = 0; i < m_items.size(); ++i) {
         if (m_items.at(i).rect.contains(point))
@@ -152,7 +152,8 @@ double SliderBar::itemLength(const Item& item) const
     return (m_horizontal ? fontMetrics().horizontalAdvance(item.name) : fontMetrics().height()) + m_space;
 }
 
-/// Gives each item its text's length plus the space, stretched so that all together fill the widget.
+/// Gives each item its text's length plus the space, stretched so that all together fill the widget. A row
+/// runs in the direction of the layout.
 void SliderBar::layoutItems()
 {
     double sum = 0;
@@ -162,7 +163,8 @@ void SliderBar::layoutItems()
     double at = 0;
     for (Item& item : m_items) {
         const double length = itemLength(item) * stretch;
-        item.rect = m_horizontal ? QRectF(at, 0, length, height()) : QRectF(0, at, width(), length);
+        const double from = isRightToLeft() ? width() - at - length : at;
+        item.rect = m_horizontal ? QRectF(from, 0, length, height()) : QRectF(0, at, width(), length);
         at += length;
     }
 }
@@ -186,8 +188,10 @@ void SliderBar::resizeEvent(QResizeEvent*)
 
 void SliderBar::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    const auto type = event->type();
+    if (type == QEvent::FontChange || type == QEvent::StyleChange || type == QEvent::LayoutDirectionChange) {
         relayout();
+        update();
     }
     QWidget::changeEvent(event);
 }
@@ -200,9 +204,10 @@ void SliderBar::mousePressEvent(QMouseEvent* event)
 void SliderBar::keyPressEvent(QKeyEvent* event)
 {
     const int key = event->key();
-    if (m_keyMove && (key == Qt::Key_Left || key == Qt::Key_Up))
+    const bool isMirrored = m_horizontal && isRightToLeft();
+    if (m_keyMove && (key == Qt::Key_Up || key == (isMirrored ? Qt::Key_Right : Qt::Key_Left)))
         movePrevious();
-    else if (m_keyMove && (key == Qt::Key_Right || key == Qt::Key_Down))
+    else if (m_keyMove && (key == Qt::Key_Down || key == (isMirrored ? Qt::Key_Left : Qt::Key_Right)))
         moveNext();
     else
         QWidget::keyPressEvent(event);

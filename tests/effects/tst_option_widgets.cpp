@@ -187,6 +187,14 @@ private slots:
         for (const auto key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Up}) // there is no fifth
             QTest::keyClick(&bar, key);
         QCOMPARE(bar.currentIndex(), 2);
+
+        bar.setHorizontal(true);
+        bar.setLayoutDirection(Qt::RightToLeft); // a row begins at the right
+        bar.moveTo(QPointF(bar.width() - 1, 10));
+        QCOMPARE(bar.currentItem(), QString("a"));
+        QTest::keyClick(&bar, Qt::Key_Left);
+        bar.moveTo(bar.currentIndex());
+        QCOMPARE(bar.currentItem(), QString("b"));
     }
 };
 
