@@ -135,7 +135,6 @@ bool X11Hotkeys::registerShortcut(QHotkey::NativeShortcut shortcut)
 
 bool X11Hotkeys::unregisterShortcut(QHotkey::NativeShortcut shortcut)
 {
-    forget(shortcut);
     const auto found = std::find_if(m_taken.begin(), m_taken.end(),
                                     [&](const Taken& each) { return each.shortcut == shortcut; });
     if (found == m_taken.end()) {
@@ -172,7 +171,6 @@ void X11Hotkeys::renew()
             continue;
         qCWarning(logHotkey).noquote() << "The keyboard has changed, and" << nameOf(each.shortcut.key)
                                        << "cannot be taken any more:" << error;
-        forget(each.shortcut);
         loseShortcut(each.shortcut);
     }
 }
@@ -283,11 +281,4 @@ bool X11Hotkeys::isOnlyPressRepeated() const
 std::vector<X11Hotkeys::Held>::iterator X11Hotkeys::held(KeyCode key)
 {
     return std::find_if(m_held.begin(), m_held.end(), [key](const Held& each) { return each.key == key; });
-}
-
-void X11Hotkeys::forget(const QHotkey::NativeShortcut& shortcut)
-{
-    m_held.erase(std::remove_if(m_held.begin(), m_held.end(),
-                                [&](const Held& each) { return each.shortcut == shortcut; }),
-                 m_held.end());
 }

@@ -51,13 +51,12 @@ private:
     void endReleased();
     bool isOnlyPressRepeated() const;
     std::vector<Held>::iterator held(KeyCode key);
-    void forget(const QHotkey::NativeShortcut& shortcut);
 
     const quint8 m_keyboardEvent; ///< code of the keyboard extension's events
     KeyboardMap m_map;
     quint16 m_locks = 0;
     std::vector<Taken> m_taken; ///< in the order of registration
-    std::vector<Held> m_held;
+    std::vector<Held> m_held; ///< until the key is up, even where the shortcut is given up before
     QTimer m_releaseTimer;
     QTimer m_renewalTimer;
 };

@@ -229,6 +229,8 @@ private slots:
         down({kCtrl, kF10});
         QTRY_VERIFY_WITH_TIMEOUT(counter.count > 5, kWaitMs);
         up({kCtrl}); // no release of the key itself
+        held.hotkey.setRegistered(false);
+        QVERIFY(held.hotkey.setRegistered(true)); // still the same press
         counter.count = 0;
         QTRY_VERIFY_WITH_TIMEOUT(counter.count > 5, kWaitMs);
         QCOMPARE(held.activated.count(), 1);
