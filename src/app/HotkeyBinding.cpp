@@ -18,7 +18,8 @@ QString keyName(Qt::Key key)
 bool HotkeyBinding::isValid() const
 {
     constexpr int kLeastKey = Qt::Key_Space;
-    if (key < kLeastKey || key >= Qt::Key_unknown ||
+    const int unmarked = key & ~Qt::KeypadModifier; // a key of the keypad is one of its own
+    if (unmarked < kLeastKey || unmarked >= Qt::Key_unknown ||
         (modifiers & ~(Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier)))
         return false;
     // Modifier keys and numbers that stand for no key have no name that reads as them.

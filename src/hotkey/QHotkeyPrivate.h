@@ -33,7 +33,8 @@ public:
     bool isAvailable(QHotkey::NativeShortcut shortcut);
 
 protected:
-    // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`.
+    // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`. The mark of the
+    // keypad, Qt::KeypadModifier, comes with the key and never with the modifiers.
     virtual quint32 nativeKeycode(Qt::Key keycode, bool& ok) = 0;
     virtual quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) = 0;
     virtual bool registerShortcut(QHotkey::NativeShortcut shortcut) = 0;

@@ -30,16 +30,39 @@ constexpr Entry kKeys[] = {
     {Qt::Key_Cancel, 3},       {Qt::Key_Printer, 42},     {Qt::Key_Execute, 43},
     {Qt::Key_Sleep, 95},       {Qt::Key_Play, 250},
 };
+constexpr Entry kKeypadKeys[] = {
+    {Qt::Key_Asterisk, 106}, {Qt::Key_Plus, 107},  {Qt::Key_Minus, 109},
+    {Qt::Key_Period, 110},   {Qt::Key_Comma, 110}, {Qt::Key_Slash, 111},
+};
+constexpr quint32 kKeypad0 = 96;
 constexpr quint32 kF1 = 112;
 constexpr uint kCharacters = 0x10000; ///< keys below are those of characters
 constexpr int kPoint = 46;
 constexpr quint32 kDecimal = 110;
+
+template <typename Table>
+quint32 valueIn(const Table& table, int key, bool& ok)
+{
+    const auto* entry = std::find_if(std::begin(table), std::end(table),
+                                     [key](const Entry& each) { return each.key == key; });
+    ok = entry != std::end(table);
+    return ok ? entry->virtualKey : 0;
+}
 
 } // namespace
 
 quint32 WindowsKeys::virtualKey(Qt::Key key, KeyOfCharacter keyOfCharacter, bool& ok)
 {
     ok = true;
+    if ((key & Qt::KeyboardModifierMask) == Qt::KeypadModifier) {
+        key = Qt::Key(key & ~Qt::KeypadModifier);
+        if (key >= Qt::Key_0 && key <= Qt::Key_9)
+            return kKeypad0 + static_cast<quint32>(key - Qt::Key_0);
+        const quint32 found = valueIn(kKeypadKeys, key, ok);
+        if (ok)
+            return found;
+        ok = true; // the others, and all without Num lock, are the same as elsewhere
+    }
     if (static_cast<uint>(key) < kCharacters) {
         const short found = keyOfCharacter(static_cast<ushort>(key));
         if (found != -1)
@@ -48,10 +71,7 @@ quint32 WindowsKeys::virtualKey(Qt::Key key, KeyOfCharacter keyOfCharacter, bool
     }
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return kF1 + static_cast<quint32>(key - Qt::Key_F1);
-    const auto* entry =
-        std::find_if(std::begin(kKeys), std::end(kKeys), [key](const Entry& e) { return e.key == key; });
-    ok = entry != std::end(kKeys);
-    return ok ? entry->virtualKey : 0;
+    return valueIn(kKeys, key, ok);
 }
 
 quint32 WindowsKeys::modifiers(Qt::KeyboardModifiers modifiers)

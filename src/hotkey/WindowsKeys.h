@@ -10,7 +10,7 @@ namespace WindowsKeys {
 /// VkKeyScanW: the virtual key of a character in the low byte; -1 where the keyboard layout has none.
 using KeyOfCharacter = short (*)(ushort character);
 
-/// The virtual key code. `ok` is false where there is none.
+/// The virtual key code of a key that may carry Qt::KeypadModifier. `ok` is false where there is none.
 quint32 virtualKey(Qt::Key key, KeyOfCharacter keyOfCharacter, bool& ok);
 
 /// The MOD_ values; modifiers that Windows does not tell apart are left out.

@@ -56,7 +56,7 @@ private:
     KeyboardMap m_map;
     quint16 m_locks = 0;
     std::vector<Taken> m_taken; ///< in the order of registration
-    std::vector<Held> m_held; ///< until the key is up, even where the shortcut is given up before
+    std::vector<Held> m_held;   ///< until the key is up, even where the shortcut is given up before
     QTimer m_releaseTimer;
     QTimer m_renewalTimer;
 };

@@ -302,6 +302,9 @@ private slots:
         QCOMPARE(key(Qt::Key_Play), 250);
         QCOMPARE(key(Qt::Key_Shift), -1);
         QCOMPARE(key(-1), -1);
+        QCOMPARE(key(Qt::Key_4 | Qt::KeypadModifier), 100);
+        QCOMPARE(key(Qt::Key_Plus | Qt::KeypadModifier), 107);
+        QCOMPARE(key(Qt::Key_Left | Qt::KeypadModifier), 37);
 
         QCOMPARE(WindowsKeys::modifiers(kModifiers | Qt::KeypadModifier), 3U);
         QCOMPARE(WindowsKeys::shortcutId(40, 7), 0x7728); // Ctrl+Alt+Shift+Down

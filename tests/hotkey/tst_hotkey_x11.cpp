@@ -191,7 +191,7 @@ private slots:
     {
         QFETCH(QVector<int>, locks);
         Hotkey first(Qt::Key_F10, kThree), twin(Qt::Key_F10, kThree),
-            keypad(Qt::Key(Qt::Key_4 | Qt::KeypadModifier), kThree);
+            keypad(Qt::Key_4, kThree | Qt::KeypadModifier);
         QVERIFY(first.hotkey.isRegistered() && twin.hotkey.isRegistered() && keypad.hotkey.isRegistered());
         for (const int lock : locks)
             press({lock});
