@@ -4,12 +4,17 @@
 #include "app/PageModels.h"
 #include "effects/AbsWorkerWidget.h"
 #include "effects/colorful/GradientWidget.h"
+#include "support/capture/DeskCaptureOption.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"
 #include "ui/HomePage.h"
 #include "ui/HotKeyEditDialog.h"
 #include "ui/HotKeyEditWidget.h"
 #include "ui/QuitAskDialog.h"
+#include "ui/SettingsDialog.h"
+#include "widgets/SliderBar.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -59,6 +64,7 @@ int Gallery::render(const QString& prefix)
     renderGradientEditors();
     renderDialogs();
     renderHotkeys();
+    renderSettings();
     return m_failed ? -1 : m_count;
 }
 
@@ -212,6 +218,23 @@ void Gallery::renderHotkeys()
         dialog.setBindingStatus(valid);
         dialog.activateWindow();
         save(dialog, QStringLiteral("dialog-hotkey-%1").arg(valid ? "valid" : "invalid"));
+    }
+}
+
+void Gallery::renderSettings()
+{
+    const DeskCaptureOption captureModes(2);
+    qApp->setProperty("isAdvanced", true);
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kCloseButtonAction.key,
+                                                   ConfigKeys::kCloseMinimizes);
+    SettingsDialog settings(&m_window);
+    settings.hotkeyEditWidget()->setDescriptions(galleryHotkeyNames());
+    settings.hotkeyEditWidget()->setHotkeys(galleryHotkeys());
+    auto* pages = settings.findChild<SliderBar*>();
+    for (const char* page : {"general", "shortcuts", "advanced"}) {
+        save(settings, QStringLiteral("dialog-settings-") + QLatin1String(page));
+        pages->moveNext();
+        pages->setSpace(pages->space()); // the highlight is there without a slide
     }
 }
 

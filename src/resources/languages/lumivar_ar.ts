@@ -909,4 +909,171 @@ Press ESC to cancel</source>
         <translation>التشبّع</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>تستخدم الواجهة اللغة المختارة فورًا.</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>يفعّل محرر وضع الشاشة الكاملة الذي يتيح تعديل موضع أخذ اللون لكل LED.</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>محرر وضع الشاشة الكاملة</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>يتطلب مسح ملفات الإعدادات إعادة تشغيل التطبيق، وسيتم إنهاء Lumivar.</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>القيم الأصغر أكثر سطوعًا والأكبر أقل سطوعًا، و1.00 تترك الضوء كما هو.</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>لا</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>وضع التشغيل التالي</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>اللغة</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>سجل موجز لبيانات المنفذ</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>يتحكم في كل الأجهزة</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>الطريقة %1</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>عند التحديد تستمر الأضواء بعد إغلاق النافذة الرئيسية ويبقى البرنامج في علبة النظام.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>نعم</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>فتح مجلد الإعدادات</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>طريقة قراءة الشاشة. جرّب طريقة أخرى إذا لم تكن الصورة صحيحة.</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>عام</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>زر الجهاز</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>تفعيل الوضع المتقدم</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>يحفظ من حين إلى آخر صورة من الشاشة الملتقطة.</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>يبدأ في الخلفية عند تسجيل الدخول.</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>يعرض خيارات أكثر لمزامنة الشاشة، بعضها بعد إعادة التشغيل.</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>قيمة غاما للضوء، وتؤثر في كل شرائط LED.</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>خيارات متقدمة لمزامنة الشاشة</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>البدء تلقائيًا مع النظام</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>يحذف كل الإعدادات عند التشغيل التالي، بعد أن يسألك أولًا.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>عام;الاختصارات;متقدم</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>التصغير إلى علبة النظام بدل إنهاء البرنامج</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>استعادة الإعدادات الافتراضية</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>تم حفظ الإعدادات. يُرجى إعادة تشغيل البرنامج.</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>المجلد الذي يحوي الإعدادات والسجلات.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>عام;الاختصارات</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>ما يفعله الضغط على زر الجهاز.</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>عند التحديد يتحكم زر أي جهاز في كل الأجهزة، وإلا ففي جهازه فقط.</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>أزرار النافذة الرئيسية</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>يحفظ جزءًا من بيانات المنفذ في السجل.</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>طريقة التقاط الشاشة</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>متقدم</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>تشغيل الضوء وإطفاؤه</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>لقطات الشاشة</translation>
+    </message>
+</context>
 </TS>

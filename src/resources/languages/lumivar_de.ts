@@ -909,4 +909,171 @@ Zum Abbrechen ESC drücken</translation>
         <translation>Sättigung</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>是</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Steuert alle Geräte</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Schreibt einen Teil der Portdaten ins Protokoll.</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Taste am Gerät</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Um die Konfigurationsdateien zu löschen, muss die Anwendung neu gestartet werden. Lumivar wird jetzt beendet.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>Allgemein;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>Der Ordner mit den Einstellungen und Protokollen.</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Startet bei der Anmeldung im Hintergrund.</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>Ist dies aktiviert, leuchten die Streifen nach dem Schließen des Hauptfensters weiter, und das Programm bleibt im Infobereich.</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Nächste Betriebsart</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Ihre Einstellungen wurden gespeichert. Bitte starten Sie das Programm neu.</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>Modus %1</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Erweitert</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>Allgemein;Tastenkürzel;Erweitert</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>Was ein Druck auf die Taste am Gerät bewirkt.</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Schaltflächen des Hauptfensters</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>Die Oberfläche erscheint sofort in der gewählten Sprache.</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Art der Bildschirmerfassung</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Bildschirmfotos</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Licht ein/aus</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>Ist dies aktiviert, wirkt die Taste jedes Geräts auf alle Geräte, sonst nur auf das eigene.</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>Wie der Bildschirm gelesen wird. Bei einem falschen Bild hilft vielleicht eine andere Art.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Editor für den Vollbildmodus</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Löscht alle Einstellungen beim nächsten Start. Vorher wird nachgefragt.</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Konfigurationsordner öffnen</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Zeigt weitere Optionen für Bildschirm-Sync, einige erst nach einem Neustart.</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>Bildschirm-Sync: erweiterte Optionen</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Erweiterten Modus aktivieren</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Gammawert des Lichts. Er wirkt auf alle LED-Streifen.</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>In den Infobereich minimieren, statt zu beenden</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Schaltet den Editor des Vollbildmodus ein, in dem sich die Abtastposition jeder LED ändern lässt.</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Speichert ab und zu ein Bild der Bildschirmerfassung.</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Protokoll der Portdaten</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Standardeinstellungen wiederherstellen</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Kleinere Werte sind heller, größere dunkler. 1.00 lässt das Licht, wie es ist.</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Mit dem System starten</translation>
+    </message>
+</context>
 </TS>

@@ -909,4 +909,171 @@ Press ESC to cancel</translation>
         <translation>Automatic black edge removal</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Main Interface Button Behavior</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>Minimize to tray instead of exiting program</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Start automatically on boot</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Switch lamp</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Screen Snapshot</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Saves a snapshot of the captured screen from time to time.</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Port Data Summary Log</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Enable High Order Mode</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Advanced Settings</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Saves part of the port data to the log.</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>General;Shortcuts;Advanced</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Your settings have been saved, please restart the software</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Deletes all settings at the next start. You will be asked first.</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Whether to control all devices</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>When ticked, the lights go on when the main window is closed and the program stays in the tray.</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Restore Default Settings</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>General;Shortcuts</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Cleaning up the configuration file requires restarting the application, which will exit Lumivar.</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>The interface uses the language chosen at once.</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>Pattern% 1</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Set the light gama value, noting that this affects all light strip devices.</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Toggle next working mode</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Smaller values are brighter, larger ones darker. 1.00 leaves the light as it is.</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>How the screen is read. Try another one when the picture is wrong.</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Shows more options of the same screen mode, some of them after a restart.</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Full Screen Mode Editor</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Starts in the background when you log in.</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>High-order options for same screen mode</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Scene Capture Mode</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>General Settings</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Turns on the editor of the full screen mode, in which the sampling position of each LED can be edited.</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Physical Button Options</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Open User Configuration Directory</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>What a press of the button on the device does.</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>The folder that holds the settings and the logs.</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>When ticked, the button of any device acts on all devices, else on its own device only.</translation>
+    </message>
+</context>
 </TS>

@@ -909,4 +909,171 @@ Pulse ESC para cancelar</translation>
         <translation>Quitar los bordes negros</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Activa el editor del modo de toda la pantalla, en el que se cambia la posición de muestreo de cada LED.</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Controla todos los dispositivos</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Guarda parte de los datos del puerto en el registro.</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Abrir la carpeta de configuración</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>La interfaz usa enseguida el idioma elegido.</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>Lo que hace el botón del dispositivo al pulsarlo.</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Encender/apagar la luz</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Se inicia en segundo plano al iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>General;Atajos</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>Modo %1</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Iniciar con el sistema</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>Minimizar a la bandeja en lugar de salir</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Valor gamma de la luz. Afecta a todas las tiras LED.</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Avanzado</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Botón del dispositivo</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Registro resumido de los datos del puerto</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Para borrar los archivos de configuración hay que reiniciar la aplicación. Lumivar se cerrará.</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Restablecer los ajustes</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>Opciones avanzadas de «Como la pantalla»</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Muestra más opciones de «Como la pantalla», algunas tras reiniciar.</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Borra todos los ajustes en el próximo inicio. Antes se pregunta.</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Sí</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Idioma</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>La carpeta con los ajustes y los registros.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>General;Atajos;Avanzado</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Los ajustes se han guardado. Reinicie el programa.</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>Cómo se lee la pantalla. Pruebe otro modo si la imagen no es correcta.</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Capturas de pantalla</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>Si está marcado, el botón de cualquier dispositivo actúa sobre todos, si no, solo sobre el suyo.</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Siguiente modo</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Botones de la ventana principal</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Modo de captura de pantalla</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>Si está marcado, al cerrar la ventana principal las luces siguen y el programa queda en la bandeja.</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Editor del modo de toda la pantalla</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Con valores menores hay más luz, con mayores menos. 1.00 no cambia nada.</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Guarda de vez en cuando una imagen de la pantalla capturada.</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Activar el modo avanzado</translation>
+    </message>
+</context>
 </TS>

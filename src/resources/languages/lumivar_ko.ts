@@ -909,4 +909,171 @@ ESC 키를 누르면 취소됩니다</translation>
         <translation>채도</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>语言</source>
+        <translation>언어</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>설정 폴더 열기</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>화면을 읽는 방식입니다. 화면이 올바르지 않으면 다른 방식을 선택해 보세요.</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>설정</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>장치의 버튼을 눌렀을 때의 동작입니다.</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>고급</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>시스템 시작 시 자동 실행</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>각 LED의 샘플링 위치를 편집할 수 있는 전체 화면 모드 편집기를 켭니다.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>일반;단축키</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>다음 작동 모드</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>화면 동기화의 옵션을 더 표시합니다. 일부는 다시 시작한 뒤에 적용됩니다.</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>캡처한 화면의 이미지를 가끔 저장합니다.</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>설정 파일을 정리하려면 응용 프로그램을 다시 시작해야 합니다. 이 작업을 하면 Lumivar가 종료됩니다.</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>선택하면 어느 장치의 버튼이든 모든 장치를 제어하고, 선택하지 않으면 해당 장치만 제어합니다.</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>선택하면 기본 창을 닫아도 조명이 계속 작동하고 프로그램은 트레이에 남습니다.</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>포트 데이터의 일부를 로그에 저장합니다.</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>선택한 언어가 화면에 바로 적용됩니다.</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>조명 켜기/끄기</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>기본 창 버튼의 동작</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>화면 스냅샷</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>예</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>로그인하면 백그라운드에서 시작됩니다.</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>화면 동기화 고급 옵션</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>전체 화면 모드 편집기</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>포트 데이터 요약 로그</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>방식 %1</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>기본 설정 복원</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>모든 장치 제어</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>장치의 버튼</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>아니요</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>일반;단축키;고급</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>설정과 로그가 저장된 폴더입니다.</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>다음에 시작할 때 모든 설정을 삭제합니다. 먼저 확인을 묻습니다.</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>값이 작을수록 밝고 클수록 어두워집니다. 1.00이면 그대로입니다.</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>설정이 저장되었습니다. 프로그램을 다시 시작하세요.</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>화면 캡처 방식</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>종료하지 않고 트레이로 최소화</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>일반</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>고급 모드 사용</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>빛의 감마 값입니다. 모든 LED 스트립에 적용됩니다.</translation>
+    </message>
+</context>
 </TS>

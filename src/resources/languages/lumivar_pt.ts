@@ -909,4 +909,171 @@ Pressione ESC para cancelar</translation>
         <translation>Faixa de cor</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Próximo modo</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Sim</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Botão do dispositivo</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Ativa o editor do modo de tela inteira, no qual se altera a posição de amostragem de cada LED.</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Salva parte dos dados da porta no registro.</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Salva de vez em quando uma imagem da tela capturada.</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>A interface usa imediatamente o idioma escolhido.</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Mostra mais opções de «Sincronizar tela», algumas após reiniciar.</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>Geral</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>Modo %1</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Avançado</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Acender/apagar a luz</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>Minimizar para a bandeja em vez de sair</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>O que o botão do dispositivo faz ao ser pressionado.</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Idioma</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Não</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>Geral;Atalhos</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Editor do modo de tela inteira</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>Como a tela é lida. Tente outro modo se a imagem estiver errada.</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Os ajustes foram salvos. Reinicie o programa.</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Capturas da tela</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>Opções avançadas de «Sincronizar tela»</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Restaurar os ajustes padrão</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Botões da janela principal</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Inicia em segundo plano quando você entra no sistema.</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Iniciar com o sistema</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Apaga todos os ajustes no próximo início. Antes será feita uma pergunta.</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>Se marcado, o botão de qualquer dispositivo age sobre todos, senão, apenas sobre o próprio.</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>Geral;Atalhos;Avançado</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Registro resumido dos dados da porta</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Controla todos os dispositivos</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Modo de captura da tela</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Para limpar os arquivos de configuração é preciso reiniciar o aplicativo. O Lumivar será encerrado.</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Abrir a pasta de configuração</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Valor gama da luz. Afeta todas as fitas de LED.</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>A pasta com os ajustes e os registros.</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Ativar o modo avançado</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Valores menores dão mais luz, maiores dão menos. 1.00 não altera nada.</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>Se marcado, ao fechar a janela principal as luzes continuam e o programa fica na bandeja.</translation>
+    </message>
+</context>
 </TS>

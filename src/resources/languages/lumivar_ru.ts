@@ -909,4 +909,171 @@ ESC — отмена</translation>
         <translation>Насыщенность</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>模式 %1</source>
+        <translation>Способ %1</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>Общие</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Кнопка на устройстве</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Открыть папку настроек</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>Если отмечено, после закрытия главного окна свет продолжает работать, а программа остаётся в трее.</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Сохраняет часть данных порта в журнал.</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>Что делает нажатие кнопки на устройстве.</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Удаляет все настройки при следующем запуске. Сначала будет задан вопрос.</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Значение гаммы света. Действует на все ленты.</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Включить/выключить свет</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>Если отмечено, кнопка любого устройства действует на все, иначе только на своё.</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Включает редактор режима «Весь экран», где можно изменить точку считывания каждого светодиода.</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>Папка с настройками и журналами.</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Способ захвата экрана</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>Сворачивать в трей вместо выхода</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Редактор режима «Весь экран»</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Кнопки главного окна</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Краткий журнал данных порта</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Меньшие значения ярче, большие темнее. 1.00 не меняет свет.</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Управляет всеми устройствами</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Восстановить настройки по умолчанию</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>Дополнительно для режима «Как на экране»</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Снимки экрана</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>Общие;Горячие клавиши</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Настройки сохранены. Перезапустите программу.</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>Интерфейс сразу переходит на выбранный язык.</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Язык</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Чтобы очистить файлы настроек, нужно перезапустить приложение. Работа Lumivar будет завершена.</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Дополнительно</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>Как считывается экран. Если картинка неверна, попробуйте другой способ.</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Следующий режим работы</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Включить расширенный режим</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>Общие;Горячие клавиши;Дополнительно</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Показывает больше параметров режима «Как на экране», часть — после перезапуска.</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Запускается в фоне при входе в систему.</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Запускать вместе с системой</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Время от времени сохраняет снимок захваченного экрана.</translation>
+    </message>
+</context>
 </TS>

@@ -909,4 +909,171 @@ Nhấn ESC để hủy</translation>
         <translation>Tự động bỏ viền đen</translation>
     </message>
 </context>
+<context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>语言</source>
+        <translation>Ngôn ngữ</translation>
+    </message>
+    <message>
+        <source>清理配置文件需要重启应用程序, 这个操作将退出Lumivar.</source>
+        <translation>Để xóa các tệp cấu hình cần khởi động lại ứng dụng. Lumivar sẽ thoát.</translation>
+    </message>
+    <message>
+        <source>同屏模式高阶选项</source>
+        <translation>Tùy chọn nâng cao của đồng bộ màn hình</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Cài đặt</translation>
+    </message>
+    <message>
+        <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
+        <translation>Giá trị gamma của ánh sáng. Áp dụng cho mọi dải LED.</translation>
+    </message>
+    <message>
+        <source>是否控制所有设备</source>
+        <translation>Điều khiển tất cả thiết bị</translation>
+    </message>
+    <message>
+        <source>界面立即使用所选的语言。</source>
+        <translation>Giao diện dùng ngay ngôn ngữ đã chọn.</translation>
+    </message>
+    <message>
+        <source>登录系统后自动在后台启动。</source>
+        <translation>Khởi động ở chế độ nền khi bạn đăng nhập.</translation>
+    </message>
+    <message>
+        <source>打开用户配置目录</source>
+        <translation>Mở thư mục cấu hình</translation>
+    </message>
+    <message>
+        <source>间断性保存屏幕捕获器中抓取的快照。</source>
+        <translation>Thỉnh thoảng lưu một ảnh của màn hình được chụp.</translation>
+    </message>
+    <message>
+        <source>读取屏幕画面的方式。画面不正常时可以换一种。</source>
+        <translation>Cách đọc màn hình. Hãy thử cách khác nếu hình ảnh không đúng.</translation>
+    </message>
+    <message>
+        <source>屏幕快照</source>
+        <translation>Ảnh chụp màn hình</translation>
+    </message>
+    <message>
+        <source>全屏模式编辑器</source>
+        <translation>Trình chỉnh sửa chế độ toàn màn hình</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>Không</translation>
+    </message>
+    <message>
+        <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
+        <translation>Giá trị nhỏ sáng hơn, giá trị lớn tối hơn. 1.00 giữ nguyên ánh sáng.</translation>
+    </message>
+    <message>
+        <source>最小化到托盘而不是退出程序</source>
+        <translation>Thu nhỏ xuống khay thay vì thoát chương trình</translation>
+    </message>
+    <message>
+        <source>场景捕获模式</source>
+        <translation>Cách chụp màn hình</translation>
+    </message>
+    <message>
+        <source>通用设置</source>
+        <translation>Chung</translation>
+    </message>
+    <message>
+        <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
+        <translation>Khi được chọn, nút của bất kỳ thiết bị nào cũng tác động lên tất cả, nếu không thì chỉ lên chính nó.</translation>
+    </message>
+    <message>
+        <source>端口数据摘要日志</source>
+        <translation>Nhật ký tóm tắt dữ liệu cổng</translation>
+    </message>
+    <message>
+        <source>切换下一个工作模式</source>
+        <translation>Chế độ tiếp theo</translation>
+    </message>
+    <message>
+        <source>保存端口数据的部分内容到日志。</source>
+        <translation>Lưu một phần dữ liệu cổng vào nhật ký.</translation>
+    </message>
+    <message>
+        <source>启用高阶模式</source>
+        <translation>Bật chế độ nâng cao</translation>
+    </message>
+    <message>
+        <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
+        <translation>Khi được chọn, đóng cửa sổ chính thì đèn vẫn hoạt động và chương trình ở lại khay.</translation>
+    </message>
+    <message>
+        <source>恢复默认设置</source>
+        <translation>Khôi phục cài đặt mặc định</translation>
+    </message>
+    <message>
+        <source>主界面按钮行为</source>
+        <translation>Nút của cửa sổ chính</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置</source>
+        <translation>Chung;Phím tắt</translation>
+    </message>
+    <message>
+        <source>选中开启全屏模式的编辑器，允许用户编辑每个LED灯珠的采样位置。</source>
+        <translation>Bật trình chỉnh sửa chế độ toàn màn hình, nơi có thể sửa vị trí lấy mẫu của từng LED.</translation>
+    </message>
+    <message>
+        <source>是</source>
+        <translation>Có</translation>
+    </message>
+    <message>
+        <source>开关灯</source>
+        <translation>Bật/tắt đèn</translation>
+    </message>
+    <message>
+        <source>通用设置;快捷键设置;高级设置</source>
+        <translation>Chung;Phím tắt;Nâng cao</translation>
+    </message>
+    <message>
+        <source>高级设置</source>
+        <translation>Nâng cao</translation>
+    </message>
+    <message>
+        <source>模式 %1</source>
+        <translation>Cách %1</translation>
+    </message>
+    <message>
+        <source>您的设置已经保存，请重新启动软件</source>
+        <translation>Cài đặt đã được lưu. Vui lòng khởi động lại chương trình.</translation>
+    </message>
+    <message>
+        <source>按下设备上的按钮时执行的操作。</source>
+        <translation>Việc được thực hiện khi nhấn nút trên thiết bị.</translation>
+    </message>
+    <message>
+        <source>删除所有设置，下次启动时生效。执行前会先询问。</source>
+        <translation>Xóa mọi cài đặt ở lần khởi động sau. Bạn sẽ được hỏi trước.</translation>
+    </message>
+    <message>
+        <source>开机时自动启动</source>
+        <translation>Tự khởi động cùng hệ thống</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
+        <source>物理按钮选项</source>
+        <translation>Nút trên thiết bị</translation>
+    </message>
+    <message>
+        <source>显示同屏模式的更多选项，部分在重新启动后生效。</source>
+        <translation>Hiện thêm tùy chọn của đồng bộ màn hình, một số sau khi khởi động lại.</translation>
+    </message>
+    <message>
+        <source>保存设置和日志的文件夹。</source>
+        <translation>Thư mục chứa cài đặt và nhật ký.</translation>
+    </message>
+</context>
 </TS>
