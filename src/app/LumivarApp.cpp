@@ -1,11 +1,13 @@
 #include "app/LumivarApp.h"
 
+#include "support/capture/CaptureModes.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/log/Loggers.h"
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
+#include "ui/SettingsDialog.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -26,8 +28,9 @@ bool isAppFlag(const char* property)
 
 LumivarApp::LumivarApp(QObject* parent)
     : QObject(parent)
+    , m_captureOption(captureModes().size())
     , m_deviceManager(this, nullptr)
-    , m_sysTray(m_mainWindow, hasSettingsDialog())
+    , m_sysTray(m_mainWindow)
 {
     setProperty("runtime.openTime", QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss")));
     showWindow();
@@ -49,6 +52,8 @@ LumivarApp::LumivarApp(QObject* parent)
 
 LumivarApp::~LumivarApp()
 {
+    if (m_settingsDialog)
+        m_settingsDialog->reject();
     // The members go before the connections to this object do: what the window's last moments emit, such as a
     // rename editor losing the focus, must not reach for devices any more.
     m_mainWindow.disconnect(this);

@@ -2,18 +2,22 @@
 
 #include "app/DeviceManager.h"
 #include "app/HotKeyManager.h"
+#include "support/capture/DeskCaptureOption.h"
 #include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
 #include <QObject>
+#include <QPointer>
 #include <functional>
 
 class HotKeyEditWidget;
+class SettingsDialog;
 
 /// The one object that knows every other subsystem and joins them. Main thread.
 /// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
-/// pressed), LumivarApp_hotkeys.cpp (the hotkey actions and their editing).
+/// pressed), LumivarApp_hotkeys.cpp (the hotkey actions and their editing), LumivarApp_dialogs.cpp (dialogs
+/// that the user asks for).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -24,8 +28,6 @@ public:
 
     MainWindow& mainWindow() { return m_mainWindow; }
     DeviceManager& deviceManager() { return m_deviceManager; }
-    /// Whether there is a settings dialog that can be asked for.
-    static constexpr bool hasSettingsDialog() { return false; }
     /// Gives the table of the shortcut page its rows and what decides on a change. The table may outlive the
     /// application, and has the present state while both live.
     void fillHotkeys(HotKeyEditWidget& table);
@@ -39,6 +41,8 @@ public slots:
     void onWakeUpRequested();
     /// Fills the control page from the state of its device. Nothing happens while the home page is showing.
     void updateControlPageView();
+    /// A second request brings the dialog that is open to the front.
+    void showSettingsDialog();
 
 private slots:
     void onNewController(QString ctlName);
@@ -115,9 +119,11 @@ private:
                               int line = __builtin_LINE());
 
     MainWindow m_mainWindow;
+    DeskCaptureOption m_captureOption; ///< there to be chosen from before anything is captured
     DeviceManager m_deviceManager;
     HotKeyManager m_hotKeyManager;
     LVSysTray m_sysTray;
+    QPointer<SettingsDialog> m_settingsDialog;   ///< the open one; the window's child
     bool m_allStrapOn = true;                    ///< last asked for by the switch for all devices
     QMap<QString, HotkeyAction> m_hotkeyActions; ///< by id
 };

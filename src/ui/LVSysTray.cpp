@@ -5,11 +5,10 @@
 #include <QCoreApplication>
 #include <QDebug>
 
-LVSysTray::LVSysTray(MainWindow& window, bool hasSettings, QObject* parent)
+LVSysTray::LVSysTray(MainWindow& window, QObject* parent)
     : QObject(parent)
     , m_window(window)
     , m_picture(QPixmap(QStringLiteral("images/icon.png")))
-    , m_menu(hasSettings)
 {
     if (m_picture.isNull())
         qCritical() << "Failed to load icon file: images/icon.png";

@@ -15,8 +15,8 @@ class LVSysTray : public QObject
     Q_OBJECT
 
 public:
-    /// `window` outlives the tray. Settings are offered only where there is a dialog for them.
-    LVSysTray(MainWindow& window, bool hasSettings, QObject* parent = nullptr);
+    /// `window` outlives the tray.
+    explicit LVSysTray(MainWindow& window, QObject* parent = nullptr);
 
 public slots:
     void onDeviceCountChanged(QString ctlName);

@@ -3,10 +3,8 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-TrayMenu::TrayMenu(bool hasSettings)
+TrayMenu::TrayMenu()
 {
-    m_settings.setVisible(hasSettings);
-    m_separator.setVisible(hasSettings);
     m_separator.setSeparator(true);
     connect(&m_settings, &QAction::triggered, this, &TrayMenu::settingsOrdered);
     connect(&m_exit, &QAction::triggered, this, &TrayMenu::exitOrdered);

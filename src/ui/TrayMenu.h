@@ -9,8 +9,7 @@ class TrayMenu : public QMenu
     Q_OBJECT
 
 public:
-    /// Settings are offered only where there is a dialog for them.
-    explicit TrayMenu(bool hasSettings);
+    TrayMenu();
 
     /// When devices have come or gone.
     void rebuild();

@@ -5,6 +5,7 @@
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/MainWindow.h"
+#include "ui/SettingsDialog.h"
 #include "ui/TrayMenu.h"
 
 #include <QApplication>
@@ -139,8 +140,7 @@ private slots:
             QVERIFY2(!it.value().isEmpty(), qPrintable(where));
             // Two broken texts are known as they are to those who read logs and manuals.
             QVERIFY2(fixedParts(it.value()) == fixedParts(source) ||
-                         it.value() == "Failed to register% 1. Error:% 2" ||
-                         it.value() == "Pattern% 1",
+                         it.value() == "Failed to register% 1. Error:% 2" || it.value() == "Pattern% 1",
                      qPrintable(where));
             if (source.startsWith("Alt+"))
                 QVERIFY2(it.value() == source, qPrintable(where));
@@ -228,7 +228,8 @@ private slots:
             }
         }
         QVERIFY(makers.size() >= 9);
-        makers["TrayMenu"] = [] { return new TrayMenu(true); };
+        makers["TrayMenu"] = [] { return new TrayMenu; };
+        makers["SettingsDialog"] = [] { return new SettingsDialog; };
         makers["MainWindow"] = [] {
             auto* window = new MainWindow;
             window->homePage()->setControllerList({{"id", DeviceModel()}});

@@ -1,11 +1,11 @@
 #include "LogCapture.h"
+#include "app/LumivarApp.h"
 #include "support/capture/DeskCaptureOption.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/Autostart.h"
 #include "ui/HotKeyEditWidget.h"
 #include "ui/Languagemanager.h"
-#include "ui/MainWindow.h"
 #include "ui/SettingsDialog.h"
 #include "widgets/SliderBar.h"
 
@@ -22,6 +22,7 @@
 #include <QSlider>
 #include <QStackedWidget>
 #include <QStandardPaths>
+#include <QTableWidget>
 #include <QToolButton>
 #include <QtTest>
 
@@ -417,6 +418,31 @@ private slots:
             }
             QCOMPARE(reached, controls);
         }
+    }
+
+    void programOpensOneDialogThatMayStayOpenToTheEnd()
+    {
+        LogCapture log;
+        auto app = std::make_unique<LumivarApp>(nullptr);
+        const MainWindow& window = app->mainWindow();
+        auto* button = window.findChild<QAbstractButton*>("pushButton_settings");
+        QVERIFY(button->isVisible());
+        for (int opened = 1; opened <= 2; ++opened) {
+            QTest::mouseClick(button, Qt::LeftButton);
+            app->showSettingsDialog();
+            auto* dialog = window.findChild<SettingsDialog*>();
+            QVERIFY(dialog && dialog->isModal() && dialog->isVisible());
+            QCOMPARE(log.count("SettingsDialog openning"), opened);
+            QVERIFY(part<QWidget>(*dialog, "screenCaptureModeView")->isVisible()); // nothing captures yet
+            QCOMPARE(dialog->hotkeyEditWidget()->findChild<QTableWidget*>()->rowCount(), 5);
+            if (opened == 2)
+                break;
+            QTest::mouseClick(dialog->findChild<QToolButton*>("toolButton"), Qt::LeftButton);
+            QCOMPARE(log.count("SettingsDialog Closing, exit code:  0"), opened);
+            QTRY_VERIFY(!window.findChild<SettingsDialog*>());
+        }
+        app.reset();
+        QCOMPARE(log.count("SettingsDialog Closing, exit code:  0"), 2);
     }
 };
 

@@ -1,0 +1,24 @@
+// Dialogs that the user asks for. They are opened without an event loop of their own: devices come and go,
+// and the program may be told to quit, while one is open.
+#include "app/LumivarApp.h"
+#include "ui/SettingsDialog.h"
+
+#include <QDebug>
+
+void LumivarApp::showSettingsDialog()
+{
+    if (m_settingsDialog) {
+        m_settingsDialog->raise();
+        m_settingsDialog->activateWindow();
+        return;
+    }
+    qInfo() << "SettingsDialog openning";
+    m_settingsDialog = new SettingsDialog(&m_mainWindow);
+    fillHotkeys(*m_settingsDialog->hotkeyEditWidget());
+    connect(m_settingsDialog, &QDialog::finished, this, [this](int exitCode) {
+        qInfo() << "SettingsDialog Closing, exit code: " << exitCode;
+        m_settingsDialog->deleteLater();
+        m_settingsDialog.clear();
+    });
+    m_settingsDialog->open();
+}
