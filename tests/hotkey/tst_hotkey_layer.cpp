@@ -161,6 +161,7 @@ private slots:
                 }
                 QTest::qWait(0);
             }
+            QVERIFY(worker->wait());
         }
         qDeleteAll(workers);
         QCOMPARE(failures.load(), 0);

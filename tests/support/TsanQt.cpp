@@ -77,6 +77,26 @@ bool QMetaObject::invokeMethodImpl(QObject* object, QtPrivate::QSlotObjectBase* 
     return done;
 }
 
+bool QMetaObject::invokeMethod(QObject* object, const char* member, Qt::ConnectionType type,
+                               QGenericReturnArgument ret, QGenericArgument a0, QGenericArgument a1,
+                               QGenericArgument a2, QGenericArgument a3, QGenericArgument a4,
+                               QGenericArgument a5, QGenericArgument a6, QGenericArgument a7,
+                               QGenericArgument a8, QGenericArgument a9)
+{
+    using Invoke =
+        bool (*)(QObject*, const char*, Qt::ConnectionType, QGenericReturnArgument, QGenericArgument,
+                 QGenericArgument, QGenericArgument, QGenericArgument, QGenericArgument, QGenericArgument,
+                 QGenericArgument, QGenericArgument, QGenericArgument, QGenericArgument);
+    static const auto real = next<Invoke>(
+        "_ZN11QMetaObject12invokeMethodEP7QObjectPKcN2Qt14ConnectionTypeE22QGenericReturnArgument"
+        "16QGenericArgumentS7_S7_S7_S7_S7_S7_S7_S7_S7_");
+    __tsan_release(&s_queues);
+    const bool done = real(object, member, type, ret, a0, a1, a2, a3, a4, a5, a6, a7, a8, a9);
+    __tsan_acquire(&s_queues);
+    __tsan_release(&s_queues); // it may be the last that a thread does before somebody waits for its end
+    return done;
+}
+
 void QMetaObject::activate(QObject* sender, const QMetaObject* meta, int signal, void** arguments)
 {
     static const auto real = next<void (*)(QObject*, const QMetaObject*, int, void**)>(
