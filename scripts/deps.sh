@@ -15,7 +15,7 @@ packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-
     g++-mingw-w64-x86-64-posix"
 packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
-packages[bench]="libbenchmark-dev xvfb python3 pulseaudio pulseaudio-utils"
+packages[bench]="libbenchmark-dev libxcb-xtest0-dev xvfb python3 pulseaudio pulseaudio-utils"
 
 wanted=()
 for group in "$@"; do
