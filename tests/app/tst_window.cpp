@@ -7,6 +7,7 @@
 #include <QRect>
 #include <QtTest>
 #include <vector>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -64,6 +65,30 @@ signals:
 private:
     QDBusConnection m_bus;
     bool m_isShown = false;
+};
+
+/// Another program that holds Ctrl+Alt+Shift+F10.
+class KeyHolder
+{
+public:
+    explicit KeyHolder(const QByteArray& display)
+        : m_connection(xcb_connect(display.constData(), nullptr))
+    {
+        constexpr xcb_keycode_t kF10 = 76;
+        constexpr uint16_t kModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
+        const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        const xcb_void_cookie_t grab = xcb_grab_key_checked(m_connection, 0, root, kModifiers, kF10,
+                                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        isHolding = !xcb_request_check(m_connection, grab);
+    }
+    ~KeyHolder() { xcb_disconnect(m_connection); }
+    KeyHolder(const KeyHolder&) = delete;
+    KeyHolder& operator=(const KeyHolder&) = delete;
+
+    bool isHolding = false;
+
+private:
+    xcb_connection_t* m_connection;
 };
 
 } // namespace
@@ -184,6 +209,47 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
     }
 
+    void userGivesAShortcutAnotherKey()
+    {
+        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        auto other = std::make_unique<KeyHolder>(m_display->name());
+        QVERIFY(other->isHolding);
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        QVERIFY(logs("Failed to registered hotkey id.hotkey.turnOffOn"));
+        QVERIFY(!logs("Failed to registered hotkey id.hotkey.nextEffect"));
+        other.reset();
+
+        pressKeys({"alt+s"});
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
+        pressKeys({"Right"}); // to the page of shortcuts, which takes what has become free
+        QTRY_VERIFY_WITH_TIMEOUT(logs("taken after all id.hotkey.turnOffOn"), kWaitMs);
+        for (const LV_RGB color : {LV_RGB{}, kColor}) { // with a modal dialog open
+            pressKeys({"ctrl+alt+shift+F10"});
+            QTRY_VERIFY_WITH_TIMEOUT(shows(color), kWaitMs);
+        }
+        pressKeys({"Tab", "F2"}); // in the table, on its first action
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Lumivar", kWaitMs);
+        pressKeys({"p", "Tab", "Tab", "space"});
+        QTRY_VERIFY_WITH_TIMEOUT(logs("The hotkey binding has been changed: Ctrl+Alt+Shift+P"), kWaitMs);
+        QVERIFY(m_program->terminate());
+        const QString key = "hotkeyBinding.id.hotkey.turnOffOn";
+        QCOMPARE(m_program->readConfig("app.json")[key].toObject()["keyCode"].toInt(), int(Qt::Key_P));
+
+        // The next start, without a window, while another program is worked with.
+        m_program->start({"--auto_startup"});
+        startDesktop("xev", {});
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Event Tester", kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        QVERIFY(geometry().isEmpty());
+        for (const LV_RGB color : {LV_RGB{}, kColor}) {
+            pressKeys({"ctrl+alt+shift+p"});
+            QTRY_VERIFY_WITH_TIMEOUT(shows(color), kWaitMs);
+        }
+        QCOMPARE(activeTitle(), "Event Tester");
+    }
+
 private:
     void startDesktop(const QString& program, const QStringList& arguments)
     {
@@ -199,11 +265,13 @@ private:
         m_display->run("sh", {"-c", command + " 2>/dev/null || true"}, &answer);
         return answer;
     }
-    /// Whether the window manager has taken the program's window in and given it the focus.
-    bool isActive() const
+    /// Of the window with the focus.
+    QString activeTitle() const
     {
-        return ask("xdotool getactivewindow getwindowname") == "Lumivar\n" && !geometry().isEmpty();
+        return QString::fromUtf8(ask("xdotool getactivewindow getwindowname")).trimmed();
     }
+    /// Whether the window manager has taken the program's window in and given it the focus.
+    bool isActive() const { return activeTitle() == "Lumivar" && !geometry().isEmpty(); }
     /// The program's visible window, or nothing.
     QRect geometry() const
     {
@@ -229,6 +297,10 @@ private:
         const QStringList move{"mousemove", QString::number(at.x()), QString::number(at.y())};
         QVERIFY(m_display->run("xdotool", move + then));
     }
+    void pressKeys(const QStringList& keys) const
+    {
+        QVERIFY(m_display->run("xdotool", QStringList{"key"} + keys));
+    }
     void click(QPoint at) const { pointer(at, {"click", "1"}); }
     void drag(QPoint grip, QPoint distance) const
     {
@@ -247,6 +319,7 @@ private:
         pointer(from + distance, {"mouseup", "1"});
     }
 
+    bool logs(const QString& text) const { return m_program->logText().contains(text); }
     bool shows(LV_RGB color) const
     {
         const QVector<LV_RGB> shown = m_strip->lastFrame().colors;
