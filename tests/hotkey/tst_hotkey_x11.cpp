@@ -23,30 +23,9 @@ namespace {
 constexpr int kWaitMs = 20000;
 
 // Keys of a PC's keyboard, named by what is printed on a US one.
-enum Key {
-    k1 = 10,
-    k2 = 11,
-    kQ = 24,
-    kY = 29,
-    kCtrl = 37,
-    kA = 38,
-    kQuote = 48,
-    kShift = 50,
-    kZ = 52,
-    kComma = 59,
-    kSlash = 61,
-    kAlt = 64,
-    kCapsLock = 66,
-    kF10 = 76,
-    kNumLock = 77,
-    kNum4 = 83,
-    kRightAlt = 108,
-    kPageUp = 112,
-    kRight = 114,
-    kSuper = 133,
-    kMenu = 135,
-    kPlay = 172
-};
+constexpr int k1 = 10, k2 = 11, kQ = 24, kY = 29, kCtrl = 37, kA = 38, kQuote = 48, kGrave = 49, kShift = 50,
+              kZ = 52, kComma = 59, kSlash = 61, kAlt = 64, kSpace = 65, kCapsLock = 66, kF10 = 76,
+              kNumLock = 77, kNum4 = 83, kRightAlt = 108, kPageUp = 112, kRight = 114, kSuper = 133;
 constexpr Qt::KeyboardModifiers kThree = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier;
 constexpr quint16 kThreeOfX11 = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
 
@@ -139,14 +118,6 @@ struct Hotkey
     QSignalSpy activated{&hotkey, &QHotkey::activated};
     QSignalSpy released{&hotkey, &QHotkey::released};
 };
-
-/// Whether it is one of the block of letters, digits and signs, and types something.
-bool isCharacterKey(int key, xkb_keysym_t symbol)
-{
-    const bool isInBlock = (key >= 10 && key <= 21) || (key >= 24 && key <= 35) || (key >= 38 && key <= 49) ||
-                           (key >= 51 && key <= 61);
-    return isInBlock && xkb_keysym_to_utf32(symbol) != 0;
-}
 
 /// A window that keeps the names of the keys pressed in it.
 class NameKeeper : public QWidget
@@ -278,7 +249,8 @@ private slots:
         QVERIFY(!hotkey.hotkey.isRegistered());
         QCOMPARE(hotkey.hotkey.trouble(), HotkeyTrouble::Taken);
         QVERIFY(!hotkey.hotkey.isAvailable());
-        QVERIFY(m_other.grab(kF10, kThreeOfX11)); // nothing of it is left behind
+        // Nothing of it is left behind, as soon as the server has read so.
+        QTRY_VERIFY_WITH_TIMEOUT(m_other.grab(kF10, kThreeOfX11), kWaitMs);
         QVERIFY(m_other.ungrab(kF10, kThreeOfX11) && m_other.ungrab(kF10, kWithNumLock));
         QVERIFY(hotkey.hotkey.isAvailable());
         QVERIFY(hotkey.hotkey.setRegistered(true));
@@ -360,40 +332,24 @@ private slots:
         QVERIFY(hotkey.hotkey.setRegistered(true));
     }
 
-    void keysAreFoundByTheirNames_data()
-    {
-        QTest::addColumn<QByteArray>("layout");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QVector<int>>("keys");
-        const auto row = [](const char* layout, const char* name, QVector<int> keys) {
-            QTest::addRow("%s %s", layout, name) << QByteArray(layout) << QString::fromUtf8(name) << keys;
-        };
-        row("de", "Ä", {kQuote});
-        row("ru", "Ф", {kA});
-        row("us", "!", {k1});
-        row("fr", "!", {kSlash});
-        row("fr", "1", {k1});
-        row("us,ru", ",", {kComma});
-        row("us", "Backtab", {23});
-        row("us", "Num+4", {kNum4});
-        row("us", "Num+Left", {kNum4});
-        row("us", "Num+.", {91, 129});
-        row("us", "Enter", {104});
-        row("us", "Media Play", {kPlay, 208, 215});
-        row("us", "Print", {107, 218});
-        row("us", "Pause", {127});
-        row("us", "Menu", {kMenu});
-        row("us", "F12", {96});
-    }
     void keysAreFoundByTheirNames()
     {
-        QFETCH(QByteArray, layout);
-        QFETCH(QString, name);
-        QFETCH(QVector<int>, keys);
-        QVector<int> found;
-        for (const auto key : KeyboardMap::compiled(layout).keysWith(symbolOfKey(QKeySequence(name)[0])))
-            found += key;
-        QCOMPARE(found, keys);
+        using Keys = KeyboardMap::Keys;
+        const auto found = [](const char* layout, const char* name) {
+            return KeyboardMap::compiled(layout).keysWith(
+                symbolOfKey(QKeySequence(QString::fromUtf8(name))[0]));
+        };
+        QCOMPARE(found("de", "Ä"), Keys{kQuote});
+        QCOMPARE(found("ru", "Ф"), Keys{kA});
+        QCOMPARE(found("us", "!"), Keys{k1});
+        QCOMPARE(found("fr", "!"), Keys{kSlash});
+        QCOMPARE(found("us,ru", ","), Keys{kComma});
+        QCOMPARE(found("us", "Backtab"), Keys{23});
+        QCOMPARE(found("us", "Num+Left"), Keys{kNum4});
+        QCOMPARE(found("us", "Num+."), (Keys{91, 129}));
+        QCOMPARE(found("us", "Media Play"), (Keys{172, 208, 215}));
+        QCOMPARE(found("us", "Print"), (Keys{107, 218}));
+        QCOMPARE(found("us", "F12"), Keys{96});
     }
     void everyNameLeadsBackToItsKey_data()
     {
@@ -414,11 +370,11 @@ private slots:
             const xkb_keysym_t symbol = map.symbolOf(KeyboardMap::KeyCode(key), 0);
             const QString name = keyNameOfSymbol(symbol);
             const QKeySequence parsed(name);
+            const QByteArray told = QStringLiteral("%1: %2").arg(key).arg(name).toUtf8();
             if (name.isEmpty()) {
-                QVERIFY2(!isCharacterKey(key, symbol), qPrintable(QString::number(key)));
+                QVERIFY2(xkb_keysym_to_utf32(symbol) <= ' ', told.constData());
                 continue;
             }
-            const QByteArray told = QStringLiteral("%1: %2").arg(key).arg(name).toUtf8();
             QVERIFY2(parsed.count() == 1, told.constData());
             QVERIFY2(map.keysWith(symbolOfKey(parsed[0])).contains(KeyboardMap::KeyCode(key)),
                      told.constData());
@@ -428,22 +384,15 @@ private slots:
     {
         QTest::addColumn<QString>("layout");
         QTest::addColumn<QVector<int>>("keys");
-        QTest::addColumn<QStringList>("names"); // the held ones' as well
-        QTest::newRow("with Shift") << "us" << QVector<int>{kShift, k2} << QStringList{"", "2"};
-        QTest::newRow("German") << "de" << QVector<int>{kShift, 47} << QStringList{"", "Ö"};
-        QTest::newRow("sharp s") << "de" << QVector<int>{20} << QStringList{"ß"};
-        QTest::newRow("AltGr") << "de" << QVector<int>{kRightAlt, kQ} << QStringList{"", "Q"};
-        QTest::newRow("dead key") << "de" << QVector<int>{49} << QStringList{"^"};
-        QTest::newRow("Russian") << "ru" << QVector<int>{kA} << QStringList{"Ф"};
-        QTest::newRow("keypad") << "us" << QVector<int>{kNum4, kNumLock, kNum4, kNumLock}
-                                << QStringList{"Num+4", "", "Num+4", ""};
-        QTest::newRow("functions") << "us" << QVector<int>{kF10, kRight, kPageUp}
-                                   << QStringList{"F10", "Right", "PgUp"};
-        QTest::newRow("nothing") << "us" << QVector<int>{kSuper, kCapsLock, kCapsLock}
-                                 << QStringList{"", "", ""};
-        QTest::newRow("signs") << "us" << QVector<int>{kComma, kShift, 21} << QStringList{",", "", "="};
-        QTest::newRow("space and tab")
-            << "us" << QVector<int>{65, kShift, 23} << QStringList{"Space", "", "Tab"};
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("us") << "us" << QVector<int>{kNum4,     kNumLock, kNum4,  kNumLock, kSuper, kCapsLock,
+                                                    kCapsLock, kComma,   kF10,   kShift,   k2,     21,
+                                                    23,        kSpace,   kRight, kPageUp}
+                            << QStringList{"Num+4", "", "Num+4", "",  "",    "",      "",      ",",
+                                           "F10",   "", "2",     "=", "Tab", "Space", "Right", "PgUp"};
+        QTest::newRow("de") << "de" << QVector<int>{20, kGrave, kRightAlt, kQ, kShift, kQuote}
+                            << QStringList{"ß", "^", "", "Q", "", "Ä"};
+        QTest::newRow("ru") << "ru" << QVector<int>{kA} << QStringList{"Ф"};
     }
     void pressedKeyIsNamedByItsOwnSymbol()
     {
@@ -460,7 +409,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(keeper.isActiveWindow(), kWaitMs);
         for (const int key : keys) {
             if (key == kShift || key == kRightAlt)
-                down({key});
+                down({key}); // to the end
             else
                 press({key});
         }
@@ -474,36 +423,26 @@ private slots:
         QCOMPARE(parseableKeyName("ß", Qt::Key_Question), QString("ß")); // with Shift
         QCOMPARE(parseableKeyName("4", Qt::Key_4 | Qt::KeypadModifier), QString("Num+4"));
         QCOMPARE(parseableKeyName("Num 4", Qt::Key_Left | Qt::KeypadModifier), QString("Num+Left"));
-        QCOMPARE(parseableKeyName("End", Qt::Key_Home),
-                 QString("Home")); // another key's name in that language
+        QCOMPARE(parseableKeyName("End", Qt::Key_Home), QString("Home")); // not the key of that name
         QCOMPARE(parseableKeyName(" ", Qt::Key_Space), QString("Space"));
         QCOMPARE(parseableKeyName("A", Qt::Key_AltGr), QString());
         QCOMPARE(parseableKeyName("0x1e", Qt::Key_Dead_Grave), QString());
         QCOMPARE(parseableKeyName("0x1e", Qt::Key_unknown), QString());
     }
 
-    void sessionsWithoutGrabsAreKnown_data()
-    {
-        QTest::addColumn<QString>("platform");
-        QTest::addColumn<QStringList>("environment");
-        QTest::addColumn<bool>("hasGrabs");
-        QTest::newRow("X") << "xcb" << QStringList{"XDG_SESSION_TYPE=x11"} << true;
-        QTest::newRow("X, untold") << "xcb" << QStringList{} << true;
-        QTest::newRow("X within Wayland") << "xcb" << QStringList{"WAYLAND_DISPLAY=wayland-0"} << false;
-        QTest::newRow("X within Wayland, by name")
-            << "xcb" << QStringList{"XDG_SESSION_TYPE=wayland"} << false;
-        QTest::newRow("Wayland") << "wayland" << QStringList{"WAYLAND_DISPLAY=wayland-0"} << false;
-        QTest::newRow("nothing") << "offscreen" << QStringList{} << false;
-    }
     void sessionsWithoutGrabsAreKnown()
     {
-        QFETCH(QString, platform);
-        QFETCH(QStringList, environment);
-        QFETCH(bool, hasGrabs);
-        QProcessEnvironment variables;
-        for (const QString& each : environment)
-            variables.insert(each.section('=', 0, 0), each.section('=', 1));
-        QCOMPARE(obstacleToKeyGrabs(platform, variables).isEmpty(), hasGrabs);
+        const auto hasGrabs = [](const char* platform, const char* variable = "", const char* value = "") {
+            QProcessEnvironment environment;
+            environment.insert(variable, value);
+            return obstacleToKeyGrabs(platform, environment).isEmpty();
+        };
+        QVERIFY(hasGrabs("xcb"));
+        QVERIFY(hasGrabs("xcb", "XDG_SESSION_TYPE", "x11"));
+        QVERIFY(!hasGrabs("xcb", "XDG_SESSION_TYPE", "wayland"));
+        QVERIFY(!hasGrabs("xcb", "WAYLAND_DISPLAY", "wayland-0"));
+        QVERIFY(!hasGrabs("wayland"));
+        QVERIFY(!hasGrabs("offscreen"));
     }
     void endOfTheServerIsNoCrash()
     {
