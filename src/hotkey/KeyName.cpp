@@ -48,7 +48,7 @@ QString parseableKeyName(const QString& systemName, int key)
 {
     if (!canBeHotkey(key))
         return {};
-    const QString name = upperCased(systemName.trimmed());
+    QString name = upperCased(systemName.trimmed());
     const int meant = parsed(name);
     const bool isOwnSymbol = name.size() == 1 && meant != Qt::Key_unknown && !(key & Qt::KeypadModifier);
     if (meant == key || isOwnSymbol)
