@@ -234,7 +234,7 @@ private slots:
             for (const int key :
                  {int(Qt::Key_A), int(Qt::Key_Comma), int(Qt::Key_Plus), int(Qt::Key_Space),
                   int(Qt::Key_Adiaeresis), 0x42F, int(Qt::Key_Tab), int(Qt::Key_Up), int(Qt::Key_F35),
-                  int(Qt::Key_Print), int(Qt::Key_VolumeMute), int(Qt::Key_4 | Qt::KeypadModifier)}) {
+                  int(Qt::Key_Print), int(Qt::Key_VolumeMute), Qt::Key_4 | int(Qt::KeypadModifier)}) {
                 const auto good =
                     HotkeyBinding::fromStored(QJsonObject{{"keyCode", key}, {"modifiers", modifiers}});
                 QVERIFY2(good, qPrintable(QString::number(key, 16)));

@@ -303,9 +303,9 @@ private slots:
         QCOMPARE(key(Qt::Key_Play), 250);
         QCOMPARE(key(Qt::Key_Shift), -1);
         QCOMPARE(key(Qt::Key_unknown), -1);
-        QCOMPARE(key(Qt::Key_4 | Qt::KeypadModifier), 100);
-        QCOMPARE(key(Qt::Key_Plus | Qt::KeypadModifier), 107);
-        QCOMPARE(key(Qt::Key_Left | Qt::KeypadModifier), 37);
+        QCOMPARE(key(Qt::Key_4 | int(Qt::KeypadModifier)), 100);
+        QCOMPARE(key(Qt::Key_Plus | int(Qt::KeypadModifier)), 107);
+        QCOMPARE(key(Qt::Key_Left | int(Qt::KeypadModifier)), 37);
 
         QCOMPARE(WindowsKeys::modifiers(kModifiers | Qt::KeypadModifier), 3U);
         QCOMPARE(WindowsKeys::shortcutId(40, 7), 0x7728); // Ctrl+Alt+Shift+Down

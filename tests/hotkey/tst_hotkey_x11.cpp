@@ -421,8 +421,8 @@ private slots:
         QCOMPARE(parseableKeyName("right", Qt::Key_Right), QString("RIGHT"));
         QCOMPARE(parseableKeyName("Rechts", Qt::Key_Right), QString("Right"));
         QCOMPARE(parseableKeyName("ß", Qt::Key_Question), QString("ß")); // with Shift
-        QCOMPARE(parseableKeyName("4", Qt::Key_4 | Qt::KeypadModifier), QString("Num+4"));
-        QCOMPARE(parseableKeyName("Num 4", Qt::Key_Left | Qt::KeypadModifier), QString("Num+Left"));
+        QCOMPARE(parseableKeyName("4", Qt::Key_4 | int(Qt::KeypadModifier)), QString("Num+4"));
+        QCOMPARE(parseableKeyName("Num 4", Qt::Key_Left | int(Qt::KeypadModifier)), QString("Num+Left"));
         QCOMPARE(parseableKeyName("End", Qt::Key_Home), QString("Home")); // not the key of that name
         QCOMPARE(parseableKeyName(" ", Qt::Key_Space), QString("Space"));
         QCOMPARE(parseableKeyName("A", Qt::Key_AltGr), QString());
