@@ -23,7 +23,9 @@ constexpr int kGamaPauseMs = 200;
 constexpr int kGamaSteps = 100;     ///< of the slider for a gamma of one
 constexpr double kHalfAStep = 1e-6; ///< what is lost on the way from a step to a fraction and back
 constexpr quintptr kNobody = 0x778331F3;
-constexpr int kUsualWidth = 560; ///< of the dialog, more where a language is long
+/// The window system does not always tell where a window is, and one that changes its size then jumps into a
+/// corner: so large from the start that hardly a language asks for more.
+constexpr QSize kUsualSize(560, 580);
 
 bool isAppFlag(const char* property)
 {
@@ -304,28 +306,42 @@ void SettingsDialog::onSliderBarCurItemChanged(int index, QString item)
     ui->sliderBar->setAccessibleDescription(item);
 }
 
-void SettingsDialog::fitToPages()
+QSize SettingsDialog::neededSize() const
 {
-    int width = kUsualWidth;
-    for (const QScrollArea* area : {ui->generalArea, ui->advancedArea}) {
+    const QScrollArea* const areas[] = {ui->generalArea, ui->advancedArea};
+    int width = qMax(kUsualSize.width(), minimumSizeHint().width());
+    for (const QScrollArea* area : areas) {
         const int bar = area->verticalScrollBar()->sizeHint().width();
         width = qMax(width, area->widget()->minimumSizeHint().width() + bar);
     }
-    width = qMax(width, minimumSizeHint().width());
     int height = 0;
-    for (const QScrollArea* area : {ui->generalArea, ui->advancedArea}) {
+    for (const QScrollArea* area : areas) {
         const QWidget* page = area->widget();
         height =
             qMax(height, page->hasHeightForWidth() ? page->heightForWidth(width) : page->sizeHint().height());
     }
-    height += minimumSizeHint().height() - ui->stackedWidget->minimumSizeHint().height();
-    resize(QSize(width, height).boundedTo(screen()->availableSize()));
+    const int around = minimumSizeHint().height() - ui->stackedWidget->minimumSizeHint().height();
+    return {width, qMax(kUsualSize.height(), height + around)};
+}
+
+void SettingsDialog::growAround(QPoint centre)
+{
+    const QRect room = screen()->availableGeometry();
+    const QSize wanted = neededSize().expandedTo(size()).boundedTo(room.size());
+    if (wanted == size())
+        return;
+    QRect place({}, wanted);
+    place.moveCenter(centre);
+    place.moveLeft(qBound(room.left(), place.left(), room.right() + 1 - place.width()));
+    place.moveTop(qBound(room.top(), place.top(), room.bottom() + 1 - place.height()));
+    setGeometry(place);
 }
 
 void SettingsDialog::showEvent(QShowEvent* event)
 {
     if (!event->spontaneous())
-        fitToPages();
+        growAround(parentWidget() ? parentWidget()->window()->geometry().center()
+                                  : screen()->availableGeometry().center());
     BaseDialog::showEvent(event);
 }
 
@@ -334,7 +350,8 @@ void SettingsDialog::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange) {
         retranslate();
         // The parts hear of the language after this.
-        QMetaObject::invokeMethod(this, &SettingsDialog::fitToPages, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { growAround(geometry().center()); }, Qt::QueuedConnection);
     }
     BaseDialog::changeEvent(event);
 }

@@ -63,8 +63,10 @@ private:
     void fillLanguages();
     void fillCaptureModes();
     void explainRows();
-    /// As large as the widest page needs, as far as the screen allows; the rest is scrolled.
-    void fitToPages();
+    /// For every page as it is now, without a scroll bar.
+    QSize neededSize() const;
+    /// Takes that size where it is smaller, as far as the screen allows; the rest is scrolled.
+    void growAround(QPoint centre);
     /// One box at a time; it goes with the dialog.
     QMessageBox* makeBox(QMessageBox::Icon icon, const QString& title, const QString& text,
                          QMessageBox::StandardButtons buttons, QWidget* parent);

@@ -16,6 +16,7 @@
 #include <QDesktopServices>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -259,6 +260,7 @@ private slots:
         const QList<QStringList> rows{{"de", "Allgemein;Tastenkürzel;Erweitert", "Sprache", "Modus 1"},
                                       {"ar", "عام;الاختصارات;متقدم", "اللغة", "الطريقة 1"},
                                       {"zh", "通用设置;快捷键设置;高级设置", "语言", "模式 1"}};
+        const QRect place = dialog.geometry();
         for (const QStringList& row : rows) {
             box->setCurrentIndex(box->findData(row.at(0)));
             QTRY_COMPARE(bar->items(), row.at(1));
@@ -267,6 +269,8 @@ private slots:
             QCOMPARE(part<QLabel>(dialog, "cbxLanguageLabel")->text(), row.at(2));
             QCOMPARE(part<QComboBox>(dialog, "screenCaptureModeComboBox")->currentText(), row.at(3));
             QCOMPARE(config()->appConfig("language"), QJsonValue(row.at(0)));
+            QCoreApplication::processEvents();
+            QCOMPARE(dialog.geometry(), place);
         }
         QCOMPARE(box->itemText(box->findData("vi")), "Tiếng Việt");
     }
@@ -379,8 +383,10 @@ private slots:
         const DeskCaptureOption modes(2);
         config()->setAppConfig("runtime.closeButtonAction", "Quit the application");
         MainWindow window; // has the style
+        window.move(5000, 300);
         SettingsDialog dialog(&window);
         dialog.show();
+        QVERIFY(dialog.screen()->availableGeometry().contains(dialog.geometry()));
         QVERIFY(dialog.width() <= 683 && dialog.height() <= 600); // a netbook's screen, the width at 150 %
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         auto* bar = part<SliderBar>(dialog, "sliderBar");
