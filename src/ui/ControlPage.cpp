@@ -2,6 +2,7 @@
 
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "ui/pageValues.h"
 #include "ui_ControlPage.h"
 #include "widgets/EffectWorkerButton.h"
 #include "widgets/LineWrappedRadioButton.h"
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr float kFloatErrorPercent = 0.001f;
 constexpr int kWorkerDiameter = 100;
 constexpr int kMinPictureHeight = 200;
 constexpr int kMinPictureWidth = 280; ///< from here on the headers stand beside their controls
@@ -28,18 +28,6 @@ bool isControlModeViewEnabled()
     return ConfigurationManager::instance()
         ->appConfig(ConfigKeys::kEnableMultiDeviceControlView.key)
         .toBool(ConfigKeys::kEnableMultiDeviceControlView.fallback);
-}
-
-template <typename Model>
-ChoiceGrid::Choices choices(const QMap<QString, Model>& models)
-{
-    ChoiceGrid::Choices result;
-    for (auto model = models.begin(); model != models.end(); ++model) {
-        ChoiceGrid::Choice& choice = result[model.key()] = {model->name, model->tooltip, model->order, {}};
-        if constexpr (std::is_same_v<Model, WorkerModel>)
-            choice.icon = model->icon;
-    }
-    return result;
 }
 
 } // namespace
@@ -132,9 +120,7 @@ void ControlPage::setSingleDevCtrlMode(bool enable)
 void ControlPage::setBrightness(float brightness)
 {
     const QSignalBlocker blocker(this);
-    // Truncated, but 0.53 is 0.52999998 as a float.
-    const float percent = brightness * 100.0f + kFloatErrorPercent;
-    ui->brightnessSlider->setValue(static_cast<int>(qBound(0.0f, percent, 100.0f)));
+    ui->brightnessSlider->setValue(toPercent(brightness));
     update();
 }
 

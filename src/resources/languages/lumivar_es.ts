@@ -98,6 +98,33 @@
     </message>
 </context>
 <context>
+    <name>DeviceControlWidget</name>
+    <message>
+        <source>关灯</source>
+        <translation>Apagar</translation>
+    </message>
+    <message>
+        <source>开灯</source>
+        <translation>Encender</translation>
+    </message>
+    <message>
+        <source>工作模式</source>
+        <translation>Modo de funcionamiento</translation>
+    </message>
+    <message>
+        <source>亮度</source>
+        <translation>Brillo</translation>
+    </message>
+    <message>
+        <source>工作状态</source>
+        <translation>Estado</translation>
+    </message>
+    <message>
+        <source>子模式</source>
+        <translation>Submodo</translation>
+    </message>
+</context>
+<context>
     <name>DeviceManager</name>
     <message>
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
