@@ -37,8 +37,7 @@ LumivarApp::LumivarApp(QObject* parent)
     firstUse(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
     uiStyleListener();
 
-    connect(&m_deviceManager, &DeviceManager::newController, &m_sysTray, &LVSysTray::onDeviceCountChanged);
-    connect(&m_deviceManager, &DeviceManager::controllerFailed, &m_sysTray, &LVSysTray::onDeviceCountChanged);
+    makeTray();
     connect(&m_deviceManager, &DeviceManager::newController, this, &LumivarApp::onNewController,
             Qt::DirectConnection);
     connect(&m_deviceManager, &DeviceManager::controllerFailed, this, &LumivarApp::onControllerFailed,

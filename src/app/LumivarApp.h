@@ -16,8 +16,8 @@ class SettingsDialog;
 /// The one object that knows every other subsystem and joins them. Main thread.
 /// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
-/// pressed), LumivarApp_hotkeys.cpp (the hotkey actions and their editing), LumivarApp_dialogs.cpp (dialogs
-/// that the user asks for).
+/// pressed), LumivarApp_tray.cpp (the tray's menu and its panels), LumivarApp_hotkeys.cpp (the hotkey actions
+/// and their editing), LumivarApp_dialogs.cpp (dialogs that the user asks for).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -67,6 +67,7 @@ private:
     void showWindow();
     void uiStyleListener();
 
+    void makeTray();
     void makeMainWindow();
     void connectControlPage();
     void rename(const QString& id, const QString& name);

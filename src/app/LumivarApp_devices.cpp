@@ -36,6 +36,13 @@ void LumivarApp::onNewController(QString ctlName)
         },
         Qt::QueuedConnection);
     connect(
+        controller.data(), &AbsRGBController::brightnessChanged, this,
+        [this, ctlName] {
+            if (isOnControlPage(ctlName))
+                controlPage().setBrightness(m_deviceManager.controlOptions(ctlName).brightness);
+        },
+        Qt::QueuedConnection);
+    connect(
         controller.data(), &AbsRGBController::devActionActived, this,
         [this, ctlName](int action) { onDevPhyBtnClicked(ctlName, action); }, Qt::QueuedConnection);
 }

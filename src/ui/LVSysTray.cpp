@@ -14,6 +14,7 @@ LVSysTray::LVSysTray(MainWindow& window, QObject* parent)
         qCritical() << "Failed to load icon file: images/icon.png";
     connect(&m_menu, &TrayMenu::settingsOrdered, this, &LVSysTray::onSetupActTriggered);
     connect(&m_menu, &TrayMenu::exitOrdered, this, &LVSysTray::onQuitActTriggered);
+    connect(&m_menu, &TrayMenu::panelShown, this, &LVSysTray::panelShown);
     connect(&m_host, &TrayHost::availableChanged, this, &LVSysTray::onTrayAvailable);
     onTrayAvailable(m_host.isAvailable());
 }
@@ -29,12 +30,13 @@ void LVSysTray::onTrayAvailable(bool isAvailable)
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, &LVSysTray::onTrayIconActived);
     m_icon->setToolTip(QCoreApplication::applicationName());
     m_icon->setContextMenu(&m_menu);
+    m_menu.rebuild(); // from now on it is known who draws it
     m_icon->show();
 }
 
-void LVSysTray::onDeviceCountChanged(QString)
+void LVSysTray::onDeviceCountChanged(const QMap<QString, DeviceModel>& devices)
 {
-    m_menu.rebuild();
+    m_menu.setDevices(devices);
 }
 
 void LVSysTray::showWindow()

@@ -19,7 +19,13 @@ public:
     explicit LVSysTray(MainWindow& window, QObject* parent = nullptr);
 
 public slots:
-    void onDeviceCountChanged(QString ctlName);
+    /// By id, under the names that the menu is to show.
+    void onDeviceCountChanged(const QMap<QString, DeviceModel>& devices);
+
+signals:
+    /// A panel is about to show, or the devices have changed while it shows. Of all devices the id is the
+    /// first.
+    void panelShown(DeviceControlWidget* panel, QString id, bool isForAll);
 
 private slots:
     void onTrayAvailable(bool isAvailable);

@@ -1,7 +1,24 @@
 #include "ui/TrayMenu.h"
 
+#include "ui/PanelPopup.h"
+
 #include <QCoreApplication>
+#include <QCursor>
 #include <QEvent>
+#include <QWidgetAction>
+
+namespace {
+
+constexpr int kMostTitleWidth = 320; ///< pixels
+constexpr const char* kId = "controllerId";
+constexpr const char* kIsForAll = "mutipleDevCtrl";
+
+QString allDevicesText()
+{
+    return QCoreApplication::translate("LVSysTray", "所有设备");
+}
+
+} // namespace
 
 TrayMenu::TrayMenu()
 {
@@ -12,10 +29,114 @@ TrayMenu::TrayMenu()
     rebuild();
 }
 
+TrayMenu::~TrayMenu() = default;
+
+void TrayMenu::setDevices(const QMap<QString, DeviceModel>& devices)
+{
+    m_devices = devices;
+    updateShownPanel();
+    m_isStale = isVisible();
+    if (!m_isStale)
+        return rebuild();
+    for (QAction* entry : qAsConst(m_entries))
+        entry->setEnabled(devices.contains(entry->property(kId).toString()));
+}
+
 void TrayMenu::rebuild()
 {
-    clear();
+    for (QAction* entry : qAsConst(m_entries)) {
+        removeAction(entry);
+        if (entry->menu())
+            entry->menu()->deleteLater(); // this may be its own doing
+        else
+            entry->deleteLater();
+    }
+    m_entries.clear();
+    clear(); // of its lines
+    m_isStale = false;
+    for (const DeviceModel& device : qAsConst(m_devices))
+        addEntry(device.id, device.name, false);
+    if (m_devices.size() > 1) {
+        addSeparator();
+        addEntry(m_devices.firstKey(), allDevicesText(), true);
+    }
+    if (!m_devices.isEmpty())
+        addSeparator();
     addActions({&m_settings, &m_separator, &m_exit});
+}
+
+void TrayMenu::addEntry(const QString& id, const QString& title, bool isForAll)
+{
+    QAction* entry = nullptr;
+    if (platformMenu()) {
+        entry = new QAction(this);
+        connect(entry, &QAction::triggered, this, [this, entry] { openPopupPanel(entry); });
+    } else {
+        auto* submenu = new QMenu(this);
+        connect(submenu, &QMenu::aboutToShow, this, [this, submenu] { openMenuPanel(submenu); });
+        entry = submenu->menuAction();
+    }
+    entry->setProperty(kId, id);
+    entry->setProperty(kIsForAll, isForAll);
+    name(entry, title);
+    m_entries.append(entry);
+    addAction(entry);
+}
+
+void TrayMenu::name(QAction* entry, const QString& title)
+{
+    ensurePolished();
+    QString text = title;
+    text.replace(u'\n', u' ');
+    text = fontMetrics().elidedText(text, Qt::ElideMiddle, kMostTitleWidth);
+    entry->setText(text.replace(u'&', QLatin1String("&&"))); // it is no shortcut
+    entry->setToolTip(title);
+}
+
+void TrayMenu::openMenuPanel(QMenu* submenu)
+{
+    if (submenu->isEmpty()) {
+        auto* action = new QWidgetAction(submenu);
+        action->setDefaultWidget(new DeviceControlWidget);
+        submenu->addAction(action);
+    }
+    auto* action = static_cast<QWidgetAction*>(submenu->actions().constFirst());
+    showPanel(static_cast<DeviceControlWidget*>(action->defaultWidget()), submenu->menuAction());
+    const auto handKeyboardOn = [submenu, action] {
+        if (submenu->activeAction() == action) // it was opened by a key
+            action->defaultWidget()->setFocus(Qt::TabFocusReason);
+    };
+    QMetaObject::invokeMethod(submenu, handKeyboardOn, Qt::QueuedConnection);
+}
+
+void TrayMenu::openPopupPanel(const QAction* entry)
+{
+    m_popup = std::make_unique<PanelPopup>();
+    m_popup->setTitle(entry->toolTip());
+    showPanel(&m_popup->panel(), entry);
+    m_popup->showAt(QCursor::pos());
+}
+
+void TrayMenu::showPanel(DeviceControlWidget* panel, const QAction* entry)
+{
+    m_panel = panel;
+    m_panel->setAccessibleName(entry->toolTip());
+    m_panelId = entry->property(kId).toString();
+    m_isPanelForAll = entry->property(kIsForAll).toBool();
+    emit panelShown(panel, m_panelId, m_isPanelForAll);
+}
+
+/// A device that goes takes its panel along; that of all devices goes on with those that are left.
+void TrayMenu::updateShownPanel()
+{
+    if (!m_panel || !m_panel->isVisible())
+        return;
+    if (m_isPanelForAll && !m_devices.isEmpty())
+        m_panelId = m_devices.firstKey();
+    if (m_devices.contains(m_panelId))
+        emit panelShown(m_panel, m_panelId, m_isPanelForAll);
+    else
+        m_panel->window()->close();
 }
 
 void TrayMenu::changeEvent(QEvent* event)
@@ -25,9 +146,25 @@ void TrayMenu::changeEvent(QEvent* event)
     QMenu::changeEvent(event);
 }
 
+void TrayMenu::hideEvent(QHideEvent* event)
+{
+    QMenu::hideEvent(event);
+    const auto rebuildStale = [this] {
+        if (m_isStale && !isVisible())
+            rebuild();
+    };
+    QMetaObject::invokeMethod(this, rebuildStale, Qt::QueuedConnection); // a submenu may still be in use
+}
+
 void TrayMenu::retranslate()
 {
     // The words stand on the window's title bar as well, in its context.
     m_settings.setText(QCoreApplication::translate("MainWindow", "设置"));
     m_exit.setText(QCoreApplication::translate("MainWindow", "退出"));
+    for (QAction* entry : qAsConst(m_entries)) {
+        if (entry->property(kIsForAll).toBool())
+            name(entry, allDevicesText());
+    }
+    if (m_popup && m_isPanelForAll)
+        m_popup->setTitle(allDevicesText());
 }

@@ -12,8 +12,10 @@
 #include "ui/HomePage.h"
 #include "ui/HotKeyEditDialog.h"
 #include "ui/HotKeyEditWidget.h"
+#include "ui/PanelPopup.h"
 #include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
+#include "ui/TrayMenu.h"
 #include "widgets/SliderBar.h"
 
 #include <QAbstractButton>
@@ -65,6 +67,7 @@ int Gallery::render(const QString& prefix)
     renderDialogs();
     renderHotkeys();
     renderSettings();
+    renderTray();
     return m_failed ? -1 : m_count;
 }
 
@@ -235,6 +238,40 @@ void Gallery::renderSettings()
         save(settings, QStringLiteral("dialog-settings-") + QLatin1String(page));
         pages->moveNext();
         pages->setSpace(pages->space()); // the highlight is there without a slide
+    }
+}
+
+/// The panel in the menu and alone, and the menu itself, which is made anew so that all of it is measured.
+void Gallery::renderTray()
+{
+    const auto fill = [this](DeviceControlWidget& panel, const QString& effect) {
+        const QString group = EffectWorkerOptions::groupOf(effect);
+        panel.setEffectGroups(workGroupModels(m_effects, QStringLiteral("LV0N03")), group);
+        panel.setWorkers(workerModels(m_effects, group), effect);
+        panel.setLightEnabled(true);
+        panel.setBrightness(0.8F);
+    };
+    for (const char* effect : {"id.effect.colorful.moodShadow", "id.effect.dynamicMusic.musicMode_4",
+                               "id.effect.marquee.marquee"}) {
+        PanelPopup popup;
+        popup.setTitle(galleryDevices(4).last().name);
+        fill(popup.panel(), QLatin1String(effect));
+        popup.adjustSize();
+        save(popup, QStringLiteral("tray-panel-%1").arg(QString::fromLatin1(effect).section(u'.', 3)));
+    }
+    for (const int count : {0, 1, 5, 50}) {
+        TrayMenu menu;
+        menu.setDevices(galleryDevices(count));
+        menu.popup({});
+        save(menu, QStringLiteral("tray-menu-%1").arg(count, 2, 10, QLatin1Char('0')));
+        if (count != 5)
+            continue;
+        QObject::connect(&menu, &TrayMenu::panelShown, [&](DeviceControlWidget* panel) {
+            fill(*panel, QStringLiteral("id.effect.colorful.moodShadow"));
+        });
+        QMenu* entry = menu.actions().constFirst()->menu();
+        entry->popup({});
+        save(*entry, QStringLiteral("tray-menu-panel"));
     }
 }
 

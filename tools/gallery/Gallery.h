@@ -28,6 +28,7 @@ private:
     void renderDialogs();
     void renderHotkeys();
     void renderSettings();
+    void renderTray();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);
     /// What option widgets would get from a worker, the list of colour straps included.

@@ -490,6 +490,13 @@
     </message>
 </context>
 <context>
+    <name>LVSysTray</name>
+    <message>
+        <source>所有设备</source>
+        <translation>所有设备</translation>
+    </message>
+</context>
+<context>
     <name>LumivarApp</name>
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
