@@ -2,6 +2,7 @@
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QRect>
@@ -17,7 +18,9 @@ constexpr int kLeds = 60;
 constexpr QSize kScreen(1700, 1200);
 constexpr QPoint kCorner(1, 1);                        ///< of the window, where it is resized
 constexpr QPoint kTrayIcon(12, kScreen.height() - 12); ///< the one icon in the tray
-constexpr LV_RGB kColor{0x4F, 0x24, 0xD3};             ///< of the single-colour effect
+const QString kStrip = "LV0127:01020304";
+constexpr int kMostIcon = 50;              ///< pixels
+constexpr LV_RGB kColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
 
 bool isNear(const QRect& a, const QRect& b)
 {
@@ -53,6 +56,21 @@ public:
                                                             "org.kde.StatusNotifierItem", "Activate");
         m_bus.send(click << 0 << 0);
     }
+    /// The menu's entries by their text, as they are now.
+    QMap<QString, int> menu() const
+    {
+        const QDBusMessage layout =
+            m_bus.call(toMenu("GetLayout") << 0 << -1 << QStringList{"label"}, QDBus::Block, kWaitMs);
+        QMap<QString, int> entries;
+        if (layout.type() == QDBusMessage::ReplyMessage)
+            collect(layout.arguments().at(1).value<QDBusArgument>(), entries);
+        return entries;
+    }
+    void choose(const QString& entry) const
+    {
+        const QDBusVariant nothing(0);
+        m_bus.send(toMenu("Event") << menu().value(entry) << "clicked" << QVariant::fromValue(nothing) << 0U);
+    }
     bool isWatching = false;
     QString item;
 
@@ -63,8 +81,52 @@ signals:
     void StatusNotifierHostRegistered();
 
 private:
+    QDBusMessage toMenu(const char* method) const
+    {
+        return QDBusMessage::createMethodCall(item, "/MenuBar", "com.canonical.dbusmenu", method);
+    }
+    static void collect(const QDBusArgument& item, QMap<QString, int>& entries)
+    {
+        int id = 0;
+        QVariantMap properties;
+        item.beginStructure();
+        item >> id >> properties;
+        if (properties.contains("label"))
+            entries[properties["label"].toString()] = id;
+        item.beginArray();
+        while (!item.atEnd()) {
+            QDBusVariant child;
+            item >> child;
+            collect(child.variant().value<QDBusArgument>(), entries);
+        }
+        item.endArray();
+        item.endStructure();
+    }
+
     QDBusConnection m_bus;
     bool m_isShown = false;
+};
+
+/// A menu of the desktop's that still holds pointer and keyboard.
+class OpenMenu
+{
+public:
+    explicit OpenMenu(const QByteArray& display)
+        : m_connection(xcb_connect(display.constData(), nullptr))
+    {
+        const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        xcb_grab_pointer(m_connection, 1, root, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
+                         XCB_NONE, XCB_CURRENT_TIME);
+        const auto last = xcb_grab_keyboard(m_connection, 1, root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                            XCB_GRAB_MODE_ASYNC);
+        free(xcb_grab_keyboard_reply(m_connection, last, nullptr)); // both are done then
+    }
+    ~OpenMenu() { xcb_disconnect(m_connection); }
+    OpenMenu(const OpenMenu&) = delete;
+    OpenMenu& operator=(const OpenMenu&) = delete;
+
+private:
+    xcb_connection_t* m_connection;
 };
 
 /// Another program that holds Ctrl+Alt+Shift+F10.
@@ -110,11 +172,11 @@ private slots:
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
         const QString group = "id.effect.singleColor";
         m_program->writeConfig("controllers.json",
-                               {{"LV0127:01020304", QJsonObject{{"brightness", 1.0},
-                                                                {"enable", true},
-                                                                {"nbLeds", kLeds},
-                                                                {"workMode", group},
-                                                                {"subMode", group + ".singleColor1"}}}});
+                               {{kStrip, QJsonObject{{"brightness", 1.0},
+                                                     {"enable", true},
+                                                     {"nbLeds", kLeds},
+                                                     {"workMode", group},
+                                                     {"subMode", group + ".singleColor1"}}}});
         m_program->writeConfig("app.json", {{"runtime.closeButtonAction", "Minimize to the system tray"}});
         StripSimulator::Options options;
         options.portsFile = m_program->portsFile();
@@ -184,10 +246,7 @@ private slots:
 
     void windowGoesToTheNotifiersOfALatePanel()
     {
-        const QString bus = "unix:path=" + m_program->path("bus");
-        startDesktop("dbus-daemon", {"--session", "--nofork", "--address=" + bus});
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_program->path("bus")), kWaitMs);
-        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
+        const QString bus = startBus();
         m_program->start({"--auto_startup"});
         for (int i = 0; i < 2; ++i) { // as when the panel is restarted
             QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
@@ -250,12 +309,79 @@ private slots:
         QCOMPARE(activeTitle(), "Event Tester");
     }
 
+    void panelShowsInTheMenuThatTheProgramDraws()
+    {
+        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        m_program->start({"--auto_startup"});
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        for (int left = kMaxNudges; left > 0 && popups().isEmpty(); --left) // the icon comes when it likes
+            pointer(kTrayIcon, {"click", "3"});
+        pressKeys({"Down", "Right"}); // the device, and its panel
+        QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 2, kWaitMs);
+        pressKeys({"Right"}); // from the light to the dark
+        QTRY_VERIFY_WITH_TIMEOUT(shows({}), kWaitMs);
+        for (const QRect& popup : popups())
+            QVERIFY(QRect(QPoint(), kScreen).contains(popup));
+        m_strip->unplug();
+        QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
+        pressKeys({"Escape"});
+        QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
+        QVERIFY(m_program->terminate());
+    }
+
+    void panelShowsBesideAMenuThatTheDesktopDraws()
+    {
+        const QString bus = startBus();
+        NotifierPanel panel(bus);
+        panel.show();
+        m_program->start({"--auto_startup"});
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(panel.menu().contains(kStrip), kWaitMs);
+        for (const bool isByKey : {true, false}) {
+            pointer({kScreen.width() - 5, kScreen.height() - 5});
+            auto menu = std::make_unique<OpenMenu>(m_display->name());
+            panel.choose(kStrip);
+            QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
+            menu.reset();
+            QVERIFY(QRect(QPoint(), kScreen).contains(popups().constFirst()));
+            // The keys arrive once the popup holds them.
+            const LV_RGB color = isByKey ? LV_RGB{} : kColor;
+            const auto isReached = [&] {
+                pressKeys({isByKey ? "Right" : "Left"});
+                return shows(color);
+            };
+            QTRY_VERIFY_WITH_TIMEOUT(isReached(), kWaitMs);
+            if (isByKey)
+                pressKeys({"Escape"});
+            else
+                click({100, 100});
+            QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
+        }
+        panel.choose(kStrip);
+        QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
+        m_strip->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
+        QVERIFY(!panel.menu().contains(kStrip));
+        QVERIFY(m_program->terminate());
+    }
+
 private:
     void startDesktop(const QString& program, const QStringList& arguments)
     {
         m_desktop.push_back(std::make_unique<QProcess>());
         m_display->startProgram(*m_desktop.back(), program, arguments);
         QVERIFY2(m_desktop.back()->waitForStarted(), qPrintable(program));
+    }
+
+    /// The program's own, and its address.
+    QString startBus()
+    {
+        const QString file = m_program->path("bus");
+        startDesktop("dbus-daemon", {"--session", "--nofork", "--address=unix:path=" + file});
+        [&] { QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(file), kWaitMs); }();
+        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + file);
+        return "unix:path=" + file;
     }
 
     /// What X programs have to say; one that finds nothing ends with an error, which is no matter here.
@@ -283,6 +409,25 @@ private:
         return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
     }
 
+    /// The program's visible menus and panels, which no window manager knows.
+    QList<QRect> popups() const
+    {
+        QList<QRect> found;
+        const QByteArray windows = ask("xdotool search --onlyvisible --class lumivar");
+        for (const QByteArray& id : windows.split('\n')) {
+            const QByteArray about = id.isEmpty() ? id : ask("xwininfo -id " + id);
+            if (about.contains("Override Redirect State: yes") && number(about, "Width:") > kMostIcon)
+                found.append(QRect(number(about, "Absolute upper-left X:"),
+                                   number(about, "Absolute upper-left Y:"), number(about, "Width:"),
+                                   number(about, "Height:")));
+        }
+        return found;
+    }
+    static int number(const QByteArray& text, const QByteArray& name)
+    {
+        const QByteArray rest = text.mid(text.indexOf(name) + name.size());
+        return rest.left(rest.indexOf('\n')).trimmed().toInt();
+    }
     /// Whether the task bar has the window, which cannot be seen.
     bool isMinimised() const
     {
