@@ -8,6 +8,7 @@
 #include <QDebug>
 #include <QEvent>
 #include <QIcon>
+#include <QKeySequence>
 #include <QStyledItemDelegate>
 #include <algorithm>
 
@@ -27,7 +28,8 @@ QString combineText(const HotkeyCombine& combine)
     return text + combine.key;
 }
 
-/// Shows combinations from left to right in every language, whatever the key.
+/// Shows combinations from left to right in every language, whatever the key, and in one spelling: a key that
+/// was edited is kept in capitals.
 class CombineDelegate : public QStyledItemDelegate
 {
 public:
@@ -36,7 +38,9 @@ public:
     {
         constexpr QChar kIsolate(0x2066);
         constexpr QChar kEndOfIsolate(0x2069);
-        return kIsolate + value.toString() + kEndOfIsolate;
+        const QString text = value.toString();
+        const QString spelled = QKeySequence(text).toString(QKeySequence::PortableText);
+        return kIsolate + (spelled.isEmpty() ? text : spelled) + kEndOfIsolate;
     }
 };
 

@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QToolButton>
 #include <QtTest>
@@ -124,6 +125,11 @@ private slots:
         click(*m_dialog, "cancelButton");
         QVERIFY(m_applied.isEmpty());
         QCOMPARE(cell(1, 1), "Ctrl+Alt+F9");
+        // An edited key is in capitals, and shows like one that is not.
+        const auto* cells =
+            qobject_cast<QStyledItemDelegate*>(m_table->itemDelegate(m_table->model()->index(0, 1)));
+        for (const char* same : {"Ctrl+RIGHT", "Ctrl+Right"})
+            QVERIFY(cells->displayText(same, {}).contains("Ctrl+Right"));
         QCOMPARE(log.count("Openning HotkeyEditDialog, command 切换到下一个模式"), 3);
         QCOMPARE(log.count("Accepted to apply hotkey: 切换到下一个模式"), 2);
         QCOMPARE(log.count("Cancelled to apply hotkey: 切换到下一个模式"), 1);
