@@ -28,8 +28,8 @@ public:
 
     MainWindow& mainWindow() { return m_mainWindow; }
     DeviceManager& deviceManager() { return m_deviceManager; }
-    /// Gives the table of the shortcut page its rows and what decides on a change. The table may outlive the
-    /// application, and has the present state while both live.
+    /// Gives the table of the shortcut page its rows and what decides on a change, and keeps its state up to
+    /// date. The table is the window's, and goes no later than this object does.
     void fillHotkeys(HotKeyEditWidget& table);
 
     /// Blacks every strip out when the process ends without the destructor; half a second at most.

@@ -7,7 +7,6 @@
 
 #include <QDebug>
 #include <QKeySequence>
-#include <QPointer>
 #include <QSignalBlocker>
 #include <cmath>
 
@@ -154,13 +153,10 @@ void LumivarApp::fillHotkeys(HotKeyEditWidget& table)
     }
     table.setDescriptions(names);
     table.setHotkeys(rows);
-    const QPointer<LumivarApp> app(this);
-    table.setCheckHotkey([app](const QString& id, const HotkeyCombine& combine) {
-        return app && app->checkHotkey(id, combine);
-    });
-    table.setApplyHotkey([app](const QString& id, const HotkeyCombine& combine) {
-        return app && app->applyHotkey(id, combine);
-    });
+    table.setCheckHotkey(
+        [this](const QString& id, const HotkeyCombine& combine) { return checkHotkey(id, combine); });
+    table.setApplyHotkey(
+        [this](const QString& id, const HotkeyCombine& combine) { return applyHotkey(id, combine); });
     connect(&table, &HotKeyEditWidget::shown, &m_hotKeyManager, &HotKeyManager::retry, Qt::UniqueConnection);
     connect(&m_hotKeyManager, &HotKeyManager::troubleChanged, &table, &HotKeyEditWidget::setTrouble,
             Qt::UniqueConnection);
