@@ -10,14 +10,14 @@
 struct HotkeyBinding
 {
     Qt::Key key = Qt::Key_unknown;
-    Qt::KeyboardModifiers modifiers;
+    Qt::KeyboardModifiers modifiers; ///< with KeypadModifier for a key of the keypad
 
     bool operator==(const HotkeyBinding& other) const
     {
         return key == other.key && modifiers == other.modifiers;
     }
     /// Whether it is one that can be shown and edited: a key with a name, no modifier key alone, and no
-    /// modifiers but Ctrl, Alt and Shift.
+    /// modifiers but Ctrl, Alt, Shift and the mark of the keypad.
     bool isValid() const;
 
     /// Such as "Ctrl+Alt+F10", in every language.
