@@ -20,5 +20,12 @@ void LumivarApp::showSettingsDialog()
         m_settingsDialog->deleteLater();
         m_settingsDialog.clear();
     });
+    // Queued, as the devices hear of the stored one: an older value must not come after a newer one.
+    connect(
+        m_settingsDialog, &SettingsDialog::gamaMoved, this,
+        [this](double gama) {
+            forEachController([gama](AbsRGBController& each) { each.setGama(static_cast<float>(gama)); });
+        },
+        Qt::QueuedConnection);
     m_settingsDialog->open();
 }

@@ -60,6 +60,14 @@ void AbsRGBController::setBrightness(float brightness)
     internalUpdate();
 }
 
+void AbsRGBController::setGama(float gama)
+{
+    if (m_options.gama == gama)
+        return;
+    m_options.gama = gama;
+    internalUpdate();
+}
+
 void AbsRGBController::setEnable(bool enable)
 {
     if (m_options.enable == enable)

@@ -25,6 +25,8 @@ public:
 
     const ControlOptions& options() const { return m_options; }
     void setBrightness(float brightness);
+    /// Shows it at once and stores nothing: the settings hold the one gamma of all devices.
+    void setGama(float gama);
     void setEnable(bool enable);
     void setInstallDirection(uint32_t dir);
     void setKindName(const QString& kindName);

@@ -19,9 +19,9 @@
 
 namespace {
 
-constexpr int kGamaPauseMs = 200;
-constexpr int kGamaSteps = 100;     ///< of the slider for a gamma of one
-constexpr double kHalfAStep = 1e-6; ///< what is lost on the way from a step to a fraction and back
+constexpr int kGamaStoreMs = 200;
+constexpr int kGamaSteps = 100;    ///< of the slider for a gamma of one
+constexpr double kRounding = 1e-6; ///< a step counts as reached so near: 0.29 * 100 is less than 29
 constexpr quintptr kNobody = 0x778331F3;
 /// The window system does not always tell where a window is, and one that changes its size then jumps into a
 /// corner: so large from the start that hardly a language asks for more.
@@ -249,12 +249,12 @@ void SettingsDialog::initAdvancedPage()
     });
     ui->gamaValueLabel->setText(QStringLiteral("0.00")); // it never gets wider
     ui->gamaValueLabel->setMinimumWidth(ui->gamaValueLabel->sizeHint().width());
-    slider->setValue(static_cast<int>(applicationNumber(ConfigKeys::kGama) * kGamaSteps + kHalfAStep));
+    slider->setValue(static_cast<int>(applicationNumber(ConfigKeys::kGama) * kGamaSteps + kRounding));
     emit slider->valueChanged(slider->value()); // for the label, where it is the slider's own already
     connect(slider, &QSlider::valueChanged, this, &SettingsDialog::onGamaChanged);
-    m_gamaPause.setSingleShot(true);
-    m_gamaPause.setInterval(kGamaPauseMs);
-    connect(&m_gamaPause, &QTimer::timeout, this, &SettingsDialog::storeGama);
+    m_gamaTimer.setSingleShot(true);
+    m_gamaTimer.setInterval(kGamaStoreMs);
+    connect(&m_gamaTimer, &QTimer::timeout, this, &SettingsDialog::storeGama);
     connect(this, &QDialog::finished, this, &SettingsDialog::storeGama);
 
     ui->screenEditCheckBox->setChecked(storedFlag(ConfigKeys::kScreenEditEnable));
@@ -265,13 +265,12 @@ void SettingsDialog::initAdvancedPage()
     connect(ui->loopLogCheckBox, &QCheckBox::toggled, this, &SettingsDialog::onLoopLogStatChanged);
 }
 
-/// The first step of a drag is stored at once, for the strips to follow, and what comes after it as often as
-/// they can be seen to follow.
 void SettingsDialog::onGamaChanged(int value)
 {
     m_gama = value / double(kGamaSteps);
-    if (!m_gamaPause.isActive())
-        storeGama();
+    emit gamaMoved(*m_gama);
+    if (!m_gamaTimer.isActive())
+        m_gamaTimer.start();
 }
 
 void SettingsDialog::storeGama()
@@ -280,7 +279,6 @@ void SettingsDialog::storeGama()
         return;
     store(ConfigKeys::kGama.key, *m_gama);
     m_gama.reset();
-    m_gamaPause.start();
 }
 
 void SettingsDialog::onScreenEditStatChanged(bool status)

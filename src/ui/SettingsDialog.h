@@ -29,6 +29,10 @@ public:
     /// The table of the shortcuts; whoever opens the dialog fills it.
     HotKeyEditWidget* hotkeyEditWidget() const;
 
+signals:
+    /// With every step of the slider, for the strips to follow; it is stored in a slower pace.
+    void gamaMoved(double gama);
+
 protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -73,6 +77,6 @@ private:
 
     std::unique_ptr<Ui::SettingsDialog> ui;
     QPointer<QMessageBox> m_box;
-    QTimer m_gamaPause;           ///< runs while the gamma may not be stored again
+    QTimer m_gamaTimer;           ///< runs while a gamma waits to be stored
     std::optional<double> m_gama; ///< chosen and not stored yet
 };

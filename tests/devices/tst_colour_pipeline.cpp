@@ -144,6 +144,9 @@ private slots:
         config->setAppConfig("runtime.gama", 2.0);
         QTRY_COMPARE(controller.options().gama, 2.0F);
         QVERIFY(controller.written.isEmpty()); // waits for the next run
+        controller.setGama(1.2F);
+        QCOMPARE(controller.written.size(), 1);
+        QCOMPARE(config->appConfig("runtime.gama"), QJsonValue(2.0));
     }
 };
 
