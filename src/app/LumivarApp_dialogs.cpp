@@ -3,13 +3,18 @@
 #include "app/LumivarApp.h"
 #include "ui/SettingsDialog.h"
 
+#include <QApplication>
 #include <QDebug>
 
 void LumivarApp::showSettingsDialog()
 {
     if (m_settingsDialog) {
+        // With what stands before it, or a box that waits for its answer would be covered.
         m_settingsDialog->raise();
-        m_settingsDialog->activateWindow();
+        if (QWidget* front = QApplication::activeModalWidget()) {
+            front->raise();
+            front->activateWindow();
+        }
         return;
     }
     qInfo() << "SettingsDialog openning";

@@ -456,9 +456,26 @@ private slots:
         QCoreApplication::sendPostedEvents();
         QCOMPARE(strip->options().gama, 1.49F);
         QVERIFY(config()->appConfig("runtime.gama") != 1.49);
+        // A box of its own stays in front.
+        tick(*dialog, "screenSyncAdvanedModeCBX");
+        dialog->installEventFilter(this);
+        openBox()->installEventFilter(this);
+        app->showSettingsDialog();
+        QCOMPARE(m_front, openBox());
         app.reset();
         QCOMPARE(log.count("SettingsDialog Closing, exit code:  0"), 2);
     }
+
+protected:
+    bool eventFilter(QObject* window, QEvent* event) override
+    {
+        if (event->type() == QEvent::ZOrderChange)
+            m_front = window;
+        return false;
+    }
+
+private:
+    QObject* m_front = nullptr; ///< raised last
 };
 
 QTEST_MAIN(TestSettingsDialog)
