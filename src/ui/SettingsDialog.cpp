@@ -324,7 +324,8 @@ QSize SettingsDialog::neededSize() const
 
 void SettingsDialog::growAround(QPoint centre)
 {
-    const QRect room = screen()->availableGeometry();
+    const QScreen* there = QGuiApplication::screenAt(centre);
+    const QRect room = (there ? there : screen())->availableGeometry();
     const QSize wanted = neededSize().expandedTo(size()).boundedTo(room.size());
     if (wanted == size())
         return;
