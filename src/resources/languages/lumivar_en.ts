@@ -1011,7 +1011,7 @@ Press ESC to cancel</translation>
     </message>
     <message>
         <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
-        <translation>When ticked, the lights go on when the main window is closed and the program stays in the tray.</translation>
+        <translation>When ticked, closing the main window leaves the lights working and the program in the tray.</translation>
     </message>
     <message>
         <source>恢复默认设置</source>
