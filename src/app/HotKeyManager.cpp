@@ -9,12 +9,6 @@ namespace {
 
 constexpr int kRetryMs = 30000;
 
-QHotkey::NativeShortcut nativeShortcut(const HotkeyBinding& binding)
-{
-    QHotkeyPrivate* platform = QHotkeyPrivate::instance();
-    return platform ? platform->nativeShortcut(binding.key, binding.modifiers) : QHotkey::NativeShortcut();
-}
-
 } // namespace
 
 HotKeyManager::HotKeyManager(QObject* parent)
@@ -92,10 +86,12 @@ void HotKeyManager::tryAgain(const QString& id)
 {
     const Entry entry = m_entries.value(id);
     // The layer has a warning for every refusal, so that one that would come again is foreseen.
-    const QHotkey::NativeShortcut native = nativeShortcut(entry.binding);
+    QHotkeyPrivate* platform = QHotkeyPrivate::instance();
+    const HotkeyTrouble obstacle = platform ? platform->obstacleTo(entry.binding.key, entry.binding.modifiers)
+                                            : HotkeyTrouble::NotAllowed;
+    const bool hasKey = obstacle != HotkeyTrouble::NoSuchKey;
     const bool hadKey = entry.hotkey->trouble() != HotkeyTrouble::NoSuchKey;
-    const bool isSame = native.valid == hadKey;
-    if (isSame && !(native.valid && QHotkeyPrivate::instance()->isAvailable(native)))
+    if (obstacle != HotkeyTrouble::None && hasKey == hadKey)
         return;
     if (entry.hotkey->setShortcut(entry.binding.key, entry.binding.modifiers, true))
         qInfo().noquote() << "[HotkeyManager]: The hotkey combine has been taken after all" << id;

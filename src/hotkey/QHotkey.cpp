@@ -21,12 +21,6 @@ QKeySequence QHotkey::shortcut() const
     return m_keyCode == Qt::Key_unknown ? QKeySequence() : QKeySequence(m_keyCode | m_modifiers);
 }
 
-bool QHotkey::isAvailable()
-{
-    QHotkeyPrivate* platform = QHotkeyPrivate::instance();
-    return platform && m_nativeShortcut.valid && platform->isAvailable(m_nativeShortcut);
-}
-
 bool QHotkey::setRegistered(bool registered)
 {
     if (m_registered == registered)

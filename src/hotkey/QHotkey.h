@@ -49,8 +49,6 @@ public:
     NativeShortcut currentNativeShortcut() const { return m_nativeShortcut; }
     /// Why the last registration failed; None after one that did not.
     HotkeyTrouble trouble() const { return m_trouble; }
-    /// Whether a registration would be granted now. Tries it with the platform and logs nothing.
-    bool isAvailable();
 
 public slots:
     /// False where the platform refuses. A shortcut that it will not give back counts as unregistered too.

@@ -99,14 +99,6 @@ bool QHotkeyPrivate::addMapping(Qt::Key keycode, Qt::KeyboardModifiers modifiers
            result;
 }
 
-bool QHotkeyPrivate::isAvailable(QHotkey::NativeShortcut shortcut)
-{
-    bool result = false;
-    return QMetaObject::invokeMethod(this, "isAvailableInvoked", connectionType(), Q_RETURN_ARG(bool, result),
-                                     Q_ARG(QHotkey::NativeShortcut, shortcut)) &&
-           result;
-}
-
 QHotkey::NativeShortcut QHotkeyPrivate::nativeShortcutInvoked(Qt::Key keycode,
                                                               Qt::KeyboardModifiers modifiers)
 {
@@ -161,9 +153,14 @@ bool QHotkeyPrivate::addMappingInvoked(Qt::Key keycode, Qt::KeyboardModifiers mo
     return true;
 }
 
-bool QHotkeyPrivate::isAvailableInvoked(QHotkey::NativeShortcut shortcut)
+HotkeyTrouble QHotkeyPrivate::obstacleTo(Qt::Key keycode, Qt::KeyboardModifiers modifiers)
 {
-    return m_shortcuts.contains(shortcut) || (registerShortcut(shortcut) && unregisterShortcut(shortcut));
+    const QHotkey::NativeShortcut shortcut = nativeShortcutInvoked(keycode, modifiers);
+    if (!shortcut.valid)
+        return HotkeyTrouble::NoSuchKey;
+    const bool isFree =
+        m_shortcuts.contains(shortcut) || (registerShortcut(shortcut) && unregisterShortcut(shortcut));
+    return isFree ? HotkeyTrouble::None : trouble;
 }
 
 void QHotkeyPrivate::activateShortcut(QHotkey::NativeShortcut shortcut)

@@ -29,8 +29,9 @@ public:
     bool removeShortcut(QHotkey* hotkey);
     /// From now on the combination means this shortcut, whatever the platform would make of it.
     bool addMapping(Qt::Key keycode, Qt::KeyboardModifiers modifiers, QHotkey::NativeShortcut nativeShortcut);
-    /// Whether addShortcut() would succeed now. Logs nothing.
-    bool isAvailable(QHotkey::NativeShortcut shortcut);
+    /// Why the combination could not be taken now; None where it could. Tries it with the platform and logs
+    /// nothing. On the GUI thread.
+    HotkeyTrouble obstacleTo(Qt::Key keycode, Qt::KeyboardModifiers modifiers);
 
 protected:
     // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`. The mark of the
@@ -60,7 +61,6 @@ private:
     Q_INVOKABLE bool removeShortcutInvoked(QHotkey* hotkey);
     Q_INVOKABLE bool addMappingInvoked(Qt::Key keycode, Qt::KeyboardModifiers modifiers,
                                        QHotkey::NativeShortcut nativeShortcut);
-    Q_INVOKABLE bool isAvailableInvoked(QHotkey::NativeShortcut shortcut);
 
     Qt::ConnectionType connectionType() const;
     void tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)());

@@ -44,7 +44,7 @@ public:
 protected:
     quint32 nativeKeycode(Qt::Key key, bool& ok) override
     {
-        ok = !missing.contains(key);
+        ok = true;
         return key == Qt::Key_Backtab ? Qt::Key_Tab : key;
     }
     quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) override
@@ -54,8 +54,10 @@ protected:
     }
     bool registerShortcut(Shortcut shortcut) override
     {
-        trouble = isAllowed ? HotkeyTrouble::Taken : HotkeyTrouble::NotAllowed;
-        if (!isAllowed || taken.contains(int(shortcut.key)))
+        trouble = missing.contains(int(shortcut.key)) ? HotkeyTrouble::NoSuchKey
+                  : isAllowed                         ? HotkeyTrouble::Taken
+                                                      : HotkeyTrouble::NotAllowed;
+        if (trouble != HotkeyTrouble::Taken || taken.contains(int(shortcut.key)))
             return false;
         ours += shortcut;
         return true;
