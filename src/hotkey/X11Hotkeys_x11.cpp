@@ -13,9 +13,6 @@
 
 namespace {
 
-template <typename Reply>
-using ReplyPointer = std::unique_ptr<Reply, decltype(&free)>;
-
 /// Of a US keyboard, compiled where it is first needed.
 const KeyboardMap& usKeyboard()
 {
@@ -32,7 +29,7 @@ QString nameOf(xkb_keysym_t symbol)
 
 bool isKeyDown(xcb_connection_t* connection, quint8 key)
 {
-    const ReplyPointer<xcb_query_keymap_reply_t> reply(
+    const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&free)> reply(
         xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr), free);
     return reply && (reply->keys[key / 8] & (1 << (key % 8)));
 }
@@ -220,8 +217,7 @@ bool X11Hotkeys::onPress(KeyCode key, quint16 state, quint32 time)
 {
     const auto holding = held(key);
     if (holding != m_held.end()) {
-        const bool isRepeat = holding->isReleased ? holding->releaseTime == time : isOnlyPressRepeated();
-        if (isRepeat) {
+        if (holding->isReleased && holding->releaseTime == time) { // a repeat
             holding->isReleased = false;
             return true;
         }
@@ -266,16 +262,6 @@ void X11Hotkeys::endReleased()
     }
     for (const QHotkey::NativeShortcut& shortcut : ended)
         releaseShortcut(shortcut);
-}
-
-/// Whether a held key's repeats are told by presses alone, as a client may ask the server to.
-bool X11Hotkeys::isOnlyPressRepeated() const
-{
-    xcb_connection_t* connection = QX11Info::connection();
-    const auto request = xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0);
-    const ReplyPointer<xcb_xkb_per_client_flags_reply_t> reply(
-        xcb_xkb_per_client_flags_reply(connection, request, nullptr), free);
-    return reply && (reply->value & XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT);
 }
 
 std::vector<X11Hotkeys::Held>::iterator X11Hotkeys::held(KeyCode key)

@@ -49,7 +49,6 @@ private:
     bool onRelease(KeyCode key, quint32 time);
     void onKeyboardEvent(const quint8* event);
     void endReleased();
-    bool isOnlyPressRepeated() const;
     std::vector<Held>::iterator held(KeyCode key);
 
     const quint8 m_keyboardEvent; ///< code of the keyboard extension's events

@@ -23,9 +23,9 @@ namespace {
 constexpr int kWaitMs = 20000;
 
 // Keys of a PC's keyboard, named by what is printed on a US one.
-constexpr int k1 = 10, k2 = 11, kQ = 24, kY = 29, kCtrl = 37, kA = 38, kQuote = 48, kGrave = 49, kShift = 50,
-              kZ = 52, kComma = 59, kSlash = 61, kAlt = 64, kSpace = 65, kCapsLock = 66, kF10 = 76,
-              kNumLock = 77, kNum4 = 83, kRightAlt = 108, kPageUp = 112, kRight = 114, kSuper = 133;
+constexpr int k1 = 10, k2 = 11, kTab = 23, kQ = 24, kY = 29, kCtrl = 37, kA = 38, kQuote = 48, kGrave = 49,
+              kShift = 50, kZ = 52, kComma = 59, kSlash = 61, kAlt = 64, kSpace = 65, kCapsLock = 66,
+              kF10 = 76, kNumLock = 77, kNum4 = 83, kRightAlt = 108, kPageUp = 112, kSuper = 133;
 constexpr Qt::KeyboardModifiers kThree = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier;
 constexpr quint16 kThreeOfX11 = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
 
@@ -86,11 +86,11 @@ private:
     xcb_window_t m_window;
 };
 
-/// Counts the events of one kind that come to this program: those with this code and, unless 0, this detail.
+/// Counts the events with this code, and unless 0 this detail, that come to this program.
 class EventCounter : public QAbstractNativeEventFilter
 {
 public:
-    explicit EventCounter(int code, int detail = 0)
+    EventCounter(int code, int detail)
         : m_code(code)
         , m_detail(detail)
     {
@@ -105,8 +105,7 @@ public:
     int count = 0;
 
 private:
-    const int m_code;
-    const int m_detail;
+    const int m_code, m_detail;
 };
 
 /// A hotkey that counts.
@@ -150,77 +149,55 @@ private slots:
         QVERIFY(m_other.focus());
     }
 
-    void worksWhileAnotherProgramHasTheFocus_data()
-    {
-        QTest::addColumn<QVector<int>>("locks");
-        QTest::newRow("no lock") << QVector<int>{};
-        QTest::newRow("Caps lock") << QVector<int>{kCapsLock};
-        QTest::newRow("Num lock") << QVector<int>{kNumLock};
-        QTest::newRow("both") << QVector<int>{kCapsLock, kNumLock};
-    }
     void worksWhileAnotherProgramHasTheFocus()
     {
-        QFETCH(QVector<int>, locks);
         Hotkey first(Qt::Key_F10, kThree), twin(Qt::Key_F10, kThree),
             keypad(Qt::Key_4, kThree | Qt::KeypadModifier);
-        QVERIFY(first.hotkey.isRegistered() && twin.hotkey.isRegistered() && keypad.hotkey.isRegistered());
-        for (const int lock : locks)
-            press({lock});
-        pressThreeAnd(kF10);
-        pressThreeAnd(kNum4);
-        QTRY_COMPARE_WITH_TIMEOUT(keypad.released.count(), 1, kWaitMs);
-        for (const int lock : locks)
-            press({lock});
-        for (Hotkey* each : {&first, &twin, &keypad}) {
-            QCOMPARE(each->activated.count(), 1);
-            QCOMPARE(each->released.count(), 1);
+        int presses = 0;
+        const QVector<int> noLock, capsLock{kCapsLock}, numLock{kNumLock}, both{kCapsLock, kNumLock};
+        for (const QVector<int>& locks : {noLock, capsLock, numLock, both}) {
+            press(locks);
+            pressThreeAnd(kF10);
+            pressThreeAnd(kNum4);
+            press(locks);
+            ++presses;
+            for (Hotkey* each : {&first, &twin, &keypad}) {
+                QTRY_COMPARE_WITH_TIMEOUT(each->released.count(), presses, kWaitMs);
+                QCOMPARE(each->activated.count(), presses);
+            }
         }
         QVERIFY(!m_other.sees(kF10));
 
         first.hotkey.setRegistered(false);
         pressThreeAnd(kF10);
-        QTRY_COMPARE_WITH_TIMEOUT(twin.activated.count(), 2, kWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(twin.activated.count(), presses + 1, kWaitMs);
         twin.hotkey.setRegistered(false);
         pressThreeAnd(kF10);
         QVERIFY(m_other.sees(kF10));
-        QCOMPARE(first.activated.count(), 1);
-    }
-    void heldKeyActsOnce_data()
-    {
-        QTest::addColumn<bool>("onlyPressesRepeat");
-        QTest::newRow("told by release and press") << false;
-        QTest::newRow("told by presses alone") << true;
+        QCOMPARE(first.activated.count(), presses);
     }
     void heldKeyActsOnce()
     {
-        QFETCH(bool, onlyPressesRepeat);
-        setOnlyPressesRepeat(onlyPressesRepeat);
         Hotkey held(Qt::Key_F10, Qt::ControlModifier), other(Qt::Key_A, Qt::ControlModifier);
         EventCounter counter(XCB_KEY_PRESS, kF10);
-        down({kCtrl, kF10});
+        send("keydown", {kCtrl, kF10});
         QTRY_VERIFY_WITH_TIMEOUT(counter.count > 5, kWaitMs);
-        up({kCtrl}); // no release of the key itself
+        send("keyup", {kCtrl}); // no release of the key itself
         held.hotkey.setRegistered(false);
         QVERIFY(held.hotkey.setRegistered(true)); // still the same press
         counter.count = 0;
         QTRY_VERIFY_WITH_TIMEOUT(counter.count > 5, kWaitMs);
-        QCOMPARE(held.activated.count(), 1);
-        QCOMPARE(held.released.count(), 0);
+        QVERIFY(held.activated.count() == 1 && held.released.isEmpty());
         press({kCtrl, kA});
-        up({kF10});
+        send("keyup", {kF10});
         QTRY_COMPARE_WITH_TIMEOUT(held.released.count(), 1, kWaitMs);
-        QCOMPARE(held.activated.count(), 1);
-        QCOMPARE(other.activated.count(), 1);
-        setOnlyPressesRepeat(false);
-    }
-    void everyPressCountsWhenTheProgramIsBusy()
-    {
-        Hotkey hotkey(Qt::Key_F10, Qt::NoModifier);
+        QVERIFY(held.activated.count() == 1 && other.activated.count() == 1);
+
         // All that happens waits in the queue while the other program runs.
-        QVERIFY(m_display.run("xdotool",
-                              QStringList{"key"} + QVector<QString>(10, QString::number(kF10)).toList()));
-        QTRY_COMPARE_WITH_TIMEOUT(hotkey.released.count(), 10, kWaitMs);
-        QCOMPARE(hotkey.activated.count(), 10);
+        held.hotkey.setShortcut(Qt::Key_F10, {}, true);
+        send("key", QVector<int>(10, kF10));
+        QTRY_COMPARE_WITH_TIMEOUT(held.released.count(), 11, kWaitMs);
+        QCOMPARE(held.activated.count(), 11);
     }
     void worksInAnOpenMenuAndAfterIt()
     {
@@ -230,12 +207,12 @@ private slots:
         QSignalSpy entryTriggered(entry, &QAction::triggered);
         menu.popup({100, 100});
         QVERIFY(QTest::qWaitForWindowExposed(&menu));
-        down({kCtrl, kA});
+        send("keydown", {kCtrl, kA});
         QTRY_COMPARE_WITH_TIMEOUT(hotkey.activated.count(), 1, kWaitMs);
         QVERIFY(menu.isVisible() && entryTriggered.isEmpty());
         menu.close(); // so the release goes to the other program
         QTRY_VERIFY_WITH_TIMEOUT(m_other.focus(), kWaitMs);
-        up({kA, kCtrl});
+        send("keyup", {kA, kCtrl});
         press({kCtrl, kA});
         QTRY_COMPARE_WITH_TIMEOUT(hotkey.activated.count(), 2, kWaitMs);
         QTRY_COMPARE_WITH_TIMEOUT(hotkey.released.count(), 2, kWaitMs);
@@ -245,89 +222,56 @@ private slots:
     {
         constexpr quint16 kWithNumLock = kThreeOfX11 | XCB_MOD_MASK_2;
         QVERIFY(m_other.grab(kF10, kWithNumLock));
-        Hotkey hotkey(Qt::Key_F10, kThree);
-        QVERIFY(!hotkey.hotkey.isRegistered());
+        Hotkey hotkey(Qt::Key_F10, kThree), lacking(Qt::Key_F35, kThree);
+        QVERIFY(!hotkey.hotkey.isRegistered() && !lacking.hotkey.isRegistered());
         QCOMPARE(hotkey.hotkey.trouble(), HotkeyTrouble::Taken);
+        QCOMPARE(lacking.hotkey.trouble(), HotkeyTrouble::NoSuchKey);
         // Nothing of it is left behind, as soon as the server has read so.
         QTRY_VERIFY_WITH_TIMEOUT(m_other.grab(kF10, kThreeOfX11), kWaitMs);
         QVERIFY(m_other.ungrab(kF10, kThreeOfX11) && m_other.ungrab(kF10, kWithNumLock));
         QVERIFY(hotkey.hotkey.setRegistered(true));
         QVERIFY(!m_other.grab(kF10, kWithNumLock | XCB_MOD_MASK_LOCK));
     }
-    void keyThatNoKeyboardHasIsToldSo()
-    {
-        Hotkey hotkey(Qt::Key_F35, kThree);
-        QVERIFY(!hotkey.hotkey.isRegistered());
-        QCOMPARE(hotkey.hotkey.trouble(), HotkeyTrouble::NoSuchKey);
-    }
 
-    void keyFollowsItsSymbol_data()
-    {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<bool>("secondLayout");
-        QTest::addColumn<int>("letter");
-        QTest::addColumn<int>("key");
-        QTest::newRow("to German") << "us"
-                                   << "de" << false << int(Qt::Key_Z) << int(kY);
-        QTest::newRow("to French") << "us"
-                                   << "fr" << false << int(Qt::Key_A) << int(kQ);
-        QTest::newRow("back") << "fr"
-                              << "us" << false << int(Qt::Key_A) << int(kA);
-        QTest::newRow("to no Latin letters") << "fr"
-                                             << "ru" << false << int(Qt::Key_A) << int(kQ);
-        QTest::newRow("first without Latin letters") << "ru"
-                                                     << "ru" << false << int(Qt::Key_Z) << int(kZ);
-        QTest::newRow("other layout in use") << "us,ru"
-                                             << "us,ru" << true << int(Qt::Key_A) << int(kA);
-        QTest::newRow("Cyrillic, not in use") << "us,ru"
-                                              << "us,ru" << false << 0x424 << int(kA);
-        QTest::newRow("in the layout in use") << "us,de"
-                                              << "us,de" << true << int(Qt::Key_Z) << int(kY);
-    }
     void keyFollowsItsSymbol()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
-        QFETCH(bool, secondLayout);
-        QFETCH(int, letter);
-        QFETCH(int, key);
-        QVERIFY(setKeyboard(before));
-        Hotkey hotkey(Qt::Key(letter), Qt::ControlModifier);
-        QVERIFY(hotkey.hotkey.isRegistered());
-        QVERIFY(setKeyboard(after));
-        QVERIFY(!secondLayout || lockLayout(1));
-        for (const int each : {kA, kQ, kZ, kY}) {
-            press({kCtrl, each});
-            QVERIFY(m_other.sees(each) == (each != key));
-        }
-        QTRY_COMPARE_WITH_TIMEOUT(hotkey.released.count(), 1, kWaitMs);
-        QCOMPARE(hotkey.activated.count(), 1);
-        if (secondLayout)
-            lockLayout(0);
+        const auto isAt = [this](int key, int letter, const char* before, const char* after, int layout = 0) {
+            if (!setKeyboard(before))
+                return false;
+            Hotkey hotkey(Qt::Key(letter), Qt::ControlModifier);
+            bool isRight = setKeyboard(after) && (layout == 0 || lockLayout(quint8(layout)));
+            for (const int each : {kA, kQ, kZ, kY}) {
+                press({kCtrl, each});
+                isRight &= m_other.sees(each) == (each != key);
+            }
+            return QTest::qWaitFor([&] { return hotkey.released.count() == 1; }, kWaitMs) && isRight &&
+                   hotkey.activated.count() == 1 && (layout == 0 || lockLayout(0));
+        };
+        QVERIFY(isAt(kQ, Qt::Key_A, "us", "fr"));
+        QVERIFY(isAt(kQ, Qt::Key_A, "fr", "ru")); // which has no Latin letters
+        QVERIFY(isAt(kZ, Qt::Key_Z, "ru", "ru")); // from the beginning
+        QVERIFY(isAt(kA, Qt::Key_A, "us,ru", "us,ru", 1));
+        QVERIFY(isAt(kA, 0x424, "us,ru", "us,ru")); // Cyrillic, not in use
+        QVERIFY(isAt(kY, Qt::Key_Z, "us,de", "us,de", 1));
     }
-    void twoKeysChangePlaces()
+    void keysChangePlacesUnlessAnotherProgramHasThem()
     {
-        Hotkey y(Qt::Key_Y, Qt::ControlModifier), z(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(m_other.grab(kSlash, XCB_MOD_MASK_CONTROL));
+        Hotkey y(Qt::Key_Y, Qt::ControlModifier), z(Qt::Key_Z, Qt::ControlModifier),
+            minus(Qt::Key_Minus, Qt::ControlModifier);
+        QVERIFY(minus.hotkey.isRegistered());
+        LogCapture log;
         QVERIFY(setKeyboard("de"));
+        QTRY_VERIFY_WITH_TIMEOUT(!minus.hotkey.isRegistered(), kWaitMs);
+        QCOMPARE(minus.hotkey.trouble(), HotkeyTrouble::Taken);
+        QVERIFY(log.contains("The keyboard has changed"));
         press({kCtrl, kZ});
         QTRY_COMPARE_WITH_TIMEOUT(y.activated.count(), 1, kWaitMs);
         press({kCtrl, kY});
         QTRY_COMPARE_WITH_TIMEOUT(z.activated.count(), 1, kWaitMs);
-    }
-    void keyThatMovesToATakenPlaceIsLostUntilItIsFree()
-    {
-        QVERIFY(m_other.grab(kY, XCB_MOD_MASK_CONTROL));
-        Hotkey hotkey(Qt::Key_Z, Qt::ControlModifier);
-        QVERIFY(hotkey.hotkey.isRegistered());
-        LogCapture log;
-        QVERIFY(setKeyboard("de"));
-        QTRY_VERIFY_WITH_TIMEOUT(!hotkey.hotkey.isRegistered(), kWaitMs);
-        QCOMPARE(hotkey.hotkey.trouble(), HotkeyTrouble::Taken);
-        QVERIFY(log.contains("The keyboard has changed"));
-        QVERIFY(!hotkey.hotkey.setRegistered(true));
-        QVERIFY(m_other.ungrab(kY, XCB_MOD_MASK_CONTROL));
-        QVERIFY(hotkey.hotkey.setRegistered(true));
+        QVERIFY(!minus.hotkey.setRegistered(true));
+        QVERIFY(m_other.ungrab(kSlash, XCB_MOD_MASK_CONTROL));
+        QVERIFY(minus.hotkey.setRegistered(true));
     }
 
     void keysAreFoundByTheirNames()
@@ -338,66 +282,37 @@ private slots:
                 symbolOfKey(QKeySequence(QString::fromUtf8(name))[0]));
         };
         QCOMPARE(found("de", "Ä"), Keys{kQuote});
-        QCOMPARE(found("ru", "Ф"), Keys{kA});
         QCOMPARE(found("us", "!"), Keys{k1});
         QCOMPARE(found("fr", "!"), Keys{kSlash});
         QCOMPARE(found("us,ru", ","), Keys{kComma});
-        QCOMPARE(found("us", "Backtab"), Keys{23});
+        QCOMPARE(found("us", "Backtab"), Keys{kTab});
         QCOMPARE(found("us", "Num+Left"), Keys{kNum4});
         QCOMPARE(found("us", "Num+."), (Keys{91, 129}));
-        QCOMPARE(found("us", "Media Play"), (Keys{172, 208, 215}));
-        QCOMPARE(found("us", "Print"), (Keys{107, 218}));
-        QCOMPARE(found("us", "F12"), Keys{96});
+        QCOMPARE(found("us", "Media Play"), (Keys{172, 208, 215})); // not of one name
+        QCOMPARE(found("us", "Home Page"), Keys{180});
+        QCOMPARE(found("us", "Launch (6)"), Keys{211});
     }
-    void everyNameLeadsBackToItsKey_data()
+    void everyNameLeadsBackToItsKey()
     {
-        QTest::addColumn<QByteArray>("layout");
         for (const char* layout :
              {"us", "us(intl)", "gb", "de", "de(neo)", "at", "ch", "fr", "be",  "es", "it", "pt",
               "br", "tr",       "az", "pl", "cz",      "sk", "hu", "ro", "se",  "no", "dk", "fi",
               "lv", "lt",       "ru", "ua", "bg",      "rs", "gr", "il", "ara", "ir", "in", "th",
-              "vn", "jp",       "kr", "cn", "ge",      "am", "kz", "mt", "gn"})
-            QTest::addRow("%s", layout) << QByteArray(layout);
-    }
-    void everyNameLeadsBackToItsKey()
-    {
-        QFETCH(QByteArray, layout);
-        const KeyboardMap map = KeyboardMap::compiled(layout);
-        QVERIFY(map.isValid());
-        for (int key = 8; key < 256; ++key) {
-            const xkb_keysym_t symbol = map.symbolOf(KeyboardMap::KeyCode(key), 0);
-            const QString name = keyNameOfSymbol(symbol);
-            const QKeySequence parsed(name);
-            const QByteArray told = QStringLiteral("%1: %2").arg(key).arg(name).toUtf8();
-            if (name.isEmpty()) {
-                QVERIFY2(xkb_keysym_to_utf32(symbol) <= ' ', told.constData());
-                continue;
+              "vn", "jp",       "kr", "cn", "ge",      "am", "kz", "mt", "gn"}) {
+            const KeyboardMap map = KeyboardMap::compiled(layout);
+            QVERIFY2(map.isValid(), layout);
+            for (int key = 8; key < 256; ++key) {
+                const xkb_keysym_t symbol = map.symbolOf(KeyboardMap::KeyCode(key), 0);
+                const QKeySequence name(keyNameOfSymbol(symbol));
+                const auto keys = map.keysWith(symbolOfKey(name[0]));
+                const bool isGood = name.isEmpty() ? xkb_keysym_to_utf32(symbol) <= ' '
+                                                   : keys.contains(KeyboardMap::KeyCode(key));
+                QVERIFY2(isGood, qPrintable(QStringLiteral("%1: %2").arg(layout).arg(key)));
             }
-            QVERIFY2(parsed.count() == 1, told.constData());
-            QVERIFY2(map.keysWith(symbolOfKey(parsed[0])).contains(KeyboardMap::KeyCode(key)),
-                     told.constData());
         }
-    }
-    void pressedKeyIsNamedByItsOwnSymbol_data()
-    {
-        QTest::addColumn<QString>("layout");
-        QTest::addColumn<QVector<int>>("keys");
-        QTest::addColumn<QStringList>("names");
-        QTest::newRow("us") << "us" << QVector<int>{kNum4,     kNumLock, kNum4,  kNumLock, kSuper, kCapsLock,
-                                                    kCapsLock, kComma,   kF10,   kShift,   k2,     21,
-                                                    23,        kSpace,   kRight, kPageUp}
-                            << QStringList{"Num+4", "", "Num+4", "",  "",    "",      "",      ",",
-                                           "F10",   "", "2",     "=", "Tab", "Space", "Right", "PgUp"};
-        QTest::newRow("de") << "de" << QVector<int>{20, kGrave, kRightAlt, kQ, kShift, kQuote}
-                            << QStringList{"ß", "^", "", "Q", "", "Ä"};
-        QTest::newRow("ru") << "ru" << QVector<int>{kA} << QStringList{"Ф"};
     }
     void pressedKeyIsNamedByItsOwnSymbol()
     {
-        QFETCH(QString, layout);
-        QFETCH(QVector<int>, keys);
-        QFETCH(QStringList, names);
-        QVERIFY(setKeyboard(layout));
         NameKeeper keeper;
         keeper.show();
         QVERIFY(QTest::qWaitForWindowExposed(&keeper));
@@ -405,74 +320,64 @@ private slots:
                             XCB_CURRENT_TIME);
         xcb_flush(QX11Info::connection());
         QTRY_VERIFY_WITH_TIMEOUT(keeper.isActiveWindow(), kWaitMs);
-        for (const int key : keys) {
-            if (key == kShift || key == kRightAlt)
-                down({key}); // to the end
-            else
-                press({key});
-        }
-        up({kShift, kRightAlt});
-        QTRY_COMPARE_WITH_TIMEOUT(keeper.names, names, kWaitMs);
+        const auto areNamed = [&](const char* layout, const QVector<int>& keys, const QStringList& names) {
+            keeper.names.clear();
+            if (!setKeyboard(layout))
+                return false;
+            for (const int key : keys)
+                send(key == kShift || key == kRightAlt ? "keydown" : "key", {key}); // held to the end
+            send("keyup", {kShift, kRightAlt});
+            return QTest::qWaitFor([&] { return keeper.names.size() >= names.size(); }, kWaitMs) &&
+                   keeper.names == names;
+        };
+        QVERIFY(areNamed("us", {kNum4, kNumLock, kNum4, kNumLock, kSuper, kCapsLock, kCapsLock},
+                         {"Num+4", "", "Num+4", "", "", "", ""}));
+        QVERIFY(areNamed("us", {kF10, kShift, k2, kTab, kSpace, kPageUp},
+                         {"F10", "", "2", "Tab", "Space", "PgUp"}));
+        QVERIFY(areNamed("de", {20, kGrave, kRightAlt, kQ, kShift, kQuote}, {"ß", "^", "", "Q", "", "Ä"}));
+        QVERIFY(areNamed("ru", {kA}, {"Ф"}));
     }
     void ruleAcceptsOnlyNamesThatParseBack()
     {
-        QCOMPARE(parseableKeyName("right", Qt::Key_Right), QString("RIGHT"));
-        QCOMPARE(parseableKeyName("Rechts", Qt::Key_Right), QString("Right"));
-        QCOMPARE(parseableKeyName("ß", Qt::Key_Question), QString("ß")); // with Shift
-        QCOMPARE(parseableKeyName("4", Qt::Key_4 | int(Qt::KeypadModifier)), QString("Num+4"));
-        QCOMPARE(parseableKeyName("Num 4", Qt::Key_Left | int(Qt::KeypadModifier)), QString("Num+Left"));
-        QCOMPARE(parseableKeyName("End", Qt::Key_Home), QString("Home")); // not the key of that name
-        QCOMPARE(parseableKeyName(" ", Qt::Key_Space), QString("Space"));
-        QCOMPARE(parseableKeyName("A", Qt::Key_AltGr), QString());
-        QCOMPARE(parseableKeyName("0x1e", Qt::Key_Dead_Grave), QString());
-        QCOMPARE(parseableKeyName("0x1e", Qt::Key_unknown), QString());
+        const auto isNamed = [](const char* system, int key, const char* name) {
+            return parseableKeyName(system, key) == name;
+        };
+        QVERIFY(isNamed("right", Qt::Key_Right, "RIGHT") && isNamed("Rechts", Qt::Key_Right, "Right"));
+        QVERIFY(isNamed("ß", Qt::Key_Question, "ß")); // with Shift
+        QVERIFY(isNamed("4", Qt::Key_4 | int(Qt::KeypadModifier), "Num+4"));
+        QVERIFY(isNamed("End", Qt::Key_Home, "Home")); // not the key of that name
+        QVERIFY(isNamed(" ", Qt::Key_Space, "Space"));
+        QVERIFY(isNamed("A", Qt::Key_AltGr, "") && isNamed("0x1e", Qt::Key_Dead_Grave, ""));
     }
 
     void sessionsWithoutGrabsAreKnown()
     {
-        const auto hasGrabs = [](const char* platform, const char* variable = "", const char* value = "") {
+        const auto hasGrabs = [](const char* platform, const char* variable, const char* value) {
             QProcessEnvironment environment;
             environment.insert(variable, value);
             return obstacleToKeyGrabs(platform, environment).isEmpty();
         };
-        QVERIFY(hasGrabs("xcb"));
         QVERIFY(hasGrabs("xcb", "XDG_SESSION_TYPE", "x11"));
         QVERIFY(!hasGrabs("xcb", "XDG_SESSION_TYPE", "wayland"));
         QVERIFY(!hasGrabs("xcb", "WAYLAND_DISPLAY", "wayland-0"));
-        QVERIFY(!hasGrabs("wayland"));
-        QVERIFY(!hasGrabs("offscreen"));
+        QVERIFY(!hasGrabs("offscreen", "", ""));
     }
-    void endOfTheServerIsNoCrash()
-    {
-        VirtualDisplay display;
-        QVERIFY(display.start());
-        QProcess orphan;
-        display.startProgram(orphan, QCoreApplication::applicationFilePath(), {kOrphan});
-        QVERIFY(orphan.waitForReadyRead(kWaitMs));
-        QCOMPARE(orphan.readAllStandardOutput().trimmed(), QByteArray("registered"));
-        display.stop();
-        QVERIFY(orphan.waitForFinished(kWaitMs));
-        QCOMPARE(orphan.exitStatus(), QProcess::NormalExit);
-    }
-
-public:
-    static constexpr char kOrphan[] = "--orphan";
 
 private:
-    static QStringList command(const char* name, const QVector<int>& keys)
+    void send(const char* how, const QVector<int>& keys)
     {
-        QStringList arguments{name};
+        QStringList arguments{how};
         for (const int key : keys)
             arguments += QString::number(key);
-        return arguments;
+        QVERIFY(m_display.run("xdotool", arguments));
     }
-    void down(const QVector<int>& keys) { QVERIFY(m_display.run("xdotool", command("keydown", keys))); }
-    void up(const QVector<int>& keys) { QVERIFY(m_display.run("xdotool", command("keyup", keys))); }
     /// One after the other, and up again in reverse.
     void press(const QVector<int>& keys)
     {
-        const QVector<int> reversed(keys.rbegin(), keys.rend());
-        QVERIFY(m_display.run("xdotool", command("keydown", keys) + command("keyup", reversed)));
+        if (keys.isEmpty())
+            return;
+        send("keydown", keys);
+        send("keyup", QVector<int>(keys.rbegin(), keys.rend()));
     }
     void pressThreeAnd(int key) { press({kCtrl, kAlt, kShift, key}); }
 
@@ -481,7 +386,7 @@ private:
     static bool isNoticed(Function function)
     {
         const auto* extension = xcb_get_extension_data(QX11Info::connection(), &xcb_xkb_id);
-        EventCounter notices(extension->first_event);
+        EventCounter notices(extension->first_event, 0);
         if (!function() || !QTest::qWaitFor([&] { return notices.count > 0; }, kWaitMs))
             return false;
         bool isQueueDone = false;
@@ -500,13 +405,6 @@ private:
             return xcb_flush(QX11Info::connection()) > 0;
         });
     }
-    static void setOnlyPressesRepeat(bool isSet)
-    {
-        constexpr uint32_t kFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-        xcb_xkb_per_client_flags(QX11Info::connection(), XCB_XKB_ID_USE_CORE_KBD, kFlag, isSet ? kFlag : 0, 0,
-                                 0, 0);
-        xcb_flush(QX11Info::connection());
-    }
 
     const VirtualDisplay& m_display;
     OtherProgram m_other;
@@ -517,13 +415,6 @@ int main(int argc, char** argv)
     qunsetenv("WAYLAND_DISPLAY"); // of the developer's own session
     qunsetenv("XDG_SESSION_TYPE");
     qputenv("QT_QPA_PLATFORM", "xcb");
-    if (argc == 2 && qstrcmp(argv[1], HotkeyX11Test::kOrphan) == 0) {
-        QApplication app(argc, argv);
-        static Hotkey hotkey(Qt::Key_F10, kThree);
-        puts(hotkey.hotkey.isRegistered() ? "registered" : "refused");
-        fflush(stdout);
-        return QApplication::exec();
-    }
     VirtualDisplay display;
     if (!display.start())
         return 1;
