@@ -99,9 +99,9 @@ private slots:
         worker.start();
         auto* far = new QHotkey;
         far->moveToThread(&worker);
-        bool isOn = false; // the first use of all is on another thread
+        std::atomic<bool> isOn{false}; // the first use of all is on another thread
         QMetaObject::invokeMethod(far, [&] { isOn = far->setShortcut(Qt::Key_F1, kModifiers, true); });
-        QTRY_VERIFY(isOn);
+        QTRY_VERIFY(isOn.load());
         auto near = std::make_unique<QHotkey>();
         QVERIFY(near->setShortcut(Qt::Key_F1, kModifiers, true));
         QCOMPARE(FakePlatform::s_registered, QVector<Shortcut>{kF1});
