@@ -106,9 +106,8 @@ QHotkey::NativeShortcut QHotkeyPrivate::nativeShortcutInvoked(Qt::Key keycode,
     if (mapped != m_mapping.constEnd())
         return *mapped;
     bool hasKey = false, hasModifiers = false;
-    // A key of the keypad is a key of its own, on whichever side its mark has come.
-    const int keypad = modifiers & Qt::KeypadModifier;
-    const quint32 nativeKey = nativeKeycode(Qt::Key(keycode | keypad), hasKey);
+    const quint32 nativeKey = modifiers & Qt::KeypadModifier ? nativeKeypadKeycode(keycode, hasKey)
+                                                             : nativeKeycode(keycode, hasKey);
     const quint32 nativeModifier = nativeModifiers(modifiers & ~Qt::KeypadModifier, hasModifiers);
     return hasKey && hasModifiers ? QHotkey::NativeShortcut(nativeKey, nativeModifier)
                                   : QHotkey::NativeShortcut();

@@ -34,9 +34,10 @@ public:
     HotkeyTrouble obstacleTo(Qt::Key keycode, Qt::KeyboardModifiers modifiers);
 
 protected:
-    // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`. The mark of the
-    // keypad, Qt::KeypadModifier, comes with the key and never with the modifiers.
+    // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`.
     virtual quint32 nativeKeycode(Qt::Key keycode, bool& ok) = 0;
+    /// Of a combination with Qt::KeypadModifier, which the other modifiers come without.
+    virtual quint32 nativeKeypadKeycode(Qt::Key keycode, bool& ok) { return nativeKeycode(keycode, ok); }
     virtual quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) = 0;
     virtual bool registerShortcut(QHotkey::NativeShortcut shortcut) = 0;
     virtual bool unregisterShortcut(QHotkey::NativeShortcut shortcut) = 0;

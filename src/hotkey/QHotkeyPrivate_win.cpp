@@ -36,10 +36,11 @@ public:
     }
 
 protected:
-    quint32 nativeKeycode(Qt::Key keycode, bool& ok) override
+    quint32 nativeKeycode(Qt::Key keycode, bool& ok) override { return virtualKey(keycode, ok); }
+
+    quint32 nativeKeypadKeycode(Qt::Key keycode, bool& ok) override
     {
-        const auto keyOfCharacter = [](ushort c) { return VkKeyScanW(static_cast<wchar_t>(c)); };
-        return WindowsKeys::virtualKey(keycode, keyOfCharacter, ok);
+        return virtualKey(keycode | static_cast<int>(Qt::KeypadModifier), ok);
     }
 
     quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) override
@@ -75,6 +76,12 @@ protected:
     }
 
 private:
+    static quint32 virtualKey(int key, bool& ok)
+    {
+        const auto keyOfCharacter = [](ushort c) { return VkKeyScanW(static_cast<wchar_t>(c)); };
+        return WindowsKeys::virtualKey(key, keyOfCharacter, ok);
+    }
+
     bool refuse()
     {
         const DWORD code = GetLastError();

@@ -51,11 +51,11 @@ quint32 valueIn(const Table& table, int key, bool& ok)
 
 } // namespace
 
-quint32 WindowsKeys::virtualKey(Qt::Key key, KeyOfCharacter keyOfCharacter, bool& ok)
+quint32 WindowsKeys::virtualKey(int key, KeyOfCharacter keyOfCharacter, bool& ok)
 {
     ok = true;
     if ((key & Qt::KeyboardModifierMask) == Qt::KeypadModifier) {
-        key = Qt::Key(key & ~Qt::KeypadModifier);
+        key &= ~Qt::KeypadModifier;
         if (key >= Qt::Key_0 && key <= Qt::Key_9)
             return kKeypad0 + static_cast<quint32>(key - Qt::Key_0);
         const quint32 found = valueIn(kKeypadKeys, key, ok);

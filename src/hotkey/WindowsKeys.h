@@ -10,8 +10,8 @@ namespace WindowsKeys {
 /// VkKeyScanW: the virtual key of a character in the low byte; -1 where the keyboard layout has none.
 using KeyOfCharacter = short (*)(ushort character);
 
-/// The virtual key code of a key that may carry Qt::KeypadModifier. `ok` is false where there is none.
-quint32 virtualKey(Qt::Key key, KeyOfCharacter keyOfCharacter, bool& ok);
+/// The virtual key code of a Qt::Key, which may carry Qt::KeypadModifier. `ok` is false where there is none.
+quint32 virtualKey(int key, KeyOfCharacter keyOfCharacter, bool& ok);
 
 /// The MOD_ values; modifiers that Windows does not tell apart are left out.
 quint32 modifiers(Qt::KeyboardModifiers modifiers);

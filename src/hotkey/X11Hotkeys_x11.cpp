@@ -73,6 +73,13 @@ quint32 X11Hotkeys::nativeKeycode(Qt::Key keycode, bool& ok)
     return symbol;
 }
 
+quint32 X11Hotkeys::nativeKeypadKeycode(Qt::Key keycode, bool& ok)
+{
+    const xkb_keysym_t symbol = symbolOfKey(keycode | static_cast<int>(Qt::KeypadModifier));
+    ok = symbol != XKB_KEY_NoSymbol;
+    return symbol;
+}
+
 quint32 X11Hotkeys::nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok)
 {
     const auto orUsual = [](quint16 mask, quint16 usual) { return mask ? mask : usual; };

@@ -18,6 +18,7 @@ public:
 
 protected:
     quint32 nativeKeycode(Qt::Key keycode, bool& ok) override;
+    quint32 nativeKeypadKeycode(Qt::Key keycode, bool& ok) override;
     quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) override;
     bool registerShortcut(QHotkey::NativeShortcut shortcut) override;
     bool unregisterShortcut(QHotkey::NativeShortcut shortcut) override;

@@ -258,7 +258,7 @@ private slots:
         const auto isKey = [](int qtKey, int virtualKey) {
             const auto layout = [](ushort c) -> short { return c == 0xC4 ? 0x1DE : -1; }; // with Shift
             bool ok = false;
-            const quint32 found = WindowsKeys::virtualKey(Qt::Key(qtKey), layout, ok);
+            const quint32 found = WindowsKeys::virtualKey(qtKey, layout, ok);
             return (ok ? int(found) : -1) == virtualKey;
         };
         QVERIFY(isKey(Qt::Key_Adiaeresis, 0xDE) && isKey(Qt::Key_Period, 110) && isKey(0x416, 0x16));
