@@ -1,9 +1,7 @@
 #include "EngineFixture.h"
 #include "effects/ColorStrapManager.h"
 
-#include <QJsonDocument>
-#include <QTest>
-#include <memory>
+#include <QtTest>
 #include <tuple>
 
 namespace {
@@ -57,25 +55,21 @@ private slots:
 
     void a_broken_field_costs_its_own_strap_alone()
     {
-        const QByteArray key = R"({"key": 0.5, "color": [9, 9, 9]})";
-        const auto strap = [](const QByteArray& ends, const QByteArray& keys) {
-            return "{\"endsColor\": " + ends + ", \"keyColors\": [" + keys + "]}, ";
+        const auto strap = [](const QByteArray& ends, const QByteArray& key, const QByteArray& color) {
+            return "{\"endsColor\": " + ends +
+                   R"(, "keyColors": [{"key": 0.5, "color": [9, 9, 9]}, {"key": )" + key +
+                   ", \"color\": " + color + "}]}, ";
         };
         QByteArray straps = // what is no whole number counts as 0, what is too much not at all
-            strap(R"([1.5, null, "7", 999])", key + R"(, {"key": 0, "color": [0, 0, 0]})") +
-            strap("[0, 255, 0]", R"({"key": 1, "color": [9, 9, 9, 9]})");
-        for (const char* color : {"[0, 256, 0]", "[-1, 0, 0]", "[0, 0]", "\"red\""}) {
-            straps += strap(color, key);
-            straps += strap("[1, 2, 3]", key + R"(, {"key": 0.6, "color": )" + color + '}');
-        }
-        for (const char* keys :
-             {"", "7", R"({"key": 0.5})", R"({"color": [9, 9, 9]})", R"({"key": -0.001, "color": [9, 9, 9]})",
-              R"({"key": 1.001, "color": [9, 9, 9]})", R"({"key": "0.5", "color": [9, 9, 9]})"})
-            straps += strap("[1, 2, 3]", keys);
-        straps += R"(7, null, [], {}, {"endsColor": [1, 2, 3], "keyColors": {}}, )";
+            strap(R"([1.5, null, "7", 999])", "0", "[0, 0, 0]") + strap("[0, 255, 0]", "1", "[9, 9, 9, 9]");
+        for (const char* color : {"[0, 256, 0]", "[-1, 0, 0]", "[0, 0]", "\"red\""})
+            straps += strap(color, "0.6", "[9, 9, 9]") + strap("[1, 2, 3]", "0.6", color);
+        for (const char* key : {"-0.001", "1.001", "\"0.5\"", "null"})
+            straps += strap("[1, 2, 3]", key, "[9, 9, 9]");
+        straps += R"(7, null, [], {}, {"endsColor": [1, 2, 3], "keyColors": []}, )";
         Store config;
         const QJsonArray list = config.setList(straps + kGood);
-        QCOMPARE(list.size(), 23);
+        QCOMPARE(list.size(), 20);
         ColorStrapManager manager(nullptr, &config);
         QCOMPARE(names(manager), (QStringList{"", "", "good"}));
         QVERIFY(manager.strap(0).endsColor.isValid() && manager.strap(1).keyColors.last().color.isValid());
@@ -86,11 +80,8 @@ private slots:
     {
         const QByteArray file =
             "{\"colorStrapList\": [" + QByteArray(kGood).replace("good", "shipped") + "]}";
-        const std::tuple<QByteArray, QByteArray, QString> cases[] = {{"", "", "( 1 )"},
-                                                                     {"{}, 7", file, "shipped"},
-                                                                     {kGood, file, "good"},
-                                                                     {"", file.left(60), "( 1 )"},
-                                                                     {"", "[1]", "( 1 )"}};
+        const std::tuple<QByteArray, QByteArray, QString> cases[] = {
+            {"", "", "( 1 )"}, {"{}, 7", file, "shipped"}, {kGood, file, "good"}, {"", "[1]", "( 1 )"}};
         for (const auto& [user, shipped, first] : cases) {
             if (!shipped.isEmpty())
                 WorkingFolder::writeFile("colorStraps.json", shipped);
@@ -117,8 +108,8 @@ private slots:
         QCOMPARE(manager.addDefaultStrap(), 1);
         manager.setStrap(0, twoKeys("a", Qt::white, Qt::cyan));
         const ColorStrap set = manager.strap(0);
-        QVERIFY(set.endsColor == QColor(Qt::white) && set.keyColors.size() == 2);
-        QVERIFY(set.keyColors[1].key == 0.125 && set.keyColors[1].color == QColor(Qt::cyan));
+        QVERIFY(set.endsColor == Qt::white && set.keyColors[1].key == 0.125 &&
+                set.keyColors[1].color == Qt::cyan);
         manager.removeStrap(0);
         manager.removeStrap(1);
         manager.setStrap(-1, set);
