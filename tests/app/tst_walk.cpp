@@ -12,12 +12,10 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QGraphicsView>
-#include <QJsonArray>
 #include <QScreen>
 #include <QtTest>
 #include <algorithm>
 #include <map>
-#include <memory>
 
 namespace {
 
@@ -97,31 +95,23 @@ private slots:
         m_windowManager.waitForFinished();
     }
 
-    void userOpensAPage()
+    void cleanup() { picture(QTest::currentTestFunction()); }
+
+    void userMakesAGradient()
     {
         click(button(stripId(1)));
         QTRY_VERIFY_WITH_TIMEOUT(!m_app->mainWindow().isHomePage(), kWaitMs);
-        picture("page");
-    }
-    void userMakesAGradient()
-    {
-        click(button(text("GroupInformation", "幻彩模式")));
-        QTRY_VERIFY_WITH_TIMEOUT(button(text("EffectNames", "影随心动")), kWaitMs);
-        click(button(text("EffectNames", "影随心动")));
+        pickEffect("幻彩模式", "影随心动");
         QTRY_VERIFY_WITH_TIMEOUT(widget("addBtn"), kWaitMs);
         m_strapsBefore = straps().count();
         click(widget("addBtn")); // it is green with one red key
-        QTRY_VERIFY_WITH_TIMEOUT(isLike(1, [](LV_RGB led) { return led.blue == 0; }), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isWithout(1, &LV_RGB::blue), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::red) && hasLed(1, Qt::green), kWaitMs);
-        picture("new gradient");
-
         dragKey(0.5, 0.25);
         QTRY_COMPARE_WITH_TIMEOUT(qRound(shownKey() * 20), 5, kWaitMs);
         key("Return"); // the key has the focus since it was dragged
         chooseColor(Qt::blue);
-        QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::blue), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isLike(1, [](LV_RGB led) { return led.red == 0; }), kWaitMs);
-        picture("recoloured gradient");
+        QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::blue) && isWithout(1, &LV_RGB::red), kWaitMs);
     }
     void userAppliesItToTheOtherStripAndRemovesIt()
     {
@@ -130,22 +120,17 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(hasLed(2, Qt::blue) && hasLed(2, Qt::green), kWaitMs);
         click(widget("singleDevControlCheckBox"));
         click(widget("rmBtn"));
-        const auto isTheRemoved = [](LV_RGB led) { return led.red == 0; };
-        QTRY_VERIFY_WITH_TIMEOUT(!isLike(1, isTheRemoved) && !isLike(2, isTheRemoved), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!isWithout(1, &LV_RGB::red) && !isWithout(2, &LV_RGB::red), kWaitMs);
         QCOMPARE(straps().count(), m_strapsBefore);
-        picture("gradient removed");
     }
     void userChoosesASourceAndMovesLeds()
     {
-        click(button(text("GroupInformation", "同屏模式")));
-        QTRY_VERIFY_WITH_TIMEOUT(button(text("EffectNames", "全屏模式")), kWaitMs);
-        click(button(text("EffectNames", "全屏模式")));
+        pickEffect("同屏模式", "全屏模式");
         QTRY_VERIFY_WITH_TIMEOUT(widget("strapEditor"), kWaitMs);
         choose(qobject_cast<QComboBox*>(widget("comboBox")), "film");
         const QPoint cell = ledCell(kMovedLed);
         const QPoint opposite(canvas().width() - 1 - cell.x(), cell.y());
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
-        picture("source chosen");
 
         drag(editor(cell), editor(opposite));
         QTRY_COMPARE_WITH_TIMEOUT(ledCell(kMovedLed), opposite, kWaitMs);
@@ -159,7 +144,6 @@ private slots:
         click(widget("resetBtn"));
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
         QCOMPARE(ledCell(kMovedLed), cell);
-        picture("layout reset");
         key("ctrl+z");
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
     }
@@ -181,6 +165,13 @@ private:
         point(widget->mapToGlobal(at), {"click", "1"});
     }
     void key(const QString& name) { xdotool({"key", name}); }
+    void pickEffect(const char* group, const char* effect)
+    {
+        click(button(QCoreApplication::translate("GroupInformation", group)));
+        const QString name = QCoreApplication::translate("EffectNames", effect);
+        QTRY_VERIFY_WITH_TIMEOUT(button(name), kWaitMs);
+        click(button(name));
+    }
 
     void drag(QPoint from, QPoint to)
     {
@@ -217,7 +208,7 @@ private:
             .toArray();
     }
     /// Where the last gradient has its one key colour.
-    double shownKey() const { return straps().last()["keyColors"].toArray().first()["key"].toDouble(); }
+    double shownKey() const { return straps().last()["keyColors"][0]["key"].toDouble(); }
     void dragKey(double from, double to)
     {
         const auto* view = widget("gradientEditor")->findChild<QGraphicsView*>();
@@ -254,11 +245,11 @@ private:
     }
 
     QVector<LV_RGB> frame(int strip) const { return m_strips.at(strip)->lastFrame().colors; }
-    template <typename Condition>
-    bool isLike(int strip, Condition condition) const
+    bool isWithout(int strip, uint8_t LV_RGB::*part) const
     {
         const QVector<LV_RGB> leds = frame(strip);
-        return leds.size() == kLeds && std::all_of(leds.cbegin(), leds.cend(), condition);
+        return leds.size() == kLeds &&
+               std::all_of(leds.cbegin(), leds.cend(), [part](LV_RGB led) { return led.*part == 0; });
     }
     /// Whether one LED is about of this colour.
     bool hasLed(int strip, const QColor& color) const
@@ -271,10 +262,6 @@ private:
         });
     }
 
-    static QString text(const char* context, const char* source)
-    {
-        return QCoreApplication::translate(context, source);
-    }
     QWidget* widget(const char* name) const
     {
         for (auto* each : m_app->mainWindow().findChildren<QWidget*>(name)) {

