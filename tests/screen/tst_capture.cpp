@@ -119,21 +119,14 @@ private slots:
     void sharesOneCaptureAmongAll()
     {
         const CapturedScreen screen(kBlue);
-        DeskDuplManager& manager = *screen.manager;
-        const auto& first = screen.capture;
-        const auto second = manager.acquireCapturer(screen.id);
-        QCOMPARE(first.data(), second.data());
-
-        // What one puller does to its frame is nothing to the other.
-        QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*first), kBlue, kPatienceMs);
-        first->grabFrame().setTo(cv::Scalar::all(0));
+        const auto second = screen.manager->acquireCapturer(screen.id);
+        QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*screen.capture), kBlue, kPatienceMs);
+        screen.capture->grabFrame().setTo(cv::Scalar::all(0)); // which is nothing to the other one
+        QVERIFY(screen.capture == second && pulledColor(*second) == kBlue);
+        screen.manager->releaseCapturer(screen.id);
         QCOMPARE(pulledColor(*second), kBlue);
-
-        manager.releaseCapturer(screen.id);
-        QCOMPARE(pulledColor(*second), kBlue);
-        manager.releaseCapturer(screen.id);
+        screen.manager->releaseCapturer(screen.id);
         QVERIFY(second->grabFrame().empty());
-        QVERIFY(manager.acquireCapturer(screen.id) != first);
     }
 
     void followsMonitorsAndTellsOfThem()
@@ -231,23 +224,14 @@ private slots:
         QVERIFY(one.start() && other.start());
         ScreenPainter(one.name()).fill(kWhole, kBlue);
         ScreenPainter(other.name()).fill(QRect(0, 0, 800, 600), kOrange);
-        {
-            DeskDuplManager manager({modeOn(one), modeOn(other)});
-            DeskCaptureOption* option = DeskCaptureOption::current();
-            const auto capture = manager.acquireCapturer(manager.defaultCapturer());
-            QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kBlue, kPatienceMs);
-            option->setCurMode(5);
-            QCOMPARE(option->curMode(), 0);
-            option->setCurMode(1);
-            QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kOrange, kPatienceMs);
-        }
-        QVERIFY(!DeskCaptureOption::current());
-        DeskCaptureOption before(2); // chosen before there is anything to capture
-        before.setCurMode(1);
+        DeskCaptureOption option(2); // chosen before there is anything to capture
+        option.setCurMode(1);
         DeskDuplManager manager({modeOn(one), modeOn(other)});
         const auto capture = manager.acquireCapturer(manager.defaultCapturer());
         QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kOrange, kPatienceMs);
-        before.setCurMode(0);
+        option.setCurMode(5);
+        QCOMPARE(option.curMode(), 1);
+        option.setCurMode(0);
         QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kBlue, kPatienceMs);
     }
 };
