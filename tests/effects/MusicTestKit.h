@@ -7,16 +7,12 @@
 
 #include <QSignalSpy>
 
-/// Offers what the test lists and counts in `attached` what is captured.
+/// Offers what the test lists and keeps in `attached` what is captured.
 class FakeAudioBackend : public AudioBackend
 {
 public:
     AudioSources sources() const override { return list; }
-    void attach(const QSharedPointer<AudioCapturer>& capturer) override
-    {
-        attached.append(capturer->id());
-        ++begun;
-    }
+    void attach(const QSharedPointer<AudioCapturer>& capturer) override { attached.append(capturer->id()); }
     void detach(const QSharedPointer<AudioCapturer>& capturer) override
     {
         attached.removeOne(capturer->id());
@@ -29,7 +25,6 @@ public:
 
     AudioSources list;
     QStringList attached;
-    int begun = 0;
 };
 
 namespace MusicTestKit {

@@ -9,8 +9,6 @@
 #include "effects/colorful/SFrmMoodShadow.h"
 #include "effects/colorful/strapColors.h"
 
-#include <QColorDialog>
-#include <QImage>
 #include <QPushButton>
 #include <QSlider>
 #include <QtTest>
@@ -218,22 +216,6 @@ private slots:
         page.editor->addKeyColor(Qt::blue, 0.9); // goes to the strap that moved up
         QVERIFY(page.tells(list, 0) && other.tells(list, 0) && !page.rmButton->isEnabled()); // the last one
         QCOMPARE(list.strap(0).keyColors.size(), 2);
-    }
-
-    void languageReachesTheDialogAndTheDirectionTheBox()
-    {
-        FakeStrapList list({{"half", {{0.5, Qt::red}, {0.51, Qt::blue}}, Qt::red}});
-        Page page(list, 0);
-        QTest::keyClick(page.editor, Qt::Key_Return);
-        QTranslator arabic;
-        QVERIFY(arabic.load(":/languages/lumivar_ar.qm"));
-        QCoreApplication::installTranslator(&arabic);
-        QCoreApplication::sendPostedEvents();
-        QVERIFY(page.editor->findChild<QColorDialog*>()->windowTitle().isRightToLeft());
-        page.options.setLayoutDirection(Qt::RightToLeft);
-        const QImage box = page.box->grab().toImage();
-        QVERIFY(box.pixelColor(box.width() - 20, 17).red() > 230);
-        QVERIFY(box.pixelColor(box.width() / 2, 17).blue() > 200); // the arrow has its own place
     }
 };
 

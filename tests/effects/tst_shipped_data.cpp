@@ -46,8 +46,7 @@ private slots:
         QCOMPARE(entry.value("icon").toString(), "images/productIcons/" + model + ".jpg");
         QCOMPARE(entry.value("image").toString(), "images/products/" + model + ".jpg");
         const int nbLeds = entry.value("nbLeds").toInt();
-        const double brightness = entry.value("brightness").toDouble();
-        QVERIFY(nbLeds > 0 && entry.value("ledPerUnit").toInt() > 0 && brightness > 0.0 && brightness <= 1.0);
+        QVERIFY(nbLeds > 0 && entry.value("ledPerUnit").toInt() > 0);
         for (const QString& name : {model, model.left(4)}) {
             const QImage icon("images/productIcons/" + name + ".jpg");
             const QImage image("images/products/" + name + ".jpg");
