@@ -108,7 +108,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(isWithout(1, &LV_RGB::blue), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::red) && hasLed(1, Qt::green), kWaitMs);
         dragKey(0.5, 0.25);
-        QTRY_COMPARE_WITH_TIMEOUT(qRound(shownKey() * 20), 5, kWaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(qRound(straps().last()["keyColors"][0]["key"].toDouble() * 20), 5, kWaitMs);
         key("Return"); // the key has the focus since it was dragged
         chooseColor(Qt::blue);
         QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::blue) && isWithout(1, &LV_RGB::red), kWaitMs);
@@ -207,8 +207,6 @@ private:
             ->effectJsonValue("id.effect.colorful.colorStraps", ConfigKeys::kAllControllers, "colorStrapList")
             .toArray();
     }
-    /// Where the last gradient has its one key colour.
-    double shownKey() const { return straps().last()["keyColors"][0]["key"].toDouble(); }
     void dragKey(double from, double to)
     {
         const auto* view = widget("gradientEditor")->findChild<QGraphicsView*>();

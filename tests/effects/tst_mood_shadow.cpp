@@ -204,7 +204,7 @@ private slots:
         Page other(list, 1);
         page.rmButton->click(); // the next takes its place, wherever it was shown
         QVERIFY(page.tells(list, 1) && other.tells(list, 1));
-        QCOMPARE(page.worker.after(0), drawn(kSky, 12, 6, 0));
+        QCOMPARE(other.worker.after(0), drawn(kSky, 12, 6, 0));
         page.addButton->click();
         QVERIFY(page.tells(list, 2) && other.tells(list, 1));
         page.rmButton->click(); // the last: there is no next
