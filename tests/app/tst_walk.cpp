@@ -158,12 +158,13 @@ private:
     {
         xdotool(QStringList{"mousemove", QString::number(at.x()), QString::number(at.y())} + then);
     }
-    void click(const QWidget* widget) { click(widget, widget ? widget->rect().center() : QPoint()); }
-    void click(const QWidget* widget, QPoint at)
+    void click(const QWidget* widget)
     {
-        QVERIFY(widget && widget->isVisible());
-        point(widget->mapToGlobal(at), {"click", "1"});
+        if (!widget)
+            QFAIL("nothing to click");
+        click(*widget, widget->rect().center());
     }
+    void click(const QWidget& widget, QPoint at) { point(widget.mapToGlobal(at), {"click", "1"}); }
     void key(const QString& name) { xdotool({"key", name}); }
     void pickEffect(const char* group, const char* effect)
     {
@@ -186,7 +187,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(box->view()->isVisible(), kWaitMs);
         const int row = box->findText(source, Qt::MatchContains);
         QVERIFY(row >= 0);
-        click(box->view()->viewport(), box->view()->visualRect(box->model()->index(row, 0)).center());
+        click(*box->view()->viewport(), box->view()->visualRect(box->model()->index(row, 0)).center());
         QTRY_VERIFY_WITH_TIMEOUT(!box->view()->isVisible(), kWaitMs);
         QCOMPARE(box->currentIndex(), row);
     }

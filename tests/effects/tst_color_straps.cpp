@@ -22,7 +22,7 @@ struct Store : ConfigurationManager
     }
     QJsonArray setList(const QByteArray& elements)
     {
-        const QJsonArray list = QJsonDocument::fromJson('[' + elements + ']').array();
+        QJsonArray list = QJsonDocument::fromJson('[' + elements + ']').array();
         setEffectJsonValue("id.effect.colorful.colorStraps", "__all__", "colorStrapList", list);
         return list;
     }

@@ -203,10 +203,6 @@ private slots:
         QCOMPARE(Peaks(1, 20).at("0.2").at(9), (LV_RGB{16, 102, 86})); // never below 40 percent
         QCOMPARE(Peaks(5, 20).at("inf"), Frame(20, kBlack));
         QCOMPARE(Peaks(1, 0).at("1"), Frame());
-
-        Peaks effect(1, 1);
-        effect.peakValuesChanged({{}});
-        QCOMPARE(effect.last(), Frame(1, kBlack));
     }
 
     void wholeStripWalksThroughColours()
