@@ -39,7 +39,7 @@ void TrayMenu::setDevices(const QMap<QString, DeviceModel>& devices)
     if (!m_isStale)
         return rebuild();
     for (QAction* entry : qAsConst(m_entries))
-        entry->setEnabled(devices.contains(entry->property(kId).toString()));
+        entry->setEnabled(!deviceOf(entry).isEmpty());
 }
 
 void TrayMenu::rebuild()
@@ -111,6 +111,8 @@ void TrayMenu::openMenuPanel(QMenu* submenu)
 
 void TrayMenu::openPopupPanel(const QAction* entry)
 {
+    if (deviceOf(entry).isEmpty())
+        return; // it has gone between the click and its arrival here
     m_popup = std::make_unique<PanelPopup>();
     m_popup->setTitle(entry->toolTip());
     showPanel(&m_popup->panel(), entry);
@@ -121,7 +123,7 @@ void TrayMenu::showPanel(DeviceControlWidget* panel, const QAction* entry)
 {
     m_panel = panel;
     m_panel->setAccessibleName(entry->toolTip());
-    m_panelId = entry->property(kId).toString();
+    m_panelId = deviceOf(entry);
     m_isPanelForAll = entry->property(kIsForAll).toBool();
     emit panelShown(panel, m_panelId, m_isPanelForAll);
 }
@@ -131,12 +133,23 @@ void TrayMenu::updateShownPanel()
 {
     if (!m_panel || !m_panel->isVisible())
         return;
-    if (m_isPanelForAll && !m_devices.isEmpty())
-        m_panelId = m_devices.firstKey();
-    if (m_devices.contains(m_panelId))
-        emit panelShown(m_panel, m_panelId, m_isPanelForAll);
-    else
+    m_panelId = presentDevice(m_panelId, m_isPanelForAll);
+    if (m_panelId.isEmpty())
         m_panel->window()->close();
+    else
+        emit panelShown(m_panel, m_panelId, m_isPanelForAll);
+}
+
+QString TrayMenu::presentDevice(const QString& id, bool isForAll) const
+{
+    if (isForAll && !m_devices.isEmpty())
+        return m_devices.firstKey();
+    return m_devices.contains(id) ? id : QString();
+}
+
+QString TrayMenu::deviceOf(const QAction* entry) const
+{
+    return presentDevice(entry->property(kId).toString(), entry->property(kIsForAll).toBool());
 }
 
 void TrayMenu::changeEvent(QEvent* event)

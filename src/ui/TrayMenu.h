@@ -47,6 +47,9 @@ private:
     void openPopupPanel(const QAction* entry);
     void showPanel(DeviceControlWidget* panel, const QAction* entry);
     void updateShownPanel();
+    /// The device that a panel shows now, of all the first; empty when it has gone.
+    QString presentDevice(const QString& id, bool isForAll) const;
+    QString deviceOf(const QAction* entry) const;
     void retranslate();
 
     QAction m_settings;

@@ -104,7 +104,9 @@ private slots:
         QCOMPARE(second->options().brightness, 0.5F);
         const AbsRGBControllerPtr third = addDevice("C:1"); // while it is open
         m_app->deviceManager().removeController("A:1");
-        QVERIFY(panel->isVisible());
+        QVERIFY(panel->isVisible() && entries()[2]->isEnabled());
+        panel->window()->close();
+        panel = openPanel(2);
         choose(panel, "effectGroupView", "GroupInformation", "幻彩模式");
         QCOMPARE(second->options().subMode, kColorful);
         QCOMPARE(third->options().subMode, kColorful);
