@@ -49,7 +49,6 @@ void DeviceControlWidget::setEffectGroups(const QMap<QString, EffectGroupModel>&
         m_groups = groups;
         ui->effectGroupView->setChoices(choices(groups), "GroupInformation");
     }
-    m_currentGroup.clear();
     ui->effectGroupView->setCurrent({});
     setCurrentGroup(currentGroup);
 }
@@ -58,15 +57,16 @@ bool DeviceControlWidget::setCurrentGroup(const QString& id)
 {
     if (!m_groups.contains(id))
         return false;
-    m_currentGroup = id;
     ui->effectGroupView->setCurrent(id);
     return true;
 }
 
 void DeviceControlWidget::setWorkers(const QMap<QString, WorkerModel>& workers, const QString& currentWorker)
 {
+    const QWidget* before = ui->effectView->currentButton();
     ui->effectView->setWorkers(workers, currentWorker);
-    revealCurrentWorker();
+    if (ui->effectView->currentButton() != before) // else the user may be looking elsewhere
+        revealCurrentWorker();
 }
 
 void DeviceControlWidget::setLightEnabled(bool enable)
@@ -136,7 +136,6 @@ bool DeviceControlWidget::focusNextPrevChild(bool next)
 
 void DeviceControlWidget::onEffectGroupClicked(const QString& id)
 {
-    m_currentGroup = id;
     emit effectGroupChanged(id);
 }
 

@@ -55,5 +55,4 @@ private:
 
     std::unique_ptr<Ui::DeviceControlWidget> ui;
     QMap<QString, EffectGroupModel> m_groups;
-    QString m_currentGroup;
 };
