@@ -127,11 +127,14 @@ void ChoiceGrid::translate(const QString& id)
 
 void ChoiceGrid::setCurrent(const QString& id)
 {
+    const bool isThere = m_buttons.contains(id);
     for (auto each = m_buttons.constBegin(); each != m_buttons.constEnd(); ++each) {
         const QSignalBlocker blocker(each->data());
         (*each)->setAutoExclusive(false); // or one would stay chosen
         (*each)->setChecked(each.key() == id);
         (*each)->setAutoExclusive(true);
+        // The keyboard comes to what is chosen, as it does once the user has been there.
+        (*each)->setFocusPolicy(isThere && each.key() != id ? Qt::ClickFocus : Qt::StrongFocus);
     }
 }
 

@@ -11,6 +11,8 @@
 
 #include <QApplication>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QtTest>
 
@@ -75,6 +77,8 @@ private slots:
     {
         const AbsRGBControllerPtr device = addDevice("A:1");
         DeviceControlWidget* panel = openPanel(0);
+        panel->setFixedHeight(300);
+        auto* scrolled = panel->findChild<QScrollArea*>("scrollArea")->verticalScrollBar();
         QSignalSpy echo(panel, &DeviceControlWidget::brightChanged);
         device->setEnable(false);
         QTRY_VERIFY(!light(panel));
@@ -84,6 +88,14 @@ private slots:
         auto* effects = panel->findChild<WorkerListView*>("effectView");
         QTRY_COMPARE(effects->currentButton(), effects->button(kMoodShadow).data());
         QVERIFY(echo.isEmpty());
+        // The effect comes into view, but then the user looks elsewhere.
+        QCoreApplication::processEvents();
+        QVERIFY(scrolled->value() > 0);
+        scrolled->setValue(0);
+        device->setBrightness(0.7F);
+        QTRY_COMPARE(slider(panel)->value(), 70);
+        QCoreApplication::processEvents();
+        QCOMPARE(scrolled->value(), 0);
         // What has changed while it was closed stands there when it opens again.
         panel->window()->close();
         device->setBrightness(0.2F);
@@ -164,6 +176,7 @@ private slots:
             QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : panel->focusWidget(),
                             Qt::Key_Tab);
             way.append(panel->focusWidget());
+            QVERIFY(way.last() == slider(panel) || qobject_cast<QRadioButton*>(way.last())->isChecked());
         }
         QCOMPARE(way.size(), 4); // brightness, group, effect, and the light again
         QCOMPARE(way[0], slider(panel));
