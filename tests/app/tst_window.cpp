@@ -107,50 +107,52 @@ private:
     bool m_isShown = false;
 };
 
-/// A menu of the desktop's that still holds pointer and keyboard.
-class OpenMenu
+/// Another program, which holds something of the display.
+struct Holder
 {
-public:
-    explicit OpenMenu(const QByteArray& display)
+    explicit Holder(const QByteArray& display)
         : m_connection(xcb_connect(display.constData(), nullptr))
+        , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
     {
-        const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-        xcb_grab_pointer(m_connection, 1, root, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
-                         XCB_NONE, XCB_CURRENT_TIME);
-        const auto last = xcb_grab_keyboard(m_connection, 1, root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                            XCB_GRAB_MODE_ASYNC);
-        free(xcb_grab_keyboard_reply(m_connection, last, nullptr)); // both are done then
     }
-    ~OpenMenu() { xcb_disconnect(m_connection); }
-    OpenMenu(const OpenMenu&) = delete;
-    OpenMenu& operator=(const OpenMenu&) = delete;
+    ~Holder() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY(Holder)
 
-private:
+    bool isHolding = false;
     xcb_connection_t* m_connection;
+    xcb_window_t m_root;
 };
 
-/// Another program that holds Ctrl+Alt+Shift+F10.
-class KeyHolder
+/// A menu of the desktop's that still holds pointer and keyboard.
+struct OpenMenu : Holder
 {
-public:
+    explicit OpenMenu(const QByteArray& display)
+        : Holder(display)
+    {
+        const auto pointer = xcb_grab_pointer(m_connection, 1, m_root, 0, XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+        const auto keys = xcb_grab_keyboard(m_connection, 1, m_root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                            XCB_GRAB_MODE_ASYNC);
+        auto* pointed = xcb_grab_pointer_reply(m_connection, pointer, nullptr);
+        auto* typed = xcb_grab_keyboard_reply(m_connection, keys, nullptr);
+        isHolding = pointed && typed && pointed->status + typed->status == XCB_GRAB_STATUS_SUCCESS;
+        free(pointed);
+        free(typed);
+    }
+};
+
+/// A program that holds Ctrl+Alt+Shift+F10.
+struct KeyHolder : Holder
+{
     explicit KeyHolder(const QByteArray& display)
-        : m_connection(xcb_connect(display.constData(), nullptr))
+        : Holder(display)
     {
         constexpr xcb_keycode_t kF10 = 76;
         constexpr uint16_t kModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
-        const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-        const xcb_void_cookie_t grab = xcb_grab_key_checked(m_connection, 0, root, kModifiers, kF10,
-                                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        isHolding = !xcb_request_check(m_connection, grab);
+        isHolding =
+            !xcb_request_check(m_connection, xcb_grab_key_checked(m_connection, 0, m_root, kModifiers, kF10,
+                                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
-    ~KeyHolder() { xcb_disconnect(m_connection); }
-    KeyHolder(const KeyHolder&) = delete;
-    KeyHolder& operator=(const KeyHolder&) = delete;
-
-    bool isHolding = false;
-
-private:
-    xcb_connection_t* m_connection;
 };
 
 } // namespace
@@ -336,32 +338,29 @@ private slots:
         panel.show();
         m_program->start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty(), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(panel.menu().contains(kStrip), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty() && panel.menu().contains(kStrip), kWaitMs);
         for (const bool isByKey : {true, false}) {
             pointer({kScreen.width() - 5, kScreen.height() - 5});
             auto menu = std::make_unique<OpenMenu>(m_display->name());
+            QVERIFY(menu->isHolding); // the popup before has left it both
             panel.choose(kStrip);
             QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
             menu.reset();
             QVERIFY(QRect(QPoint(), kScreen).contains(popups().constFirst()));
             // The keys arrive once the popup holds them.
-            const LV_RGB color = isByKey ? LV_RGB{} : kColor;
             const auto isReached = [&] {
                 pressKeys({isByKey ? "Right" : "Left"});
-                return shows(color);
+                return shows(isByKey ? LV_RGB{} : kColor);
             };
             QTRY_VERIFY_WITH_TIMEOUT(isReached(), kWaitMs);
-            if (isByKey)
-                pressKeys({"Escape"});
-            else
-                click({100, 100});
+            isByKey ? pressKeys({"Escape"}) : click({100, 100});
             QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
         }
         panel.choose(kStrip);
         QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
         m_strip->unplug();
         QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
+        QVERIFY(OpenMenu(m_display->name()).isHolding);
         QVERIFY(!panel.menu().contains(kStrip));
         QVERIFY(m_program->terminate());
     }
