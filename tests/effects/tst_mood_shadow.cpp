@@ -84,9 +84,11 @@ struct Page
             if (delegate->gradientStops(i) != strapStops(list.strap(i)))
                 return false;
         }
+        // Colours that the editor has told stand in no certain order.
+        QGradientStops stops = strapStops(list.strap(current));
+        std::sort(stops.begin(), stops.end(), [](auto& a, auto& b) { return a.first < b.first; });
         return box->count() == list.strapCount() && box->currentIndex() == current &&
-               worker.effectProperty("currentStrap") == current &&
-               editor->gradientStops() == strapStops(list.strap(current));
+               worker.effectProperty("currentStrap") == current && editor->gradientStops() == stops;
     }
 
     Stepped worker;
