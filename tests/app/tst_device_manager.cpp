@@ -5,22 +5,24 @@
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControllerConfigDialog.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QSpinBox>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
 const QString kId = "LV0127:01";
 
-/// The one that is open; null when none is.
-ControllerConfigDialog* countDialog()
+/// The open ones of a class.
+template <typename Window>
+QList<Window*> windows()
 {
-    return qobject_cast<ControllerConfigDialog*>(QApplication::activeModalWidget());
+    QList<Window*> found;
+    for (QWidget* each : QApplication::topLevelWidgets()) {
+        auto* window = qobject_cast<Window*>(each);
+        if (window && window->isVisible())
+            found += window;
+    }
+    return found;
 }
 
 int storedCount()
@@ -84,7 +86,7 @@ private slots:
             QSignalSpy added(m_manager.get(), &DeviceManager::newController);
             const auto device = addDevice(0);
             QCOMPARE(device->shown, QVector<LV_RGB>(1, LV_RGB{255, 0, 0}));
-            auto* box = countDialog()->findChild<QSpinBox*>("nbLEDBox");
+            auto* box = windows<ControllerConfigDialog>().value(0)->findChild<QSpinBox*>("nbLEDBox");
             box->setValue(250);
             QCOMPARE(device->options().nbLeds, 250U);
             box->setValue(30);
@@ -92,7 +94,10 @@ private slots:
             QCOMPARE(device->shown, QVector<LV_RGB>(30, LV_RGB{255, 0, 0}));
             QCOMPARE(storedCount(), 0); // a try is no choice
             QVERIFY(added.isEmpty());
-            countDialog()->findChild<QPushButton*>(accept ? "okBtn" : "rejectBtn")->click();
+            windows<ControllerConfigDialog>()
+                .value(0)
+                ->findChild<QPushButton*>(accept ? "okBtn" : "rejectBtn")
+                ->click();
             QCOMPARE(device->shown.size(), accept ? 30 : 0); // a rejected pattern does not stay lit
             QCOMPARE(storedCount(), accept ? 30 : 1);
             QCOMPARE(added.size(), 1);
@@ -115,37 +120,32 @@ private slots:
         QTRY_COMPARE(device->shown, QVector<LV_RGB>(60, LV_RGB{255, 0, 0}));
     }
 
-    void anEndWithoutAnAnswerKeepsTheOldCount_data()
-    {
-        QTest::addColumn<bool>("isNew");
-        for (const char* end : {"the device fails", "the program quits", "the program is left"}) {
-            QTest::addRow("%s", end) << false;
-            QTest::addRow("%s, new", end) << true;
-        }
-    }
     void anEndWithoutAnAnswerKeepsTheOldCount()
     {
-        QFETCH(bool, isNew);
-        const QByteArray end = QTest::currentDataTag();
-        const auto device = QSharedPointer<FakeController>::create(kId, isNew ? 0 : 60);
-        device->saveConfig();
-        connect(m_manager.get(), &DeviceManager::controllerFailed, m_manager.get(),
-                [this](const QString& id) { m_manager->removeController(id); });
-        add(device);
-        QVERIFY(m_manager->setControllerLayout(kId)); // a new device's question is open already
-        const QPointer<ControllerConfigDialog> dialog = countDialog();
-        QVERIFY(dialog);
-        dialog->findChild<QSpinBox*>("nbLEDBox")->setValue(270);
-        if (end.startsWith("the device"))
-            emit device->statusChanged(2, "pulled out");
-        else if (end.startsWith("the program quits"))
-            m_manager.reset();
-        else
-            m_manager->releaseAll();
-        QCOMPARE(device->counts, (QVector<uint32_t>{200, 270, isNew ? 1U : 60U}));
-        QCOMPARE(storedCount(), isNew ? 0 : 60); // an open question stays one
-        QVERIFY(device->shown.isEmpty());
-        QTRY_VERIFY(!dialog);
+        for (const QString end :
+             {"failure", "quit", "failure, new", "quit, new", "release", "release, new"}) {
+            init();
+            const bool isNew = end.endsWith("new");
+            const auto device = QSharedPointer<FakeController>::create(kId, isNew ? 0 : 60);
+            device->saveConfig();
+            connect(m_manager.get(), &DeviceManager::controllerFailed, m_manager.get(),
+                    [this](const QString& id) { m_manager->removeController(id); });
+            add(device);
+            QVERIFY(m_manager->setControllerLayout(kId)); // a new device's question is open already
+            const QPointer<ControllerConfigDialog> dialog = windows<ControllerConfigDialog>().value(0);
+            QVERIFY(dialog);
+            dialog->setNbLed(270);
+            if (end.startsWith("failure"))
+                emit device->statusChanged(2, "pulled out");
+            else if (end.startsWith("quit"))
+                m_manager.reset();
+            else
+                m_manager->releaseAll();
+            QCOMPARE(device->counts, (QVector<uint32_t>{200, 270, isNew ? 1U : 60U}));
+            QCOMPARE(storedCount(), isNew ? 0 : 60); // an open question stays one
+            QVERIFY(device->shown.isEmpty());
+            QTRY_VERIFY(!dialog);
+        }
     }
 
     void severalNewDevicesAreAskedAboutAtOnce()
@@ -156,11 +156,8 @@ private slots:
             for (const QString name : {"first", "second"})
                 add(QSharedPointer<FakeController>::create("LV0127:" + name, 0, name));
             QHash<QString, ControllerConfigDialog*> dialogs;
-            for (QWidget* widget : QApplication::topLevelWidgets()) {
-                auto* dialog = qobject_cast<ControllerConfigDialog*>(widget);
-                if (dialog && dialog->isVisible())
-                    dialogs[dialog->findChild<QLabel*>("deviceNameLabel")->text()] = dialog;
-            }
+            for (auto* dialog : windows<ControllerConfigDialog>())
+                dialogs[dialog->findChild<QLabel*>("deviceNameLabel")->text()] = dialog;
             QCOMPARE(dialogs.size(), 2);
             uint32_t count = 10;
             for (const QString& which : answered) {
@@ -184,13 +181,13 @@ private slots:
         fail(2);
         fail(3);
         QCOMPARE(config->appConfig(key).toArray().size(), 2);
-        QVERIFY(messageBoxes().isEmpty());
+        QVERIFY(windows<QMessageBox>().isEmpty());
         for (int i = 0; i < 5; ++i)
             fail(2);
         QCOMPARE(failed.size(), 7);
-        QCOMPARE(messageBoxes().size(), 1); // the first is still open
+        QCOMPARE(windows<QMessageBox>().size(), 1); // the first is still open
         QCOMPARE(config->appConfig(key).toArray().size(), 1);
-        delete messageBoxes().first();
+        delete windows<QMessageBox>().first();
     }
 
     void historyKeepsTheNewestThreeAndJudgesThem()
@@ -221,14 +218,6 @@ private:
     {
         QVERIFY(QMetaObject::invokeMethod(m_manager.get(), "addController",
                                           Q_ARG(AbsRGBControllerPtr, controller)));
-    }
-    static QList<QMessageBox*> messageBoxes()
-    {
-        QList<QMessageBox*> boxes;
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            boxes += qobject_cast<QMessageBox*>(widget);
-        boxes.removeAll(nullptr);
-        return boxes;
     }
 
     std::unique_ptr<DeviceManager> m_manager;

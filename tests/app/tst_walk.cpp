@@ -1,4 +1,5 @@
 #include "ScreenPainter.h"
+#include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 #include "app/LumivarApp.h"
@@ -7,13 +8,8 @@
 #include "ui/ControlPage.h"
 #include "ui/HomePage.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QColorDialog>
-#include <QComboBox>
-#include <QGraphicsView>
-#include <QScreen>
 #include <QtTest>
+#include <QtWidgets>
 #include <algorithm>
 #include <map>
 
@@ -29,17 +25,6 @@ constexpr QRect kFilmMonitor(1400, 0, 1400, 1000);
 QString stripId(int number)
 {
     return QStringLiteral("LV0127:0102030%1").arg(number);
-}
-
-QJsonObject storedStrip(int number)
-{
-    const QString effect = QStringLiteral("id.effect.singleColor.singleColor1");
-    return {{"kindName", QStringLiteral("Strip %1").arg(number)},
-            {"brightness", 1.0},
-            {"enable", true},
-            {"nbLeds", kLeds},
-            {"workMode", EffectWorkerOptions::groupOf(effect)},
-            {"subMode", effect}};
 }
 
 } // namespace
@@ -73,9 +58,9 @@ private slots:
         config->reset(); // of what the last run has left
         config->setAppConfig("runtime.isEnableScreenSyncAdvanedMode", true);
         for (const int number : {1, 2}) {
-            config->controllerJsonObj(stripId(number)) = storedStrip(number);
+            const QString effect = "id.effect.singleColor.singleColor1";
+            config->controllerJsonObj(stripId(number)) = storedStrip(effect, kLeds);
             StripSimulator::Options options;
-            options.portsFile = m_folder.filePath("ports.json");
             options.serial = QByteArray("\x01\x02\x03", 3).append(char(number));
             options.portName = QStringLiteral("ttySIM%1").arg(number);
             m_strips[number] = std::make_unique<StripSimulator>(options);

@@ -1,4 +1,5 @@
 #include "ProgramUnderTest.h"
+#include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 
@@ -107,31 +108,16 @@ private:
     bool m_isShown = false;
 };
 
-/// Another program, which holds something of the display.
-struct Holder
-{
-    explicit Holder(const QByteArray& display)
-        : m_connection(xcb_connect(display.constData(), nullptr))
-        , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
-    {
-    }
-    ~Holder() { xcb_disconnect(m_connection); }
-    Q_DISABLE_COPY(Holder)
-
-    bool isHolding = false;
-    xcb_connection_t* m_connection;
-    xcb_window_t m_root;
-};
-
 /// A menu of the desktop's that still holds pointer and keyboard.
-struct OpenMenu : Holder
+struct OpenMenu
 {
     explicit OpenMenu(const QByteArray& display)
-        : Holder(display)
+        : m_connection(xcb_connect(display.constData(), nullptr))
     {
-        const auto pointer = xcb_grab_pointer(m_connection, 1, m_root, 0, XCB_GRAB_MODE_ASYNC,
+        const auto root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        const auto pointer = xcb_grab_pointer(m_connection, 1, root, 0, XCB_GRAB_MODE_ASYNC,
                                               XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
-        const auto keys = xcb_grab_keyboard(m_connection, 1, m_root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+        const auto keys = xcb_grab_keyboard(m_connection, 1, root, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
                                             XCB_GRAB_MODE_ASYNC);
         auto* pointed = xcb_grab_pointer_reply(m_connection, pointer, nullptr);
         auto* typed = xcb_grab_keyboard_reply(m_connection, keys, nullptr);
@@ -139,20 +125,11 @@ struct OpenMenu : Holder
         free(pointed);
         free(typed);
     }
-};
+    ~OpenMenu() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY(OpenMenu)
 
-/// A program that holds Ctrl+Alt+Shift+F10.
-struct KeyHolder : Holder
-{
-    explicit KeyHolder(const QByteArray& display)
-        : Holder(display)
-    {
-        constexpr xcb_keycode_t kF10 = 76;
-        constexpr uint16_t kModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
-        isHolding =
-            !xcb_request_check(m_connection, xcb_grab_key_checked(m_connection, 0, m_root, kModifiers, kF10,
-                                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    }
+    bool isHolding = false;
+    xcb_connection_t* m_connection;
 };
 
 } // namespace
@@ -172,13 +149,8 @@ private slots:
         m_program = std::make_unique<ProgramUnderTest>();
         m_program->setDisplay(m_display->name());
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // not the developer's panel
-        const QString group = "id.effect.singleColor";
-        m_program->writeConfig("controllers.json",
-                               {{kStrip, QJsonObject{{"brightness", 1.0},
-                                                     {"enable", true},
-                                                     {"nbLeds", kLeds},
-                                                     {"workMode", group},
-                                                     {"subMode", group + ".singleColor1"}}}});
+        const QString effect = "id.effect.singleColor.singleColor1";
+        m_program->writeConfig("controllers.json", {{kStrip, storedStrip(effect, kLeds)}});
         m_program->writeConfig("app.json", {{"runtime.closeButtonAction", "Minimize to the system tray"}});
         StripSimulator::Options options;
         options.portsFile = m_program->portsFile();
@@ -273,19 +245,12 @@ private slots:
     void userGivesAShortcutAnotherKey()
     {
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
-        auto other = std::make_unique<KeyHolder>(m_display->name());
-        QVERIFY(other->isHolding);
         m_program->start();
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        QVERIFY(logs("Failed to registered hotkey id.hotkey.turnOffOn"));
-        QVERIFY(!logs("Failed to registered hotkey id.hotkey.nextEffect"));
-        other.reset();
-
         pressKeys({"alt+s"});
         QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
-        pressKeys({"Right"}); // to the page of shortcuts, which takes what has become free
-        QTRY_VERIFY_WITH_TIMEOUT(logs("taken after all id.hotkey.turnOffOn"), kWaitMs);
+        pressKeys({"Right"});                           // to the page of shortcuts
         for (const LV_RGB color : {LV_RGB{}, kColor}) { // with a modal dialog open
             pressKeys({"ctrl+alt+shift+F10"});
             QTRY_VERIFY_WITH_TIMEOUT(shows(color), kWaitMs);
@@ -295,8 +260,6 @@ private slots:
         pressKeys({"p", "Tab", "Tab", "space"});
         QTRY_VERIFY_WITH_TIMEOUT(logs("The hotkey binding has been changed: Ctrl+Alt+Shift+P"), kWaitMs);
         QVERIFY(m_program->terminate());
-        const QString key = "hotkeyBinding.id.hotkey.turnOffOn";
-        QCOMPARE(m_program->readConfig("app.json")[key].toObject()["keyCode"].toInt(), int(Qt::Key_P));
 
         // The next start, without a window, while another program is worked with.
         m_program->start({"--auto_startup"});
