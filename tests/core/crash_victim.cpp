@@ -9,8 +9,6 @@
 #include <cstdio>
 #include <thread>
 
-extern "C" {
-
 __attribute__((noinline)) void writeToNowhere()
 {
     const volatile uintptr_t nowhere = 0x10; // volatile hides it from the compiler's warnings
@@ -33,11 +31,7 @@ __attribute__((noinline)) void jumpToNowhere()
     asm volatile(""); // keeps the call from becoming a jump
 }
 
-} // extern "C"
-
-namespace {
-
-void overflowInAThread()
+static void overflowInAThread()
 {
     std::thread([] {
         installCrashStackForThread();
@@ -45,7 +39,7 @@ void overflowInAThread()
     }).join();
 }
 
-void crashInManyThreads()
+static void crashInManyThreads()
 {
     std::thread threads[8];
     for (std::thread& thread : threads)
@@ -53,8 +47,6 @@ void crashInManyThreads()
     for (std::thread& thread : threads)
         thread.join();
 }
-
-} // namespace
 
 int main(int argc, char** argv)
 {

@@ -1,7 +1,5 @@
 #include "ProgramUnderTest.h"
 
-#include <QDir>
-#include <QRegularExpression>
 #include <QtTest>
 #include <csignal>
 #include <pwd.h>
@@ -111,16 +109,6 @@ private slots:
         const QByteArray home = ProgramUnderTest::readFile(sandbox.path("program/bin/home"));
         QCOMPARE(home.trimmed(), QByteArray(getpwuid(getuid())->pw_dir));
         QVERIFY(sandbox.logText().contains(" - Sucesseded to write dump file "));
-    }
-
-    void aDumpThatCannotBeWrittenStillLeadsToTheReporter()
-    {
-        ProgramUnderTest sandbox;
-        ProgramUnderTest::writeFile(sandbox.configFile("dumps"), "a file where the folder should be");
-        const auto process = sandbox.startAnother({"wild jump"}, besideFakeReporter(sandbox, CRASH_VICTIM));
-        QVERIFY(process->waitForFinished(kPatienceMs));
-        QVERIFY(sandbox.standardError().contains("Failed to create dump file "));
-        QTRY_VERIFY_WITH_TIMEOUT(!reporterArguments(sandbox).isEmpty(), kPatienceMs);
     }
 
     void theReporterWithoutADisplayNamesTheNewestDumpAndEnds()

@@ -3,11 +3,6 @@
 #include "system/LogFolder.h"
 #include "system/LogSystem.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QDirIterator>
-#include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <log4cplus/initializer.h>
 
