@@ -6,18 +6,8 @@
 #include "ui/MainWindow.h"
 #include "ui/QuitAskDialog.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QToolButton>
-#include <QWindow>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -59,11 +49,13 @@ bool quitsOnClose(const MainWindow& window, Answer answer)
     return QCoreApplication::exec() != kStays;
 }
 
-void drag(QWindow* window, QPoint from, QPoint distance)
+// Of the window of 800 by 600 with a button on its title bar, and at 1.5 pixels a unit.
+constexpr QSize kWindow(800, 600);
+constexpr QRect kButton(700, 0, 100, 50);
+
+WindowRegion at(int x, int y)
 {
-    QTest::mousePress(window, Qt::LeftButton, {}, from);
-    QTest::mouseMove(window, from + distance);
-    QTest::mouseRelease(window, Qt::LeftButton, {}, from);
+    return windowRegionAt({x, y}, kWindow, 50, 5, {kButton});
 }
 
 } // namespace
@@ -93,6 +85,15 @@ private slots:
         QTest::keyClick(&window, Qt::Key_N, Qt::AltModifier); // all off
         QTRY_COMPARE(switches.count(), 2);                    // the button shows the press first
         QCOMPARE(switches, QList<QVariantList>({{true}, {false}}));
+
+        window.showNewVersionBtn();
+        QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
+        for (const int choice : {1, 0}) { // no, then yes
+            answerNext<QMessageBox>([choice](QMessageBox& box) { box.buttons().at(choice)->click(); });
+            press(window, "newVersionBtn");
+            QCOMPARE(window.findChild<QWidget*>("newVersionBtn")->isVisible(), choice == 1);
+        }
+        QCOMPARE(orders.count(), 1);
     }
 
     void everyButtonIsInReachOnASmallScreenInEveryLanguage()
@@ -106,10 +107,8 @@ private slots:
             window.showNewVersionBtn();
             window.setNotice(QString("<b>one & two</b> ").repeated(9));
             window.homePage()->setNotice(QString("<b>one & two</b> ").repeated(9));
-            QMap<QString, DeviceModel> devices;
-            for (int i = 0; i < 7; ++i)
-                devices.insert(QString::number(i), DeviceModel());
-            window.homePage()->setControllerList(devices);
+            window.homePage()->setControllerList(
+                {{"1", {}}, {"2", {}}, {"3", {}}, {"4", {}}, {"5", {}}, {"6", {}}, {"7", {}}});
             window.resize(640, 480);
             window.show();
             QCOMPARE(window.size(), QSize(640, 480));
@@ -139,7 +138,7 @@ private slots:
         }
     }
 
-    void captionIsWhereNoButtonLeadsAnywhere()
+    void captionIsWhereNoButtonLeadsAnywhereAndMaximises()
     {
         MainWindow window;
         window.show();
@@ -147,6 +146,17 @@ private slots:
         QCOMPARE(window.regionAt(settings), WindowRegion::None);
         window.hideUnusedButtons();
         QCOMPARE(window.regionAt(settings), WindowRegion::Caption);
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 25});
+        QTRY_VERIFY(window.isMaximized());
+        QCOMPARE(window.regionAt({window.width() - 1, 300}), WindowRegion::None);
+        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Caption); // up to the screen's edge
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 0});
+        QTRY_VERIFY(!window.isMaximized());
+        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Top);
+        QTest::mouseMove(window.windowHandle(), {2, 200});
+        QVERIFY(QGuiApplication::overrideCursor()); // of what a drag would resize
+        QTest::mouseMove(window.windowHandle(), {300, 300});
+        QVERIFY(!QGuiApplication::overrideCursor());
 
         const QPoint right = middleOf(window, "toolButton_close");
         QApplication::setLayoutDirection(Qt::RightToLeft);
@@ -183,9 +193,11 @@ private slots:
         config->setAppConfig(kCloseKey, stored);
         MainWindow window;
         window.show();
-        bool isAsked = false;
+        const bool hasTray = answer != "Escape";
+        window.setTrayAvailable(hasTray);
+        QString offered;
         const bool hasQuit = quitsOnClose(window, [&](QuitAskDialog& dialog) {
-            isAsked = true;
+            offered = dialog.findChild<QAbstractButton*>("miniActBtn")->text();
             dialog.findChild<QCheckBox*>("rememberCbx")->setChecked(remember);
             if (auto* button = dialog.findChild<QAbstractButton*>(answer))
                 button->click();
@@ -195,81 +207,10 @@ private slots:
                 QCoreApplication::quit();
         });
         QCOMPARE(hasQuit, isQuit);
-        QCOMPARE(isAsked, !answer.isEmpty());
+        QCOMPARE(offered, answer.isEmpty() ? "" : hasTray ? "最小化到托盘" : "最小化");
         const bool isCancelled = answer == "toolButton" || answer == "Escape";
         QCOMPARE(window.isVisible(), isQuit || isCancelled); // it goes with the program
         QTEST(config->appConfig(kCloseKey), "kept");
-    }
-
-    void questionSpeaksOfATrayOnlyWhereThereIsOne()
-    {
-        MainWindow window;
-        window.show();
-        for (const bool hasTray : {true, false, true}) {
-            window.setTrayAvailable(hasTray);
-            QString offered;
-            QVERIFY(!quitsOnClose(window, [&](QuitAskDialog& dialog) {
-                offered = dialog.findChild<QAbstractButton*>("miniActBtn")->text();
-                dialog.reject();
-            }));
-            QCOMPARE(offered, hasTray ? "最小化到托盘" : "最小化");
-        }
-    }
-
-    void updateIsOrderedOnlyOnYes()
-    {
-        MainWindow window;
-        window.showNewVersionBtn();
-        window.show();
-        QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
-        auto* button = window.findChild<QPushButton*>("newVersionBtn");
-        for (const int choice : {1, 0}) { // no, then yes
-            answerNext<QMessageBox>([choice](QMessageBox& box) { box.buttons().at(choice)->click(); });
-            press(window, "newVersionBtn");
-            QCOMPARE(button->isVisible(), choice == 1);
-        }
-        QCOMPARE(orders.count(), 1);
-    }
-
-    void windowIsMovedAndResizedWithoutAWindowManager()
-    {
-        MainWindow window;
-        QPushButton child(window.homePage());
-        child.setGeometry(0, 0, 300, 300);
-        QSignalSpy presses(&child, &QPushButton::pressed);
-        window.setGeometry(100, 100, 900, 600);
-        window.show();
-        QWindow* handle = window.windowHandle();
-
-        drag(handle, {400, 25}, {30, 40});
-        QCOMPARE(window.geometry(), QRect(130, 140, 900, 600));
-        drag(handle, {2, 200}, {-30, 7}); // over the child
-        QCOMPARE(window.geometry(), QRect(100, 140, 930, 600));
-        QCOMPARE(presses.count(), 0);
-        drag(handle, {50, 200}, {30, 40});
-        QCOMPARE(presses.count(), 1);
-        drag(handle, middleOf(window, "pushButton_home"), {30, 40});
-        drag(handle, {400, 25}, {3, 3}); // a click that shakes
-        QCOMPARE(window.geometry(), QRect(100, 140, 930, 600));
-
-        QTest::mouseMove(handle, {2, 200});
-        QVERIFY(QGuiApplication::overrideCursor() &&
-                QGuiApplication::overrideCursor()->shape() == Qt::SizeHorCursor);
-        QTest::mouseMove(handle, {300, 300});
-        QVERIFY(!QGuiApplication::overrideCursor());
-    }
-
-    void doubleClickMaximises()
-    {
-        MainWindow window;
-        window.show();
-        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 25});
-        QTRY_VERIFY(window.isMaximized());
-        QCOMPARE(window.regionAt({window.width() - 1, 300}), WindowRegion::None);
-        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Caption); // up to the screen's edge
-        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, {400, 0});
-        QTRY_VERIFY(!window.isMaximized());
-        QCOMPARE(window.regionAt({400, 0}), WindowRegion::Top);
     }
 
     void dialogIsDraggedByItsHeaderButNotByItsCloseButton()
@@ -286,6 +227,68 @@ private slots:
             QVERIFY(isCaption({dialog.width() - 1 - close.center().x(), close.center().y()}));
             QVERIFY(!isCaption({dialog.width() / 2, dialog.headerSize()}));
         }
+    }
+
+    void everyPointHasItsRegion()
+    {
+        QCOMPARE(at(6, 49), WindowRegion::Caption);
+        QCOMPARE(at(400, 5), WindowRegion::None); // the line between the border and the caption
+        QCOMPARE(at(750, 25), WindowRegion::None);
+        QCOMPARE(at(750, 4), WindowRegion::Top); // the border goes over the button
+        QCOMPARE(at(4, 594), WindowRegion::Left);
+        QCOMPARE(at(796, 25), WindowRegion::Right);
+        QCOMPARE(at(400, 596), WindowRegion::Bottom);
+        QCOMPARE(at(5, 5), WindowRegion::TopLeft);
+        QCOMPARE(at(799, 5), WindowRegion::TopRight);
+        QCOMPARE(at(5, 595), WindowRegion::BottomLeft);
+        QCOMPARE(at(795, 595), WindowRegion::BottomRight);
+    }
+
+    void draggedEdgeStopsAtTheSmallestSize()
+    {
+        const QRect start(100, 200, 800, 600);
+        const QSize least(500, 400);
+        const auto drag = [&](WindowRegion region, int dx, int dy) {
+            return draggedGeometry(start, edgesOf(region), {dx, dy}, least);
+        };
+        QCOMPARE(drag(WindowRegion::Caption, -30, 40), QRect(70, 240, 800, 600));
+        QCOMPARE(drag(WindowRegion::Left, 9999, 0), QRect(400, 200, 500, 600)); // the right edge stays
+        QCOMPARE(drag(WindowRegion::TopRight, 20, -10), QRect(100, 190, 820, 610));
+        QCOMPARE(drag(WindowRegion::BottomRight, -9999, -9999), QRect(start.topLeft(), least));
+    }
+
+    void windowOpensLargeButInsideItsScreen()
+    {
+        const QSize wanted(1280, 880);
+        QCOMPARE(openingSize(wanted, {1920, 1080}), wanted);
+        QCOMPARE(openingSize(wanted, {1366, 728}), QSize(1280, 696)); // below a panel
+        QCOMPARE(openingSize(wanted, {1024, 600}), QSize(992, 568));
+    }
+
+    void windowIsFittedOnlyWhenItLeavesItsScreen()
+    {
+        const QRect screen(1920, 0, 1366, 769);
+        const QSize least(500, 400);
+        QCOMPARE(fittedGeometry({1920, 0, 800, 600}, screen, least), QRect(1920, 0, 800, 600));
+        const QRect fitted = fittedGeometry({1900, 0, 800, 600}, screen, least);
+        QCOMPARE(fitted.size(), QSize(1092, 615)); // 1092.8 by 615.2
+        QCOMPARE(fitted.center(), screen.center());
+        // What cannot be 80 % keeps its own size.
+        const QRect large = fittedGeometry({0, 0, 800, 600}, screen, {1200, 700});
+        QCOMPARE(large.size(), QSize(1200, 700));
+        // Larger than the screen: the title bar stays on it.
+        QCOMPARE(fittedGeometry({0, 0, 800, 600}, screen, {1500, 800}).topLeft(), screen.topLeft());
+    }
+
+    void systemPositionIsRoundedFromTheScreensCorner()
+    {
+        const QPoint corner(1920, -100);
+        QCOMPARE(logicalPosition(corner + QPoint(301, 302), corner, 2.0), corner + QPoint(151, 151));
+        QCOMPARE(logicalPosition(corner - QPoint(301, 303), corner, 2.0), corner - QPoint(150, 151));
+        // A press on the button at 150 %: taken in the system's pixels it would lie right of it.
+        const QPoint press = logicalPosition(QPoint(1065, 45), {0, 0}, 1.5);
+        QCOMPARE(press, QPoint(710, 30));
+        QCOMPARE(at(press.x(), press.y()), WindowRegion::None);
     }
 };
 
