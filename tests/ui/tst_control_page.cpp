@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "ProgramUnderTest.h"
 #include "effects/AbsWorkerWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -6,16 +7,8 @@
 #include "ui/Languagemanager.h"
 #include "widgets/LineWrappedRadioButton.h"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QSlider>
-#include <QStackedWidget>
-#include <QTemporaryDir>
 #include <QtTest>
+#include <QtWidgets>
 
 /// Tells each value that it is given back, as the real options do.
 class EchoOption : public AbsWorkerWidget
@@ -49,17 +42,6 @@ private:
     QJsonValue m_value;
 };
 
-class OtherOption : public EchoOption
-{
-    Q_OBJECT
-
-public:
-    Q_INVOKABLE explicit OtherOption(QWidget* parent)
-        : EchoOption(parent)
-    {
-    }
-};
-
 /// Shows itself while it is told that there is something to set.
 class ShyOption : public EchoOption
 {
@@ -71,8 +53,9 @@ public:
     {
         hide();
     }
-    void setEffectProperty(const QString&, const QJsonValue& val) override
+    void setEffectProperty(const QString& key, const QJsonValue& val) override
     {
+        EchoOption::setEffectProperty(key, val);
         setVisible(val.toBool());
         emit visibleStatusChanged(val.toBool());
     }
@@ -93,15 +76,9 @@ WorkerModel worker(const QString& name, int order, const QString& sOpt = {}, con
     return {name, {}, order, {}, sOpt, lOpt, {}};
 }
 
-QMap<QString, WorkGroupModel> twoGroups()
-{
-    return {{"a", group("A", 1)}, {"b", group("B", 0)}};
-}
-
-QMap<QString, WorkerModel> twoWorkers()
-{
-    return {{"a", worker("A", 0, "EchoOption")}, {"b", worker("B", 1, "OtherOption", "EchoOption")}};
-}
+const QMap<QString, WorkGroupModel> kTwoGroups{{"a", group("A", 1)}, {"b", group("B", 0)}};
+const QMap<QString, WorkerModel> kTwoWorkers{{"a", worker("A", 0, "EchoOption")},
+                                             {"b", worker("B", 1, "ShyOption", "EchoOption")}};
 
 QMap<QString, WorkerModel> numberedWorkers(int count)
 {
@@ -144,8 +121,18 @@ private:
     auto* effect(const char* text) const { return buttons(kEffects).value(texts(kEffects).indexOf(text)); }
     auto* sOpt() const { return part<QWidget>("otherOptionsWidget")->findChild<AbsWorkerWidget*>(); }
     auto* lOpt() const { return qobject_cast<AbsWorkerWidget*>(lOptPage()); }
+    void grow(int height) const
+    {
+        sOpt()->setMinimumHeight(height);
+        emit sOpt()->miniHeightChanged(height);
+    }
     QWidget* lOptPage() const { return part<QStackedWidget>("lOperateWidConatiner")->currentWidget(); }
     int contentHeight() const { return part<QWidget>("scrollAreaWidgetContents_3")->height(); }
+    void resize(int width, int height) const
+    {
+        m_page->resize(width, height);
+        settle();
+    }
     static void settle()
     {
         for (int i = 0; i < 5; ++i)
@@ -158,11 +145,9 @@ private slots:
     void initTestCase()
     {
         qRegisterMetaType<EchoOption*>();
-        qRegisterMetaType<OtherOption*>();
         qRegisterMetaType<ShyOption*>();
-        QFile style(":/styles/default.qss");
-        QVERIFY(style.open(QIODevice::ReadOnly));
-        qApp->setStyleSheet(QString::fromUtf8(style.readAll()));
+        qApp->setStyleSheet(ProgramUnderTest::readFile(":/styles/default.qss"));
+        QVERIFY(!qApp->styleSheet().isEmpty());
     }
     void init()
     {
@@ -233,7 +218,7 @@ private slots:
 
     void sameOptionClassStaysAndAnotherReplacesIt()
     {
-        auto workers = twoWorkers();
+        auto workers = kTwoWorkers;
         workers["c"] = worker("C", 2, "EchoOption");
         workers["d"] = worker("D", 3, "NobodyKnows", "Neither");
         QSignalSpy active(m_page.get(), &ControlPage::optWidActived);
@@ -244,7 +229,7 @@ private slots:
         QCOMPARE(active.count(), 2);
 
         m_page->setCurrentWorker("b");
-        QVERIFY(qobject_cast<OtherOption*>(sOpt()));
+        QVERIFY(qobject_cast<ShyOption*>(sOpt()));
         QTRY_VERIFY(first.isNull());
 
         m_page->setCurrentWorker("d");
@@ -260,12 +245,13 @@ private slots:
 
     void largeOptionGoesWithItsEffect()
     {
-        connect(m_page.get(), &ControlPage::optWidActived, m_page.get(),
-                [this] { m_page->setLOptWidProperty("", "filled"); });
-        m_page->setWorkers(twoWorkers(), "b");
+        connect(m_page.get(), &ControlPage::optWidActived, m_page.get(), [this] {
+            m_page->setLOptWidProperty("", "filled");
+            m_page->setSOptWidProperty("captures", true);
+        });
+        m_page->setWorkers(kTwoWorkers, "b");
         const int height = contentHeight();
-        sOpt()->setMinimumHeight(160); // 100 more
-        emit sOpt()->miniHeightChanged(160);
+        grow(160); // 100 more
         QCOMPARE(contentHeight(), height + 100);
 
         QSignalSpy told(m_page.get(), &ControlPage::lOptWidPropertyChanged);
@@ -274,10 +260,9 @@ private slots:
             [this] { m_page->setCurrentWorker("b"); }, // the same again
             [this] { m_page->setCurrentWorker("a"); }, [&] { m_page->setWorkers(others, "c"); },
             [&] { m_page->setWorkers(others); }, // nothing is chosen there
-            [this] { m_page->dropOptionWidgets(); },
-        };
+            [this] { m_page->dropOptionWidgets(); }};
         for (const auto& change : changes) {
-            m_page->setWorkers(twoWorkers(), "b");
+            m_page->setWorkers(kTwoWorkers, "b");
             const QPointer<AbsWorkerWidget> old = lOpt();
             QCOMPARE(old->effectProperty(""), QJsonValue("filled"));
             const int before = told.size();
@@ -316,15 +301,15 @@ private slots:
     void listsMayBeReplacedFromTheirOwnSignals()
     {
         connect(m_page.get(), &ControlPage::workGoupChanged, m_page.get(), [this] {
-            m_page->setWorkGroups(twoGroups(), "b");
-            m_page->setWorkers(twoWorkers(), "a");
+            m_page->setWorkGroups(kTwoGroups, "b");
+            m_page->setWorkers(kTwoWorkers, "a");
         });
         connect(m_page.get(), &ControlPage::workerChanged, m_page.get(), [this] {
-            m_page->setWorkers({{"x", worker("X", 0, "OtherOption")}}, "x");
+            m_page->setWorkers({{"x", worker("X", 0, "ShyOption")}}, "x");
         });
         connect(m_page.get(), &ControlPage::sOptWidPropertyChanged, m_page.get(),
-                [this] { m_page->setWorkers(twoWorkers(), "a"); });
-        m_page->setWorkGroups(twoGroups(), "a");
+                [this] { m_page->setWorkers(kTwoWorkers, "a"); });
+        m_page->setWorkGroups(kTwoGroups, "a");
         settle();
         QTest::mouseClick(buttons(kGroups).at(0), Qt::LeftButton);
         settle();
@@ -356,22 +341,17 @@ private slots:
 
         QSignalSpy picked(m_page.get(), &ControlPage::workerChanged);
         QTest::mouseClick(effect("B"), Qt::LeftButton, {}, QPoint(2, 2)); // in the square, off the disc
-        QTest::mouseClick(effect("B"), Qt::RightButton);
-        QCOMPARE(picked.count(), 0);
-        QTest::mouseClick(effect("B"), Qt::LeftButton, {}, QPoint(50, 100));
-        QTest::keyClick(effect("A"), Qt::Key_Return);
-        QCOMPARE(picked.count(), 2);
+        QTest::keyClick(effect("B"), Qt::Key_Return);
+        QCOMPARE(picked.count(), 1);
     }
 
     void titleOpensTheControlMode()
     {
         auto* header = part<QLabel>("modelImageHeader");
-        for (const auto button : {Qt::RightButton, Qt::LeftButton}) {
-            QTest::mousePress(header, button);
-            QCOMPARE(shows("devControlModeRegion"), button == Qt::LeftButton);
-            const ControlPage next; // finds it stored
-            QCOMPARE(next.findChild<QWidget*>("devControlModeRegion")->isHidden(), button != Qt::LeftButton);
-        }
+        QTest::mousePress(header, Qt::LeftButton);
+        const ControlPage next; // finds it stored
+        QVERIFY(shows("devControlModeRegion") &&
+                !next.findChild<QWidget*>("devControlModeRegion")->isHidden());
 
         const int column = part<QWidget>("modelImage")->width();
         m_page->setControllerName("<b>\U0001F600 name</b>\n" + QString(200, 'x'));
@@ -384,13 +364,12 @@ private slots:
     {
         const auto* notice = part<QLabel>("noticeLabel");
         const auto* effects = part<QWidget>("workersRegion");
-        m_page->setWorkers(twoWorkers(), "a");
+        m_page->setWorkers(kTwoWorkers, "a");
         settle();
         const int before = contentHeight();
         m_page->setNotice("<b>The screen is gone</b> " + QString("connect it again ").repeated(8));
         for (const int width : {640, 1000}) {
-            m_page->resize(width, 590);
-            settle();
+            resize(width, 590);
             QVERIFY(notice->isVisible() && notice->textFormat() == Qt::PlainText);
             QCOMPARE(notice->height(), notice->heightForWidth(notice->width()));
             QVERIFY(effects->y() > notice->geometry().bottom());
@@ -410,22 +389,19 @@ private slots:
         m_page->setControlModeVisible(true);
         m_page->setWorkGroups(groups, "音乐模式");
         m_page->setWorkers(numberedWorkers(8), "1");
-        sOpt()->setMinimumHeight(80); // of the music effects
-        emit sOpt()->miniHeightChanged(80);
+        grow(80); // of the music effects
         for (const QString language : {"en", "de", "ru", "ar", "vi", "zh"}) {
             LanguageManager::instance()->switchLanguage(language);
             // What the title bar leaves of 80 % of a screen of 1366x768, and of the window's own size.
             for (const QSize size : {QSize(1090, 562), QSize(1178, 798)}) {
-                m_page->resize(size);
-                settle();
+                resize(size.width(), size.height());
                 const QWidget* first = buttons(kEffects).first();
                 const QRect place(first->mapTo(m_page.get(), QPoint()), first->size());
                 QVERIFY2(m_page->rect().contains(place), qPrintable(language));
                 QVERIFY(part<QWidget>("productImgWid")->width() > size.width() / 3); // gives way, but stays
             }
             // On a small screen nothing is cut at the sides, and the rest is reached by scrolling.
-            m_page->resize(640, 428);
-            settle();
+            resize(640, 428);
             QVERIFY(part<QScrollArea>("scrollArea")->verticalScrollBar()->maximum() > 0);
             QCOMPARE(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum(), 0);
             for (const auto* button : m_page->findChildren<LineWrappedRadioButton*>()) {
@@ -461,8 +437,7 @@ private slots:
         QCOMPARE(bar->value(), 0);
 
         lOptPage()->setMinimumWidth(260); // more than is left
-        m_page->resize(640, 428);
-        settle();
+        resize(640, 428);
         const QRect controls = part<QWidget>("optAreaWidget")->geometry();
         QVERIFY(!controls.intersects(part<QWidget>("modelImage")->geometry()));
         QVERIFY(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum() > 0);
@@ -471,8 +446,9 @@ private slots:
     void tabGoesDownThePage()
     {
         LogCapture log;
-        m_page->setWorkGroups(twoGroups(), "b");
-        m_page->setWorkers(twoWorkers(), "b");
+        m_page->setWorkGroups(kTwoGroups, "b");
+        m_page->setWorkers(kTwoWorkers, "b");
+        m_page->setSOptWidProperty("captures", true);
         settle();
         QVERIFY(!log.contains("setTabOrder"));
         part<QWidget>("installDirectionLTRButton")->setFocus();

