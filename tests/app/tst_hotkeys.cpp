@@ -1,7 +1,7 @@
 #include "FakeController.h"
+#include "FakeKeyboard.h"
 #include "LogCapture.h"
 #include "app/LumivarApp.h"
-#include "hotkey/QHotkeyPrivate.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -10,69 +10,18 @@
 #include "ui/HotKeyEditWidget.h"
 
 #include <QLineEdit>
-#include <QSet>
 #include <QTableWidget>
 #include <QtTest>
 
 namespace {
 
-constexpr int kAll = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier;
+constexpr int kAll = FakeKeyboard::kHeld;
 const QString kMarquee = "id.effect.marquee.marquee";
 const QString kOnOff = "id.hotkey.turnOffOn";
 
-/// The desktop's keyboard, on which another program may hold keys, with every modifier.
-class Keyboard : public QHotkeyPrivate
+FakeKeyboard& keyboard()
 {
-public:
-    using Shortcut = QHotkey::NativeShortcut;
-
-    static Shortcut shortcut(int key) { return {quint32(key), quint32(kAll)}; }
-    void press(int key) { activateShortcut(shortcut(key)); }
-    bool holds(int key) const { return ours.contains(shortcut(key)); }
-    void lose(int key)
-    {
-        ours.remove(shortcut(key));
-        loseShortcut(shortcut(key));
-    }
-    void set(const QSet<int>& takenKeys, const QSet<int>& missingKeys = {}, bool allowed = true)
-    {
-        std::tie(taken, missing, isAllowed) = std::tie(takenKeys, missingKeys, allowed);
-    }
-
-    QSet<Shortcut> ours;
-
-protected:
-    quint32 nativeKeycode(Qt::Key key, bool& ok) override
-    {
-        ok = true;
-        return key == Qt::Key_Backtab ? Qt::Key_Tab : key;
-    }
-    quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) override
-    {
-        ok = true;
-        return quint32(modifiers);
-    }
-    bool registerShortcut(Shortcut shortcut) override
-    {
-        trouble = missing.contains(int(shortcut.key)) ? HotkeyTrouble::NoSuchKey
-                  : isAllowed                         ? HotkeyTrouble::Taken
-                                                      : HotkeyTrouble::NotAllowed;
-        if (trouble != HotkeyTrouble::Taken || taken.contains(int(shortcut.key)))
-            return false;
-        ours += shortcut;
-        return true;
-    }
-    bool unregisterShortcut(Shortcut shortcut) override { return ours.remove(shortcut); }
-    bool nativeEventFilter(const QByteArray&, void*, long*) override { return false; }
-
-private:
-    QSet<int> missing, taken;
-    bool isAllowed = true;
-};
-
-Keyboard& keyboard()
-{
-    return static_cast<Keyboard&>(*QHotkeyPrivate::instance());
+    return static_cast<FakeKeyboard&>(*QHotkeyPrivate::instance());
 }
 
 QJsonObject bindingOf(int key)
@@ -86,11 +35,6 @@ QJsonValue stored(const QString& id)
 }
 
 } // namespace
-
-std::unique_ptr<QHotkeyPrivate> makeHotkeyPlatform()
-{
-    return std::make_unique<Keyboard>();
-}
 
 /// The hotkeys on a keyboard of the test's own: which are had, and what they do to devices and page.
 class HotkeysTest : public QObject
@@ -107,7 +51,7 @@ private slots:
     {
         m_app.reset();
         m_devices.clear();
-        QVERIFY(keyboard().ours.isEmpty());
+        QVERIFY(FakeKeyboard::s_ours.isEmpty());
     }
 
     void whatCannotBeHadIsTriedAgainQuietly()
@@ -182,7 +126,7 @@ private slots:
         QCOMPARE(stored("id.hotkey.preEffect"), QJsonValue(bindingOf(Qt::Key_Left)));
         QCOMPARE(stored("id.hotkey.increaseBrightness"), QJsonValue(bindingOf(Qt::Key_Up)));
         QCOMPARE(stored("id.hotkey.nextEffect"), QJsonValue(chosen)); // no stand-in for what cannot be had
-        QVERIFY(keyboard().holds(Qt::Key_F10) && keyboard().ours.size() == 4);
+        QVERIFY(keyboard().holds(Qt::Key_F10) && FakeKeyboard::s_ours.size() == 4);
     }
 
     void everyPressCounts()
