@@ -52,18 +52,44 @@ inline ControlOptions strip(unsigned nbLeds, unsigned direction = 0)
     return options;
 }
 
-/// A running effect and what it emits.
+/// An effect and what it emits.
 template <typename Effect>
-struct Running : Effect
+struct Watched : Effect
 {
-    explicit Running(const QString& id, const ControlOptions& options)
+    explicit Watched(const QString& id)
         : Effect(entry(id), nullptr)
     {
-        Effect::load(options);
     }
     Frame last() const { return frames.isEmpty() ? Frame() : frames.last().at(0).template value<Frame>(); }
 
     QSignalSpy frames{this, &IEffectWorker::updateColors};
+};
+
+template <typename Effect>
+struct Running : Watched<Effect>
+{
+    Running(const QString& id, const ControlOptions& options)
+        : Watched<Effect>(id)
+    {
+        this->load(options);
+    }
+};
+
+/// Whose clock stands still: the tests make the steps.
+template <typename Effect>
+struct Stepped : Watched<Effect>
+{
+    explicit Stepped(const QString& id)
+        : Watched<Effect>(id)
+    {
+        this->stop();
+    }
+    Frame after(double seconds)
+    {
+        this->frames.clear();
+        this->update(seconds);
+        return this->last();
+    }
 };
 
 inline QVector<int> lit(const Frame& frame)
@@ -80,5 +106,21 @@ inline QJsonValue stored(const QString& effectId, const char* key)
 {
     return ConfigurationManager::instance()->effectJsonValue(effectId, "LVTEST:01", key);
 }
+
+/// A test whose sound sources are its own.
+class MusicTest : public QObject
+{
+protected:
+    void setSources(const AudioSources& sources, int lingerMs = 0)
+    {
+        m_manager.reset(); // first: there is one instance
+        m_backend = new FakeAudioBackend;
+        m_backend->list = sources;
+        m_manager = std::make_unique<AudioCapManager>(std::unique_ptr<AudioBackend>(m_backend), lingerMs);
+    }
+
+    std::unique_ptr<AudioCapManager> m_manager;
+    FakeAudioBackend* m_backend = nullptr;
+};
 
 } // namespace MusicTestKit

@@ -5,10 +5,6 @@
 #include "effects/colorful/Marquee.h"
 #include "effects/singlecolor/SingleColor.h"
 
-#include <QDir>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <climits>
 #include <memory>
@@ -16,25 +12,6 @@
 using namespace MusicTestKit;
 
 namespace {
-
-/// The clock stands still: the tests make the steps.
-template <typename Effect>
-class Stepped : public Effect
-{
-public:
-    explicit Stepped(const char* id)
-        : Effect(entry(id), nullptr)
-    {
-        this->stop();
-    }
-    Frame after(double seconds)
-    {
-        this->update(seconds);
-        return frames.isEmpty() ? Frame() : frames.last().at(0).template value<Frame>();
-    }
-
-    QSignalSpy frames{this, &IEffectWorker::updateColors};
-};
 
 ControlOptions stripOf(uint32_t nbLeds, int ledPerUnit = 1)
 {

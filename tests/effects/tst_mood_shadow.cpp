@@ -31,25 +31,16 @@ void store(const QJsonObject& configs)
     ConfigurationManager::instance()->setEffectJsonValue(kMood, "LVTEST:01", "strapConfigs", configs);
 }
 
-/// The clock stands still: the tests make the steps.
-struct Stepped : MoodShadow
+struct Mood : Stepped<MoodShadow>
 {
-    Stepped(IColorStrapManager* list, const ControlOptions& options)
-        : MoodShadow(entry(kMood), nullptr)
+    Mood(IColorStrapManager* list, const ControlOptions& options)
+        : Stepped(kMood)
     {
-        stop();
         if (list)
             DIColorStrapManager(list);
         update(0.1); // as may happen before load()
         load(options);
     }
-    Frame after(double seconds)
-    {
-        update(seconds);
-        return frames.isEmpty() ? Frame() : frames.takeLast().at(0).value<Frame>();
-    }
-
-    QSignalSpy frames{this, &IEffectWorker::updateColors};
 };
 
 /// What single LEDs show of the strap at a place that is told in cycles.
@@ -91,7 +82,7 @@ struct Page
                worker.effectProperty("currentStrap") == current && editor->gradientStops() == stops;
     }
 
-    Stepped worker;
+    Mood worker;
     SFrmMoodShadow options{nullptr};
     GradientImgComboBox* box = options.findChild<GradientImgComboBox*>("colorStrapBox");
     GradientWidget* editor = options.findChild<GradientWidget*>("gradientEditor");
@@ -118,7 +109,7 @@ private slots:
     {
         store({{"speed", 0.9}});
         FakeStrapList list({kFire, kSea});
-        Stepped effect(&list, strip(30));
+        Mood effect(&list, strip(30));
         effect.setCurrentStrap(1);
         QCOMPARE(effect.after(0.3), drawn(kSea, 60, 30, 0.5 * 0.9 * 0.3)); // a cycle is two strips
         QVERIFY(strapColors(kSea, 60).first().red == 0 && strapColors(kSea, 60).last().red == 0);
@@ -133,19 +124,19 @@ private slots:
     {
         store({{"speed", 1.0}, {"range", 0.5}});
         FakeStrapList list({kSea});
-        Stepped effect(&list, strip(20, 1));                     // mirrored
+        Mood effect(&list, strip(20, 1));                        // mirrored
         QCOMPARE(effect.after(7.75), drawn(kSea, 20, 20, 0.25)); // many cycles back
         effect.onCtlDirChanged(0);
         QCOMPARE(effect.after(1.5), drawn(kSea, 20, 20, 0.75));
-        QVERIFY(Stepped(&list, strip(0)).after(0.5).isEmpty());
-        QVERIFY(Stepped(nullptr, strip(3)).after(0.5).isEmpty()); // nobody gave it a list
+        QVERIFY(Mood(&list, strip(0)).after(0.5).isEmpty());
+        QVERIFY(Mood(nullptr, strip(3)).after(0.5).isEmpty()); // nobody gave it a list
     }
 
     void onlyWhatChangesIsStored()
     {
         store({{"speed", "fast"}, {"range", -4}, {"more", 1}});
         FakeStrapList list({kFire, kSea});
-        Stepped effect(&list, strip(3));
+        Mood effect(&list, strip(3));
         QCOMPARE(stored(kMood, "strapConfigs").toObject(),
                  (QJsonObject{{"speed", 0.5}, {"range", 1.0}, {"more", 1}}));
 
@@ -155,14 +146,14 @@ private slots:
         effect.setRange(0.812); // a step of the slider, rounded to less than that
         effect.setCurrentStrap(1);
         effect.setEffectProperty("currentStrap", 2); // there is none
-        QCOMPARE(Stepped(&list, strip(3)).effectProperty(EffectProperties::kLook).toObject(),
+        QCOMPARE(Mood(&list, strip(3)).effectProperty(EffectProperties::kLook).toObject(),
                  (QJsonObject{{"currentStrap", 1}, {"speed", 0.5}, {"range", 0.812}}));
     }
 
     void aBrokenStrapIsToldOfOnceAndLeft()
     {
         FakeStrapList list({kFire, kSea, kBroken});
-        Stepped effect(&list, strip(6));
+        Mood effect(&list, strip(6));
         QSignalSpy changes(&effect, &IEffectWorker::effectPropertyChanged);
         const LogCapture log;
         effect.setCurrentStrap(2);

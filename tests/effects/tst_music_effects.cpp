@@ -60,10 +60,10 @@ LV_RGB shade(double level)
 }
 
 /// A running mood with its gradients.
-struct Mood : MusicMode2
+struct Mood : Watched<MusicMode2>
 {
     explicit Mood(IColorStrapManager* straps)
-        : MusicMode2(entry(kEffect), nullptr)
+        : Watched(kEffect)
     {
         DIColorStrapManager(straps);
         load(strip(20));
@@ -79,10 +79,8 @@ struct Mood : MusicMode2
     LV_RGB shown()
     {
         frames.clear();
-        return frames.wait() ? frames.first().first().value<Frame>().first() : LV_RGB();
+        return frames.wait() ? last().first() : LV_RGB();
     }
-
-    QSignalSpy frames{this, &IEffectWorker::updateColors};
 };
 
 ColorStrap plain(const QColor& color)
@@ -99,7 +97,7 @@ Sound hum(float level)
 
 } // namespace
 
-class TestMusicEffects : public QObject
+class TestMusicEffects : public MusicTest
 {
     Q_OBJECT
 
@@ -108,11 +106,7 @@ private slots:
     {
         ConfigurationManager::instance()->reset();
         ConfigurationManager::instance()->setAppConfig("devUpdateInterval", 10);
-        m_manager.reset(); // first: there is one instance
-        auto backend = std::make_unique<FakeAudioBackend>();
-        m_backend = backend.get();
-        m_backend->list = {kSpeaker};
-        m_manager = std::make_unique<AudioCapManager>(std::move(backend), 0);
+        setSources({kSpeaker});
     }
 
     void halvesFollowTheLengthOfTheStrip()
@@ -352,10 +346,6 @@ private slots:
         QCOMPARE(first.last(), Frame(1, shade(40))); // and here the program may end without a word
         QCOMPARE(Bands(kEffect, strip(1)).effectProperty("strength").toDouble(), 0.5);
     }
-
-private:
-    std::unique_ptr<AudioCapManager> m_manager;
-    FakeAudioBackend* m_backend = nullptr;
 };
 
 QTEST_MAIN(TestMusicEffects)

@@ -2,8 +2,6 @@
 #include "effects/dynamicMusic/Mode1/MusicMode1.h"
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 
-#include <QJsonArray>
-#include <QTranslator>
 #include <QtTest>
 
 using namespace MusicTestKit;
@@ -46,7 +44,7 @@ public:
 } // namespace
 
 /// Which source a music effect is on, while sources come and go.
-class TestMusicSources : public QObject
+class TestMusicSources : public MusicTest
 {
     Q_OBJECT
 
@@ -214,24 +212,12 @@ private slots:
     }
 
 private:
-    void setSources(const AudioSources& sources, int lingerMs = 0)
-    {
-        m_manager.reset(); // first: there is one instance
-        auto backend = std::make_unique<FakeAudioBackend>();
-        m_backend = backend.get();
-        m_backend->list = sources;
-        m_manager = std::make_unique<AudioCapManager>(std::move(backend), lingerMs);
-    }
-
     /// What a source that is in use lets everybody hear.
     void speak(const QString& id, const QString& peak)
     {
         emit m_manager->acquireCapturer(id)->channelsPeakValuesChanged({{peak}, {peak}});
         m_manager->releaseCapturer(id);
     }
-
-    std::unique_ptr<AudioCapManager> m_manager;
-    FakeAudioBackend* m_backend = nullptr;
 };
 
 QTEST_MAIN(TestMusicSources)
