@@ -4,8 +4,6 @@
 #include "support/audio/RetryPause.h"
 #include "support/audio/SampleRing.h"
 
-#include <QLocale>
-#include <QSignalSpy>
 #include <QtTest>
 #include <cmath>
 #include <cstdlib>

@@ -4,8 +4,8 @@
 #include "controllers/VTControllerEnumerator.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QTest>
 #include <QUdpSocket>
+#include <QtTest>
 
 #include <limits>
 

@@ -9,12 +9,8 @@
 #include "controllers/ReplyCollector.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QJsonObject>
 #include <QSerialPort>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QThread>
+#include <QtTest>
 
 namespace {
 

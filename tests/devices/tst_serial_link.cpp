@@ -6,11 +6,7 @@
 #include "controllers/SystemSerialPortSource.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QSaveFile>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QThread>
+#include <QtTest>
 
 #include <fcntl.h>
 #include <memory>
@@ -196,17 +192,6 @@ private slots:
         QVERIFY(!line.log.contains("its port does not close"));
     }
 
-    void whoTalksTooMuchIsReadTwentyTimesASecond()
-    {
-        TalkGuard guard;
-        for (qint64 windowMs = 5; windowMs < 5000; windowMs += TalkGuard::kWindowMs) {
-            for (int chunk = 0; chunk < TalkGuard::kChunksPerWindow; ++chunk)
-                QCOMPARE(guard.delayMs(windowMs + chunk), 0);
-            for (const int laterMs : {20, 500, 999}) // asked again when the next window begins
-                QCOMPARE(guard.delayMs(windowMs + laterMs), TalkGuard::kWindowMs - laterMs);
-        }
-    }
-
     void chatterIsReadSlowlyAndIsNoPress()
     {
         Line line;
@@ -314,13 +299,6 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(arrived.mid(2).join(' '), isWatched ? "rfcomm0 ttyUSB0" : "rfcomm0",
                                       20000);
         }
-    }
-
-    void errorsTellWhetherTheDeviceWorks()
-    {
-        QVERIFY(LVSerialPort::statusOf(QSerialPort::ResourceError) == 2U);
-        QVERIFY(LVSerialPort::statusOf(QSerialPort::PermissionError) == 3U);
-        QVERIFY(!LVSerialPort::statusOf(QSerialPort::ParityError)); // says nothing about the device
     }
 
     void anErrorDoesNotOvertakeTheHandOver()

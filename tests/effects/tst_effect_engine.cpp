@@ -5,10 +5,7 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QTest>
-#include <QTimer>
+#include <QtTest>
 #include <memory>
 
 namespace {

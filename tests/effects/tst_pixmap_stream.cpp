@@ -6,13 +6,6 @@
 #include "support/config/ConfigurationManager.h"
 
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QSemaphore>
-#include <QThreadPool>
-#include <QtEndian>
 #include <QtTest>
 #include <sys/stat.h>
 

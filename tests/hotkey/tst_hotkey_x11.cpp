@@ -7,7 +7,6 @@
 #include "hotkey/KeyboardMap_x11.h"
 #include "hotkey/QHotkey.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>

@@ -1,8 +1,6 @@
 #include "ScreenTestKit.h"
 #include "effects/screenSync/FrameFilters.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QtTest>
 #include <limits>
 #include <opencv2/imgproc.hpp>

@@ -6,7 +6,6 @@
 #include "effects/screenSync/layoutEditor/ScreenSyncEditView.h"
 #include "effects/screenSync/subModes/FullScreenMode.h"
 
-#include <QJsonArray>
 #include <QSpinBox>
 #include <QtTest>
 

@@ -3,10 +3,6 @@
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
 
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <atomic>
 #include <thread>

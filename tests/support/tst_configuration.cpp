@@ -3,14 +3,7 @@
 #include "support/config/ConfigurationManager.h"
 #include "support/config/DataFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QRegularExpression>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 #include <atomic>
 #include <csignal>
 #include <sys/resource.h>
@@ -66,20 +59,6 @@ private slots:
     {
         m_config.reset();
         m_log.reset();
-    }
-
-    void values_survive_a_restart()
-    {
-        const QJsonObject binding{{"keyCode", 65}, {"modifiers", 3}};
-        m_config->setAppConfig("hotkeyBinding.id.next", binding);
-        m_config->setAppConfig("runtime.gama", QJsonValue());
-        m_config->setEffectVariant(kEffect, kDevice, "color", 0xFF4F24D3u); // in memory: save() is to see it
-        restart();
-        QCOMPARE(m_config->appConfig("hotkeyBinding.id.next"), QJsonValue(binding));
-        QVERIFY(m_config->appConfig("hotkeyBinding").isUndefined()); // a dot is no nesting
-        QVERIFY(m_config->appConfig("runtime.gama").isNull());
-        QCOMPARE(m_config->effectVariant(kEffect, kDevice, "color").toUInt(), 0xFF4F24D3u);
-        QVERIFY(!m_log->contains("[ConfigurationManager]: "));
     }
 
     void effect_ids_become_safe_file_names()

@@ -1,8 +1,6 @@
 #include "StripParser.h"
 
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 namespace {
 
