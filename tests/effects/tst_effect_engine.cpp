@@ -179,48 +179,35 @@ private slots:
 
     void an_async_worker_ends_cleanly_at_any_moment()
     {
-        TestManager manager;
         const auto controller = QSharedPointer<FakeController>::create();
-        std::atomic<int> deleted{0};
-        const auto bind = [&] {
-            auto worker = manager.bindController(controller, kAsync);
-            connect(worker.data(), &QObject::destroyed, [&] { ++deleted; });
-            return worker;
-        };
-        for (int i = 1; i <= 50; ++i) {
-            bind();
-            if (i % 2 == 0)
-                manager.effectProperty(controller->id(), "value"); // lets the load run first
-            manager.unbindController(controller->id());
-            QCOMPARE(deleted.load(), i);
-        }
-        // A worker that somebody keeps is deleted later, though its thread is gone.
-        auto kept = bind();
-        manager.unbindController(controller->id());
-        QCOMPARE(kept->thread(), QThread::currentThread());
-        kept.reset();
-        QTRY_COMPARE(deleted.load(), 51);
-    }
-
-    void what_waits_for_an_async_worker_comes_before_its_unload()
-    {
-        const auto controller = QSharedPointer<FakeController>::create();
-        for (const bool managerGoes : {false, true}) {
-            for (const QStringList& keys : {QStringList{}, QStringList{"value", "throw", "value"}}) {
-                auto manager = std::make_unique<TestManager>();
-                manager->bindController(controller, kAsync);
-                QJsonArray expected{"desk main", "load own"};
-                for (const QString& key : keys) {
-                    manager->setEffectProperty(controller->id(), key, 1); // before the load has begun, maybe
-                    expected += "set " + key + " own";
-                }
-                expected += "unload main";
-                if (managerGoes)
-                    manager.reset();
-                else
-                    manager->unbindController(controller->id());
-                QCOMPARE(storedJournal(kAsync, *controller), expected);
+        const QStringList keys{"value", "throw", "value"};
+        for (int i = 0; i < 32; ++i) {
+            auto manager = std::make_unique<TestManager>();
+            auto worker = manager->bindController(controller, kAsync);
+            bool isDeleted = false;
+            connect(worker.data(), &QObject::destroyed, [&] { isDeleted = true; });
+            if (i & 1)
+                manager->effectProperty(controller->id(), "value"); // lets the load run first
+            QJsonArray expected{"desk main", "load own"};
+            for (const QString& key : i & 2 ? keys : QStringList()) { // what waits comes before the unload
+                manager->setEffectProperty(controller->id(), key, 1);
+                expected += "set " + key + " own";
             }
+            expected += "unload main";
+            const bool isKept = i & 4;
+            if (!isKept)
+                worker.reset();
+            if (i & 8)
+                manager.reset();
+            else
+                manager->unbindController(controller->id());
+            QCOMPARE(storedJournal(kAsync, *controller), expected);
+            QCOMPARE(isDeleted, !isKept);
+            if (!isKept)
+                continue;
+            QCOMPARE(worker->thread(), QThread::currentThread()); // its own one is gone
+            worker.reset();
+            QTRY_VERIFY(isDeleted);
         }
     }
 

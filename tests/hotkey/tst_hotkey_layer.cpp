@@ -71,37 +71,6 @@ private slots:
         QVERIFY(worker.wait());
     }
 
-    void manyThreadsAtOnceLeaveTheBooksBalanced()
-    {
-        std::atomic<int> failures{0}, running{4};
-        const auto work = [&] {
-            QHotkeyPrivate::instance()->addMapping(Qt::Key_Help, kModifiers, kF2);
-            for (int i = 0; i < 40; ++i) {
-                QHotkey first, second;
-                failures += !first.setShortcut(Qt::Key_F1, kModifiers, true);
-                failures += !second.setShortcut(i % 2 ? Qt::Key_F1 : Qt::Key_Help, kModifiers, true);
-                failures += !first.setShortcut(Qt::Key_F2, kModifiers, true);
-            }
-            --running;
-        };
-        std::vector<std::unique_ptr<QThread>> workers;
-        for (int i = 0; i < running; ++i)
-            workers.emplace_back(QThread::create(work));
-        for (const auto& worker : workers)
-            worker->start();
-        while (running > 0) {
-            if (FakeKeyboard::s_current) {
-                keyboard().press(Qt::Key_F1); // on its way while its hotkeys end
-                keyboard().press(Qt::Key_F2);
-            }
-            QTest::qWait(0);
-        }
-        for (const auto& worker : workers)
-            QVERIFY(worker->wait());
-        QCOMPARE(failures.load(), 0);
-        QVERIFY(FakeKeyboard::s_ours.isEmpty());
-    }
-
     void aRegisteredShortcutChangesOnlyOnRequest()
     {
         QHotkey hotkey;

@@ -22,7 +22,7 @@ namespace {
 constexpr int kWaitMs = 20000;
 
 // Keys of a PC's keyboard, named by what is printed on a US one.
-constexpr int k1 = 10, k2 = 11, kTab = 23, kQ = 24, kY = 29, kCtrl = 37, kA = 38, kQuote = 48, kGrave = 49,
+constexpr int k2 = 11, kTab = 23, kQ = 24, kY = 29, kCtrl = 37, kA = 38, kQuote = 48, kGrave = 49,
               kShift = 50, kZ = 52, kComma = 59, kSlash = 61, kAlt = 64, kCapsLock = 66, kF10 = 76,
               kNumLock = 77, kNum4 = 83, kRightAlt = 108, kPageUp = 112, kSuper = 133;
 constexpr Qt::KeyboardModifiers kThree = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier;
@@ -43,8 +43,7 @@ public:
         xcb_map_window(m_connection, m_window);
     }
     ~OtherProgram() { xcb_disconnect(m_connection); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
+    Q_DISABLE_COPY(OtherProgram)
 
     bool focus()
     {
@@ -277,14 +276,12 @@ private slots:
                 symbolOfKey(QKeySequence(QString::fromUtf8(name))[0]));
         };
         QCOMPARE(found("de", "Ä"), Keys{kQuote});
-        QCOMPARE(found("us", "!"), Keys{k1});
         QCOMPARE(found("fr", "!"), Keys{kSlash});
         QCOMPARE(found("us,ru", ","), Keys{kComma});
         QCOMPARE(found("us", "Backtab"), Keys{kTab});
         QCOMPARE(found("us", "Num+Left"), Keys{kNum4});
         QCOMPARE(found("us", "Num+."), (Keys{91, 129}));
         QCOMPARE(found("us", "Media Play"), (Keys{172, 208, 215})); // not of one name
-        QCOMPARE(found("us", "Home Page"), Keys{180});
         QCOMPARE(found("us", "Launch (6)"), Keys{211});
     }
     void everyNameLeadsBackToItsKey()

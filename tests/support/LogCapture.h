@@ -18,8 +18,7 @@ public:
         qInstallMessageHandler(s_previous);
         s_active = nullptr;
     }
-    LogCapture(const LogCapture&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
+    Q_DISABLE_COPY(LogCapture)
 
     /// The lines that hold this text, in their order.
     QStringList containing(const QString& text) const

@@ -19,8 +19,7 @@ public:
         xcb_create_gc(m_connection, m_context, m_screen->root, 0, nullptr);
     }
     ~ScreenPainter() { xcb_disconnect(m_connection); }
-    ScreenPainter(const ScreenPainter&) = delete;
-    ScreenPainter& operator=(const ScreenPainter&) = delete;
+    Q_DISABLE_COPY(ScreenPainter)
 
     void fill(const QRect& rect, const QColor& color)
     {

@@ -10,8 +10,7 @@ class ServerProcess
 public:
     ServerProcess() = default;
     ~ServerProcess() { stop(); }
-    ServerProcess(const ServerProcess&) = delete;
-    ServerProcess& operator=(const ServerProcess&) = delete;
+    Q_DISABLE_COPY(ServerProcess)
 
     /// Kills the server, as a crash would. Does nothing when it is not running.
     void stop()

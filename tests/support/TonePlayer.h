@@ -30,8 +30,7 @@ public:
         m_stop = true;
         m_thread.join();
     }
-    TonePlayer(const TonePlayer&) = delete;
-    TonePlayer& operator=(const TonePlayer&) = delete;
+    Q_DISABLE_COPY(TonePlayer)
 
     void play(Tone left, Tone right)
     {

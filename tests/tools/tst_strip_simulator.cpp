@@ -4,17 +4,17 @@
 
 namespace {
 
-/// A stand-in for the program in the shell's language: sends a frame of one LED in each of the colours, then
-/// waits for its end and sends the last one.
-QString guestScript(const QStringList& colors, const QString& last)
+/// A stand-in for the program in the shell's language: sends seven frames of one LED in this colour, where $i
+/// is the number of the frame, then waits for its end and sends the last one.
+QString guestScript(const QString& color, const QString& last)
 {
-    QString script = "line=$(sed -n 's/.*\"location\": \"\\(.*\\)\".*/\\1/p' \"$LUMIVAR_SERIAL_PORTS\")\n"
-                     "exec 3<>\"$line\"\n"
-                     "led() { printf \"Ada\\000\\000\\001$1\" >&3; }\n";
-    script += QString("trap 'led \"%1\"; exit 0' TERM\n").arg(last);
-    for (const QString& color : colors)
-        script += QString("led '%1'\n").arg(color);
-    return script + "while :; do sleep 0.05; done\n";
+    return QString(R"sh(line=$(sed -n 's/.*"location": "\(.*\)".*/\1/p' "$LUMIVAR_SERIAL_PORTS")
+exec 3<>"$line"
+led() { printf "Ada\000\000\001$1" >&3; }
+trap 'led "%2"; exit 0' TERM
+for i in 1 2 3 4 5 6 7; do led "%1"; done
+while :; do sleep 0.05; done)sh")
+        .arg(color, last);
 }
 
 /// A frame whose LED i has the colour (i, seed, 255 - i).
@@ -63,17 +63,11 @@ private slots:
 
     void theProgramUnderTestIsJudged()
     {
-        const QString black = "\\000\\000\\000";
-        QStringList moving;
-        QStringList still;
-        for (int i = 1; i <= 7; ++i) {
-            moving += QString("\\00%1\\000\\377").arg(i);
-            still += moving.first();
-        }
+        const QString black = R"(\000\000\000)", lit = R"(\001\000\377)", moving = R"(\00$i\000\377)";
         const std::tuple<QString, int, QByteArray> programs[] = {
             {guestScript(moving, black), 0, "black at the end"},
-            {guestScript(still, black), 1, "the picture stood still"},
-            {guestScript(moving, moving.first()), 1, "was left lit"},
+            {guestScript(lit, black), 1, "the picture stood still"},
+            {guestScript(moving, lit), 1, "was left lit"},
             {"exit 3", 1, "The program ended with 3"},
             {"sleep 60", 1, "No frame came"}};
         for (const auto& [script, exitCode, verdict] : programs) {
