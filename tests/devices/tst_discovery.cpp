@@ -100,14 +100,6 @@ QByteArray collected(const QList<QByteArray>& pieces, int gapMs, int phase)
     return collector.isOver() ? collector.reply() : QByteArray("never over");
 }
 
-QList<QByteArray> bytesOf(const QByteArray& bytes)
-{
-    QList<QByteArray> single;
-    for (char byte : bytes)
-        single.append(QByteArray(1, byte));
-    return single;
-}
-
 } // namespace
 
 class DiscoveryTest : public QObject
@@ -138,6 +130,9 @@ private slots:
             QCOMPARE(reply.model, id.section(':', 0, 0));
             QCOMPARE(reply.serial, id.section(':', 1));
             QCOMPARE(reply.isValid(), !id.isEmpty());
+            QList<QByteArray> bytes;
+            for (const char byte : raw)
+                bytes.append(QByteArray(1, byte));
             for (int phase = 0; phase < 10; ++phase) {
                 for (int gapMs : {0, 1, 5, 15, 29}) {
                     for (int cut = 0; cut <= raw.size(); ++cut) {
@@ -145,7 +140,7 @@ private slots:
                         QCOMPARE(ProbeReply::parse(whole).id, id);
                         QVERIFY(id.isEmpty() || whole == raw);
                     }
-                    QCOMPARE(ProbeReply::parse(collected(bytesOf(raw), gapMs, phase)).id, id);
+                    QCOMPARE(ProbeReply::parse(collected(bytes, gapMs, phase)).id, id);
                 }
             }
         }

@@ -9,7 +9,6 @@
 #include <QtTest>
 
 #include <fcntl.h>
-#include <memory>
 #include <unistd.h>
 
 namespace {
@@ -21,11 +20,6 @@ QVector<LV_RGB> picture(int number, int leds)
 {
     return QVector<LV_RGB>(leds,
                            LV_RGB{static_cast<uint8_t>(number >> 8), static_cast<uint8_t>(number), 255});
-}
-
-int numberOf(const StripFrame& frame)
-{
-    return frame.colors.isEmpty() ? -1 : frame.colors.at(0).red << 8 | frame.colors.at(0).green;
 }
 
 /// A controller on the port at that location, with full brightness.
@@ -140,7 +134,7 @@ private slots:
             const Strip strip(line.simulator->location(), 120);
             for (int i = 1; i <= 250; ++i)
                 strip.controller->update(picture(i, 120));
-            QTRY_COMPARE(numberOf(line.simulator->lastFrame()), 250);
+            QTRY_COMPARE(line.simulator->lastFrame().colors, picture(250, 120));
             QCOMPARE(line.simulator->counters().frames + static_cast<qint64>(strip.serial->droppedFrames()),
                      250);
             for (int i = 1; i <= 250; ++i)

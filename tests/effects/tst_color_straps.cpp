@@ -9,7 +9,7 @@ namespace {
 const QByteArray kGood =
     R"({"name": "good", "endsColor": [1, 2, 3], "keyColors": [{"key": 0.25, "color": [4, 5, 6]}]})";
 
-/// The user's settings as one process has them; each reads the disk anew.
+/// The user's settings; each reads the disk anew.
 struct Store : ConfigurationManager
 {
     Store()
@@ -34,11 +34,6 @@ QStringList names(IColorStrapManager& manager)
     for (int i = 0; i < manager.strapCount(); ++i)
         list += manager.strap(i).name;
     return list;
-}
-
-ColorStrap twoKeys(const QString& name, const QColor& ends, const QColor& key)
-{
-    return {name, {{1.0, key}, {0.125, key}}, ends};
 }
 
 } // namespace
@@ -106,7 +101,7 @@ private slots:
             connect(&manager, change, note);
         manager.removeStrap(0); // the last one stays
         QCOMPARE(manager.addDefaultStrap(), 1);
-        manager.setStrap(0, twoKeys("a", Qt::white, Qt::cyan));
+        manager.setStrap(0, {"a", {{1.0, Qt::cyan}, {0.125, Qt::cyan}}, Qt::white});
         const ColorStrap set = manager.strap(0);
         QVERIFY(set.endsColor == Qt::white && set.keyColors[1].key == 0.125 &&
                 set.keyColors[1].color == Qt::cyan);
@@ -115,29 +110,6 @@ private slots:
         manager.setStrap(-1, set);
         QVERIFY(!manager.isValidStrapIndex(1) && !manager.strap(-1).endsColor.isValid());
         QCOMPARE(told, (QStringList{"1: ( 1 ) (1)", "0: a (1)", "0: (1)"}));
-    }
-
-    void two_processes_in_turn_leave_one_whole_list()
-    {
-        Store one;
-        ColorStrapManager first(nullptr, &one);
-        first.setStrap(0, twoKeys("first", Qt::red, Qt::blue));
-        one.save();
-        Store two;
-        ColorStrapManager second(nullptr, &two);
-        QCOMPARE(names(second), QStringList{"first"});
-        second.addStrap(twoKeys("second", Qt::green, Qt::cyan));
-        two.save();
-        one.save(); // changed nothing since, so its list is not put over the newer one
-        QCOMPARE(Store().list().size(), 2);
-        first.addDefaultStrap();
-        one.save();
-        WorkingFolder::writeFile("../user/effects/id.effect.colorful.colorStraps.json",
-                                 "{\"__all__\": {\"col");
-        Store three; // after a power cut
-        ColorStrapManager third(nullptr, &three);
-        QCOMPARE(names(third), (QStringList{"first", "(1)"}));
-        QCOMPARE(third.strap(0).keyColors.size(), 2);
     }
 };
 

@@ -6,7 +6,6 @@
 #include "support/config/ConfigurationManager.h"
 
 #include <QtTest>
-#include <memory>
 
 namespace {
 
@@ -233,25 +232,6 @@ private slots:
         QVERIFY(hadServices && !desk); // a worker in its own thread has them to its end
         QCOMPARE(storedJournal(kSync, *one), (QJsonArray{"desk main", "load main", "unload main"}));
         QCOMPARE(storedJournal(kAsync, *two), (QJsonArray{"desk main", "load own", "unload main"}));
-    }
-
-    void groups_are_walked_in_order_and_wrap()
-    {
-        WorkingFolder::writeFile("b.json", R"({"groups": [{"id": "a.last", "order": 9, "defaultEffect": "z"},
-            {"id": "id.probe", "order": 99, "name": "thief"},
-            {"id": "id.effect.colorful", "order": -3, "defaultEffect": "c"}]})");
-        EffectsManager manager(nullptr);
-        QCOMPARE(manager.groupInfo("id.probe").name, "id.probe"); // the first wins
-        const QStringList ids{"id.effect.colorful", "id.probe", "a.last"};
-        for (int i = 0; i < 3; ++i) {
-            QCOMPARE(manager.nextGroupByOrder(ids[i]), ids[(i + 1) % 3]);
-            QCOMPARE(manager.previousGroupByOrder(ids[i]), ids[(i + 2) % 3]);
-        }
-        // A group without a place: forwards to the first by order, backwards to the first by id.
-        QCOMPARE(manager.nextGroupByOrder("id.effect.marquee"), ids[0]);
-        QCOMPARE(manager.previousGroupByOrder("nobody"), ids[2]);
-        QCOMPARE(manager.lastBindingEffect("", ""), "c");
-        QCOMPARE(manager.lastBindingEffect("never seen", "a.last"), "z");
     }
 
     void bad_plugins_and_group_files_stop_nothing()

@@ -1,14 +1,8 @@
 #include "effects/colorful/GradientHandler.h"
 #include "effects/colorful/GradientWidget.h"
 
-#include <QApplication>
-#include <QColorDialog>
-#include <QContextMenuEvent>
-#include <QGraphicsView>
-#include <QLineEdit>
-#include <QMenu>
-#include <QVBoxLayout>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 

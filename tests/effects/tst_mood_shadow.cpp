@@ -9,9 +9,8 @@
 #include "effects/colorful/SFrmMoodShadow.h"
 #include "effects/colorful/strapColors.h"
 
-#include <QPushButton>
-#include <QSlider>
 #include <QtTest>
+#include <QtWidgets>
 #include <cmath>
 
 using namespace MusicTestKit;

@@ -146,11 +146,9 @@ private slots:
     {
         auto* survivor = new QHotkey;
         QVERIFY(survivor->setShortcut(Qt::Key_F1, kModifiers, true));
-        {
-            LogCapture log;
-            m_app.reset();
-            QVERIFY(log.contains("QHotkeyPrivate destroyed with registered shortcuts!"));
-        }
+        const LogCapture log;
+        m_app.reset();
+        QVERIFY(log.contains("QHotkeyPrivate destroyed with registered shortcuts!"));
         QVERIFY(!FakeKeyboard::s_current);
         QVERIFY(FakeKeyboard::s_ours.isEmpty());
         QVERIFY(!survivor->setRegistered(true));

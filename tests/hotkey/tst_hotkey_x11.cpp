@@ -286,20 +286,19 @@ private slots:
     }
     void everyNameLeadsBackToItsKey()
     {
-        for (const char* layout :
-             {"us", "us(intl)", "gb", "de", "de(neo)", "at", "ch", "fr", "be",  "es", "it", "pt",
-              "br", "tr",       "az", "pl", "cz",      "sk", "hu", "ro", "se",  "no", "dk", "fi",
-              "lv", "lt",       "ru", "ua", "bg",      "rs", "gr", "il", "ara", "ir", "in", "th",
-              "vn", "jp",       "kr", "cn", "ge",      "am", "kz", "mt", "gn"}) {
+        const QByteArray layouts =
+            "us us(intl) gb de de(neo) at ch fr be es it pt br tr az pl cz sk hu ro se no dk "
+            "fi lv lt ru ua bg rs gr il ara ir in th vn jp kr cn ge am kz mt gn";
+        for (const QByteArray& layout : layouts.split(' ')) {
             const KeyboardMap map = KeyboardMap::compiled(layout);
-            QVERIFY2(map.isValid(), layout);
+            QVERIFY2(map.isValid(), layout.constData());
             for (int key = 8; key < 256; ++key) {
                 const xkb_keysym_t symbol = map.symbolOf(KeyboardMap::KeyCode(key), 0);
                 const QKeySequence name(keyNameOfSymbol(symbol));
                 const auto keys = map.keysWith(symbolOfKey(name[0]));
                 const bool isGood = name.isEmpty() ? xkb_keysym_to_utf32(symbol) <= ' '
                                                    : keys.contains(KeyboardMap::KeyCode(key));
-                QVERIFY2(isGood, qPrintable(QStringLiteral("%1: %2").arg(layout).arg(key)));
+                QVERIFY2(isGood, (layout + ": " + QByteArray::number(key)).constData());
             }
         }
     }
@@ -339,15 +338,14 @@ private slots:
 
     void sessionsWithoutGrabsAreKnown()
     {
-        const auto hasGrabs = [](const char* platform, const QStringList& variables) {
+        const auto hasGrabs = [](const char* platform, const char* variable, const char* value) {
             QProcessEnvironment environment;
-            for (const QString& each : variables)
-                environment.insert(each.section('=', 0, 0), each.section('=', 1));
+            environment.insert(variable, value);
             return obstacleToKeyGrabs(platform, environment).isEmpty();
         };
-        QVERIFY(hasGrabs("xcb", {"XDG_SESSION_TYPE=x11"}) && !hasGrabs("offscreen", {}));
-        QVERIFY(!hasGrabs("xcb", {"XDG_SESSION_TYPE=wayland"}));
-        QVERIFY(!hasGrabs("xcb", {"WAYLAND_DISPLAY=wayland-0"}));
+        QVERIFY(hasGrabs("xcb", "XDG_SESSION_TYPE", "x11") && !hasGrabs("offscreen", "HOME", "/"));
+        QVERIFY(!hasGrabs("xcb", "XDG_SESSION_TYPE", "wayland"));
+        QVERIFY(!hasGrabs("xcb", "WAYLAND_DISPLAY", "wayland-0"));
     }
 
 private:

@@ -3,11 +3,8 @@
 #include "effects/screenSync/subModes/HalfScreens.h"
 #include "support/config/ConfigKeys.h"
 
-#include <QAbstractItemView>
-#include <QComboBox>
-#include <QSlider>
-#include <QVBoxLayout>
 #include <QtTest>
+#include <QtWidgets>
 
 using namespace ScreenTestKit;
 

@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "ProgramUnderTest.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/config/DataFile.h"
@@ -18,22 +19,12 @@ namespace {
 const QString kEffect = "id.effect.colorful.Flowing";
 const QString kDevice = "Moni-A:0001";
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+const auto& bytesOf = ProgramUnderTest::readFile;
+const auto& put = ProgramUnderTest::writeFile;
 
 QJsonObject onDisk(const QString& path)
 {
     return QJsonDocument::fromJson(bytesOf(path)).object();
-}
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
 }
 
 ino_t inodeOf(const QString& path)
@@ -132,15 +123,10 @@ private slots:
 
     void what_cannot_be_read_is_replaced_by_its_backup()
     {
-        const QString kApp = "app.json";
-        for (const auto& [name, damage] : {std::pair(kApp, "pipe"),
-                                           {kApp, "folder"},
-                                           {kApp, "huge"},
-                                           {kApp, "empty"},
-                                           {kApp, "rubbish"},
-                                           {kApp, "cut"},
-                                           {"controllers.json", "cut"},
-                                           {"effects/id.effect.a.json", "cut"}}) {
+        for (const char* row : {"pipe app", "folder app", "huge app", "empty app", "rubbish app", "cut app",
+                                "cut controllers", "cut effects/id.effect.a"}) {
+            const QString damage = QString(row).section(' ', 0, 0),
+                          name = QString(row).section(' ', 1) + ".json";
             cleanup();
             init();
             store("de", 60, 5);
@@ -148,7 +134,7 @@ private slots:
             const QMap<QString, QByteArray> damaged{{"huge", QByteArray(kMaxDataFileBytes + 1, ' ')},
                                                     {"cut", good.left(good.size() / 2)},
                                                     {"rubbish", R"({"language": "xx"}})"}};
-            const auto spoil = [&, damage = QString(damage)](const QString& file) {
+            const auto spoil = [&](const QString& file) {
                 QFile::remove(file);
                 if (damage == "pipe")
                     QCOMPARE(::mkfifo(file.toUtf8().constData(), 0600), 0);
@@ -164,7 +150,7 @@ private slots:
             };
             spoil(path(name));
             spoil(path("Moni.json"));
-            QVERIFY2(isStored("de", 60, 5), damage);
+            QVERIFY2(isStored("de", 60, 5), row);
             QCOMPARE(aside().size(), 1);
             if (damaged.contains(damage))
                 QCOMPARE(bytesOf(info.dir().filePath(aside().first())), damaged[damage]);
@@ -175,12 +161,12 @@ private slots:
             restart(); // without a backup it is a first run
             spoil(path(name));
             spoil(path(name + ".bak"));
-            QCOMPARE(m_config->appConfig("language").isUndefined(), name == kApp);
+            QCOMPARE(m_config->appConfig("language").isUndefined(), name == "app.json");
             store("ja", 31, 6);
             QCOMPARE(aside().size(), 3);
             spoil(path(name + ".bak")); // while the program runs
             restart();
-            QVERIFY2(isStored("ja", 31, 6), damage);
+            QVERIFY2(isStored("ja", 31, 6), row);
         }
     }
 

@@ -24,9 +24,8 @@ QByteArray frameOf(int leds, uchar seed = 7)
     bytes += static_cast<char>(leds >> 8);
     bytes += static_cast<char>(leds & 0xff);
     for (int i = 0; i < leds; ++i) {
-        bytes += static_cast<char>(i);
-        bytes += static_cast<char>(seed);
-        bytes += static_cast<char>(255 - i);
+        for (const int channel : {i, int(seed), 255 - i})
+            bytes += static_cast<char>(channel);
     }
     return bytes;
 }
