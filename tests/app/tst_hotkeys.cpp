@@ -45,7 +45,7 @@ private slots:
     void init()
     {
         ConfigurationManager::instance()->reset();
-        keyboard().set({});
+        FakeKeyboard::set({});
     }
     void cleanup()
     {
@@ -63,29 +63,29 @@ private slots:
         auto* timer = manager.findChild<QTimer*>();
         QVERIFY(set("a", Qt::Key_A) && set("a", Qt::Key_Tab));
         QVERIFY(isFree(Qt::Key_A) && !isFree(Qt::Key_Backtab)); // the key of a by another name
-        keyboard().set({}, {}, false);
+        FakeKeyboard::set({}, {}, false);
         QVERIFY(!set("a", Qt::Key_X) && manager.trouble("a") == HotkeyTrouble::None); // keeps what it has
         QVERIFY(!set("no", Qt::Key_N) && !timer->isActive());
-        keyboard().set({Qt::Key_X}, {Qt::Key_M});
+        FakeKeyboard::set({Qt::Key_X}, {Qt::Key_M});
         QVERIFY(!set("x", Qt::Key_X) && !set("m", Qt::Key_M) && timer->isActive());
         QCOMPARE(manager.trouble("m"), HotkeyTrouble::NoSuchKey);
-        keyboard().set({}); // what waits to be tried again is not another action's either
+        FakeKeyboard::set({}); // what waits to be tried again is not another action's either
         QVERIFY(!isFree(Qt::Key_X) && !isFree(Qt::Key_M));
 
         LogCapture log;
-        keyboard().set({Qt::Key_X}, {Qt::Key_M}, false);
+        FakeKeyboard::set({Qt::Key_X}, {Qt::Key_M}, false);
         manager.retry();
         QVERIFY(log.containing("").isEmpty());
-        keyboard().set({Qt::Key_X, Qt::Key_M}); // a key that comes, but is another's
+        FakeKeyboard::set({Qt::Key_X, Qt::Key_M}); // a key that comes, but is another's
         manager.retry();
         manager.retry();
         QCOMPARE(manager.trouble("m"), HotkeyTrouble::Taken);
         QVERIFY(log.count("taken after all") == 1 && log.count("Failed to register") == 1);
 
-        keyboard().set({Qt::Key_Tab, Qt::Key_X, Qt::Key_M});
+        FakeKeyboard::set({Qt::Key_Tab, Qt::Key_X, Qt::Key_M});
         keyboard().lose(Qt::Key_Tab);
         QTRY_COMPARE(manager.trouble("a"), HotkeyTrouble::Taken);
-        keyboard().set({});
+        FakeKeyboard::set({});
         const QSignalSpy troubles(&manager, &HotKeyManager::troubleChanged);
         timer->setInterval(1); // instead of half a minute
         QTRY_VERIFY(!timer->isActive());
@@ -120,13 +120,13 @@ private slots:
         config->setAppConfig(ConfigKeys::hotkeyBindingKey("id.hotkey.nextEffect"), chosen);
         config->setAppConfig(ConfigKeys::hotkeyBindingKey(kOnOff), bindingOf(-1));
         config->setAppConfig(ConfigKeys::hotkeyBindingKey("id.hotkey.preEffect"), "Left");
-        keyboard().set({Qt::Key_P});
+        FakeKeyboard::set({Qt::Key_P});
         start(0);
         QCOMPARE(stored(kOnOff), QJsonValue(bindingOf(Qt::Key_F10)));
         QCOMPARE(stored("id.hotkey.preEffect"), QJsonValue(bindingOf(Qt::Key_Left)));
         QCOMPARE(stored("id.hotkey.increaseBrightness"), QJsonValue(bindingOf(Qt::Key_Up)));
         QCOMPARE(stored("id.hotkey.nextEffect"), QJsonValue(chosen)); // no stand-in for what cannot be had
-        QVERIFY(keyboard().holds(Qt::Key_F10) && FakeKeyboard::s_ours.size() == 4);
+        QVERIFY(FakeKeyboard::holds(Qt::Key_F10) && FakeKeyboard::s_ours.size() == 4);
     }
 
     void everyPressCounts()
@@ -185,7 +185,7 @@ private slots:
 
     void userGivesAnActionAnotherKey()
     {
-        keyboard().set({Qt::Key_F10, Qt::Key_X, Qt::Key_Right});
+        FakeKeyboard::set({Qt::Key_F10, Qt::Key_X, Qt::Key_Right});
         start(1);
         HotKeyEditWidget table;
         m_app->fillHotkeys(table);
@@ -194,13 +194,13 @@ private slots:
             QCOMPARE(edit(table, refused), "Ctrl+Alt+Shift+F10");
         QCOMPARE(stored(kOnOff), QJsonValue(bindingOf(Qt::Key_F10)));
         // Its own one, once it can be had; what becomes free meanwhile shows as soon as the page does.
-        keyboard().set({});
+        FakeKeyboard::set({});
         edit(table, "F10");
-        QVERIFY(keyboard().holds(Qt::Key_F10) && !isMarked(table, 0) && isMarked(table, 1));
+        QVERIFY(FakeKeyboard::holds(Qt::Key_F10) && !isMarked(table, 0) && isMarked(table, 1));
         table.show();
         QVERIFY(!isMarked(table, 1));
         QCOMPARE(edit(table, "P"), "Ctrl+Alt+Shift+P");
-        QVERIFY(keyboard().holds(Qt::Key_P) && !keyboard().holds(Qt::Key_F10));
+        QVERIFY(FakeKeyboard::holds(Qt::Key_P) && !FakeKeyboard::holds(Qt::Key_F10));
         QCOMPARE(stored(kOnOff), QJsonValue(bindingOf(Qt::Key_P)));
     }
 
