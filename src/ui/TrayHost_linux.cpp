@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr int kAnswerMs = 1000;
+constexpr int kFirstAnswerMs = 1000; ///< what the start of the program waits for
+constexpr int kBusDefaultMs = -1;
 constexpr xcb_window_t kNoWindow = XCB_WINDOW_NONE;
 const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
@@ -114,6 +115,7 @@ public:
         for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
             m_bus.connect({}, kWatcherPath, kWatcher, QLatin1String(signal), this, SLOT(ask()));
         ask();
+        m_answerMs = kBusDefaultMs; // nothing waits for the later ones
         m_answer->waitForFinished();
         take();
     }
@@ -128,7 +130,7 @@ private slots:
         question << kWatcher << QStringLiteral("IsStatusNotifierHostRegistered");
         question.setAutoStartService(false);
         // A newer question makes the older answer void.
-        m_answer = std::make_unique<QDBusPendingCallWatcher>(m_bus.asyncCall(question, kAnswerMs));
+        m_answer = std::make_unique<QDBusPendingCallWatcher>(m_bus.asyncCall(question, m_answerMs));
         connect(m_answer.get(), &QDBusPendingCallWatcher::finished, this, &NotifierTray::take);
     }
 
@@ -136,6 +138,9 @@ private:
     void take()
     {
         const QDBusPendingReply<QDBusVariant> reply = *m_answer;
+        // A panel that is busy with its own start tells nothing when it gets round to it.
+        if (reply.isError() && reply.error().type() == QDBusError::NoReply)
+            QMetaObject::invokeMethod(this, &NotifierTray::ask, Qt::QueuedConnection);
         const bool isThere = reply.isValid() && reply.value().variant().toBool();
         if (isThere == m_isThere)
             return;
@@ -147,6 +152,7 @@ private:
     QDBusServiceWatcher m_service;
     std::function<void()> m_changed;
     std::unique_ptr<QDBusPendingCallWatcher> m_answer;
+    int m_answerMs = kFirstAnswerMs;
     bool m_isThere = false;
 };
 

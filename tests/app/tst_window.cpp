@@ -300,6 +300,7 @@ private slots:
         NotifierPanel panel(bus);
         panel.show();
         m_program->start({"--auto_startup"});
+        QThread::sleep(2); // a busy panel answers late
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty() && panel.menu().contains(kStrip), kWaitMs);
         for (const bool isByKey : {true, false}) {
