@@ -13,6 +13,7 @@ tools=$(pkg-config --variable=host_bins Qt5Core)
 ln -sfn /usr/include/opencv4/opencv2 "$headers/opencv2"
 ln -sfn /usr/include/log4cplus "$headers/log4cplus"
 ln -sfn /usr/include/jsoncpp/json "$headers/json"
+for header in zip.h zipconf.h sodium.h sodium; do ln -sfn "/usr/include/$header" "$headers/$header"; done
 
 export compiler="ccache x86_64-w64-mingw32-g++-posix"
 modules=""
@@ -22,6 +23,7 @@ export flags="-std=c++17 -c -O0 -Wall -Wextra -Wno-attributes -Werror=return-typ
     -DQT_CORE_LIB -DQT_GUI_LIB -DQT_WIDGETS_LIB -DQT_NETWORK_LIB -DQT_SERIALPORT_LIB -DQT_MESSAGELOGCONTEXT
     -isystem $qt $modules -isystem $headers -I$generated -Isrc -Itools"
 
+sed 's/@[A-Z_]*@//' src/support/net/ProductSettings.in.h >"$generated/CompiledProductSettings.h"
 # With these moc sees the Windows side of a header; the modules are those whose interfaces classes of ours name.
 x86_64-w64-mingw32-g++-posix -std=c++17 -dM -E -x c++ /dev/null >"$out/predefines.h"
 run_moc() {

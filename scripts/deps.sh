@@ -6,11 +6,11 @@ set -u
 declare -A packages
 packages[build]="g++ cmake ninja-build ccache pkg-config git
     qtbase5-dev qttools5-dev-tools libqt5serialport5-dev
-    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libpulse-dev
+    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libpulse-dev libzip-dev libsodium-dev
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev
     libqt5x11extras5-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev"
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio"
-packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-utils dbus-daemon fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
+packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-utils dbus-daemon openssl fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
     g++-mingw-w64-x86-64-posix"
 packages[format]="clang-format-14"

@@ -41,6 +41,9 @@ inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDa
 inline constexpr Setting<bool> kExtraEffects{"effects.extra", false};
 inline constexpr Number<double> kMusicQuietLevel{{"effects.musicQuietLevel", 0.0}, 0.0, 79.0};
 
+inline constexpr Setting<const char*> kUserContact{"feedback.userContactInfo", ""};
+inline constexpr Setting<bool> kReportUsage{"online.reportUsage", false}; // the user's consent
+
 // Application store, one key a device; the functions append the controller id.
 inline constexpr Setting<bool> kAutoWipeDarkSideOf{"runtime.screenSync.autoWipeDarkSide.", false};
 inline constexpr Setting<const char*> kSourceIndexOf{"runtime.screenSync.sourceIndex.", ""};

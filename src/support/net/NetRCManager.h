@@ -1,0 +1,57 @@
+#pragma once
+
+#include "support/net/ProductSettings.h"
+
+#include <QNetworkReply>
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+class FeedbackManager;
+
+/// The client of the update and feedback service. Without a service address nothing is ever sent, and no
+/// network object is made. docs/online.md tells the wire. Main thread. Sources: NetRCManager.cpp (versions
+/// and usage), NetRCManager_feedback.cpp.
+class NetRCManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit NetRCManager(QObject* parent = nullptr);
+    /// With other settings than those of the build, for tests; `version` is the running one.
+    NetRCManager(ProductSettings settings, QString version, QObject* parent = nullptr);
+    ~NetRCManager() override; ///< what is under way ends without a word
+
+    /// Whether there is a service to talk to.
+    bool isOnline() const;
+
+    /// Asks for the latest version, which is stored as "latestVerion.version" once its signature holds. Tried
+    /// a second time after a pause. A failure changes nothing but the log.
+    void checkVersion();
+    /// Downloads the installer of the version that the last good checkVersion() told of, going on where an
+    /// earlier download ended. One at a time.
+    void downloadLatestApp();
+    void cancelDownload();
+    /// Sends the archive of `feedback` and calls one of the two, once. Not tried again.
+    void sendFeedback(QPointer<FeedbackManager> feedback, std::function<void()> success,
+                      std::function<void(QNetworkReply::NetworkError)> failure);
+    /// The failure is OperationCanceledError.
+    void cancelFeedback();
+    /// When the program was started and, at its end, stopped ("yyyyMMddHHmmss", or empty). Sent only when the
+    /// user has agreed (ConfigKeys::kReportUsage).
+    void uploadAppOnOffTime(QString openTime, QString closeTime);
+    /// Waits for usage reports that are under way, `ms` at most; does nothing when there is none.
+    void finishReports(int ms);
+
+signals:
+    void hasNewAppVersion(); ///< the stored one is later than the running one, and can be downloaded
+    void downloadProgress(qint64 bytes, qint64 of);
+    void newInstallationFileDownloaded(QString path); ///< checked against the signed answer
+    void downloadFailed(QString reason);              ///< for the user's eyes, translated
+    void feedbackProgress(qint64 bytes, qint64 of);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QUrl>
+
+/// Whether a request may go there: HTTPS, or HTTP to the loopback address.
+bool isAllowedAddress(const QUrl& address);
+
+/// Whether an answer may lead on from one address to another: only to HTTPS, or from loopback to loopback.
+bool isAllowedRedirect(const QUrl& from, const QUrl& to);
+
+/// The address of a path of the service, with one slash between the two.
+QUrl serviceUrl(const QUrl& service, const QString& path);

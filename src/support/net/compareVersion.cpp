@@ -1,0 +1,10 @@
+#include "support/net/compareVersion.h"
+
+#include <QRegularExpression>
+#include <QVersionNumber>
+
+bool compareVersion(const QString& a, const QString& b)
+{
+    static const QRegularExpression version(QStringLiteral(R"(\A[0-9]{1,9}(\.[0-9]{1,9}){0,3}\z)"));
+    return !version.match(b).hasMatch() || QVersionNumber::fromString(b) <= QVersionNumber::fromString(a);
+}

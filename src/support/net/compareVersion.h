@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+
+/// Whether version `a` is up to date relative to `b`: false only when `b` is a version, and a later one.
+/// Versions are up to four numbers with dots between; one that ends is earlier than one that goes on ("1.2"
+/// before "1.2.1").
+bool compareVersion(const QString& a, const QString& b);

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+
+/// What the help dialog shows and what its buttons do. Main thread.
+class HelpDialogViewModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString latestVersion READ latestVersion WRITE setLatestVersion NOTIFY latestVersionChanged)
+    Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
+    Q_PROPERTY(
+        QString userContactInfo READ userContactInfo WRITE setUserContactInfo NOTIFY userContactInfoChanged)
+
+public:
+    using SendFeedback = std::function<void(QString message, QString contact)>;
+    using Order = std::function<void()>;
+
+    explicit HelpDialogViewModel(QObject* parent = nullptr);
+
+    QString latestVersion() const { return m_latestVersion; }
+    void setLatestVersion(const QString& version);
+    QString currentVersion() const; ///< of the application
+    QString userContactInfo() const { return m_userContactInfo; }
+    void setUserContactInfo(const QString& contact);
+
+    /// Calls what was handed in, if anything.
+    void sendFeedback(const QString& message, const QString& contact) const;
+    void saveReport(const QString& message, const QString& contact) const;
+    void requestUpdate() const;
+    void setSendFeedback(SendFeedback send);
+    void setSaveReport(SendFeedback save);
+    void setRequestUpdate(Order update);
+
+    // Of the product, set once; what is empty or false hides its row.
+    bool isOnline = false; ///< there is a service to ask for versions, and to send feedback to
+    QString supportMail;
+    QString webSite; ///< without http://
+
+signals:
+    void latestVersionChanged();
+    void userContactInfoChanged();
+
+private:
+    QString m_latestVersion;
+    QString m_userContactInfo;
+    SendFeedback m_sendFeedback;
+    SendFeedback m_saveReport;
+    Order m_requestUpdate;
+};
