@@ -1,37 +1,19 @@
 #pragma once
 
+#include "ServerFault.h"
+#include "ServerRequest.h"
+
 #include <QByteArray>
 #include <QJsonObject>
-#include <QMap>
 #include <QObject>
 #include <QSslCertificate>
 #include <QSslKey>
 #include <QString>
 #include <QUrl>
+
 #include <memory>
 
-/// What a server may do wrong with an answer's body, or instead of one.
-enum class ServerFault {
-    None,
-    SilentAfterConnect, ///< takes the request and says nothing
-    OneByteASecond,
-    Endless,        ///< announces 10 GB, or nothing, and never stops
-    WrongLength,    ///< announces more than it sends, then closes
-    CutInTheMiddle, ///< half of the body, then closes
-    BrokenGzip,     ///< says that the body is compressed, which it is not
-    HtmlPage,       ///< a page of HTML with status 200, as a hotel's network answers
-    ServerError,    ///< status 500
-    Redirect,       ///< to `redirectTo`
-};
-
-/// One request as it arrived.
-struct ServerRequest
-{
-    QByteArray method;
-    QByteArray path;                      ///< with its query
-    QMap<QByteArray, QByteArray> headers; ///< names in lower case
-    QByteArray body;
-};
+class SigningKey;
 
 /// A small real server of the online service on the loopback address, as docs/online.md has it: for tests,
 /// the demo and whoever writes a bigger one. Speaks HTTP/1.1, one request a connection. Lives in the thread
@@ -50,15 +32,24 @@ public:
     bool listen(quint16 port = 0);
     /// "http://127.0.0.1:PORT", or with https.
     QUrl address() const;
-    /// Ed25519 key made at construction, 32 bytes.
+    /// Hangs up on everybody and is not there any more.
+    void close();
+
+    /// Signs by another key than the one made at construction.
+    void setKey(const SigningKey& key);
+    /// Ed25519, 32 bytes.
     QByteArray publicKey() const;
 
-    /// The version answer's fields (`file`, `url`, `sha256`, `size` are filled in by setInstaller());
-    /// whatever the test wants.
+    /// The version answer's fields, whatever the test wants; none is answered until there is one. Those that
+    /// are absent come from the question (`system`, `arch`), from setInstaller() (`file`, `url`, `sha256`,
+    /// `size`), or are right (`product`).
     void setVersion(const QJsonObject& version);
     QJsonObject version() const;
-    /// Serves these bytes below /download/ and names them in the version answer.
+    /// Any text with its signature, for setRawAnswer().
+    QByteArray signedAnswer(const QByteArray& text) const;
+    /// Serves these bytes as /download/FILE (its plain name) and names them in the version answer.
     void setInstaller(const QString& file, const QByteArray& bytes);
+    /// At first there is none to show.
     void setAdvertisement(const QJsonObject& advertisement);
     /// Any other file, by its path.
     void setFile(const QString& path, const QByteArray& bytes, const QByteArray& contentType);
@@ -67,17 +58,19 @@ public:
     void setSignatureWrong(bool isWrong);
     void setCanResume(bool canResume); ///< whether Range is honoured; true at first
 
-    /// For requests whose path begins so; `times` of them, -1 for all.
+    /// For requests whose path begins so; `times` of them, -1 for all. The fault set last counts.
     void setFault(const QString& path, ServerFault fault, int times = -1);
     QUrl redirectTo;
 
-    /// All so far, refused ones as well, and connections that said nothing.
+    /// All so far, refused ones as well.
     QList<ServerRequest> requests() const;
+    /// Of those whose path begins so.
     int requestCount(const QString& path) const;
+    /// With those that said nothing.
     int connectionCount() const;
 
 signals:
-    void requested(QByteArray path);
+    void requested(QByteArray path); ///< before it is answered
     void feedbackReceived(QByteArray archive);
 
 private:
