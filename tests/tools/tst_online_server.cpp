@@ -1,18 +1,17 @@
 // The server of the online service, asked as the wire has it.
+#include "Certificates.h"
 #include "OnlineServer.h"
 #include "RequestParser.h"
 #include "SigningKey.h"
 
-#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QSignalSpy>
-#include <QTcpSocket>
+#include <QSslConfiguration>
+#include <QSslSocket>
 #include <QtTest>
 #include <sodium.h>
 
 namespace {
-
-const QByteArray kQuestion = R"({"var":"1.2.1","app_name":"lumivar"})";
 
 QByteArray posted(const QByteArray& path, const QByteArray& type, const QByteArray& body)
 {
@@ -113,12 +112,78 @@ private slots:
         QVERIFY(isSigned(envelope()));
     }
 
+    void sendsThePartOfAFileThatIsAskedFor_data()
+    {
+        QTest::addColumn<QByteArray>("range");
+        QTest::addColumn<QByteArray>("told");
+        QTest::addColumn<QByteArray>("body");
+        QTest::newRow("from") << QByteArray("bytes=7-") << QByteArray("206 ~bytes 7-9/10")
+                              << QByteArray("789");
+        QTest::newRow("from, to") << QByteArray("bytes=0-1") << QByteArray("206 ~bytes 0-1/10")
+                                  << QByteArray("01");
+        QTest::newRow("too far") << QByteArray("bytes=9-99") << QByteArray("206 ~bytes 9-9/10")
+                                 << QByteArray("9");
+        QTest::newRow("behind it") << QByteArray("bytes=10-") << QByteArray("416 ~bytes */10")
+                                   << QByteArray("Range Not Satisfiable\n");
+        QTest::newRow("backwards") << QByteArray("bytes=5-2") << QByteArray("200 ")
+                                   << QByteArray("0123456789");
+    }
+
+    void sendsThePartOfAFileThatIsAskedFor()
+    {
+        QFETCH(QByteArray, range);
+        QFETCH(QByteArray, told);
+        m_server->setFile("/a file", "0123456789", "text/plain");
+        const QByteArray answer = ask(got("/a%20file?really", "Range: " + range + "\r\n"));
+        QVERIFY(answer.startsWith("HTTP/1.1 " + told.split('~')[0]));
+        QVERIFY(told.endsWith(' ') || answer.contains("Content-Range: " + told.split('~')[1] + "\r\n"));
+        QTEST(bodyOf(answer), "body");
+        m_server->setCanResume(false);
+        QCOMPARE(bodyOf(ask(got("/a%20file", "Range: " + range + "\r\n"))), QByteArray("0123456789"));
+    }
+
+    void takesFeedbackByTls()
+    {
+        QVERIFY(m_certificates.make());
+        m_server->close();
+        m_server->setCertificate(m_certificates.local.certificate, m_certificates.local.key);
+        QVERIFY(m_server->listen());
+        const QByteArray archive(3000000, 'z');
+        QSignalSpy feedback(m_server.get(), &OnlineServer::feedbackReceived);
+        QVERIFY(ask(posted("/app/feedback", "text/plain", archive)).contains(" 415 "));
+        QVERIFY(feedback.isEmpty());
+        QCOMPARE(bodyOf(ask(posted("/app/feedback", "application/zip", archive))),
+                 QByteArray(R"({"received":true})"));
+        QCOMPARE(feedback.value(0).value(0).toByteArray(), archive);
+    }
+
+    void goesWrongAsOftenAsIsWanted()
+    {
+        const QByteArray request = posted("/app/get_advertisement_info.php", "application/json",
+                                          R"({"var":"1","app_name":"lumivar"})");
+        const QByteArray body = R"({"enable":0,"vertion":0})";
+        m_server->setFault("/app", ServerFault::CutInTheMiddle, 1);
+        const QByteArray cut = ask(request);
+        QVERIFY(cut.contains("Content-Length: 24\r\n"));
+        QCOMPARE(bodyOf(cut), body.left(12));
+        QCOMPARE(bodyOf(ask(request)), body);
+        QCOMPARE(m_server->requestCount("/app/get"), 2);
+    }
+
 private:
     /// Everything that is answered until the server closes.
     QByteArray ask(const QByteArray& request)
     {
-        QTcpSocket socket;
-        socket.connectToHost(QHostAddress::LocalHost, quint16(m_server->address().port()));
+        QSslSocket socket;
+        const QUrl address = m_server->address();
+        if (address.scheme() == "https") {
+            QSslConfiguration trust = QSslConfiguration::defaultConfiguration();
+            trust.setCaCertificates({m_certificates.authority.certificate});
+            socket.setSslConfiguration(trust);
+            socket.connectToHostEncrypted(address.host(), quint16(address.port()));
+        } else {
+            socket.connectToHost(address.host(), quint16(address.port()));
+        }
         socket.write(request);
         QSignalSpy closed(&socket, &QTcpSocket::disconnected);
         if (!closed.wait(20000))
@@ -126,6 +191,7 @@ private:
         return socket.readAll();
     }
 
+    Certificates m_certificates;
     std::unique_ptr<OnlineServer> m_server;
 };
 
