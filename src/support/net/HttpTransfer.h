@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QNetworkReply>
 #include <QObject>
@@ -43,28 +44,66 @@ struct HttpAnswer
 };
 
 /// One HTTP exchange that a hostile or broken server can neither hold up nor blow up: bounded in time and
-/// size, redirected only where isAllowedRedirect() says so, without cookies, never compressed. Main thread.
+/// size, redirected only where isAllowedRedirect() says so, without cookies, never compressed. An answer has
+/// to tell its length, so that none that was cut passes for a whole one. A POST is sent once. Main thread.
+/// May be deleted at any time, also by what it calls.
 class HttpTransfer : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `network` is the caller's, and outlives the transfer.
+    /// `network` is the caller's, and outlives the transfer. Its proxy is set here: none for the loopback
+    /// address, the system's for all others.
     HttpTransfer(QNetworkAccessManager& network, HttpRequest request, QObject* parent = nullptr);
     ~HttpTransfer() override; ///< aborts; nothing is told any more
 
     /// The body goes to `sink` piece by piece instead; false ends the transfer with an error. `begin` is told
     /// first at which byte of the file the body starts (0, or `from` where the server could) and how many
-    /// come, -1 when the server does not say; false ends it as well. To be set before start().
+    /// come; false ends it as well. To be set before start().
     void setSink(std::function<bool(qint64 from, qint64 size)> begin,
                  std::function<bool(const QByteArray& piece)> sink);
 
-    /// Ends with finished(), once and never from inside this call. An address that is not allowed fails.
+    /// Ends with finished(), once and always from the event loop. An address that is not allowed fails.
     void start();
-    /// Ends with finished() and OperationCanceledError.
+    /// Ends with finished() and OperationCanceledError, from the event loop as well.
     void cancel();
 
 signals:
-    void progress(qint64 bytes, qint64 of); ///< of the upload, then of the answer; `of` is -1 when unknown
+    void progress(qint64 bytes, qint64 of); ///< of the upload, then of the answer
     void finished(HttpAnswer answer);
+
+private:
+    enum class Phase { New, Connecting, Running, Over };
+
+    void ask(const QUrl& url);
+    void listenTo(QNetworkReply* reply);
+    void dropReply();
+    void countUpload(qint64 sent, qint64 of);
+    void countBytes(qint64 bytes);
+    void checkPace();
+    void readHead();
+    void followRedirect();
+    bool readLength();
+    bool readRange();
+    void readBody();
+    void readEnd();
+    void end(QNetworkReply::NetworkError error, const QString& text);
+
+    QPointer<QNetworkAccessManager> m_network;
+    HttpRequest m_request;
+    QBuffer m_body;
+    std::function<bool(qint64, qint64)> m_begin;
+    std::function<bool(const QByteArray&)> m_sink;
+    Phase m_phase = Phase::New;
+    QPointer<QNetworkReply> m_reply;
+    QTimer m_deadline; ///< of the connection, then of a span of the pace
+    qint64 m_spanBytes = 0;
+    qint64 m_sent = 0;
+    int m_redirects = 0;
+    bool m_hasHead = false;
+    qint64 m_start = 0;
+    qint64 m_size = 0;
+    qint64 m_received = 0;
+    QString m_tlsErrors;
+    HttpAnswer m_answer;
 };

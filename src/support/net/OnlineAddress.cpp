@@ -2,19 +2,15 @@
 
 #include <QHostAddress>
 
-namespace {
-
 bool isLoopback(const QUrl& address)
 {
     const QString host = address.host();
     return host == QLatin1String("localhost") || QHostAddress(host).isLoopback();
 }
 
-} // namespace
-
 bool isAllowedAddress(const QUrl& address)
 {
-    if (!address.isValid() || address.host().isEmpty())
+    if (!address.isValid() || address.host().isEmpty() || !address.userInfo().isEmpty())
         return false;
     return address.scheme() == QLatin1String("https") ||
            (address.scheme() == QLatin1String("http") && isLoopback(address));

@@ -2,7 +2,10 @@
 
 #include <QUrl>
 
-/// Whether a request may go there: HTTPS, or HTTP to the loopback address.
+/// Whether its host is this machine: "localhost" or a loopback number.
+bool isLoopback(const QUrl& address);
+
+/// Whether a request may go there: HTTPS, or HTTP to the loopback address. No user or password inside.
 bool isAllowedAddress(const QUrl& address);
 
 /// Whether an answer may lead on from one address to another: only to HTTPS, or from loopback to loopback.
