@@ -52,6 +52,7 @@ void describeApplication(QApplication& app, bool isPlatformChosen)
 {
     QCoreApplication::setApplicationName(QStringLiteral("Lumivar")); // names the user's folders
     QCoreApplication::setApplicationVersion(QLatin1String(BuildInfo::kAppVersion));
+    app.setProperty("buildCommit", QLatin1String(BuildInfo::kGitCommit));
     QApplication::setFont(QFont(QStringLiteral("Arial")));
     QApplication::setQuitOnLastWindowClosed(false); // the tray keeps the program running
     app.setProperty("isHeadless",
