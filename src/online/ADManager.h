@@ -2,13 +2,9 @@
 
 #include "support/net/ProductSettings.h"
 
-#include <QJsonObject>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 #include <memory>
-
-class QNetworkReply;
 
 /// Fetches what the home page's first picture box shows, keeps picture and state on the disk, and tells of
 /// them. Without a service address nothing is ever sent. Main thread.
@@ -24,6 +20,9 @@ public:
 
     /// Asks the service, a second time after a pause. To be called once, at start.
     void requestADInfo();
+
+    /// The pause before a second try, for tests.
+    void setRetryPause(int ms);
 
 signals:
     void sendUpadteDone(QString image_filename, QString hrefUrl);
