@@ -596,6 +596,21 @@
     </message>
 </context>
 <context>
+    <name>NetRCManager</name>
+    <message>
+        <source>下载未完成，请检查网络后重试</source>
+        <translation>لم يكتمل التنزيل. يُرجى التحقق من الشبكة ثم المحاولة مرة أخرى.</translation>
+    </message>
+    <message>
+        <source>无法保存下载的文件，请检查磁盘空间</source>
+        <translation>يتعذّر حفظ الملف الذي تم تنزيله. يُرجى التحقق من مساحة القرص.</translation>
+    </message>
+    <message>
+        <source>下载的文件不正确，已将其删除</source>
+        <translation>الملف الذي تم تنزيله غير صحيح وتم حذفه.</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>

@@ -596,6 +596,21 @@
     </message>
 </context>
 <context>
+    <name>NetRCManager</name>
+    <message>
+        <source>下载未完成，请检查网络后重试</source>
+        <translation>Der Download wurde nicht abgeschlossen. Bitte prüfen Sie das Netzwerk und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>无法保存下载的文件，请检查磁盘空间</source>
+        <translation>Die heruntergeladene Datei kann nicht gespeichert werden. Bitte prüfen Sie den Speicherplatz.</translation>
+    </message>
+    <message>
+        <source>下载的文件不正确，已将其删除</source>
+        <translation>Die heruntergeladene Datei ist nicht die richtige und wurde gelöscht.</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>

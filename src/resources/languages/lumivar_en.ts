@@ -596,6 +596,21 @@
     </message>
 </context>
 <context>
+    <name>NetRCManager</name>
+    <message>
+        <source>下载未完成，请检查网络后重试</source>
+        <translation>The download did not finish. Please check the network and try again.</translation>
+    </message>
+    <message>
+        <source>无法保存下载的文件，请检查磁盘空间</source>
+        <translation>The downloaded file cannot be saved. Please check the disk space.</translation>
+    </message>
+    <message>
+        <source>下载的文件不正确，已将其删除</source>
+        <translation>The downloaded file is not the right one and was deleted.</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>

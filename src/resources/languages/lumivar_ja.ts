@@ -596,6 +596,21 @@
     </message>
 </context>
 <context>
+    <name>NetRCManager</name>
+    <message>
+        <source>下载未完成，请检查网络后重试</source>
+        <translation>ダウンロードが完了しませんでした。ネットワークを確認して、もう一度お試しください</translation>
+    </message>
+    <message>
+        <source>无法保存下载的文件，请检查磁盘空间</source>
+        <translation>ダウンロードしたファイルを保存できません。ディスクの空き容量を確認してください</translation>
+    </message>
+    <message>
+        <source>下载的文件不正确，已将其删除</source>
+        <translation>ダウンロードしたファイルが正しくないため、削除しました</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>

@@ -596,6 +596,21 @@
     </message>
 </context>
 <context>
+    <name>NetRCManager</name>
+    <message>
+        <source>下载未完成，请检查网络后重试</source>
+        <translation>다운로드가 완료되지 않았습니다. 네트워크를 확인한 후 다시 시도하세요</translation>
+    </message>
+    <message>
+        <source>无法保存下载的文件，请检查磁盘空间</source>
+        <translation>다운로드한 파일을 저장할 수 없습니다. 디스크 공간을 확인하세요</translation>
+    </message>
+    <message>
+        <source>下载的文件不正确，已将其删除</source>
+        <translation>다운로드한 파일이 올바르지 않아 삭제했습니다</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>

@@ -11,8 +11,8 @@
 class FeedbackManager;
 
 /// The client of the update and feedback service. Without a service address nothing is ever sent, and no
-/// network object is made. docs/online.md tells the wire. Main thread. Sources: NetRCManager.cpp (versions
-/// and usage), NetRCManager_feedback.cpp.
+/// network object is made. docs/online.md tells the wire. Main thread. Once the program is about to quit, no
+/// version and no download is told of any more.
 class NetRCManager : public QObject
 {
     Q_OBJECT
@@ -27,13 +27,17 @@ public:
     bool isOnline() const;
 
     /// Asks for the latest version, which is stored as "latestVerion.version" once its signature holds. Tried
-    /// a second time after a pause. A failure changes nothing but the log.
+    /// a second time after a pause. A failure changes nothing but the log. Nothing while one is under way.
     void checkVersion();
-    /// Downloads the installer of the version that the last good checkVersion() told of, going on where an
-    /// earlier download ended. One at a time.
+    /// Downloads the installer of the version that the last good checkVersion() told of, or asks for one
+    /// first; goes on where an earlier download ended. Nothing while one is under way.
     void downloadLatestApp();
+    /// Without a word: neither a failure nor an installer is told of. What has come is kept for the next
+    /// time.
     void cancelDownload();
-    /// Sends the archive of `feedback` and calls one of the two, once. Not tried again.
+    /// Sends the archive of `feedback` and calls one of the two, once and never from inside this call;
+    /// neither when the manager is gone by then. Not tried again. Without a service, without an archive and
+    /// while another one is being sent it fails.
     void sendFeedback(QPointer<FeedbackManager> feedback, std::function<void()> success,
                       std::function<void(QNetworkReply::NetworkError)> failure);
     /// The failure is OperationCanceledError.
@@ -41,8 +45,11 @@ public:
     /// When the program was started and, at its end, stopped ("yyyyMMddHHmmss", or empty). Sent only when the
     /// user has agreed (ConfigKeys::kReportUsage).
     void uploadAppOnOffTime(QString openTime, QString closeTime);
-    /// Waits for usage reports that are under way, `ms` at most; does nothing when there is none.
+    /// Waits for usage reports that are under way, `ms` at most, and lets nothing else of this thread run.
     void finishReports(int ms);
+
+    /// The pause before a second try, for tests.
+    void setRetryPause(int ms);
 
 signals:
     void hasNewAppVersion(); ///< the stored one is later than the running one, and can be downloaded
