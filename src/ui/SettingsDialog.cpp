@@ -12,9 +12,6 @@
 #include <QApplication>
 #include <QDebug>
 #include <QDesktopServices>
-#include <QScreen>
-#include <QScrollBar>
-#include <QShowEvent>
 #include <QUrl>
 
 namespace {
@@ -58,40 +55,26 @@ void store(const char* key, const T& value, const char* file = __builtin_FILE(),
 } // namespace
 
 SettingsDialog::SettingsDialog(QWidget* parent)
-    : BaseDialog(parent)
+    : PagedDialog(parent)
     , ui(std::make_unique<Ui::SettingsDialog>())
 {
     ui->setupUi(this);
     setHeaderSize(ui->header->minimumHeight());
     connect(ui->toolButton, &QToolButton::clicked, this, &QDialog::reject);
 
-    SliderBar* bar = ui->sliderBar;
-    const QColor ground(61, 66, 77);
-    bar->setBgColorStart(ground);
-    bar->setBgColorEnd(ground);
-    const QColor raised(41, 44, 51);
-    bar->setBarColorStart(raised);
-    bar->setBarColorEnd(raised);
-    bar->setTextNormalColor({187, 187, 188});
-    bar->setTextSelectColor({231, 150, 26});
-    bar->setLineColor({250, 160, 14});
-    bar->setFlat(true);
-    bar->setBarStyle(SliderBar::BarStyle_Line);
-    bar->setLineWidth(4);
-    bar->setKeyMove(true);
-    connect(bar, &SliderBar::currentItemChanged, this, &SettingsDialog::onSliderBarCurItemChanged);
+    connect(ui->sliderBar, &SliderBar::currentItemChanged, this, &SettingsDialog::onSliderBarCurItemChanged);
 
     initGeneralPage();
     initCloseActionView();
     initPhysicalButton();
     initScreenCaptureModeView();
     initAdvancedPage();
-    retranslate();
+    initPages(*ui->sliderBar, *ui->stackedWidget, kUsualSize);
+    SettingsDialog::retranslate();
     for (QWidget* control :
          {static_cast<QWidget*>(ui->cbxLanguage), static_cast<QWidget*>(ui->phyBtnActionCbx),
           static_cast<QWidget*>(ui->screenCaptureModeComboBox), static_cast<QWidget*>(ui->gamaSliderBar)})
         control->installEventFilter(this);
-    bar->setFocus();
 }
 
 SettingsDialog::~SettingsDialog()
@@ -300,59 +283,7 @@ void SettingsDialog::onLoopLogStatChanged(bool status)
 
 void SettingsDialog::onSliderBarCurItemChanged(int index, QString item)
 {
-    ui->stackedWidget->setCurrentIndex(index);
-    ui->sliderBar->setAccessibleDescription(item);
-}
-
-QSize SettingsDialog::neededSize() const
-{
-    const QScrollArea* const areas[] = {ui->generalArea, ui->advancedArea};
-    int width = qMax(kUsualSize.width(), minimumSizeHint().width());
-    for (const QScrollArea* area : areas) {
-        const int bar = area->verticalScrollBar()->sizeHint().width();
-        width = qMax(width, area->widget()->minimumSizeHint().width() + bar);
-    }
-    int height = 0;
-    for (const QScrollArea* area : areas) {
-        const QWidget* page = area->widget();
-        height =
-            qMax(height, page->hasHeightForWidth() ? page->heightForWidth(width) : page->sizeHint().height());
-    }
-    const int around = minimumSizeHint().height() - ui->stackedWidget->minimumSizeHint().height();
-    return {width, qMax(kUsualSize.height(), height + around)};
-}
-
-void SettingsDialog::growAround(QPoint centre)
-{
-    const QScreen* there = QGuiApplication::screenAt(centre);
-    const QRect room = (there ? there : screen())->availableGeometry();
-    const QSize wanted = neededSize().expandedTo(size()).boundedTo(room.size());
-    if (wanted == size())
-        return;
-    QRect place({}, wanted);
-    place.moveCenter(centre);
-    place.moveLeft(qBound(room.left(), place.left(), room.right() + 1 - place.width()));
-    place.moveTop(qBound(room.top(), place.top(), room.bottom() + 1 - place.height()));
-    setGeometry(place);
-}
-
-void SettingsDialog::showEvent(QShowEvent* event)
-{
-    if (!event->spontaneous())
-        growAround(parentWidget() ? parentWidget()->window()->geometry().center()
-                                  : screen()->availableGeometry().center());
-    BaseDialog::showEvent(event);
-}
-
-void SettingsDialog::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::LanguageChange) {
-        retranslate();
-        // The parts hear of the language after this.
-        QMetaObject::invokeMethod(
-            this, [this] { growAround(geometry().center()); }, Qt::QueuedConnection);
-    }
-    BaseDialog::changeEvent(event);
+    showPage(index, item);
 }
 
 bool SettingsDialog::eventFilter(QObject* watched, QEvent* event)
@@ -362,7 +293,7 @@ bool SettingsDialog::eventFilter(QObject* watched, QEvent* event)
         event->ignore();
         return true;
     }
-    return BaseDialog::eventFilter(watched, event);
+    return PagedDialog::eventFilter(watched, event);
 }
 
 QMessageBox* SettingsDialog::makeBox(QMessageBox::Icon icon, const QString& title, const QString& text,

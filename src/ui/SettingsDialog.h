@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/BaseDialog.h"
+#include "ui/PagedDialog.h"
 
 #include <QMessageBox>
 #include <QPointer>
@@ -17,7 +17,7 @@ class SettingsDialog;
 /// The user's preferences, on two pages or, with the application's property "isAdvanced", three. Every change
 /// is stored at once and counts from then on; there is nothing to confirm. Made anew for each opening, so
 /// that it shows the values of the moment. Main thread.
-class SettingsDialog : public BaseDialog
+class SettingsDialog : public PagedDialog
 {
     Q_OBJECT
 
@@ -34,8 +34,7 @@ signals:
     void gamaMoved(double gama);
 
 protected:
-    void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
+    void retranslate() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
@@ -62,15 +61,10 @@ private:
     void onAdvancedModeChanged(int state);
     void storeGama();
 
-    void retranslate();
     void fillPageBar();
     void fillLanguages();
     void fillCaptureModes();
     void explainRows();
-    /// For every page as it is now, without a scroll bar.
-    QSize neededSize() const;
-    /// Takes that size where it is smaller, as far as the screen allows; the rest is scrolled.
-    void growAround(QPoint centre);
     /// One box at a time; it goes with the dialog.
     QMessageBox* makeBox(QMessageBox::Icon icon, const QString& title, const QString& text,
                          QMessageBox::StandardButtons buttons, QWidget* parent);

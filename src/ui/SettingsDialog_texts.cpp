@@ -45,9 +45,8 @@ void SettingsDialog::retranslate()
 
 void SettingsDialog::fillPageBar()
 {
-    ui->sliderBar->setItems(qApp->property("isAdvanced").toBool() ? tr("通用设置;快捷键设置;高级设置")
-                                                                  : tr("通用设置;快捷键设置"));
-    ui->sliderBar->setAccessibleDescription(ui->sliderBar->currentItem());
+    setPageNames(qApp->property("isAdvanced").toBool() ? tr("通用设置;快捷键设置;高级设置")
+                                                       : tr("通用设置;快捷键设置"));
 }
 
 void SettingsDialog::fillLanguages()

@@ -1,0 +1,100 @@
+#include "ui/PagedDialog.h"
+
+#include "widgets/SliderBar.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QStackedWidget>
+
+PagedDialog::PagedDialog(QWidget* parent)
+    : BaseDialog(parent)
+{
+}
+
+void PagedDialog::initPages(SliderBar& bar, QStackedWidget& pages, QSize usualSize)
+{
+    m_bar = &bar;
+    m_pages = &pages;
+    m_usualSize = usualSize;
+    const QColor ground(61, 66, 77);
+    bar.setBgColorStart(ground);
+    bar.setBgColorEnd(ground);
+    const QColor raised(41, 44, 51);
+    bar.setBarColorStart(raised);
+    bar.setBarColorEnd(raised);
+    bar.setTextNormalColor({187, 187, 188});
+    bar.setTextSelectColor({231, 150, 26});
+    bar.setLineColor({250, 160, 14});
+    bar.setFlat(true);
+    bar.setBarStyle(SliderBar::BarStyle_Line);
+    bar.setLineWidth(4);
+    bar.setKeyMove(true);
+    bar.setFocus();
+}
+
+void PagedDialog::setPageNames(const QString& names)
+{
+    m_bar->setItems(names);
+    m_bar->setAccessibleDescription(m_bar->currentItem());
+}
+
+void PagedDialog::showPage(int index, const QString& name)
+{
+    m_pages->setCurrentIndex(index);
+    m_bar->setAccessibleDescription(name);
+}
+
+QSize PagedDialog::neededSize() const
+{
+    int width = qMax(m_usualSize.width(), minimumSizeHint().width());
+    QVector<const QWidget*> pages;
+    for (int i = 0; i < m_pages->count(); ++i) {
+        const auto* area = qobject_cast<QScrollArea*>(m_pages->widget(i));
+        pages.append(area ? area->widget() : m_pages->widget(i));
+        if (area)
+            width = qMax(width, area->widget()->minimumSizeHint().width() +
+                                    area->verticalScrollBar()->sizeHint().width());
+    }
+    int height = 0;
+    for (const QWidget* page : qAsConst(pages))
+        height =
+            qMax(height, page->hasHeightForWidth() ? page->heightForWidth(width) : page->sizeHint().height());
+    const int around = minimumSizeHint().height() - m_pages->minimumSizeHint().height();
+    return {width, qMax(m_usualSize.height(), height + around)};
+}
+
+void PagedDialog::growAround(QPoint centre)
+{
+    const QScreen* there = QGuiApplication::screenAt(centre);
+    const QRect room = (there ? there : screen())->availableGeometry();
+    const QSize wanted = neededSize().expandedTo(size()).boundedTo(room.size());
+    if (wanted == size())
+        return;
+    QRect place({}, wanted);
+    place.moveCenter(centre);
+    place.moveLeft(qBound(room.left(), place.left(), room.right() + 1 - place.width()));
+    place.moveTop(qBound(room.top(), place.top(), room.bottom() + 1 - place.height()));
+    setGeometry(place);
+}
+
+void PagedDialog::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous())
+        growAround(parentWidget() ? parentWidget()->window()->geometry().center()
+                                  : screen()->availableGeometry().center());
+    BaseDialog::showEvent(event);
+}
+
+void PagedDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+        // The parts hear of the language after this.
+        QMetaObject::invokeMethod(
+            this, [this] { growAround(geometry().center()); }, Qt::QueuedConnection);
+    }
+    BaseDialog::changeEvent(event);
+}
