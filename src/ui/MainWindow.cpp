@@ -12,6 +12,7 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMetaMethod>
 #include <QScreen>
@@ -42,7 +43,7 @@ MainWindow::MainWindow(QWidget* parent)
                                 ui->pushButton_on, ui->pushButton_off})
         button->setProperty("class", "MenuBtn");
     ui->stackedWidget->setCurrentWidget(ui->homePage);
-    ui->newVersionBtn->hide();
+    showDownload();
     showShortcuts();
 
     setWindowFlags(Qt::FramelessWindowHint);
@@ -144,7 +145,26 @@ void MainWindow::putAway()
 
 void MainWindow::showNewVersionBtn()
 {
-    ui->newVersionBtn->show();
+    m_hasNewVersion = true;
+    showDownload();
+}
+
+void MainWindow::setDownloadProgress(int percent)
+{
+    m_downloadPercent = percent;
+    showDownload();
+}
+
+void MainWindow::showDownload()
+{
+    ProgressButton* button = ui->newVersionBtn;
+    const bool isLoading = m_downloadPercent >= 0;
+    button->setPercent(m_downloadPercent);
+    button->setText(isLoading ? QStringLiteral("%1 %").arg(m_downloadPercent) : tr("new"));
+    const QString hint = isLoading ? tr("正在下载最新安装包") : tr("检测到新版本，是否下载最新安装包？");
+    button->setToolTip(hint);
+    button->setAccessibleDescription(hint);
+    button->setVisible(m_hasNewVersion || isLoading);
 }
 
 void MainWindow::setNotice(const QString& text)
@@ -199,6 +219,7 @@ void MainWindow::changeEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::LanguageChange:
         ui->retranslateUi(this);
+        showDownload();
         showShortcuts();
         break;
     case QEvent::LocaleChange:
@@ -313,15 +334,29 @@ void MainWindow::on_toolButton_close_clicked()
 
 void MainWindow::onNewVersionBtnClicked()
 {
-    QMessageBox question(QMessageBox::Question, windowTitle(), tr("检测到新版本，是否下载最新安装包？"),
-                         QMessageBox::NoButton, this);
-    QPushButton* yes = question.addButton(tr("是"), QMessageBox::YesRole);
-    question.addButton(tr("否"), QMessageBox::NoRole);
-    question.setDefaultButton(yes);
-    question.exec();
-    if (question.clickedButton() != yes)
-        return;
-    qInfo() << "The user has reqeusted an update";
-    ui->newVersionBtn->hide();
-    emit requestUpdateAppVersion();
+    if (m_downloadPercent >= 0)
+        return openDownloadMenu();
+    auto* question = new QMessageBox(QMessageBox::Question, windowTitle(),
+                                     tr("检测到新版本，是否下载最新安装包？"), QMessageBox::NoButton, this);
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton* yes = question->addButton(tr("是"), QMessageBox::YesRole);
+    question->addButton(tr("否"), QMessageBox::NoRole);
+    question->setDefaultButton(yes);
+    connect(yes, &QPushButton::clicked, this, [this] {
+        qInfo() << "The user has reqeusted an update";
+        m_hasNewVersion = false;
+        showDownload();
+        emit requestUpdateAppVersion();
+    });
+    question->open();
+}
+
+/// A click by mistake ends nothing.
+void MainWindow::openDownloadMenu()
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    connect(menu->addAction(tr("取消下载")), &QAction::triggered, this, &MainWindow::requestCancelDownload);
+    const QRect button = ui->newVersionBtn->rect();
+    menu->popup(ui->newVersionBtn->mapToGlobal({0, button.bottom() + 1}));
 }

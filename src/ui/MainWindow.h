@@ -34,7 +34,11 @@ public:
     void putAway();
     bool isPutAway() const { return isHidden() || m_isPutAway; }
 
+    /// Offers the new version, until the user has ordered it.
     void showNewVersionBtn();
+    /// What of the new version is there. The button then shows it, orders nothing and has a menu with what
+    /// ends it. -1: no download; the button is seen only while it offers a version.
+    void setDownloadProgress(int percent);
     /// One calm line below the title bar, already translated; an empty text hides it.
     void setNotice(const QString& text);
     /// Takes the size to open with: much of a small screen, a part of a large one.
@@ -49,6 +53,7 @@ public:
 signals:
     void requestShowHelpDlg();
     void requestUpdateAppVersion();
+    void requestCancelDownload();
     void allStrapOnOff(bool on);
     void settingsBtnTriggered();
     /// Declared for listeners, never emitted.
@@ -77,6 +82,8 @@ private slots:
 private:
     void loadStyleSheet();
     void showShortcuts();
+    void showDownload();
+    void openDownloadMenu();
     void followScreen();
     bool isFillingScreen() const;
     /// Whether a minimised window can be found again: somebody manages windows.
@@ -88,6 +95,8 @@ private:
     std::unique_ptr<QObject> m_frame;
     bool m_hasTray = true;
     bool m_isPutAway = false;
+    bool m_hasNewVersion = false; ///< to offer
+    int m_downloadPercent = -1;
     const int m_titleHeight = 50;
     const int m_borderWidth = 5;
 };

@@ -89,11 +89,45 @@ private slots:
         window.showNewVersionBtn();
         QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
         for (const int choice : {1, 0}) { // no, then yes
-            answerNext<QMessageBox>([choice](QMessageBox& box) { box.buttons().at(choice)->click(); });
             press(window, "newVersionBtn");
+            LanguageManager::instance()->switchLanguage("en"); // the question waits
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QCOMPARE(orders.count(), 0);
+            box->buttons().at(choice)->click();
             QCOMPARE(window.findChild<QWidget*>("newVersionBtn")->isVisible(), choice == 1);
         }
         QCOMPARE(orders.count(), 1);
+    }
+
+    void downloadShowsOnItsButtonAndIsEndedByItsMenuAlone()
+    {
+        MainWindow window;
+        window.show();
+        auto* button = window.findChild<QPushButton*>("newVersionBtn");
+        const QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
+        const QSignalSpy ends(&window, &MainWindow::requestCancelDownload);
+        for (const bool isOffered : {false, true}) {
+            if (isOffered)
+                window.showNewVersionBtn();
+            window.setDownloadProgress(42);
+            LanguageManager::instance()->switchLanguage(isOffered ? "ar" : "en");
+            QVERIFY(button->isVisible() && button->text() == "42 %");
+            const QImage picture = button->grab().toImage();
+            const int y = button->height() / 2;
+            const int fromEdge = button->width() / 8;
+            const QColor left = picture.pixel(fromEdge, y);
+            const QColor right = picture.pixel(picture.width() - fromEdge, y);
+            QVERIFY(isOffered ? right.value() > left.value() : left.value() > right.value());
+            press(window, "newVersionBtn");
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QCOMPARE(ends.count(), int(isOffered));
+            menu->actions().constFirst()->trigger();
+            menu->close();
+            QCOMPARE(ends.count(), int(isOffered) + 1);
+            window.setDownloadProgress(-1);
+            QVERIFY(button->isVisible() == isOffered && button->text() == MainWindow::tr("new"));
+        }
+        QVERIFY(orders.isEmpty() && !QApplication::activeModalWidget());
     }
 
     void everyButtonIsInReachOnASmallScreenInEveryLanguage()
@@ -104,7 +138,7 @@ private slots:
         for (const QString& file : files) {
             LanguageManager::instance()->switchLanguage(file.section('_', 1).section('.', 0, 0));
             MainWindow window;
-            window.showNewVersionBtn();
+            window.setDownloadProgress(100); // wider than what offers it
             window.setNotice(QString("<b>one & two</b> ").repeated(9));
             window.homePage()->setNotice(QString("<b>one & two</b> ").repeated(9));
             window.homePage()->setControllerList(
