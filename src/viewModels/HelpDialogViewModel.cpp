@@ -28,16 +28,25 @@ void HelpDialogViewModel::setUserContactInfo(const QString& contact)
     emit userContactInfoChanged();
 }
 
+void HelpDialogViewModel::setDownloadPercent(int percent)
+{
+    if (percent == m_downloadPercent)
+        return;
+    m_downloadPercent = percent;
+    emit downloadPercentChanged();
+}
+
 void HelpDialogViewModel::sendFeedback(const QString& message, const QString& contact) const
 {
     if (m_sendFeedback)
         m_sendFeedback(message, contact);
 }
 
-void HelpDialogViewModel::saveReport(const QString& message, const QString& contact) const
+void HelpDialogViewModel::saveReport(const QString& message, const QString& contact,
+                                     const QString& file) const
 {
     if (m_saveReport)
-        m_saveReport(message, contact);
+        m_saveReport(message, contact, file);
 }
 
 void HelpDialogViewModel::requestUpdate() const
@@ -51,7 +60,7 @@ void HelpDialogViewModel::setSendFeedback(SendFeedback send)
     m_sendFeedback = std::move(send);
 }
 
-void HelpDialogViewModel::setSaveReport(SendFeedback save)
+void HelpDialogViewModel::setSaveReport(SaveReport save)
 {
     m_saveReport = std::move(save);
 }

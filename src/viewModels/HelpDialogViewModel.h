@@ -15,6 +15,7 @@ class HelpDialogViewModel : public QObject
 
 public:
     using SendFeedback = std::function<void(QString message, QString contact)>;
+    using SaveReport = std::function<void(QString message, QString contact, QString file)>;
     using Order = std::function<void()>;
 
     explicit HelpDialogViewModel(QObject* parent = nullptr);
@@ -25,12 +26,16 @@ public:
     QString userContactInfo() const { return m_userContactInfo; }
     void setUserContactInfo(const QString& contact);
 
+    /// Of the new version, that is there; -1: no download is under way.
+    int downloadPercent() const { return m_downloadPercent; }
+    void setDownloadPercent(int percent);
+
     /// Calls what was handed in, if anything.
     void sendFeedback(const QString& message, const QString& contact) const;
-    void saveReport(const QString& message, const QString& contact) const;
+    void saveReport(const QString& message, const QString& contact, const QString& file) const;
     void requestUpdate() const;
     void setSendFeedback(SendFeedback send);
-    void setSaveReport(SendFeedback save);
+    void setSaveReport(SaveReport save);
     void setRequestUpdate(Order update);
 
     // Of the product, set once; what is empty or false hides its row.
@@ -41,11 +46,13 @@ public:
 signals:
     void latestVersionChanged();
     void userContactInfoChanged();
+    void downloadPercentChanged();
 
 private:
     QString m_latestVersion;
     QString m_userContactInfo;
+    int m_downloadPercent = -1;
     SendFeedback m_sendFeedback;
-    SendFeedback m_saveReport;
+    SaveReport m_saveReport;
     Order m_requestUpdate;
 };
