@@ -1,11 +1,12 @@
 #pragma once
 
+#include <QDebug>
 #include <QFile>
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslKey>
+#include <QSslSocket>
 #include <QTemporaryDir>
-#include <QtTest>
 
 /// Certificates of the test's own, made by the openssl program: an authority that nobody knows, and what it
 /// has signed for this machine and for another host. They hold for a day.

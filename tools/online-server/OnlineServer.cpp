@@ -243,12 +243,11 @@ void OnlineServer::Private::onRequest(ServerConnection* connection, const Server
     requests += request;
     emit q->requested(request.path);
     const ServerFault fault = takeFault(request.path);
-    ServerAnswer reply;
-    if (refusal != 0)
-        reply = plainAnswer(refusal);
-    else if (fault != ServerFault::ServerError)
-        reply = answer(request);
+    const bool isError = fault == ServerFault::ServerError; // nothing is taken then
+    const ServerAnswer reply =
+        refusal != 0 || isError ? plainAnswer(isError ? 500 : refusal) : answer(request);
     connection->send(delivery(reply, fault, q->redirectTo));
+    emit q->answered(request.method, request.path, reply.status, reply.body.size());
 }
 
 ServerAnswer OnlineServer::Private::answer(const ServerRequest& request)

@@ -71,6 +71,8 @@ public:
 
 signals:
     void requested(QByteArray path); ///< before it is answered
+    /// The answer's whole body has so many bytes; what a fault makes of it is not told.
+    void answered(QByteArray method, QByteArray path, int status, qint64 bytes);
     void feedbackReceived(QByteArray archive);
 
 private:

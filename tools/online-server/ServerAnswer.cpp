@@ -87,9 +87,6 @@ AnswerDelivery delivery(ServerAnswer answer, ServerFault fault, const QUrl& redi
     case ServerFault::HtmlPage:
         answer = {200, "text/html", "<!DOCTYPE html><title>Welcome</title><p>Please log in.</p>\n", {}};
         break;
-    case ServerFault::ServerError:
-        answer = plainAnswer(500);
-        break;
     case ServerFault::Redirect:
         answer = plainAnswer(302);
         answer.headers["Location"] = redirectTo.toEncoded();
