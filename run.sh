@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and starts the program; where there is no LED device or no display, the
 # demo: a simulated strip in this terminal that the program lights for real.
-# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix]
+# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix] [--online]
 #        [arguments of the program]
 #   --app        only the program, whatever is connected
 #   --demo       the demo, even with a device
@@ -11,6 +11,8 @@
 #   --music      the demo follows a beat that it plays on a sound server of its own, unheard; with a device and
 #                a display the program itself starts and hears what your loudspeaker plays: choose music there
 #   --matrix     the demo plays pictures on an LED matrix, which a window shows as well where there is a display
+#   --online     the demo has an online service on this machine beside it: the program looks there for its latest
+#                version and for the picture of the home page, and feedback can be sent from its help
 set -eu
 cd "$(dirname "$0")"
 
@@ -20,12 +22,12 @@ while [ $# -gt 0 ]; do
     case $1 in
     --app) mode=app ;;
     --demo) mode=demo ;;
-    --plain | --virtual | --matrix) mode=demo; demo+=("$1") ;;
+    --plain | --virtual | --matrix | --online) mode=demo; demo+=("$1") ;;
     --music) demo+=("$1") ;; # a device has its own way to show it
     --seconds)
         [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
         mode=demo; demo+=(--seconds "$2"); shift ;;
-    -h | --help) sed -n '2,13s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,15s/^# \{0,1\}//p' "$0"; exit 0 ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -42,7 +44,7 @@ have_device() {
 have_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
 
 scripts/deps.sh build run
-scripts/build.sh release lumivar strip-simulator moving-picture beat-player light-viewer
+scripts/build.sh release lumivar strip-simulator moving-picture beat-player light-viewer online-server
 
 if [ "$mode" = app ] || { [ "$mode" = auto ] && have_device && have_display; }; then
     exec build/release/bin/lumivar "$@"

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen; with --music
 # a beat on a sound server of the demo's own; with --matrix it is an LED matrix, drawn in a window as well, that
-# plays pictures. Probe, capture, colour pipeline and serial line are the program's own. Nothing of the user's is
-# touched.
-# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music | --matrix] [-- program's arguments]
+# plays pictures. With --online a server of the online service, on this machine, answers the program. Probe, capture,
+# colour pipeline, serial line and online clients are the program's own. Nothing of the user's is touched.
+# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music | --matrix] [--online]
+#        [-- program's arguments]
 # Without a terminal it prints a line a second; without a display as well it ends after 10 seconds. With a limit
-# it fails unless the light moved.
+# it fails unless the light moved and, with --online, the service was asked for version and picture.
 set -u
 bin=$(cd "$1" && pwd) || exit 2
 shift
@@ -15,6 +16,7 @@ plain=""
 virtual=""
 music=""
 matrix=""
+online=""
 while [ $# -gt 0 ]; do
     case $1 in
     --seconds) seconds=$2; shift ;;
@@ -22,6 +24,7 @@ while [ $# -gt 0 ]; do
     --virtual) virtual=yes ;;
     --music) music=yes; matrix="" ;;
     --matrix) matrix=yes; music="" ;;
+    --online) online=yes ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -47,6 +50,7 @@ fi
 work=$(mktemp -d "${TMPDIR:-/tmp}/lumivar-demo.XXXXXX") || exit 1
 helpers=()
 simulator=""
+service=""
 status=1
 export LUMIVAR_LOG_TO_CONSOLE=1 # for the program's last words
 
@@ -57,6 +61,7 @@ cleanup() {
         wait "$simulator"
         status=$?
     fi
+    end_service
     [ ${#helpers[@]} -gt 0 ] && kill "${helpers[@]}" 2>/dev/null
     wait
     rm -rf "$work"
@@ -64,6 +69,17 @@ cleanup() {
 }
 trap cleanup EXIT
 trap 'exit' INT TERM HUP
+
+# With a terminal that is drawn on its lines come only now.
+end_service() {
+    [ -n "$service" ] || return 0
+    kill "$service" 2>/dev/null
+    wait "$service"
+    local result=$?
+    service=""
+    [ "$status" -ne 0 ] || status=$result
+    [ -n "$plain" ] || cat "$work/service.log"
+}
 
 fail() {
     echo "demo.sh: $1" >&2
@@ -113,6 +129,22 @@ start_beat() {
     [ -S "$work/sound/native" ] || { cat "$work/sound.log" >&2; fail "no sound server"; }
     setsid "$bin/beat-player" >"$work/beat.log" 2>&1 </dev/null &
     helpers+=($!)
+}
+
+# Outlives the program, which tells it when it is quit.
+start_service() {
+    local output tries
+    if [ -n "$plain" ]; then exec {output}>&1; else exec {output}>"$work/service.log"; fi
+    setsid "$bin/online-server" --product "$work/product.json" ${seconds:+--check} >&"$output" </dev/null &
+    service=$!
+    exec {output}>&-
+    for ((tries = 0; tries < 100; ++tries)); do
+        [ -s "$work/product.json" ] && break
+        kill -0 "$service" 2>/dev/null || break
+        sleep 0.1
+    done
+    [ -s "$work/product.json" ] || fail "no online service"
+    export LUMIVAR_PRODUCT="$work/product.json"
 }
 
 # Behind the program's own window, so that it is not covered by that.
@@ -175,6 +207,8 @@ elif [ -n "$virtual" ]; then
     set -- --auto_startup "$@" # its window would cover what there is to follow
 fi
 
+[ -z "$online" ] || start_service
+
 arguments=(--ports "$work/ports.json" --model "$model" --serial 01020304 --leds "$leds" --rate 11520
     --log "$work/program.log" $viewer)
 [ -n "$plain" ] && arguments+=(--plain)
@@ -186,6 +220,7 @@ simulator=$!
 wait "$simulator"
 status=$?
 simulator=""
+end_service
 if [ "$status" -ne 0 ]; then
     echo "--- the program's last words:" >&2
     tail -n 40 "$work/program.log" >&2
