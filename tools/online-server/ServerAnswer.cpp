@@ -14,7 +14,7 @@ QByteArray reason(int status)
     static const QMap<int, QByteArray> reasons{
         {200, "OK"},
         {206, "Partial Content"},
-        {302, "Found"},
+        {307, "Temporary Redirect"},
         {400, "Bad Request"},
         {404, "Not Found"},
         {405, "Method Not Allowed"},
@@ -88,7 +88,7 @@ AnswerDelivery delivery(ServerAnswer answer, ServerFault fault, const QUrl& redi
         answer = {200, "text/html", "<!DOCTYPE html><title>Welcome</title><p>Please log in.</p>\n", {}};
         break;
     case ServerFault::Redirect:
-        answer = plainAnswer(302);
+        answer = plainAnswer(307);
         answer.headers["Location"] = redirectTo.toEncoded();
         break;
     default:

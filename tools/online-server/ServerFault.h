@@ -16,7 +16,7 @@ enum class ServerFault {
     BrokenGzip,         ///< says that the body is compressed, which it is not
     HtmlPage,           ///< a page of HTML with status 200, as a hotel's network answers
     ServerError,        ///< status 500
-    Redirect,           ///< to `OnlineServer::redirectTo`
+    Redirect,           ///< status 307 to `OnlineServer::redirectTo`
 };
 
 /// By its name on a command line.
