@@ -16,30 +16,6 @@ namespace {
 constexpr int kMostRedirects = 5;
 constexpr qint64 kBufferBytes = 256 * 1024;
 
-QNetworkReply::NetworkError errorOfStatus(int status)
-{
-    switch (status) {
-    case 401:
-        return QNetworkReply::AuthenticationRequiredError;
-    case 403:
-        return QNetworkReply::ContentAccessDenied;
-    case 404:
-        return QNetworkReply::ContentNotFoundError;
-    case 405:
-        return QNetworkReply::ContentOperationNotPermittedError;
-    case 410:
-        return QNetworkReply::ContentGoneError;
-    case 500:
-        return QNetworkReply::InternalServerError;
-    case 503:
-        return QNetworkReply::ServiceUnavailableError;
-    default:
-        return status >= 500   ? QNetworkReply::UnknownServerError
-               : status >= 400 ? QNetworkReply::UnknownContentError
-                               : QNetworkReply::ProtocolFailure;
-    }
-}
-
 bool isRedirect(int status)
 {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -199,8 +175,10 @@ void HttpTransfer::readHead()
     m_answer.status = status;
     if (isRedirect(status))
         return followRedirect();
+    if (status >= 400)
+        return; // what is unread holds it up at the latest, else it ends with its error
     if (status != 200 && (status != 206 || m_request.from == 0))
-        return end(errorOfStatus(status), QStringLiteral("status %1").arg(status));
+        return end(QNetworkReply::ProtocolFailure, QStringLiteral("status %1").arg(status));
     m_hasHead = true;
     const QByteArray encoding = m_reply->rawHeader("Content-Encoding").trimmed().toLower();
     if (!encoding.isEmpty() && encoding != "identity")

@@ -43,6 +43,8 @@ struct HttpAnswer
     QByteArray body;   ///< empty when it went to a sink
 };
 
+Q_DECLARE_METATYPE(HttpAnswer)
+
 /// One HTTP exchange that a hostile or broken server can neither hold up nor blow up: bounded in time and
 /// size, redirected only where isAllowedRedirect() says so, without cookies, never compressed. An answer has
 /// to tell its length, so that none that was cut passes for a whole one. A POST is sent once. Main thread.
