@@ -15,11 +15,13 @@ constexpr int kKeyBytes = 32;
 ProductSettings checked(const QString& service, const QString& key, const QString& mail, const QString& site)
 {
     ProductSettings settings{QUrl(service), QByteArray::fromBase64(key.toLatin1()), mail, site};
-    if (!service.isEmpty() && !isAllowedAddress(settings.service)) {
-        qWarning() << "[ProductSettings]: The service has to be reached by https:" << service;
+    if (!service.isEmpty() && (!isAllowedAddress(settings.service) || settings.service.hasQuery() ||
+                               settings.service.hasFragment())) {
+        qWarning() << "[ProductSettings]: The service has to be a plain https address, and is"
+                   << settings.service.toDisplayString();
         settings.service.clear();
     }
-    if (!settings.serviceKey.isEmpty() && settings.serviceKey.size() != kKeyBytes) {
+    if (!key.isEmpty() && settings.serviceKey.size() != kKeyBytes) {
         qWarning() << "[ProductSettings]: The service's key has not 32 bytes";
         settings.serviceKey.clear();
     }
@@ -38,9 +40,7 @@ ProductSettings standIn(const QString& path)
     const QJsonObject object = QJsonDocument::fromJson(readDataFile(path, &error).value_or("")).object();
     ProductSettings settings = checked(object["service"].toString(), object["serviceKey"].toString(),
                                        object["supportMail"].toString(), object["webSite"].toString());
-    QUrl asPlain = settings.service;
-    asPlain.setScheme(QStringLiteral("http"));
-    if (isAllowedAddress(asPlain)) // on the loopback address
+    if (isLoopback(settings.service))
         return settings;
     qWarning() << "[ProductSettings]: No service on the loopback address in" << path << error;
     return compiled();
@@ -48,11 +48,13 @@ ProductSettings standIn(const QString& path)
 
 } // namespace
 
+ProductSettings productSettings(const QString& standInFile)
+{
+    return standInFile.isEmpty() ? compiled() : standIn(standInFile);
+}
+
 const ProductSettings& productSettings()
 {
-    static const ProductSettings settings = [] {
-        const QString path = qEnvironmentVariable("LUMIVAR_PRODUCT");
-        return path.isEmpty() ? compiled() : standIn(path);
-    }();
+    static const ProductSettings settings = productSettings(qEnvironmentVariable("LUMIVAR_PRODUCT"));
     return settings;
 }
