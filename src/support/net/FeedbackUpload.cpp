@@ -40,7 +40,7 @@ void FeedbackUpload::start()
     if (m_transfer || m_archive.isOpen())
         return;
     if (!QFileInfo(m_archive).isFile() || !m_archive.open(QIODevice::ReadOnly)) {
-        qWarning().noquote() << "[FeedbackUpload]: cannot read the archive:" << m_archive.errorString();
+        qWarning().noquote() << "[FeedbackUpload]: cannot read" << m_archive.fileName();
         QTimer::singleShot(0, this, [this] { emit finished(QNetworkReply::ContentNotFoundError); });
         return;
     }

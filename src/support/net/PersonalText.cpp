@@ -40,14 +40,19 @@ bool isPersonal(const QString& word)
            !std::all_of(word.begin(), word.end(), [](QChar c) { return c.isDigit(); });
 }
 
-QString asPattern(const QString& needle)
+/// Whole words alone; what starts with a letter is looked for at the starts of words only.
+QString needlesPattern(const QStringList& needles)
 {
-    QString pattern = QRegularExpression::escape(needle);
-    if (isSpacedLetter(needle.front()))
-        pattern.prepend(QLatin1String(kNoLetterBefore));
-    if (isSpacedLetter(needle.back()))
-        pattern.append(QLatin1String(kNoLetterAfter));
-    return pattern;
+    QStringList words, others;
+    for (const QString& needle : needles) {
+        QString pattern = QRegularExpression::escape(needle);
+        if (isSpacedLetter(needle.back()))
+            pattern += QLatin1String(kNoLetterAfter);
+        (isSpacedLetter(needle.front()) ? words : others) += pattern;
+    }
+    if (!words.isEmpty())
+        others += QStringLiteral("%1(?:%2)").arg(QLatin1String(kNoLetterBefore), words.join(u'|'));
+    return others.join(u'|');
 }
 
 } // namespace
@@ -68,8 +73,8 @@ PersonalText::PersonalText(const PersonalFacts& facts)
         return a.size() != b.size() ? a.size() > b.size() : a < b; // a host's name with its domain first
     });
     QStringList patterns{QLatin1String(kMail), QLatin1String(kHardwareAddress), QLatin1String(kContactLine)};
-    for (const QString& needle : qAsConst(needles))
-        patterns.append(asPattern(needle));
+    if (!needles.isEmpty())
+        patterns.append(needlesPattern(needles));
     m_pattern.setPatternOptions(QRegularExpression::CaseInsensitiveOption |
                                 QRegularExpression::UseUnicodePropertiesOption);
     m_pattern.setPattern(patterns.join(u'|'));
