@@ -13,7 +13,7 @@ class FeedbackManager : public QObject
 
 public:
     explicit FeedbackManager(QObject* parent = nullptr);
-    ~FeedbackManager() override; ///< ends what is being written, and removes the temporary archive
+    ~FeedbackManager() override; ///< ends what is being written, without waiting; removes the temporary file
 
     void setUserMsg(const QString& message);
     /// Remembered over restarts.
@@ -26,6 +26,8 @@ public:
     /// The same in the background: ends with zipped(). A second call while one is under way does nothing.
     /// With a `file` the archive is written there, whole or not at all; else to the temporary file.
     void startZip(const QString& file = {});
+    /// Ends with zipped() as well, soon, and only then another can start. A chosen file that was already
+    /// written is told of all the same.
     void cancelZip();
 
     /// The temporary archive that was written last, empty when there is none.
