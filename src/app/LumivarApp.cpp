@@ -5,12 +5,12 @@
 #include "support/config/ConfigurationManager.h"
 #include "support/log/Loggers.h"
 #include "ui/ControlPage.h"
+#include "ui/HelpDialog.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/SettingsDialog.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QDebug>
 #include <QFile>
 #include <QFileSystemWatcher>
@@ -31,11 +31,13 @@ LumivarApp::LumivarApp(QObject* parent)
     , m_captureOption(captureModes().size())
     , m_deviceManager(this, nullptr)
     , m_sysTray(m_mainWindow)
+    , m_feedbackErrand(m_feedbackManager, m_netManager, m_mainWindow)
 {
-    setProperty("runtime.openTime", QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddHHmmss")));
+    reportStart();
     showWindow();
     firstUse(ConfigKeys::kSingleControlMode.key, ConfigKeys::kSingleControlMode.fallback);
     uiStyleListener();
+    startVersionCheck();
 
     makeTray();
     connect(&m_deviceManager, &DeviceManager::newController, this, &LumivarApp::onNewController,
@@ -45,14 +47,20 @@ LumivarApp::LumivarApp(QObject* parent)
     for (const QString& id : m_deviceManager.controllerIds())
         onNewController(id);
 
+    connectDownload();
     makeMainWindow();
+    makeHelpDlgViewModel();
     makeHotkeys();
+    startAdvertisement();
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &LumivarApp::onAppAboutToQuit);
 }
 
 LumivarApp::~LumivarApp()
 {
-    if (m_settingsDialog)
-        m_settingsDialog->reject();
+    for (QDialog* dialog : {static_cast<QDialog*>(m_settingsDialog), static_cast<QDialog*>(m_helpDialog)}) {
+        if (dialog)
+            dialog->reject();
+    }
     // The members go before the connections to this object do: what the window's last moments emit, such as a
     // rename editor losing the focus, must not reach for devices any more.
     m_mainWindow.disconnect(this);
@@ -60,6 +68,7 @@ LumivarApp::~LumivarApp()
     m_mainWindow.controlPage()->disconnect(this);
     m_deviceManager.disconnect(this);
     m_hotKeyManager.disconnect(this);
+    m_netManager.disconnect(this);
     ConfigurationManager::instance()->disconnect(this);
     LanguageManager::instance()->disconnect(this);
 }

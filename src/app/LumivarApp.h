@@ -1,23 +1,32 @@
 #pragma once
 
 #include "app/DeviceManager.h"
+#include "app/FeedbackErrand.h"
 #include "app/HotKeyManager.h"
+#include "online/ADManager.h"
 #include "support/capture/DeskCaptureOption.h"
+#include "support/net/FeedbackManager.h"
+#include "support/net/NetRCManager.h"
 #include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QSharedPointer>
 #include <functional>
 
+class HelpDialog;
+class HelpDialogViewModel;
 class HotKeyEditWidget;
+class QDialog;
 class SettingsDialog;
 
 /// The one object that knows every other subsystem and joins them. Main thread.
 /// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
 /// pressed), LumivarApp_tray.cpp (the tray's menu and its panels), LumivarApp_hotkeys.cpp (the hotkey actions
-/// and their editing), LumivarApp_dialogs.cpp (dialogs that the user asks for).
+/// and their editing), LumivarApp_dialogs.cpp (dialogs that the user asks for), LumivarApp_online.cpp (the
+/// online service).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -53,6 +62,12 @@ private slots:
     void onCtlPageWorkerChanged(QString workerId);
     void onDevPhyBtnClicked(QString ctlName, int btn);
     void onHotkeyActived(QString id);
+    void onHasNewVersion();
+    void onRequestUpdateAppVersion();
+    void runInstallProcess(QString installerPath);
+    void onRequestShowHelpDlg();
+    void onAppAboutToQuit();
+    void sendFeedback(QString msg, QString contact);
 
 private:
     struct HotkeyAction
@@ -109,6 +124,17 @@ private:
     bool checkHotkey(const QString& id, const HotkeyCombine& combine);
     bool applyHotkey(const QString& id, const HotkeyCombine& combine);
 
+    void reportStart();
+    void startVersionCheck();
+    void connectDownload();
+    void startAdvertisement();
+    void makeHelpDlgViewModel();
+    void showDownload(int percent);
+    void startDownload();
+    void endDownload(const QString& notice);
+
+    /// With what stands before it, or a box that waits for its answer would be covered.
+    static void bringToFront(QDialog& dialog);
     /// The stored setting; one that is missing is written with its default.
     static QJsonValue firstUse(const char* key, const QJsonValue& fallback);
     /// True: the control page acts on its own device, else on all of them. Read afresh at each event.
@@ -122,9 +148,15 @@ private:
     MainWindow m_mainWindow;
     DeskCaptureOption m_captureOption; ///< there to be chosen from before anything is captured
     DeviceManager m_deviceManager;
+    FeedbackManager m_feedbackManager;
+    NetRCManager m_netManager;
     HotKeyManager m_hotKeyManager;
+    ADManager m_adManager;
     LVSysTray m_sysTray;
-    QPointer<SettingsDialog> m_settingsDialog;   ///< the open one; the window's child
+    FeedbackErrand m_feedbackErrand;
+    QSharedPointer<HelpDialogViewModel> m_helpViewModel;
+    QPointer<SettingsDialog> m_settingsDialog; ///< the open one; the window's child, as the next
+    QPointer<HelpDialog> m_helpDialog;
     bool m_allStrapOn = true;                    ///< last asked for by the switch for all devices
     QMap<QString, HotkeyAction> m_hotkeyActions; ///< by id
 };

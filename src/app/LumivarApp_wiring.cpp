@@ -10,6 +10,7 @@
 void LumivarApp::makeMainWindow()
 {
     connect(&m_mainWindow, &MainWindow::allStrapOnOff, this, &LumivarApp::onAllStrapOnOff);
+    connect(&m_mainWindow, &MainWindow::requestShowHelpDlg, this, &LumivarApp::onRequestShowHelpDlg);
     connect(&m_mainWindow, &MainWindow::settingsBtnTriggered, this, &LumivarApp::showSettingsDialog);
 
     HomePage* home = m_mainWindow.homePage();

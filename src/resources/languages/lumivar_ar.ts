@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>تم حفظ التقرير:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>تعذّر إرسال الملاحظات:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>تعذّر حفظ التقرير:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>تم إرسال الملاحظات</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>لا يمكن حفظ الإعدادات في الوقت الحالي. تحقّق من المساحة الخالية على القرص ومن إذن الكتابة في مجلد الإعدادات. وسيتم حفظها حالما يصبح ذلك ممكنًا.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>تعذّر فتح برنامج التثبيت:</translation>
     </message>
 </context>
 <context>

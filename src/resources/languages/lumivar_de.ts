@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>Der Bericht wurde gespeichert:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>Das Feedback konnte nicht gesendet werden:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>Der Bericht konnte nicht gespeichert werden:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>Das Feedback wurde gesendet</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>Einstellungen können zurzeit nicht gespeichert werden. Prüfen Sie den freien Speicherplatz und die Schreibrechte des Einstellungsordners. Gespeichert wird, sobald es wieder geht.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>Das Installationspaket konnte nicht geöffnet werden:</translation>
     </message>
 </context>
 <context>

@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>The report has been saved:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>Feedback fails with:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>The report could not be saved:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>Feedback success</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>Settings cannot be saved at the moment. Check the free disk space and whether the settings folder may be written to. They are saved as soon as that works again.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>The installer could not be opened:</translation>
     </message>
 </context>
 <context>

@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>El informe se ha guardado:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>No se han podido enviar los comentarios:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>No se ha podido guardar el informe:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>Los comentarios se han enviado</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>Los ajustes no se pueden guardar por el momento. Compruebe el espacio libre en disco y el permiso de escritura de la carpeta de ajustes. Se guardarán en cuanto sea posible.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>No se ha podido abrir el instalador:</translation>
     </message>
 </context>
 <context>

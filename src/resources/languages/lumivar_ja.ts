@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>レポートを保存しました：</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>フィードバックを送信できませんでした。原因：</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>レポートを保存できませんでした。原因：</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>フィードバックを送信しました</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>現在、設定を保存できません。ディスクの空き容量と設定フォルダーの書き込み権限を確認してください。復旧すると自動的に保存されます。</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>インストーラーを開けませんでした：</translation>
     </message>
 </context>
 <context>

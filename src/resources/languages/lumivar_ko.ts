@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>보고서를 저장했습니다:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>피드백을 보내지 못했습니다. 원인:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>보고서를 저장하지 못했습니다. 원인:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>피드백을 보냈습니다</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>지금은 설정을 저장할 수 없습니다. 디스크 여유 공간과 설정 폴더의 쓰기 권한을 확인하세요. 복구되면 자동으로 저장됩니다.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>설치 파일을 열 수 없습니다:</translation>
     </message>
 </context>
 <context>

@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>O relatório foi salvo:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>Não foi possível enviar o feedback:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>Não foi possível salvar o relatório:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>O feedback foi enviado</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>As configurações não podem ser salvas no momento. Verifique o espaço livre em disco e a permissão de gravação da pasta de configurações. Elas serão salvas assim que possível.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>Não foi possível abrir o instalador:</translation>
     </message>
 </context>
 <context>

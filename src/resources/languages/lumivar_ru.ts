@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>Отчёт сохранён:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>Не удалось отправить отзыв:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>Не удалось сохранить отчёт:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>Отзыв отправлен</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>Сейчас настройки не удаётся сохранить. Проверьте свободное место на диске и права на запись в папку настроек: они сохранятся, как только это станет возможно.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>Не удалось открыть установщик:</translation>
     </message>
 </context>
 <context>

@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>Đã lưu báo cáo:</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>Không gửi được phản hồi:</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>Không lưu được báo cáo:</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>Đã gửi phản hồi</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>Hiện không thể lưu cài đặt. Hãy kiểm tra dung lượng đĩa trống và quyền ghi vào thư mục cài đặt. Cài đặt sẽ được lưu ngay khi có thể.</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>Không mở được bộ cài đặt:</translation>
     </message>
 </context>
 <context>

@@ -302,6 +302,25 @@
     </message>
 </context>
 <context>
+    <name>FeedbackErrand</name>
+    <message>
+        <source>报告已保存：</source>
+        <translation>报告已保存：</translation>
+    </message>
+    <message>
+        <source>反馈失败，原因：</source>
+        <translation>反馈失败，原因：</translation>
+    </message>
+    <message>
+        <source>无法保存报告，原因：</source>
+        <translation>无法保存报告，原因：</translation>
+    </message>
+    <message>
+        <source>反馈成功</source>
+        <translation>反馈成功</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -501,6 +520,10 @@
     <message>
         <source>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</source>
         <translation>设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。</translation>
+    </message>
+    <message>
+        <source>无法打开安装包：</source>
+        <translation>无法打开安装包：</translation>
     </message>
 </context>
 <context>
