@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QNetworkAccessManager>
-#include <QNetworkProxy>
 #include <QNetworkRequest>
 #include <QRegularExpression>
 #include <QSslConfiguration>
@@ -92,7 +91,6 @@ void HttpTransfer::ask(const QUrl& url)
         return end(QNetworkReply::OperationCanceledError, QStringLiteral("the network is gone"));
     m_phase = Phase::Connecting;
     m_deadline.start(m_request.limits.connectMs);
-    m_network->setProxy(isLoopback(url) ? QNetworkProxy::NoProxy : QNetworkProxy::DefaultProxy);
     const QNetworkRequest request = networkRequest(url, m_request);
     if (m_request.contentType.isEmpty()) {
         listenTo(m_network->get(request));

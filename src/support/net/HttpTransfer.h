@@ -54,8 +54,7 @@ class HttpTransfer : public QObject
     Q_OBJECT
 
 public:
-    /// `network` is the caller's, and outlives the transfer. Its proxy is set here: none for the loopback
-    /// address, the system's for all others.
+    /// `network` is the caller's, and outlives the transfer.
     HttpTransfer(QNetworkAccessManager& network, HttpRequest request, QObject* parent = nullptr);
     ~HttpTransfer() override; ///< aborts; nothing is told any more
 
