@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QDir>
+#include <limits>
 
 namespace {
 
@@ -91,7 +92,7 @@ void InstallerDownload::fetch()
     HttpRequest request;
     request.url = m_installer.url;
     request.from = m_file.pos();
-    request.limits.mostBytes = m_installer.size;
+    request.limits.mostBytes = std::numeric_limits<qint64>::max(); // beginBody() knows better
     m_transfer = std::make_unique<HttpTransfer>(m_network, request);
     m_transfer->setSink([this](qint64 from, qint64 size) { return beginBody(from, size); },
                         [this](const QByteArray& piece) { return takePiece(piece); });

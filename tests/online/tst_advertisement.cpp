@@ -1,0 +1,195 @@
+#include "LogCapture.h"
+#include "OnlineServer.h"
+#include "OpenSockets.h"
+#include "online/ADManager.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+QByteArray picture(QSize size = {40, 20}, const char* format = "PNG")
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return bytes;
+}
+
+} // namespace
+
+class TestAdvertisement : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_server = std::make_unique<OnlineServer>();
+        QVERIFY(m_server->listen());
+        m_server->setFile("/ad.png", picture(), "image/png");
+    }
+
+    void fetchesAPictureWheneverTheVersionDiffers()
+    {
+        offer();
+        m_server->setFault("/app/", ServerFault::ServerError, 1);
+        m_server->setFault("/ad.png", ServerFault::CutInTheMiddle, 1);
+        const QList<QVariantList> shown{{path("ad1.png"), "https://example.org/"}};
+        QCOMPARE(run(), shown);
+        QCOMPARE(bytesOf("ad1.png"), picture());
+        QCOMPARE(QJsonDocument::fromJson(bytesOf("ad_images/ad.json")).object(), m_offer);
+        QCOMPARE(m_server->requestCount("/ad.png"), 2); // one more try
+        const QJsonObject question = QJsonDocument::fromJson(m_server->requests().first().body).object();
+        QCOMPARE(question, (QJsonObject{{"var", "1.2"}, {"app_name", "tst_advertisement"}}));
+
+        QCOMPARE(run(), shown); // from the disk
+        QCOMPARE(m_server->requestCount("/ad.png"), 2);
+        offer({{"vertion", 2}, {"ad1_local_file_name", "folder/lower.png"}, {"ad1_image_href", ""}});
+        QCOMPARE(run(), (QList<QVariantList>{{path("lower.png"), ""}}));
+        QCOMPARE(bytesOf("lower.png"), picture());
+    }
+
+    void showsNoFileAtAFirstStartWithoutAVersion()
+    {
+        offer({{"vertion", 0}});
+        QCOMPARE(run(), (QList<QVariantList>{{path(""), ""}}));
+        QCOMPARE(m_server->requests().size(), 1);
+    }
+
+    void leavesEverythingAsItIs_data()
+    {
+        QTest::addColumn<QJsonObject>("change");
+        QTest::addColumn<QByteArray>("image");
+        QTest::addColumn<QString>("line");
+        const auto row = [](const QJsonObject& change, const QByteArray& image, const QString& line) {
+            QTest::addRow("%s %s", QJsonDocument(change).toJson().constData(), qPrintable(line))
+                << change << image << line;
+        };
+        row({{"enable", 0}}, picture(), "ad enable: 0");
+        for (const QJsonValue& wrong :
+             {QJsonValue("1"), QJsonValue(1.5), QJsonValue(true), QJsonValue(), QJsonValue(QJsonObject())}) {
+            row({{"enable", wrong}}, picture(), "The answer is none");
+            row({{"vertion", wrong}}, picture(), "The answer is none");
+            for (const char* member : {"ad1_image_url", "ad1_local_file_name", "ad1_image_href"}) {
+                if (!wrong.isString())
+                    row({{member, wrong}}, picture(), "[ADManager]: Refused");
+            }
+        }
+        for (const char* name : {"", "../ad1.png", "/tmp/ad1.png", "..\\ad1.png", "ad_images/ad.json",
+                                 "ad.json", ".ad1.png", "con.png", "app.json"})
+            row({{"ad1_local_file_name", name}}, picture(), "[ADManager]: Refused");
+        for (const char* link :
+             {"file:///etc/passwd", "javascript:alert(1)", "smb://host/x", "example.org", "https:"})
+            row({{"ad1_image_href", link}}, picture(), "[ADManager]: Refused");
+        for (const char* url :
+             {"", "file:///etc/passwd", "http://example.org/ad.png", "ftp://127.0.0.1/ad.png"})
+            row({{"ad1_image_url", url}}, picture(), "[ADManager]: Refused");
+        const QString unsaved = "Failed to save image file.";
+        row({}, "<html>Welcome to our hotel</html>", unsaved);
+        row({}, picture().left(60), unsaved); // the head of one
+        row({}, picture({4097, 1}), unsaved);
+        row({}, picture({1, 4097}, "BMP"), unsaved);
+        row({}, "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>", unsaved);
+        row({}, picture() + QByteArray(8 * 1024 * 1024, ' '), unsaved);
+        row({{"ad1_local_file_name", "taken.png"}}, picture(), unsaved); // a folder's name
+    }
+    void leavesEverythingAsItIs()
+    {
+        QFETCH(QJsonObject, change);
+        QFETCH(QByteArray, image);
+        QFETCH(QString, line);
+        const QByteArray state = "{\"vertion\": 3}";
+        QVERIFY(put("ad1.png", picture()) && put("ad_images/ad.json", state));
+        QDir(path("")).mkdir("taken.png");
+
+        QJsonObject next{{"vertion", 4}};
+        for (auto it = change.begin(); it != change.end(); ++it)
+            next[it.key()] = it.value();
+        offer(next);
+        m_server->setFile("/ad.png", image, "image/png");
+        QCOMPARE(run(line), QList<QVariantList>());
+        QCOMPARE(bytesOf("ad_images/ad.json"), state);
+        QCOMPARE(bytesOf("ad1.png"), picture());
+        QCOMPARE(QDir(path("")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 (QStringList{"ad1.png", "ad_images", "taken.png"}));
+    }
+
+    void believesAStateFileNoMoreThanTheService()
+    {
+        offer();
+        for (const auto& [name, link] :
+             QList<QPair<QString, QString>>{{"../../x.png", ""}, {"x.png", "file:///x"}}) {
+            const QJsonObject state{{"vertion", 3}, {"ad1_local_file_name", name}, {"ad1_image_href", link}};
+            QVERIFY(put("ad_images/ad.json", QJsonDocument(state).toJson()));
+            QCOMPARE(run(), (QList<QVariantList>{{path(""), ""}}));
+        }
+    }
+
+    void opensNoSocketWithoutAnAddress()
+    {
+        const QStringList before = openSockets();
+        QVERIFY(!before.isEmpty()); // the server listens
+        ADManager manager({}, path(""));
+        manager.requestADInfo();
+        QCoreApplication::processEvents();
+        QCOMPARE(openSockets(), before);
+        QVERIFY(QDir(path("")).isEmpty());
+    }
+
+private:
+    QString path(const QString& name) const { return m_folder->path() + '/' + name; }
+
+    QByteArray bytesOf(const QString& name) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    bool put(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        return QDir(path("")).mkpath("ad_images") && file.open(QIODevice::WriteOnly) && file.write(bytes) > 0;
+    }
+
+    void offer(const QJsonObject& change = {})
+    {
+        m_offer = {{"enable", 1},
+                   {"vertion", 3},
+                   {"ad1_image_url", m_server->address().toString() + "/ad.png"},
+                   {"ad1_local_file_name", "ad1.png"},
+                   {"ad1_image_href", "https://example.org/"}};
+        for (auto it = change.begin(); it != change.end(); ++it)
+            m_offer[it.key()] = it.value();
+        m_server->setAdvertisement(m_offer);
+    }
+
+    /// One start of the program; ends with a picture or with the line of the log.
+    QList<QVariantList> run(const QString& line = "never said")
+    {
+        const LogCapture log;
+        QCoreApplication::setApplicationVersion("1.2");
+        ADManager manager({m_server->address(), {}, {}, {}}, m_folder->path());
+        QSignalSpy shown(&manager, &ADManager::sendUpadteDone);
+        manager.setRetryPause(10);
+        manager.requestADInfo();
+        if (!QTest::qWaitFor([&] { return !shown.isEmpty() || log.contains(line); }, 20000))
+            qWarning("neither a picture nor the line");
+        return shown;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<OnlineServer> m_server;
+    QJsonObject m_offer;
+};
+
+QTEST_GUILESS_MAIN(TestAdvertisement)
+#include "tst_advertisement.moc"

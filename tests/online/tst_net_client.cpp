@@ -1,0 +1,413 @@
+#include "LogCapture.h"
+#include "OnlineServer.h"
+#include "OpenSockets.h"
+#include "support/config/ConfigKeys.h"
+#include "support/config/ConfigurationManager.h"
+#include "support/net/FeedbackManager.h"
+#include "support/net/NetRCManager.h"
+#include "support/net/VersionAnswer.h"
+#include "support/net/plainFileName.h"
+
+#include <QtTest>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+const QString kName = "lumivar_1.3_amd64.deb";
+const QByteArray kInstaller = QByteArray("installer ").repeated(60000);
+
+QString stored()
+{
+    return ConfigurationManager::instance()->globalValue(ConfigKeys::kLatestVersion.key).toString();
+}
+
+bool put(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A client, and what it tells.
+struct Client
+{
+    explicit Client(const OnlineServer& server, const QString& version = "1.2.1.5")
+        : manager({server.address(), server.publicKey(), {}, {}}, version)
+    {
+        manager.setRetryPause(10);
+    }
+
+    bool check()
+    {
+        manager.checkVersion();
+        return found.wait(20000);
+    }
+    /// Whether the installer has come; false with a failure.
+    bool download()
+    {
+        const int before = downloaded.size() + failed.size();
+        manager.downloadLatestApp();
+        return QTest::qWaitFor([&] { return downloaded.size() + failed.size() > before; }, 20000) &&
+               failed.isEmpty();
+    }
+
+    NetRCManager manager;
+    QSignalSpy found{&manager, &NetRCManager::hasNewAppVersion};
+    QSignalSpy downloaded{&manager, &NetRCManager::newInstallationFileDownloaded};
+    QSignalSpy failed{&manager, &NetRCManager::downloadFailed};
+};
+
+} // namespace
+
+class TestNetClient : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = ConfigurationManager::instance()->resourcesPath() + "/updates";
+        QDir(m_folder).removeRecursively();
+        QFile::remove(m_folder);
+        ConfigurationManager::instance()->setGlobalValue(ConfigKeys::kLatestVersion.key, "before");
+        m_server = std::make_unique<OnlineServer>();
+        QVERIFY(m_server->listen());
+        m_server->setInstaller(kName, kInstaller);
+        m_server->setVersion({{"version", "1.3"}});
+    }
+
+    // The first case: what the toolkit opens for the network comes and goes from the first request on.
+    void opensNoSocketWithoutAnAddress()
+    {
+        ConfigurationManager::instance()->setAppConfig(ConfigKeys::kReportUsage.key, true);
+        FeedbackManager feedback;
+        feedback.zipFeedbackFile();
+        const QStringList before = openSockets();
+        QVERIFY(!before.isEmpty()); // the server listens
+        NetRCManager manager({{}, QByteArray(32, 'k'), {}, {}}, "1");
+        QSignalSpy failed(&manager, &NetRCManager::downloadFailed);
+        bool hasFailed = false;
+        for (const std::function<void()>& use :
+             {std::function<void()>([&] { manager.checkVersion(); }),
+              std::function<void()>([&] { manager.downloadLatestApp(); }), std::function<void()>([&] {
+                  manager.uploadAppOnOffTime("1", "");
+                  manager.finishReports(10);
+              }),
+              std::function<void()>([&] {
+                  manager.sendFeedback(&feedback, {}, [&](QNetworkReply::NetworkError) { hasFailed = true; });
+              })}) {
+            use();
+            QCoreApplication::processEvents();
+            QCOMPARE(openSockets(), before);
+        }
+        QTRY_VERIFY(hasFailed);
+        QVERIFY(failed.isEmpty());
+        ConfigurationManager::instance()->setAppConfig(ConfigKeys::kReportUsage.key, false);
+    }
+
+    void fetchesALaterVersionOnce()
+    {
+        QDir().mkpath(m_folder);
+        QVERIFY(put(m_folder + "/lumivar_1.1_amd64.deb", "old") && put(m_folder + "/00ff.part", "old"));
+        m_server->setFault("/app/version", ServerFault::ServerError, 1);
+        Client client(*m_server);
+        QSignalSpy progress(&client.manager, &NetRCManager::downloadProgress);
+        QVERIFY(client.check());
+        QCOMPARE(stored(), QString("1.3"));
+        QCOMPARE(m_server->requestCount("/app/version?system=linux&arch="), 2);
+
+        const auto click = connect(&client.manager, &NetRCManager::downloadProgress, &client.manager,
+                                   &NetRCManager::downloadLatestApp); // an impatient user
+        QVERIFY(client.download());
+        disconnect(click);
+        QCOMPARE(client.downloaded, (QList<QVariantList>{{m_folder + '/' + kName}}));
+        QCOMPARE(bytesOf(m_folder + '/' + kName), kInstaller);
+        QCOMPARE(QDir(m_folder).entryList(QDir::Files), QStringList{kName});
+        QCOMPARE(progress.last(), (QVariantList{qint64(kInstaller.size()), qint64(kInstaller.size())}));
+        QVERIFY(client.download());
+        QCOMPARE(m_server->requestCount("/download/"), 1); // it was there, and was judged again
+
+        QVERIFY(put(m_folder + '/' + kName, QByteArray(kInstaller).replace(7, 1, "!")));
+        QVERIFY(client.download());
+        QVERIFY(put(m_folder + '/' + kName, kInstaller.left(9)));
+        QVERIFY(client.download());
+        QCOMPARE(bytesOf(m_folder + '/' + kName), kInstaller);
+        QCOMPARE(m_server->requestCount("/download/"), 3);
+    }
+
+    void believesOnlyWhatIsSignedAndWhole_data()
+    {
+        QTest::addColumn<QJsonObject>("version");
+        QTest::addColumn<QByteArray>("raw");
+        const QJsonObject later{{"version", "1.3"}};
+        const QMap<QString, QJsonArray> wrong{
+            {"product", {"Other", 1}},
+            {"system", {"windows", true}},
+            {"arch", {"pdp11", QJsonValue()}},
+            {"version", {"", "1.3b", "1.2.3.4.5", 1.3, QJsonArray{"1.3"}, QJsonObject()}},
+            {"file", {"", "../x.deb", "/x.deb", "x.exe", "x.deb.sh", ".deb", 5}},
+            {"url", {"", "file:///etc/passwd", "http://example.org/x.deb", 5}},
+            {"size", {0, -1, 1.5, 1e18, 600e6, "540000"}},
+            {"sha256", {"", "00", 7}},
+        };
+        for (auto it = wrong.begin(); it != wrong.end(); ++it) {
+            for (const QJsonValue& value : it.value()) {
+                QJsonObject version = later;
+                version[it.key()] = value;
+                QTest::addRow("%s", QJsonDocument(version).toJson().constData()) << version << QByteArray();
+            }
+        }
+        QTest::newRow("page") << later << QByteArray("<html>Welcome to our hotel</html>");
+        QTest::newRow("array") << later << QByteArray("[]");
+        QTest::newRow("unsigned") << later << QByteArray("{\"signed\": \"{}\", \"signature\": \"\"}");
+        QTest::newRow("types") << later << QByteArray("{\"signed\": 1, \"signature\": []}");
+        QTest::newRow("not the key's") << later << QByteArray("wrong");
+    }
+    void believesOnlyWhatIsSignedAndWhole()
+    {
+        QFETCH(QJsonObject, version);
+        QFETCH(QByteArray, raw);
+        m_server->setVersion(version);
+        m_server->setSignatureWrong(raw == "wrong");
+        if (!raw.isEmpty() && raw != "wrong")
+            m_server->setRawAnswer("/app/version", raw);
+        const LogCapture log;
+        Client client(*m_server);
+        QVERIFY(!client.download()); // asks first
+        QCOMPARE(client.failed.size(), 1);
+        QVERIFY(log.contains("[NetRCManager]: The latest version is not known:"));
+        QCOMPARE(m_server->requestCount("/app/version"), 1); // an answer is not asked for again
+        QCOMPARE(stored(), QString("before"));
+        QVERIFY(client.found.isEmpty());
+        QCOMPARE(m_server->requestCount("/download/"), 0);
+    }
+
+    void neverGoesBackToAnEarlierVersion()
+    {
+        for (const char* version : {"1.3", "1.2.9", "1"}) {
+            m_server->setVersion({{"version", version}});
+            Client client(*m_server, "1.3");
+            QVERIFY(!client.download());
+            QCOMPARE(stored(), QString(version));
+            QVERIFY(client.found.isEmpty());
+        }
+        QCOMPARE(m_server->requestCount("/download/"), 0);
+    }
+
+    void goesOnAfterACutAnywhere()
+    {
+        const QByteArray installer = kInstaller.left(1000);
+        const QString part =
+            QCryptographicHash::hash(installer, QCryptographicHash::Sha256).toHex() + ".part";
+        m_server->setInstaller(kName, installer);
+        QDir().mkpath(m_folder);
+        Client client(*m_server);
+        QVERIFY(client.check());
+        for (const bool canResume : {true, false}) {
+            m_server->setCanResume(canResume);
+            for (const int cut : {0, 1, 500, 999, 1000, 1200}) {
+                QFile::remove(m_folder + '/' + kName);
+                QVERIFY(put(m_folder + '/' + part, kInstaller.left(cut)));
+                const int before = m_server->requestCount("/download/");
+                QVERIFY(client.download());
+                QCOMPARE(bytesOf(m_folder + '/' + kName), installer);
+                const bool isAsked = cut != 1000;
+                QCOMPARE(m_server->requestCount("/download/"), before + (isAsked ? 1 : 0));
+                const QByteArray range =
+                    cut % 1000 == 0 || cut > 1000 ? "" : "bytes=" + QByteArray::number(cut) + '-';
+                if (isAsked)
+                    QCOMPARE(m_server->requests().last().headers.value("range"), range);
+            }
+        }
+        QFile::remove(m_folder + '/' + kName);
+        QVERIFY(put(m_folder + '/' + part, "damaged"));
+        m_server->setCanResume(true);
+        QVERIFY(!client.download());
+        QVERIFY(QDir(m_folder).isEmpty());
+        client.failed.clear();
+        QVERIFY(client.download());
+    }
+
+    void keepsWhatHasComeWhenTheLineFails()
+    {
+        Client client(*m_server);
+        QVERIFY(client.check());
+        m_server->setFault("/download/", ServerFault::CutInTheMiddle, 1);
+        QVERIFY(!client.download());
+        client.failed.clear();
+        const auto stop =
+            connect(&client.manager, &NetRCManager::downloadProgress, [&client](qint64 bytes, qint64 of) {
+                if (bytes > of / 2)
+                    client.manager.cancelDownload();
+            });
+        client.manager.downloadLatestApp();
+        QTRY_VERIFY(m_server->requestCount("/download/") == 2 && QDir(m_folder).count() == 3);
+        disconnect(stop);
+        client.manager.cancelDownload();
+        QVERIFY(client.download());
+        QCOMPARE(bytesOf(m_folder + '/' + kName), kInstaller);
+        QCOMPARE(client.downloaded.size(), 1); // nothing of the one that was cancelled
+        QVERIFY(m_server->requests().last().headers.value("range") >= "bytes=300000-");
+    }
+
+    void keepsNothingElseThanTheSignedFile()
+    {
+        Client client(*m_server);
+        QVERIFY(client.check());
+        for (const QByteArray& other :
+             {QByteArray(kInstaller).replace(7, 1, "!"), kInstaller + '!', kInstaller.left(999)}) {
+            m_server->setFile("/download/" + kName, other, "application/octet-stream");
+            QVERIFY(!client.download());
+            QVERIFY(client.failed.takeFirst().first().toString().startsWith("下载的文件不正确"));
+            QVERIFY(QDir(m_folder).isEmpty());
+        }
+    }
+
+    void tellsOfADiskThatTakesNoMore()
+    {
+        Client client(*m_server);
+        QVERIFY(client.check());
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = {};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+        const rlimit tiny = {300000, limit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+        const bool hasRoom = client.download();
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        QVERIFY(!hasRoom);
+        QVERIFY(QDir(m_folder).removeRecursively() && put(m_folder, "a file where the folder should be"));
+        QVERIFY(!client.download());
+        for (const QVariantList& failure : qAsConst(client.failed))
+            QVERIFY(failure.first().toString().startsWith("无法保存"));
+    }
+
+    void reducesNamesToPlainOnes()
+    {
+        const QStringList endings{"deb", "png"};
+        for (const char* plain : {"a.deb", "Lumivar 1.2~3+b_x-64.DEB", "图.png", "console.png"})
+            QCOMPARE(plainFileName(plain, endings), QString(plain));
+        QCOMPARE(plainFileName("ad_images/a.png", endings), QString("a.png"));
+        for (const char* trick : {"",           ".",           "..",       "/a.png",    "../a.png",
+                                  "a/../b.png", "a/./b.png",   "a//b.png", "..\\a.png", "a\\b.png",
+                                  "C:a.png",    "a.png:b.png", ".a.png",   "a/.b.png",  " a.png",
+                                  "a.png ",     "a.png.",      "a.png/",   "a.json",    "png",
+                                  "nul.png",    "COM1.x.png",  "aux .png", "a\n.png",   "gnp.\u202Edeb.png",
+                                  "$(a).png",   "%2e%2e.png"})
+            QCOMPARE(plainFileName(trick, endings), QString());
+        QCOMPARE(plainFileName(QString("a").repeated(300) + ".png", endings), QString());
+        QCOMPARE(plainFileName(QString::fromLatin1("a\0.png", 6), endings), QString());
+    }
+
+    void answersFeedbackOnce()
+    {
+        FeedbackManager feedback;
+        feedback.setUserMsg("hello");
+        QStringList heard;
+        const auto send = [&heard](NetRCManager& manager, FeedbackManager* from) {
+            manager.sendFeedback(
+                from, [&heard] { heard += "sent"; },
+                [&heard](QNetworkReply::NetworkError error) { heard += QString::number(error); });
+        };
+        auto client = std::make_unique<Client>(*m_server);
+        NetRCManager offline({}, "1");
+        const QString noArchive = QString::number(QNetworkReply::ContentNotFoundError);
+        for (FeedbackManager* from : {static_cast<FeedbackManager*>(nullptr), &feedback}) {
+            send(client->manager, from);
+            QTRY_COMPARE(heard, QStringList{noArchive});
+            heard.clear();
+        }
+        QVERIFY(!feedback.zipFeedbackFile().isEmpty());
+        send(offline, &feedback);
+        send(client->manager, &feedback);
+        send(client->manager, &feedback); // one is under way
+        QVERIFY(heard.isEmpty());
+        QTRY_COMPARE(heard.size(), 3);
+        QCOMPARE(heard.count("sent"), 1);
+        QCOMPARE(m_server->requestCount("/app/feedback"), 1);
+        heard.clear();
+
+        m_server->setFault("/app/feedback", ServerFault::SilentAfterConnect);
+        send(client->manager, &feedback);
+        client->manager.cancelFeedback();
+        QTRY_COMPARE(heard, QStringList{QString::number(QNetworkReply::OperationCanceledError)});
+        send(client->manager, &feedback);
+        QTRY_COMPARE(m_server->requestCount("/app/feedback"), 2);
+        client.reset();
+        QCoreApplication::processEvents();
+        QCOMPARE(heard.size(), 1);
+    }
+
+    void saysNothingOnceTheProgramQuits()
+    {
+        Client client(*m_server);
+        QVERIFY(client.check());
+        bool isQuitting = false;
+        connect(m_server.get(), &OnlineServer::requested, this, [&isQuitting] { // and then it answers
+            isQuitting = std::exchange(isQuitting, true) || QMetaObject::invokeMethod(qApp, "aboutToQuit");
+        });
+        client.manager.downloadLatestApp();
+        client.manager.checkVersion();
+        QTRY_VERIFY(isQuitting);
+        Client other(*m_server); // its answers come later than those
+        QVERIFY(other.check() && other.download());
+        QCOMPARE(client.found.size(), 1);
+        QVERIFY(client.downloaded.isEmpty() && client.failed.isEmpty());
+    }
+
+    void waitsForAReportAndForNothingElse()
+    {
+        QThread thread; // of the server's own: this one stands still
+        QObject there;
+        there.moveToThread(&thread);
+        thread.start();
+        std::unique_ptr<OnlineServer> server;
+        const auto start = [&server] {
+            server = std::make_unique<OnlineServer>();
+            return server->listen();
+        };
+        bool isListening = false;
+        QMetaObject::invokeMethod(&there, start, Qt::BlockingQueuedConnection, &isListening);
+        QVERIFY(isListening);
+        ConfigurationManager::instance()->setAppConfig(ConfigKeys::kReportUsage.key, true);
+        bool hasRun = false;
+        QMetaObject::invokeMethod(
+            this, [&hasRun] { hasRun = true; }, Qt::QueuedConnection);
+        Client client(*server);
+        client.manager.uploadAppOnOffTime("20261121093000", "");
+        client.manager.finishReports(20000);
+        client.manager.finishReports(20000); // nothing left: returns at once
+        QVERIFY(!hasRun);
+        QList<ServerRequest> requests;
+        const auto stop = [&server, &requests] {
+            requests = server->requests();
+            server.reset();
+        };
+        QMetaObject::invokeMethod(&there, stop, Qt::BlockingQueuedConnection);
+        thread.quit();
+        thread.wait();
+        QCOMPARE(requests.size(), 1);
+        const QJsonObject report{{"version", "1.2.1.5"}, {"open", "20261121093000"}, {"close", ""}};
+        QCOMPARE(QJsonDocument::fromJson(requests.first().body).object(), report);
+
+        Client held(*m_server); // which cannot answer: it lives in this thread
+        held.manager.uploadAppOnOffTime("20261121093000", "20261121094000");
+        held.manager.finishReports(100);
+        QVERIFY(!hasRun);
+        ConfigurationManager::instance()->setAppConfig(ConfigKeys::kReportUsage.key, false);
+        client.manager.uploadAppOnOffTime("20261121093000", "20261121094000");
+        QCOMPARE(m_server->requestCount("/app/usage"), 0);
+    }
+
+private:
+    QString m_folder;
+    std::unique_ptr<OnlineServer> m_server;
+};
+
+QTEST_GUILESS_MAIN(TestNetClient)
+#include "tst_net_client.moc"
