@@ -1,6 +1,7 @@
 #include "app/LumivarApp.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/net/ProductSettings.h"
 #include "system/BuildInfo.h"
 #include "system/CrashHandler.h"
 #include "system/DisplayCheck.h"
@@ -126,6 +127,7 @@ int main(int argc, char** argv)
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
     const bool isOpenGlLeftOut = chooseNoOpenGl();
+    int exitCode = 0;
     QApplication app(argc, argv);
     if (isOpenGlLeftOut)
         forgetNoOpenGl();
@@ -149,6 +151,11 @@ int main(int argc, char** argv)
     logStart(app);
     installCrashHandler(log.filePath());
 
+    if (!productSettings().service.isEmpty()) {
+        // Everything is in order by then, but for names that a silent name server is still asked for: the
+        // application object would wait for them, ten seconds and more.
+        QObject::connect(&app, &QObject::destroyed, [&exitCode] { std::_Exit(exitCode); });
+    }
     auto controller = std::make_unique<LumivarApp>(nullptr);
     runningController = controller.get();
     std::atexit(leaveInOrder);
@@ -158,7 +165,7 @@ int main(int argc, char** argv)
         // A dialog's own event loop took the request while the controller came up.
         QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
     }
-    const int exitCode = QApplication::exec();
+    exitCode = QApplication::exec();
     runningController = nullptr;
     controller.reset();
     ConfigurationManager::instance()->save();

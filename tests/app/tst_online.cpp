@@ -115,6 +115,21 @@ private slots:
         QTRY_VERIFY(isDark());
     }
 
+    void aSilentNameServerHoldsNothingUp()
+    {
+        m_server->setAdvertisement({{"enable", 1},
+                                    {"vertion", 3},
+                                    {"ad1_image_url", "https://silent.invalid/red.png"},
+                                    {"ad1_local_file_name", "red.png"},
+                                    {"ad1_image_href", ""}});
+        m_program->environment.insert("SILENT_NAME_SERVER", "1");
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(ProgramUnderTest::readFile(socketFile()).contains("look-up"), kWaitMs);
+        const QElapsedTimer timer = started();
+        QVERIFY(m_program->terminate());
+        QVERIFY(timer.elapsed() < kUsualTimeoutMs);
+    }
+
     void startShowsTheAdvertisement()
     {
         QByteArray png;
