@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QSocketNotifier>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <cstdlib>
 #include <functional>
 #include <xcb/xcb.h>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int kFirstAnswerMs = 1000; ///< what the start of the program waits for
 constexpr int kBusDefaultMs = -1;
+constexpr int kAgainMs = 1000;
 constexpr xcb_window_t kNoWindow = XCB_WINDOW_NONE;
 const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
@@ -98,7 +100,8 @@ private:
     xcb_window_t m_owner = kNoWindow;
 };
 
-/// A tray that is told of icons over the bus: a watcher with a host that shows them.
+/// A tray that is told of icons over the bus: a watcher with a host that shows them. `changed` is called with
+/// every answer.
 class NotifierTray : public QObject
 {
     Q_OBJECT
@@ -115,12 +118,13 @@ public:
         for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
             m_bus.connect({}, kWatcherPath, kWatcher, QLatin1String(signal), this, SLOT(ask()));
         ask();
-        m_answerMs = kBusDefaultMs; // nothing waits for the later ones
-        m_answer->waitForFinished();
-        take();
+        m_answerMs = kBusDefaultMs;  // nothing waits for the later ones
+        m_answer->waitForFinished(); // and taken
     }
 
     bool isThere() const { return m_isThere; }
+    /// While somebody has the name and says nothing.
+    bool isUncertain() const { return m_isUncertain; }
 
 private slots:
     void ask()
@@ -129,6 +133,7 @@ private slots:
             kWatcher, kWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         question << kWatcher << QStringLiteral("IsStatusNotifierHostRegistered");
         question.setAutoStartService(false);
+        m_isUncertain = true;
         // A newer question makes the older answer void.
         m_answer = std::make_unique<QDBusPendingCallWatcher>(m_bus.asyncCall(question, m_answerMs));
         connect(m_answer.get(), &QDBusPendingCallWatcher::finished, this, &NotifierTray::take);
@@ -138,13 +143,11 @@ private:
     void take()
     {
         const QDBusPendingReply<QDBusVariant> reply = *m_answer;
+        m_isThere = reply.isValid() && reply.value().variant().toBool();
         // A panel that is busy with its own start tells nothing when it gets round to it.
-        if (reply.isError() && reply.error().type() == QDBusError::NoReply)
-            QMetaObject::invokeMethod(this, &NotifierTray::ask, Qt::QueuedConnection);
-        const bool isThere = reply.isValid() && reply.value().variant().toBool();
-        if (isThere == m_isThere)
-            return;
-        m_isThere = isThere;
+        m_isUncertain = reply.isError() && reply.error().type() == QDBusError::NoReply;
+        if (m_isUncertain)
+            QTimer::singleShot(kAgainMs, this, &NotifierTray::ask);
         m_changed();
     }
 
@@ -154,6 +157,7 @@ private:
     std::unique_ptr<QDBusPendingCallWatcher> m_answer;
     int m_answerMs = kFirstAnswerMs;
     bool m_isThere = false;
+    bool m_isUncertain = false;
 };
 
 /// Both kinds, until the toolkit has to be asked: then the one that it has chosen.
@@ -177,7 +181,9 @@ private:
     {
         const bool isNotified = m_notifier && m_notifier->isThere();
         const bool isEmbedding = m_embedding && m_embedding->isThere();
-        if (m_kind == Kind::Undecided && (isNotified || isEmbedding) &&
+        // The toolkit asks the notifiers as well, and stands still until they answer.
+        const bool canAsk = m_notifier && !m_notifier->isUncertain();
+        if (m_kind == Kind::Undecided && canAsk && (isNotified || isEmbedding) &&
             QSystemTrayIcon::isSystemTrayAvailable())
             m_kind = isNotified ? Kind::Notifier : Kind::Embedding;
         m_report((m_kind == Kind::Notifier && isNotified) || (m_kind == Kind::Embedding && isEmbedding));

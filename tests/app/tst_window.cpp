@@ -242,6 +242,24 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
     }
 
+    void panelThatNeverAnswersHoldsNothingUp()
+    {
+        const QString bus = startBus();
+        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        QThread neverStarted;
+        auto panel = std::make_unique<NotifierPanel>(bus);
+        panel->moveToThread(&neverStarted);
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        closeWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        panel.reset(); // what is left is the other tray
+        QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
+        panel = std::make_unique<NotifierPanel>(bus);
+        panel->moveToThread(&neverStarted);
+        QVERIFY(m_program->terminate());
+    }
+
     void userGivesAShortcutAnotherKey()
     {
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
