@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int kGrabMs = 50;
-constexpr int kMostGrabs = 40; ///< two seconds, until the desktop's own menu has gone
 
 int placeBesideAlong(int anchor, int length, int from, int end)
 {
@@ -66,8 +65,8 @@ void PanelPopup::showAt(const QPoint& anchor)
     m_panel->setFocus(Qt::PopupFocusReason);
     // On X11 alone another program's menu keeps them from a popup; elsewhere each attempt is a line in the
     // log.
-    m_grabsLeft = QGuiApplication::platformName() == QLatin1String("xcb") ? kMostGrabs : 0;
-    grabInput();
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        grabInput();
 }
 
 QPoint PanelPopup::placeBeside(const QPoint& anchor, const QSize& size, const QRect& workArea)
@@ -80,10 +79,12 @@ QPoint PanelPopup::placeBeside(const QPoint& anchor, const QSize& size, const QR
 /// Without them a click elsewhere would never be heard of.
 void PanelPopup::grabInput()
 {
-    if (!isVisible() || m_grabsLeft-- <= 0)
+    if (!isVisible())
         return;
-    const bool hasPointer = windowHandle()->setMouseGrabEnabled(true);
-    if (!windowHandle()->setKeyboardGrabEnabled(true) || !hasPointer)
+    m_hasKeys = m_hasKeys || windowHandle()->setKeyboardGrabEnabled(true);
+    windowHandle()->setMouseGrabEnabled(true);
+    // The toolkit takes a refused pointer for a held one, and a menu may let it go after the keys.
+    if (!m_hasKeys || m_pointerGrabsLeft-- > 0)
         m_grabbing.start(kGrabMs);
 }
 

@@ -35,5 +35,6 @@ private:
     QLabel* m_header;
     DeviceControlWidget* m_panel;
     QTimer m_grabbing;
-    int m_grabsLeft = 0;
+    bool m_hasKeys = false;
+    int m_pointerGrabsLeft = 40; ///< two seconds
 };

@@ -23,8 +23,9 @@ QString allDevicesText()
 TrayMenu::TrayMenu()
 {
     m_separator.setSeparator(true);
-    connect(&m_settings, &QAction::triggered, this, &TrayMenu::settingsOrdered);
-    connect(&m_exit, &QAction::triggered, this, &TrayMenu::exitOrdered);
+    // A menu drops the connections to itself of an action that is taken out, as rebuild() does.
+    connect(&m_settings, &QAction::triggered, &m_settings, [this] { emit settingsOrdered(); });
+    connect(&m_exit, &QAction::triggered, &m_exit, [this] { emit exitOrdered(); });
     retranslate();
     rebuild();
 }

@@ -126,6 +126,11 @@ struct OpenMenu
         free(typed);
     }
     ~OpenMenu() { xcb_disconnect(m_connection); }
+    void letKeysGo()
+    {
+        xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+        xcb_flush(m_connection);
+    }
     Q_DISABLE_COPY(OpenMenu)
 
     bool isHolding = false;
@@ -327,7 +332,7 @@ private slots:
             QVERIFY(menu->isHolding); // the popup before has left it both
             panel.choose(kStrip);
             QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
-            menu.reset();
+            menu->letKeysGo(); // and the pointer later
             QVERIFY(QRect(QPoint(), kScreen).contains(popups().constFirst()));
             // The keys arrive once the popup holds them.
             const auto isReached = [&] {
@@ -335,10 +340,18 @@ private slots:
                 return shows(isByKey ? LV_RGB{} : kColor);
             };
             QTRY_VERIFY_WITH_TIMEOUT(isReached(), kWaitMs);
-            isByKey ? pressKeys({"Escape"}) : click({100, 100});
-            QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
+            menu.reset();
+            const auto isGone = [&] {
+                isByKey ? pressKeys({"Escape"}) : click({100, 100});
+                return popups().isEmpty();
+            };
+            QTRY_VERIFY_WITH_TIMEOUT(isGone(), kWaitMs);
         }
-        panel.choose(kStrip);
+        panel.choose("Setup");
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
+        pressKeys({"Tab", "d"}); // to the languages, and to the one that begins so
+        QTRY_VERIFY_WITH_TIMEOUT(panel.menu().contains("Einstellungen"), kWaitMs);
+        panel.choose(kStrip); // beside the dialog
         QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
         m_strip->unplug();
         QTRY_VERIFY_WITH_TIMEOUT(popups().isEmpty(), kWaitMs);
