@@ -189,7 +189,7 @@ private slots:
         QCOMPARE(geometry(), place);
         closeWindow();
         QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
-        click(kTrayIcon);
+        clickIcon("1");
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QVERIFY(shows(kColor));
         QVERIFY(m_program->terminate());
@@ -214,9 +214,8 @@ private slots:
             startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
             QVERIFY(geometry().isEmpty());
-            for (int left = kMaxNudges; left > 0 && !isActive(); --left) // the icon comes when it likes
-                click(kTrayIcon);
-            QVERIFY(isActive());
+            clickIcon("1");
+            QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
             closeWindow();
             QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
             m_desktop.pop_back();
@@ -302,10 +301,13 @@ private slots:
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
         m_program->start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        for (int left = kMaxNudges; left > 0 && popups().isEmpty(); --left) // the icon comes when it likes
-            pointer(kTrayIcon, {"click", "3"});
-        pressKeys({"Down", "Right"}); // the device, and its panel
-        QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 2, kWaitMs);
+        clickIcon("3");
+        QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
+        const auto isOpen = [&] {         // the keys arrive once the menu holds them
+            pressKeys({"Down", "Right"}); // the device, and its panel
+            return popups().size() == 2;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isOpen(), kWaitMs);
         pressKeys({"Right"}); // from the light to the dark
         QTRY_VERIFY_WITH_TIMEOUT(shows({}), kWaitMs);
         for (const QRect& popup : popups())
@@ -403,19 +405,26 @@ private:
         return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
     }
 
-    /// The program's visible menus and panels, which no window manager knows.
-    QList<QRect> popups() const
+    /// The program's visible menus and panels, which no window manager knows, or its icon in the tray.
+    QList<QRect> popups(bool isIcon = false) const
     {
         QList<QRect> found;
         const QByteArray windows = ask("xdotool search --onlyvisible --class lumivar");
         for (const QByteArray& id : windows.split('\n')) {
             const QByteArray about = id.isEmpty() ? id : ask("xwininfo -id " + id);
-            if (about.contains("Override Redirect State: yes") && number(about, "Width:") > kMostIcon)
-                found.append(QRect(number(about, "Absolute upper-left X:"),
-                                   number(about, "Absolute upper-left Y:"), number(about, "Width:"),
-                                   number(about, "Height:")));
+            const QRect place(number(about, "Absolute upper-left X:"),
+                              number(about, "Absolute upper-left Y:"), number(about, "Width:"),
+                              number(about, "Height:"));
+            if (isIcon ? place.contains(kTrayIcon)
+                       : about.contains("Override Redirect State: yes") && place.width() > kMostIcon)
+                found.append(place);
         }
         return found;
+    }
+    void clickIcon(const QString& mouseButton) const
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(!popups(true).isEmpty(), kWaitMs); // it comes when it likes
+        pointer(kTrayIcon, {"click", mouseButton});
     }
     static int number(const QByteArray& text, const QByteArray& name)
     {
