@@ -76,8 +76,10 @@ private slots:
     {
         m_app.reset();
         m_strips.clear();
-        m_windowManager.kill();
-        m_windowManager.waitForFinished();
+        for (QProcess* each : {&m_tray, &m_windowManager}) {
+            each->kill();
+            each->waitForFinished();
+        }
     }
 
     void cleanup() { picture(QTest::currentTestFunction()); }
@@ -132,6 +134,49 @@ private slots:
         key("ctrl+z");
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
     }
+    void userChangesTheLanguageBetweenTwoLooksAtATrayPanel()
+    {
+        pickGroup("跑马灯模式");
+        m_display.startProgram(m_tray, "trayer", {"--edge", "bottom", "--align", "left"});
+        QVERIFY(m_tray.waitForStarted());
+        click(widget("pushButton_settings"));
+        QTRY_VERIFY_WITH_TIMEOUT(widget("cbxLanguage"), kWaitMs);
+        for (const char* dark : {"Turn off the lights", "Ausschalten"}) {
+            openTrayPanel();
+            QTRY_VERIFY_WITH_TIMEOUT(widget("lightDisableBtn"), kWaitMs);
+            QCOMPARE(qobject_cast<QAbstractButton*>(widget("lightDisableBtn"))->text(), dark);
+            key("Right");
+            QTRY_VERIFY_WITH_TIMEOUT(!isLit(1) && isLit(2), kWaitMs);
+            key("Left");
+            QTRY_VERIFY_WITH_TIMEOUT(isLit(1), kWaitMs);
+            xdotool({"key", "Escape", "Escape"});
+            QTRY_VERIFY_WITH_TIMEOUT(!QApplication::activePopupWidget(), kWaitMs);
+            choose(qobject_cast<QComboBox*>(widget("cbxLanguage")), "Deutsch");
+        }
+    }
+    void userGivesTheButtonOfTheStripsAMeaning()
+    {
+        m_app->deviceManager().setControllerEffect(stripId(2), "id.effect.marquee.marquee", true);
+        const auto press = [this](int strip) { QVERIFY(m_strips[strip]->pressButton()); };
+        press(1); // its own light
+        QTRY_VERIFY_WITH_TIMEOUT(!isLit(1) && isLit(2), kWaitMs);
+        clickStart(widget("phyBtnSingleCtrllMode"));
+        press(2);
+        QTRY_VERIFY_WITH_TIMEOUT(!isLit(1) && !isLit(2), kWaitMs);
+        auto* action = qobject_cast<QComboBox*>(widget("phyBtnActionCbx"));
+        choose(action, action->itemText(1));
+        press(1); // the marquee has one more step
+        QTRY_VERIFY_WITH_TIMEOUT(isLit(1) && isLit(2), kWaitMs);
+        press(1);
+        QTRY_VERIFY_WITH_TIMEOUT(isOfOneColor(1) && isOfOneColor(2), kWaitMs);
+        clickStart(widget("phyBtnSingleCtrllMode"));
+        press(2);
+        QTRY_VERIFY_WITH_TIMEOUT(isLit(2) && !isOfOneColor(2), kWaitMs);
+        QVERIFY(isOfOneColor(1));
+        choose(action, action->itemText(0));
+        press(2);
+        QTRY_VERIFY_WITH_TIMEOUT(!isLit(2) && isOfOneColor(1), kWaitMs);
+    }
 
 private:
     void xdotool(const QStringList& arguments)
@@ -151,9 +196,29 @@ private:
     }
     void click(const QWidget& widget, QPoint at) { point(widget.mapToGlobal(at), {"click", "1"}); }
     void key(const QString& name) { xdotool({"key", name}); }
-    void pickEffect(const char* group, const char* effect)
+    void clickStart(const QWidget* widget) { click(*widget, {8, widget->height() / 2}); }
+    void openTrayPanel()
+    {
+        const QPoint icon(12, kScreen.height() - 12);
+        const auto isThere = [icon] { // trayer moves it there
+            const QWidgetList all = QApplication::topLevelWidgets();
+            return std::any_of(all.begin(), all.end(), [icon](QWidget* each) {
+                return each->inherits("QSystemTrayIconSys") && each->isVisible() &&
+                       each->rect().contains(each->mapFromGlobal(icon));
+            });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(), kWaitMs);
+        point(icon, {"click", "3"});
+        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget(), kWaitMs);
+        xdotool({"key", "Down", "Right"}); // the first device, and its panel
+    }
+    void pickGroup(const char* group)
     {
         click(button(QCoreApplication::translate("GroupInformation", group)));
+    }
+    void pickEffect(const char* group, const char* effect)
+    {
+        pickGroup(group);
         const QString name = QCoreApplication::translate("EffectNames", effect);
         QTRY_VERIFY_WITH_TIMEOUT(button(name), kWaitMs);
         click(button(name));
@@ -235,6 +300,11 @@ private:
         return leds.size() == kLeds &&
                std::all_of(leds.cbegin(), leds.cend(), [part](LV_RGB led) { return led.*part == 0; });
     }
+    bool isLit(int strip) const { return frame(strip).count({}) < frame(strip).size(); }
+    bool isOfOneColor(int strip) const
+    {
+        return isLit(strip) && frame(strip).count(frame(strip).constFirst()) == kLeds;
+    }
     /// Whether one LED is about of this colour.
     bool hasLed(int strip, const QColor& color) const
     {
@@ -246,10 +316,11 @@ private:
         });
     }
 
-    QWidget* widget(const char* name) const
+    /// Of the window, a dialog or the tray's panel.
+    static QWidget* widget(const char* name)
     {
-        for (auto* each : m_app->mainWindow().findChildren<QWidget*>(name)) {
-            if (each->isVisible())
+        for (QWidget* each : QApplication::allWidgets()) {
+            if (each->isVisible() && each->objectName() == name)
                 return each;
         }
         return nullptr;
@@ -275,6 +346,7 @@ private:
     const VirtualDisplay& m_display;
     QTemporaryDir m_folder;
     QProcess m_windowManager;
+    QProcess m_tray;
     std::map<int, std::unique_ptr<StripSimulator>> m_strips;
     std::unique_ptr<LumivarApp> m_app;
     int m_strapsBefore = 0;

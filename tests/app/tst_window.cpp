@@ -296,6 +296,42 @@ private slots:
         QCOMPARE(activeTitle(), "Event Tester");
     }
 
+    void userStartsAgainWithTheDefaults()
+    {
+        const QString picture = m_program->configFile("pixel_source/mine.png");
+        ProgramUnderTest::writeFile(picture, "mine");
+        m_program->writeConfig("global.json", {{"mine", 1}});
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        pressKeys({"alt+s"});
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
+        pressKeys({"Tab", "Tab", "Tab", "Tab", "Tab", "Tab"}); // to the last button of the first section
+        for (const bool isSure : {false, true}) {
+            pressKeys({"space"});
+            QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Lumivar", kWaitMs);
+            QVERIFY(m_program->isRunning() && shows(kColor));
+            if (isSure)
+                pressKeys({"Tab"}); // from No, which is what Return means
+            pressKeys({"Return"});
+            if (!isSure)
+                QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
+        }
+        QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
+        QTRY_VERIFY(shows({}));
+        QVERIFY(m_program->readConfig("global.json")["cleanStartup"].toBool());
+        QVERIFY(m_program->readConfig("app.json").contains("runtime.closeButtonAction"));
+
+        m_program->start();
+        constexpr int kAsShipped = 120;
+        QTRY_COMPARE_WITH_TIMEOUT(m_strip->lastFrame().colors.size(), kAsShipped, kWaitMs);
+        QVERIFY(m_program->terminate());
+        const QJsonObject global = m_program->readConfig("global.json");
+        QVERIFY(!global["cleanStartup"].toBool(true) && global["mine"] == 1);
+        QVERIFY(!m_program->readConfig("app.json").contains("runtime.closeButtonAction"));
+        QCOMPARE(ProgramUnderTest::readFile(picture), QByteArray("mine"));
+    }
+
     void panelShowsInTheMenuThatTheProgramDraws()
     {
         startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
