@@ -22,10 +22,10 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QMetaType>
-#include <QPixmap>
 #include <QVBoxLayout>
 #include <memory>
 
@@ -45,8 +45,9 @@ void settle()
 
 } // namespace
 
-Gallery::Gallery(const QDir& folder, QSize windowSize)
-    : m_folder(folder)
+Gallery::Gallery(QSize windowSize, bool isBrief, Visitor visit)
+    : m_isBrief(isBrief)
+    , m_visit(std::move(visit))
     , m_effects(nullptr)
     , m_straps(nullptr)
 {
@@ -54,33 +55,29 @@ Gallery::Gallery(const QDir& folder, QSize windowSize)
     m_window.show();
 }
 
-int Gallery::render(const QString& prefix)
+void Gallery::showAll()
 {
-    m_prefix = prefix;
-    m_count = 0;
-    m_folder.mkpath(prefix);
-    renderHomePage();
-    renderControlPages();
-    renderLayoutEditor();
-    renderOptionWidgets();
-    renderGradientEditors();
-    renderDialogs();
-    renderHotkeys();
-    renderSettings();
-    renderTray();
-    return m_failed ? -1 : m_count;
+    showHomePage();
+    showControlPages();
+    showLayoutEditor();
+    showOptionWidgets();
+    showGradientEditors();
+    showDialogs();
+    showHotkeys();
+    showSettings();
+    showTray();
 }
 
-void Gallery::renderHomePage()
+void Gallery::showHomePage()
 {
     m_window.switchToHomePage();
-    for (const int count : {0, 1, 12, 50}) {
+    for (const int count : {0, 1, 6, 50}) {
         m_window.homePage()->setControllerList(galleryDevices(count));
-        save(m_window, QStringLiteral("home-%1").arg(count, 2, 10, QLatin1Char('0')));
+        show(m_window, QStringLiteral("home-%1").arg(count, 2, 10, QLatin1Char('0')));
     }
 }
 
-void Gallery::renderControlPages()
+void Gallery::showControlPages()
 {
     m_window.switchToControlPage();
     ControlPage& page = *m_window.controlPage();
@@ -91,8 +88,15 @@ void Gallery::renderControlPages()
         effects.sort();
         const QString strip = QStringLiteral("LV0127");
         const QString model = isGroupOffered(m_effects, group, strip) ? strip : matrix;
-        for (const QString& effect : effects)
+        QStringList shown;
+        for (const QString& effect : effects) {
+            const EffectWorkerOptions options = m_effects.effectOptions(effect);
+            const QString kind = options.sOptWidget + u' ' + options.lOptWidget;
+            if (m_isBrief && shown.contains(kind))
+                continue;
+            shown << kind;
             showEffect(model, effect, model + QStringLiteral(":0000002A"));
+        }
     }
     page.setControlModeVisible(true);
     showEffect(matrix, QStringLiteral("id.effect.singleColor.singleColor1"),
@@ -100,7 +104,7 @@ void Gallery::renderControlPages()
 }
 
 /// In the page, with some LEDs selected in the second picture of each.
-void Gallery::renderLayoutEditor()
+void Gallery::showLayoutEditor()
 {
     const QString effect = QStringLiteral("id.effect.screenSync.fullScreen");
     showEffect(QStringLiteral("LV0127"), effect, QStringLiteral("LV0127:0000002A"));
@@ -109,11 +113,11 @@ void Gallery::renderLayoutEditor()
     for (const int leds : {40, 120, 300}) {
         editor->setEffectProperty(QString(), galleryLayout(leds));
         QMetaObject::invokeMethod(editor, "onFrameTick", Q_ARG(QImage, galleryFrame()));
-        save(m_window, QStringLiteral("layout-%1").arg(leds, 3, 10, QLatin1Char('0')));
+        show(m_window, QStringLiteral("layout-%1").arg(leds, 3, 10, QLatin1Char('0')));
         const QList<QGraphicsItem*> left = view->scene()->items(QRectF(0, 0, 60, 2000));
         for (QGraphicsItem* item : left)
             item->setSelected(true);
-        save(m_window, QStringLiteral("layout-%1-selected").arg(leds, 3, 10, QLatin1Char('0')));
+        show(m_window, QStringLiteral("layout-%1-selected").arg(leds, 3, 10, QLatin1Char('0')));
     }
 }
 
@@ -128,10 +132,10 @@ void Gallery::showEffect(const QString& model, const QString& effect, const QStr
     page.setWorkers(workerModels(m_effects, group), effect);
     for (auto* options : page.findChildren<AbsWorkerWidget*>())
         options->setEffectProperty(QString(), properties());
-    save(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
+    show(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
 }
 
-void Gallery::renderOptionWidgets()
+void Gallery::showOptionWidgets()
 {
     QStringList classes;
     for (const QString& group : m_effects.groupIds()) {
@@ -151,24 +155,24 @@ void Gallery::renderOptionWidgets()
         if (!widget)
             continue;
         widget->setEffectProperty(QString(), properties());
-        widget->resize(kOptionWidth, widget->minimumHeight());
-        save(*widget, QStringLiteral("option-%1").arg(name));
+        widget->resize(kOptionWidth, qMax(widget->minimumHeight(), widget->heightForWidth(kOptionWidth)));
+        show(*widget, QStringLiteral("option-%1").arg(name));
         const QMap<QString, QJsonObject> states = galleryStates(name);
         for (auto state = states.begin(); state != states.end(); ++state) {
             widget->setEffectProperty(QString(), *state);
-            save(*widget, QStringLiteral("option-%1-%2").arg(name, state.key()));
+            show(*widget, QStringLiteral("option-%1-%2").arg(name, state.key()));
         }
         for (auto* box : widget->findChildren<QComboBox*>()) {
             if (!box->isVisible())
                 continue;
             box->showPopup();
-            save(*box->view()->window(), QStringLiteral("option-%1-%2").arg(name, box->objectName()));
+            show(*box->view()->window(), QStringLiteral("option-%1-%2").arg(name, box->objectName()));
             box->hidePopup();
         }
     }
 }
 
-void Gallery::renderGradientEditors()
+void Gallery::showGradientEditors()
 {
     QGradientStops many;
     for (int i = 0; i < 20; ++i)
@@ -186,22 +190,27 @@ void Gallery::renderGradientEditors()
         editor->setFocus();
     }
     page.setFixedWidth(kOptionWidth);
-    page.show();
-    page.activateWindow();
-    save(page, QStringLiteral("gradient-editors"));
+    show(page, QStringLiteral("gradient-editors"));
+    auto* editor = page.findChildren<GradientWidget*>().constLast();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {});
+    QCoreApplication::sendEvent(editor, &menu);
+    showFront(QStringLiteral("gradient-menu"));
+    QKeyEvent insert(QEvent::KeyPress, Qt::Key_Insert, Qt::NoModifier);
+    QCoreApplication::sendEvent(editor, &insert);
+    showFront(QStringLiteral("dialog-colour"));
 }
 
-void Gallery::renderDialogs()
+void Gallery::showDialogs()
 {
     QuitAskDialog quit(&m_window);
-    save(quit, QStringLiteral("dialog-quit"));
+    show(quit, QStringLiteral("dialog-quit"));
     ControllerConfigDialog count(&m_window);
     count.setDeviceName(galleryDevices(4).last().name);
     count.setNbLed(120);
-    save(count, QStringLiteral("dialog-led-count"));
+    show(count, QStringLiteral("dialog-led-count"));
 }
 
-void Gallery::renderHotkeys()
+void Gallery::showHotkeys()
 {
     HotKeyEditWidget page;
     page.resize(kShortcutPage);
@@ -209,22 +218,22 @@ void Gallery::renderHotkeys()
     const QVector<HotkeyModel> hotkeys = galleryHotkeys();
     page.setHotkeys(hotkeys);
     page.setTrouble(hotkeys.at(1).id, HotkeyTrouble::Taken);
-    save(page, QStringLiteral("hotkeys"));
+    show(page, QStringLiteral("hotkeys"));
     page.setTrouble(hotkeys.at(2).id, HotkeyTrouble::NotAllowed);
     page.activateWindow();
     page.findChild<QAbstractItemView*>()->setFocus();
-    save(page, QStringLiteral("hotkeys-not-allowed"));
+    show(page, QStringLiteral("hotkeys-not-allowed"));
 
     HotKeyEditDialog dialog(galleryHotkeyNames().value(hotkeys.at(0).id), hotkeys.at(0).combine, &m_window);
-    save(dialog, QStringLiteral("dialog-hotkey"));
+    show(dialog, QStringLiteral("dialog-hotkey"));
     for (const bool valid : {true, false}) {
         dialog.setBindingStatus(valid);
         dialog.activateWindow();
-        save(dialog, QStringLiteral("dialog-hotkey-%1").arg(valid ? "valid" : "invalid"));
+        show(dialog, QStringLiteral("dialog-hotkey-%1").arg(valid ? "valid" : "invalid"));
     }
 }
 
-void Gallery::renderSettings()
+void Gallery::showSettings()
 {
     const DeskCaptureOption captureModes(2);
     qApp->setProperty("isAdvanced", true);
@@ -235,14 +244,19 @@ void Gallery::renderSettings()
     settings.hotkeyEditWidget()->setHotkeys(galleryHotkeys());
     auto* pages = settings.findChild<SliderBar*>();
     for (const char* page : {"general", "shortcuts", "advanced"}) {
-        save(settings, QStringLiteral("dialog-settings-") + QLatin1String(page));
+        show(settings, QStringLiteral("dialog-settings-") + QLatin1String(page));
         pages->moveNext();
         pages->setSpace(pages->space()); // the highlight is there without a slide
     }
+    settings.findChild<QAbstractButton*>(QStringLiteral("btnDefaultSettings"))->click();
+    showFront(QStringLiteral("box-reset"));
+    settings.findChild<QAbstractButton*>(QStringLiteral("screenSyncAdvanedModeCBX"))->click();
+    showFront(QStringLiteral("box-restart"));
+    ConfigurationManager::instance()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, true); // again
 }
 
 /// The panel in the menu and alone, and the menu itself, which is made anew so that all of it is measured.
-void Gallery::renderTray()
+void Gallery::showTray()
 {
     const auto fill = [this](DeviceControlWidget& panel, const QString& effect) {
         const QString group = EffectWorkerOptions::groupOf(effect);
@@ -257,13 +271,13 @@ void Gallery::renderTray()
         popup.setTitle(galleryDevices(4).last().name);
         fill(popup.panel(), QLatin1String(effect));
         popup.adjustSize();
-        save(popup, QStringLiteral("tray-panel-%1").arg(QString::fromLatin1(effect).section(u'.', 3)));
+        show(popup, QStringLiteral("tray-panel-%1").arg(QString::fromLatin1(effect).section(u'.', 3)));
     }
     for (const int count : {0, 1, 5, 50}) {
         TrayMenu menu;
         menu.setDevices(galleryDevices(count));
         menu.popup({});
-        save(menu, QStringLiteral("tray-menu-%1").arg(count, 2, 10, QLatin1Char('0')));
+        show(menu, QStringLiteral("tray-menu-%1").arg(count, 2, 10, QLatin1Char('0')));
         if (count != 5)
             continue;
         QObject::connect(&menu, &TrayMenu::panelShown, [&](DeviceControlWidget* panel) {
@@ -271,7 +285,7 @@ void Gallery::renderTray()
         });
         QMenu* entry = menu.actions().constFirst()->menu();
         entry->popup({});
-        save(*entry, QStringLiteral("tray-menu-panel"));
+        show(*entry, QStringLiteral("tray-menu-panel"));
     }
 }
 
@@ -283,13 +297,21 @@ QJsonObject Gallery::properties()
     return properties;
 }
 
-void Gallery::save(QWidget& widget, const QString& name)
+void Gallery::showFront(const QString& name)
+{
+    settle();
+    QWidget* popup = QApplication::activePopupWidget();
+    QWidget* front = popup ? popup : QApplication::activeModalWidget();
+    if (!front)
+        return qWarning("%s has not opened", qPrintable(name));
+    show(*front, name);
+    front->close();
+    settle();
+}
+
+void Gallery::show(QWidget& widget, const QString& name)
 {
     widget.show();
     settle();
-    const QString file = m_folder.filePath(QStringLiteral("%1/%2.png").arg(m_prefix, name));
-    if (widget.grab().save(file))
-        ++m_count;
-    else
-        m_failed = true;
+    m_visit(widget, name);
 }

@@ -4,41 +4,43 @@
 #include "effects/EffectsManager.h"
 #include "ui/MainWindow.h"
 
-#include <QDir>
 #include <QSize>
-#include <QStringList>
+#include <functional>
 
-/// Puts the real window, its dialogs and the option widgets into the states a user meets and saves a picture
-/// of each. Neither devices nor a display are needed.
+/// Puts the real window, its dialogs and the option widgets into the states a user meets, one after the
+/// other. Neither devices nor a display are needed.
 class Gallery
 {
 public:
-    Gallery(const QDir& folder, QSize windowSize);
+    /// Gets a window or a widget that is shown and has come to rest, with a name for its state.
+    using Visitor = std::function<void(QWidget&, const QString& name)>;
 
-    /// Everything in the language that is installed, into the folder. Returns the number of pictures; -1 when
-    /// one could not be written.
-    int render(const QString& prefix);
+    /// Brief: of effects in one group with the same options only the first.
+    Gallery(QSize windowSize, bool isBrief, Visitor visit);
+
+    /// Everything in the language that is installed.
+    void showAll();
 
 private:
-    void renderHomePage();
-    void renderControlPages();
-    void renderLayoutEditor();
-    void renderOptionWidgets();
-    void renderGradientEditors();
-    void renderDialogs();
-    void renderHotkeys();
-    void renderSettings();
-    void renderTray();
+    void showHomePage();
+    void showControlPages();
+    void showLayoutEditor();
+    void showOptionWidgets();
+    void showGradientEditors();
+    void showDialogs();
+    void showHotkeys();
+    void showSettings();
+    void showTray();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);
     /// What option widgets would get from a worker, the list of colour straps included.
     QJsonObject properties();
-    void save(QWidget& widget, const QString& name);
+    /// The popup or dialog that has just been opened, which is closed then.
+    void showFront(const QString& name);
+    void show(QWidget& widget, const QString& name);
 
-    QDir m_folder;
-    QString m_prefix;
-    int m_count = 0;
-    bool m_failed = false;
+    bool m_isBrief;
+    Visitor m_visit;
     EffectsManager m_effects;
     ColorStrapManager m_straps;
     MainWindow m_window;

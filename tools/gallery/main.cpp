@@ -1,6 +1,7 @@
 // Renders every page, option widget and dialog of the program to PNG files, so that anyone can look at the
 // whole interface in one go. Touches no settings and needs no display.
 #include "Gallery.h"
+#include "PageCheck.h"
 #include "effects/ColorStrapManager.h"
 #include "strapPicture.h"
 #include "support/config/ConfigKeys.h"
@@ -9,6 +10,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <cstdio>
 
@@ -37,6 +39,12 @@ QSize toSize(const QString& text)
     return {text.section(u'x', 0, 0).toInt(), text.section(u'x', 1).toInt()};
 }
 
+/// A menu, or what a combo box drops down: there the keys are the toolkit's own.
+bool isList(const QWidget& page)
+{
+    return qobject_cast<const QMenu*>(&page) || page.inherits("QComboBoxPrivateContainer");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -44,7 +52,8 @@ int main(int argc, char** argv)
     const QTemporaryDir home;
     for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qputenv(name, home.path().toLocal8Bit());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QByteArray scale = argumentAfter(argc, argv, "--scale");
     if (!scale.isEmpty())
         qputenv("QT_SCALE_FACTOR", scale);
@@ -59,7 +68,8 @@ int main(int argc, char** argv)
     parser.addOptions({{"language", "Code of a language, or all (the default)", "code", "all"},
                        {"scale", "Scale factor of the display", "factor", "1"},
                        {"size", "Size of the window in logical pixels", "size", "1100x720"},
-                       {"out", "Folder of the pictures", "folder", "gallery"}});
+                       {"out", "Folder of the pictures", "folder", "gallery"},
+                       {"check", "Writes no pictures, but what a user would stumble over"}});
     parser.addHelpOption();
     parser.process(app);
     const QDir folder(QDir::current().absoluteFilePath(parser.value("out")));
@@ -67,17 +77,43 @@ int main(int argc, char** argv)
 
     // So that every option widget has its page; kept nowhere, as the home folder is a temporary one.
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, true);
-    Gallery gallery(folder, toSize(parser.value("size")));
-    const QString wanted = parser.value("language");
     int total = 0;
-    for (const QString& code : wanted == QLatin1String("all") ? catalogues() : QStringList{wanted}) {
-        LanguageManager::instance()->switchLanguage(code);
-        const int count = gallery.render(code);
-        if (count < 0) {
-            std::fputs("gallery: a picture could not be written\n", stderr);
-            return 1;
+    int faults = 0;
+    bool isFirstOfDirection = false;
+    QString language;
+    const bool isCheck = parser.isSet("check");
+    QSet<int> directions; // of which the way of the keyboard has been checked
+    Gallery gallery(toSize(parser.value("size")), isCheck, [&](QWidget& page, const QString& name) {
+        ++total;
+        const QString path = QStringLiteral("%1/%2").arg(language, name);
+        if (isCheck) {
+            QStringList found = PageCheck::cutOff(page);
+            if (!isList(page))
+                found += PageCheck::unspoken(page);
+            if (!isList(page) && isFirstOfDirection)
+                found += PageCheck::unreachable(page);
+            for (const QString& fault : found) {
+                std::printf("%s: %s\n", qPrintable(path), qPrintable(fault));
+                ++faults;
+            }
+        } else if (!page.grab().save(folder.filePath(path + QLatin1String(".png")))) {
+            std::fprintf(stderr, "gallery: %s could not be written\n", qPrintable(path));
+            ++faults;
         }
-        total += count;
+    });
+    const QString wanted = parser.value("language");
+    for (const QString& code : wanted == QLatin1String("all") ? catalogues() : QStringList{wanted}) {
+        language = code;
+        folder.mkpath(code);
+        LanguageManager::instance()->switchLanguage(code);
+        QCoreApplication::processEvents(); // it turns the layout as well
+        isFirstOfDirection = !directions.contains(QGuiApplication::layoutDirection());
+        directions.insert(QGuiApplication::layoutDirection());
+        gallery.showAll();
+    }
+    if (isCheck) {
+        std::printf("%d pages, %d faults\n", total, faults);
+        return faults == 0 ? 0 : 1;
     }
     ColorStrapManager straps(nullptr); // the home is empty, so these are the shipped ones
     if (!strapPicture(straps).save(folder.filePath(QStringLiteral("straps.png")))) {
@@ -86,5 +122,5 @@ int main(int argc, char** argv)
     }
     ++total;
     std::printf("%d pictures in %s\n", total, qPrintable(folder.path()));
-    return total > 0 ? 0 : 1;
+    return faults == 0 ? 0 : 1;
 }
