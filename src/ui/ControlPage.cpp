@@ -251,7 +251,8 @@ QList<ControlPage::Region> ControlPage::regions() const
     return result;
 }
 
-/// Beside their controls the headers form a column; above them where the picture would have no room left.
+/// Beside their controls the headers form a column; above them where the picture, or the large options in its
+/// place, would have no room left.
 void ControlPage::placeHeaders(int pageWidth)
 {
     int column = 0;
@@ -261,8 +262,8 @@ void ControlPage::placeHeaders(int pageWidth)
         const int longestWord = region.header->minimumSizeHint().width();
         column = qMax(column, qMax(qMin(text + kHeaderPadding, kMaxHeaderWidth), longestWord));
     }
-    const bool beside =
-        pageWidth >= column + kControlsWidth + ui->columnsLayout->spacing() + kMinPictureWidth;
+    const int right = qMax(kMinPictureWidth, ui->modelImage->minimumSizeHint().width());
+    const bool beside = pageWidth >= column + kControlsWidth + ui->columnsLayout->spacing() + right;
     for (const Region& region : regions()) {
         region.layout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
         region.header->setMinimumSize(beside ? column : 0, beside ? 0 : kHeaderHeight);
