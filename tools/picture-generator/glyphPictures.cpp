@@ -1,6 +1,7 @@
 #include "glyphPictures.h"
 
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPointF>
@@ -25,6 +26,16 @@ const QColor kInk(0xc4, 0xc4, 0xc4);
 const QColor kAccent(0xff, 0xd9, 0x08);
 const QColor kOnAccent(0x22, 0x22, 0x22);
 
+/// Degrees from three o'clock on, clockwise where the end is smaller.
+QVector<QPointF> arc(QPointF centre, double radius, int from, int to)
+{
+    constexpr int kStep = 5;
+    QVector<QPointF> points;
+    for (int degrees = from; from < to ? degrees <= to : degrees >= to; degrees += from < to ? kStep : -kStep)
+        points.append(centre + QLineF::fromPolar(radius, degrees).p2());
+    return points;
+}
+
 QVector<Glyph> glyphs()
 {
     return {
@@ -38,6 +49,18 @@ QVector<Glyph> glyphs()
          kAccent,
          {{{8, 2.25}, {14, 13.25}, {2, 13.25}, {8, 2.25}}, {{8, 6.5}, {8, 9}}, {{8, 11}, {8, 11.01}}}},
         {"minimise", 16, 1.5, kInk, {{{3.75, 8}, {12.25, 8}}}},
+        {"information",
+         36,
+         3,
+         kAccent,
+         {arc({18, 18}, 15, 0, 360), {{18, 17}, {18, 25}}, {{18, 11}, {18, 11.01}}}},
+        {"question",
+         36,
+         3,
+         kAccent,
+         {arc({18, 18}, 15, 0, 360),
+          arc({18, 14.5}, 4, 180, -70) + QVector<QPointF>{{18, 20.5}},
+          {{18, 25.5}, {18, 25.51}}}},
     };
 }
 
