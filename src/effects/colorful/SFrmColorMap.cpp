@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kHeight = 50;
 constexpr int kMargin = 18;
-constexpr int kMinRowHeight = 20; // more than the margins leave, or the text would be cut
+constexpr int kMinRowHeight = 22; // more than the margins leave, or the text would be cut
 constexpr const char* kSpeedKey = ConfigKeys::kColorMapSpeed.key;
 
 } // namespace
@@ -27,6 +27,7 @@ SFrmColorMap::SFrmColorMap(QWidget* parent)
     setFixedHeight(kHeight);
     m_speedLabel->setObjectName(QStringLiteral("speedLabel"));
     m_speedSlider->setObjectName(QStringLiteral("speedSlider"));
+    m_speedLabel->setBuddy(m_speedSlider);
     m_speedSlider->setRange(1, 200);
     m_speedSlider->setMinimumHeight(kMinRowHeight);
     m_speedLabel->setMinimumHeight(kMinRowHeight);
