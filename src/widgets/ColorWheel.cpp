@@ -1,6 +1,7 @@
 #include "widgets/ColorWheel.h"
 
 #include <QConicalGradient>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -12,6 +13,9 @@ namespace {
 constexpr double kWheelWidthShare = 0.1;
 constexpr double kMarkRadius = 5.0;
 constexpr int kSquareSteps = 255;
+constexpr int kKeyStep = 3; ///< of 255, and degrees
+constexpr int kLargeKeyStep = 30;
+const QColor kFocus(255, 217, 8);
 constexpr double kPi = 3.14; // the angles of this control are measured with this value
 constexpr double kSqrt2 = 1.4142135623730951;
 
@@ -32,6 +36,7 @@ ColorWheel::ColorWheel(QWidget* parent)
     : QWidget(parent)
     , m_current(QColor(Qt::red).toHsv())
 {
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 QSize ColorWheel::sizeHint() const
@@ -54,6 +59,12 @@ void ColorWheel::setColor(QColor color)
     if (hue != oldHue)
         drawSquareImage();
     update();
+    tellValue(this);
+}
+
+QString ColorWheel::spokenValue() const
+{
+    return m_current.name();
 }
 
 void ColorWheel::hueChanged(int hue)
@@ -64,6 +75,7 @@ void ColorWheel::hueChanged(int hue)
     drawSquareImage();
     if (isVisible())
         repaint();
+    tellValue(this);
     emit colorChanged(m_current);
 }
 
@@ -72,6 +84,7 @@ void ColorWheel::svChanged(QColor newcolor)
     m_current.setHsv(m_current.hsvHue(), newcolor.hsvSaturation(), newcolor.value(), m_current.alpha());
     if (isVisible())
         repaint();
+    tellValue(this);
     emit colorChanged(m_current);
 }
 
@@ -109,6 +122,33 @@ QColor ColorWheel::svColorAt(const QPoint& pos) const
     const double saturation = qBound(0.0, (pos.x() - square.left()) / square.width(), 1.0);
     const double value = qBound(0.0, (pos.y() - square.top()) / square.height(), 1.0);
     return QColor::fromHsvF(m_current.hsvHueF(), saturation, value, m_current.alphaF());
+}
+
+// --- keyboard ---
+
+void ColorWheel::keyPressEvent(QKeyEvent* event)
+{
+    const int step = event->modifiers().testFlag(Qt::ControlModifier) ? kLargeKeyStep : kKeyStep;
+    const auto moveBy = [this](int saturation, int value) {
+        svChanged(QColor::fromHsv(m_current.hsvHue(), qBound(0, m_current.hsvSaturation() + saturation, 255),
+                                  qBound(0, m_current.value() + value, 255)));
+    };
+    switch (event->key()) {
+    case Qt::Key_Left: // the square is not mirrored with the language
+        return moveBy(-step, 0);
+    case Qt::Key_Right:
+        return moveBy(step, 0);
+    case Qt::Key_Up:
+        return moveBy(0, -step);
+    case Qt::Key_Down:
+        return moveBy(0, step);
+    case Qt::Key_PageUp:
+        return hueChanged((m_current.hsvHue() + step) % 360);
+    case Qt::Key_PageDown:
+        return hueChanged((m_current.hsvHue() + 360 - step) % 360);
+    default:
+        QWidget::keyPressEvent(event);
+    }
 }
 
 // --- mouse ---
@@ -162,6 +202,16 @@ void ColorWheel::paintEvent(QPaintEvent*)
     composeWheel();
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_wheel);
+    if (hasFocus())
+        drawFocus(painter);
+}
+
+void ColorWheel::drawFocus(QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(kFocus, 2));
+    const double radius = qMin(width(), height()) / 2.0 - m_margin / 2.0;
+    painter.drawEllipse(center(), radius, radius);
 }
 
 void ColorWheel::rebuild()

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "widgets/SpokenControl.h"
+
 #include <QColor>
 #include <QImage>
 #include <QPixmap>
 #include <QRegion>
 #include <QWidget>
 
-/// A ring of hues around a square of saturation (to the right) and value (downwards).
-class ColorWheel : public QWidget
+/// A ring of hues around a square of saturation (to the right) and value (downwards). The arrow keys go about
+/// in the square, Page Up and Page Down around the ring; with Ctrl in large steps.
+class ColorWheel : public QWidget, public SpokenControl
 {
     Q_OBJECT
 
@@ -17,6 +20,8 @@ public:
     QColor color() const { return m_current; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    QAccessible::Role spokenRole() const override { return QAccessible::ColorChooser; }
+    QString spokenValue() const override;
 
 signals:
     /// The user picked a colour.
@@ -27,6 +32,7 @@ public slots:
     void setColor(QColor color);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -48,6 +54,7 @@ private:
     void drawWheelImage();
     void drawSquareImage();
     void composeWheel();
+    void drawFocus(QPainter& painter) const;
     void drawHueMark(QPainter& painter) const;
     void drawSvMark(QPainter& painter) const;
 

@@ -110,6 +110,7 @@ void SliderBar::moveTo(QPointF point)
     m_step = initStep(std::abs(axis(m_target) - m_position));
     m_timer.start();
     update();
+    tellValue(this);
     emit currentItemChanged(m_currentIndex, m_currentItem);
 }
 

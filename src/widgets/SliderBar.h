@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/SpokenControl.h"
+
 #include <QColor>
 #include <QRectF>
 #include <QTimer>
@@ -7,7 +9,7 @@
 #include <QWidget>
 
 /// A row (or column) of named items with a highlight that slides to the chosen one.
-class SliderBar : public QWidget
+class SliderBar : public QWidget, public SpokenControl
 {
     Q_OBJECT
     Q_PROPERTY(QColor bgColorStart READ bgColorStart WRITE setBgColorStart)
@@ -77,6 +79,9 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+    QAccessible::Role spokenRole() const override { return QAccessible::PageTabList; }
+    QString spokenValue() const override { return m_currentItem; }
 
     /// The first step in pixels of a move over a distance: the steps fall by one until they are one.
     static int initStep(double distance);

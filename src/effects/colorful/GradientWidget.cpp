@@ -237,6 +237,11 @@ void GradientWidget::dismissDialog()
 
 // --- keyboard ---
 
+QString GradientWidget::spokenValue() const
+{
+    return QStringLiteral("%1%").arg(qRound(m_current->position() * 100));
+}
+
 QVector<GradientHandler*> GradientWidget::handlersInOrder() const
 {
     QVector<GradientHandler*> handlers;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/IColorStrapManager.h"
+#include "widgets/SpokenControl.h"
 
 #include <QBrush>
 #include <QMap>
@@ -20,7 +21,7 @@ class QGraphicsView;
 ///
 /// What is set from outside is not reported, and closes an open colour dialog: its answer would be meant for
 /// what was there before.
-class GradientWidget : public QWidget
+class GradientWidget : public QWidget, public SpokenControl
 {
     Q_OBJECT
 
@@ -37,6 +38,9 @@ public:
     void addKeyColor(const QColor& color, double pos);
     /// The whole gradient by position: an end at 0.0, the key colours, an end at 1.0.
     QGradientStops gradientStops() const;
+    QAccessible::Role spokenRole() const override { return QAccessible::Slider; }
+    /// Of the handle that the keys work on.
+    QString spokenValue() const override;
 
 signals:
     void keyColorChanged();

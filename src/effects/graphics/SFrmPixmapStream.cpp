@@ -91,6 +91,7 @@ void SFrmPixmapStream::onAnimesComboBoxIndexChanged(int i)
 /// A field that opens on nothing would look broken.
 void SFrmPixmapStream::showWhetherEmpty()
 {
+    m_animesComboBox->setAccessibleName(tr("动画"));
     m_animesComboBox->setEnabled(!m_animes.isEmpty());
     m_animesComboBox->setPlaceholderText(m_animes.isEmpty() ? tr("没有可选的动画") : QString());
 }

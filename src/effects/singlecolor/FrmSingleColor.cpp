@@ -142,6 +142,9 @@ void FrmSingleColor::report()
 void FrmSingleColor::retranslate()
 {
     m_selectColorBtn->setText(tr("选择颜色"));
+    m_colorWheel->setAccessibleName(tr("色轮"));
+    m_colorWheel->setAccessibleDescription(tr("方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相"));
+    m_colorWheel->setToolTip(m_colorWheel->accessibleDescription());
 }
 
 void FrmSingleColor::changeEvent(QEvent* event)

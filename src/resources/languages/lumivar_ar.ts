@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>اختيار اللون</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>عجلة الألوان</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>الأسهم لتغيير التشبّع والسطوع، وPage Up وPage Down لتغيير درجة اللون</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Press ESC to cancel</source>
         <source>没有可选的动画</source>
         <translation>لا توجد رسوم متحركة للاختيار</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>الرسوم المتحركة</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Press ESC to cancel</source>
     <message>
         <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
         <translation>اسحب كل مربع إلى موضع مصباح LED الخاص به. ارسم إطارًا لتحديد عدة مربعات. العجلة: تكبير وتصغير، الزر الأيمن: تحريك العرض.</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>توزيع مصابيح LED</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>‏Page Up وPage Down لاختيار LED، والأسهم لتحريكه، وCtrl+A لتحديد الكل</translation>
     </message>
 </context>
 <context>

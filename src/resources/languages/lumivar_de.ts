@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Farbe wählen</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>Farbkreis</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>Pfeiltasten ändern Sättigung und Helligkeit, Bild auf und Bild ab den Farbton</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Zum Abbrechen ESC drücken</translation>
         <source>没有可选的动画</source>
         <translation>Keine Animationen verfügbar</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Animation</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Zum Abbrechen ESC drücken</translation>
     <message>
         <source>高度：</source>
         <translation>Höhe:</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>LED-Anordnung</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Bild auf und Bild ab wählen eine LED, Pfeiltasten verschieben sie, Strg+A wählt alle</translation>
     </message>
 </context>
 <context>

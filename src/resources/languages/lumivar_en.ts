@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Select color</translation>
     </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>Arrow keys change saturation and brightness, Page Up and Page Down the hue</translation>
+    </message>
+    <message>
+        <source>色轮</source>
+        <translation>Colour wheel</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Press ESC to cancel</translation>
         <source>没有可选的动画</source>
         <translation>No animations to choose from</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Animation</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Press ESC to cancel</translation>
     <message>
         <source>重置</source>
         <translation>Reset</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>LED layout</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up and Page Down select an LED, arrow keys move it, Ctrl+A selects all</translation>
     </message>
 </context>
 <context>

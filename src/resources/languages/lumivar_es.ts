@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Elegir color</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>Círculo cromático</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>Las flechas cambian la saturación y el brillo, Re Pág y Av Pág el tono</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Pulse ESC para cancelar</translation>
         <source>没有可选的动画</source>
         <translation>No hay animaciones disponibles</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Animación</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Pulse ESC para cancelar</translation>
     <message>
         <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
         <translation>Arrastre cada cuadro al lugar de su LED. Un recuadro selecciona varios. Rueda: zoom, botón derecho: mover la vista.</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Re Pág y Av Pág seleccionan un LED, las flechas lo mueven, Ctrl+A los selecciona todos</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>Disposición de los LED</translation>
     </message>
 </context>
 <context>

@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>色を選択</translation>
     </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>矢印キーで彩度と明るさ、Page Up と Page Down で色相を変更</translation>
+    </message>
+    <message>
+        <source>色轮</source>
+        <translation>カラーホイール</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ ESCキーでキャンセル</translation>
         <source>没有可选的动画</source>
         <translation>選べるアニメーションがありません</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>アニメーション</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ ESCキーでキャンセル</translation>
     <message>
         <source>重置</source>
         <translation>リセット</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>LED の配置</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up と Page Down で LED を選択、矢印キーで移動、Ctrl+A ですべて選択</translation>
     </message>
 </context>
 <context>

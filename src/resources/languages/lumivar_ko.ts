@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>색 선택</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>색상환</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>화살표 키로 채도와 밝기, Page Up과 Page Down 키로 색조 변경</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ ESC 키를 누르면 취소됩니다</translation>
         <source>没有可选的动画</source>
         <translation>선택할 애니메이션이 없습니다</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>애니메이션</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ ESC 키를 누르면 취소됩니다</translation>
     <message>
         <source>把方块拖到LED所在的位置；框选可移动多个，滚轮缩放，右键平移。</source>
         <translation>사각형을 LED가 있는 위치로 끌어 놓으세요. 영역을 그리면 여러 개를 선택합니다. 휠: 확대/축소, 오른쪽 버튼: 이동.</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up과 Page Down 키로 LED 선택, 화살표 키로 이동, Ctrl+A로 모두 선택</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>LED 배치</translation>
     </message>
 </context>
 <context>

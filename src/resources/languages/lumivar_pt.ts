@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Escolher cor</translation>
     </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>As setas mudam a saturação e o brilho, Page Up e Page Down o matiz</translation>
+    </message>
+    <message>
+        <source>色轮</source>
+        <translation>Círculo cromático</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Pressione ESC para cancelar</translation>
         <source>没有可选的动画</source>
         <translation>Nenhuma animação disponível</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Animação</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Pressione ESC para cancelar</translation>
     <message>
         <source>重置</source>
         <translation>Redefinir</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up e Page Down selecionam um LED, as setas o movem, Ctrl+A seleciona todos</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>Disposição dos LEDs</translation>
     </message>
 </context>
 <context>

@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Выбрать цвет</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>Цветовой круг</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>Стрелки — насыщенность и яркость, Page Up и Page Down — оттенок</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ ESC — отмена</translation>
         <source>没有可选的动画</source>
         <translation>Нет доступных анимаций</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Анимация</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ ESC — отмена</translation>
     <message>
         <source>重置</source>
         <translation>Сбросить</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>Расположение светодиодов</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up и Page Down — выбрать светодиод, стрелки — переместить, Ctrl+A — выбрать все</translation>
     </message>
 </context>
 <context>

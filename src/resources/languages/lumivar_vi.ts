@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>Chọn màu</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>Vòng màu</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>Phím mũi tên đổi độ bão hòa và độ sáng, Page Up và Page Down đổi sắc độ</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Nhấn ESC để hủy</translation>
         <source>没有可选的动画</source>
         <translation>Không có hoạt ảnh để chọn</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>Hoạt ảnh</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Nhấn ESC để hủy</translation>
     <message>
         <source>重置</source>
         <translation>Đặt lại</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up và Page Down để chọn LED, phím mũi tên để di chuyển, Ctrl+A để chọn tất cả</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>Bố cục LED</translation>
     </message>
 </context>
 <context>

@@ -326,6 +326,14 @@
         <source>选择颜色</source>
         <translation>选择颜色</translation>
     </message>
+    <message>
+        <source>色轮</source>
+        <translation>色轮</translation>
+    </message>
+    <message>
+        <source>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</source>
+        <translation>方向键调整饱和度和亮度，Page Up 和 Page Down 键调整色相</translation>
+    </message>
 </context>
 <context>
     <name>GradientHandler</name>
@@ -942,6 +950,10 @@ Press ESC to cancel</source>
         <source>没有可选的动画</source>
         <translation>没有可选的动画</translation>
     </message>
+    <message>
+        <source>动画</source>
+        <translation>动画</translation>
+    </message>
 </context>
 <context>
     <name>SSLOptWidget</name>
@@ -960,6 +972,14 @@ Press ESC to cancel</source>
     <message>
         <source>宽度：</source>
         <translation>宽度：</translation>
+    </message>
+    <message>
+        <source>LED布局</source>
+        <translation>LED布局</translation>
+    </message>
+    <message>
+        <source>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</source>
+        <translation>Page Up 和 Page Down 键选择LED，方向键移动，Ctrl+A 全选</translation>
     </message>
 </context>
 <context>

@@ -223,6 +223,36 @@ void ScreenSyncEditScene::notifyLEDItemPosChanged(int id)
     emit ledItemPosChanged(id, mirrored(m_ledItems[id]->gridPos()));
 }
 
+QString ScreenSyncEditScene::selectionText() const
+{
+    const QVector<LEDItem*> selected = selectedLEDs();
+    QStringList numbers;
+    for (const LEDItem* item : selected)
+        numbers.append(QString::number(item->id() + 1));
+    if (numbers.isEmpty())
+        return {};
+    const QString text = QStringLiteral("LED ") + numbers.join(QStringLiteral(", "));
+    if (selected.size() > 1)
+        return text;
+    const QPoint cell = selected.first()->gridPos();
+    return QStringLiteral("%1 (%2, %3)").arg(text).arg(cell.x()).arg(cell.y());
+}
+
+/// From the outermost of those selected; round and round.
+void ScreenSyncEditScene::selectNeighbour(const QVector<LEDItem*>& selected, int step)
+{
+    const int count = m_ledItems.size();
+    if (count == 0)
+        return;
+    int id = step > 0 ? -1 : count;
+    if (!selected.isEmpty())
+        id = step > 0 ? selected.last()->id() : selected.first()->id();
+    LEDItem* next = m_ledItems[(id + step + count) % count];
+    clearSelection();
+    next->setSelected(true);
+    next->ensureVisible();
+}
+
 void ScreenSyncEditScene::keyPressEvent(QKeyEvent* event)
 {
     const QVector<LEDItem*> selected = selectedLEDs();
@@ -230,6 +260,8 @@ void ScreenSyncEditScene::keyPressEvent(QKeyEvent* event)
     if (event->matches(QKeySequence::SelectAll)) {
         for (LEDItem* item : qAsConst(m_ledItems))
             item->setSelected(true);
+    } else if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+        selectNeighbour(selected, event->key() == Qt::Key_PageDown ? 1 : -1);
     } else if (event->key() == Qt::Key_Escape && !selected.isEmpty()) {
         clearSelection();
     } else if (!arrow.isNull() && !selected.isEmpty()) {

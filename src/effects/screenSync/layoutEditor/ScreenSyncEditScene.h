@@ -32,6 +32,8 @@ public:
     /// 1: mirrored.
     void setDeviceDir(int dir);
     void setShowGrid(bool show);
+    /// "LED " and the numbers of those selected, of a single one its cell as well.
+    QString selectionText() const;
 
     /// For the LEDs: one is dragged by so much from where it was grabbed, one was let go.
     void drag(const LEDItem& held, QPointF by);
@@ -60,6 +62,7 @@ private:
     void placeAll();
     void sizeAll();
     void finishDrop(int id);
+    void selectNeighbour(const QVector<LEDItem*>& selected, int step);
     bool moveBy(const QVector<LEDItem*>& items, QPoint cells);
     void notifyLEDItemPosChanged(int id);
 

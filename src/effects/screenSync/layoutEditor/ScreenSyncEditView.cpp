@@ -34,6 +34,14 @@ ScreenSyncEditView::ScreenSyncEditView(QWidget* parent)
     setDragMode(RubberBandDrag);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
     setTransformationAnchor(AnchorViewCenter);
+    const auto tell = [this] { tellValue(this); };
+    connect(m_editScene, &QGraphicsScene::selectionChanged, this, tell);
+    connect(m_editScene, &ScreenSyncEditScene::ledItemPosChanged, this, tell);
+}
+
+QString ScreenSyncEditView::spokenValue() const
+{
+    return m_editScene->selectionText();
 }
 
 void ScreenSyncEditView::setFrame(QImage frame)

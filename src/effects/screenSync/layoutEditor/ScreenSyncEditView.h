@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/SpokenControl.h"
+
 #include <QGraphicsView>
 #include <QImage>
 #include <QPoint>
@@ -9,9 +11,10 @@
 class ScreenSyncEditScene;
 
 /// Shows the canvas of the layout editor, all of it at first. The wheel zooms, the middle and the right mouse
-/// button pan; the left one works on the LEDs. The canvas is a thing of the real world: it is not mirrored
-/// with the language.
-class ScreenSyncEditView : public QGraphicsView
+/// button pan; the left one works on the LEDs, as
+/// do Page Up and Page Down, which select one, and the arrow keys. The canvas is a thing of the real world:
+/// it is not mirrored with the language.
+class ScreenSyncEditView : public QGraphicsView, public SpokenControl
 {
     Q_OBJECT
 
@@ -19,6 +22,9 @@ public:
     explicit ScreenSyncEditView(QWidget* parent = nullptr);
 
     ScreenSyncEditScene* editScene() const { return m_editScene; }
+    QAccessible::Role spokenRole() const override { return QAccessible::Canvas; }
+    /// Which LEDs are selected, and where the only one is.
+    QString spokenValue() const override;
 
 public slots:
     /// A null image: there is none.
