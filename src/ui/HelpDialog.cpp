@@ -46,7 +46,6 @@ HelpDialog::~HelpDialog() = default;
 
 void HelpDialog::initVersionPage()
 {
-    ui->updateBtn->setProperty("class", "Button1");
     ui->currentVerLabel->setText(m_viewModel->currentVersion());
     connect(m_viewModel.data(), &HelpDialogViewModel::latestVersionChanged, this,
             &HelpDialog::onLatestVersionChanged);
@@ -62,7 +61,6 @@ void HelpDialog::initVersionPage()
 
 void HelpDialog::initFeedbackPage()
 {
-    ui->pushButton_send->setProperty("class", "Button1");
     ui->pushButton_send->setVisible(m_viewModel->isOnline);
     ui->userContactInfoEdit->setText(m_viewModel->userContactInfo());
     ui->userContactInfoEdit->setValidator(new QRegExpValidator(QRegExp(kContactPattern), this));
@@ -97,7 +95,7 @@ void HelpDialog::retranslate()
     setPageNames(hasContact ? tr("版本信息;问题反馈;联系我们") : tr("版本信息;问题反馈"));
     onLatestVersionChanged();
     showDownload();
-    const QString goesAlong = tr("包含日志、版本号以及不含个人信息的设置。");
+    const QString goesAlong = tr("包含日志、版本号和设置，其中的个人信息会被去除。");
     ui->logHint->setToolTip(goesAlong);
     for (QPushButton* button : {ui->pushButton_send, ui->saveReportBtn}) {
         button->setToolTip(goesAlong);
@@ -117,6 +115,7 @@ void HelpDialog::onLatestVersionChanged()
     const bool isNewer = !compareVersion(m_viewModel->currentVersion(), m_viewModel->latestVersion());
     ui->latestVerDescLabel->setText(isNewer ? tr("最新版本号：") : tr("已是最新版本"));
     ui->latestVerLabel->setText(isNewer ? m_viewModel->latestVersion() : QString());
+    ui->versionRows->addWidget(ui->latestVerDescLabel, 1, 0, 1, isNewer ? 1 : 3); // moves it
     ui->latestVerDescLabel->setVisible(isOnline);
     ui->latestVerLabel->setVisible(isOnline);
     ui->updateBtn->setVisible(isOnline && isNewer);
@@ -162,8 +161,8 @@ void HelpDialog::onSaveReportBtnClicked()
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     const QString name =
         QStringLiteral("Lumivar-report-%1.zip").arg(QDate::currentDate().toString(Qt::ISODate));
-    auto* dialog =
-        new QFileDialog(this, tr("保存报告"), folder.filePath(name), QStringLiteral("ZIP (*.zip)"));
+    auto* dialog = new QFileDialog(this, ui->saveReportBtn->text(), folder.filePath(name),
+                                   QStringLiteral("ZIP (*.zip)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("zip"));

@@ -38,7 +38,7 @@ void SliderBar::setItems(QString items)
     m_itemsText = items;
     m_items.clear();
     for (const QString& name : items.split(u';', Qt::SkipEmptyParts))
-        m_items.append({name, QRectF()});
+        m_items.append({name.trimmed(), QRectF()});
     if (m_currentIndex >= m_items.size())
         m_currentIndex = -1;
     m_currentItem = m_currentIndex < 0 ? QString() : m_items.at(m_currentIndex).name;

@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>取消</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>جارٍ إرسال الملاحظات...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>جارٍ جمع السجلات...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>الأضواء المتحركة</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>您的联系方式</source>
+        <translation>معلومات الاتصال بك</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>الإصدار الحالي:</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>إرسال الملاحظات</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>إرسال معلومات الاستخدام</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>المساعدة</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>تُرفق السجلات لنتمكن من معرفة سبب الخلل.</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>معلومات الإصدار;الملاحظات;اتصل بنا</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>تحديث</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>اكتب اقتراحاتك أو المشكلات التي واجهتها</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>يُرسل فقط وقت بدء البرنامج وإنهائه ورقم إصداره، ولا شيء سوى ذلك.</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>يتضمن السجلات وأرقام الإصدارات والإعدادات. تُحذف منها البيانات الشخصية.</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>أحدث إصدار:</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>لديك أحدث إصدار</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>معلومات الإصدار;الملاحظات</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>حفظ التقرير...</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>لا</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>جارٍ تنزيل أحدث حزمة تثبيت</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>إلغاء التنزيل</translation>
     </message>
 </context>
 <context>

@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Rückmeldung wird gesendet...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Protokolle werden gesammelt...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Lauflicht</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>保存报告...</source>
+        <translation>Bericht speichern...</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>Version;Rückmeldung;Kontakt</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Jetzt aktualisieren</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Enthalten: Protokolle, Versionen und Einstellungen. Persönliche Angaben werden entfernt.</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>Gesendet wird nur, wann das Programm gestartet und beendet wird und welche Version es hat. Sonst nichts.</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Die Protokolle werden beigefügt, damit wir die Fehlerursache finden können.</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Nutzungsdaten senden</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Ihre Kontaktdaten</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>Version;Rückmeldung</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>Rückmeldung senden</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Das Programm ist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Bitte beschreiben Sie Ihren Vorschlag oder Ihr Problem</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Installierte Version:</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Neueste Version:</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>Nein</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Herunterladen abbrechen</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Das Installationspaket wird heruntergeladen</translation>
     </message>
 </context>
 <context>

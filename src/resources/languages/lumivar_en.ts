@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Sending the feedback...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Gathering the logs...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Marquee mode</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Current version number:</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Latest version number:</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>Version information; Problem feedback</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>Version information; Problem feedback; Contact Us</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Send usage information</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>Save report...</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>Sends when the program starts and stops, and its version. Nothing else.</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Already the latest version</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>Send Feedback</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Click Update</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Included: logs, versions, and settings. Personal data is taken out.</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Comes with logs so we can understand the cause of the program&apos;s failure.</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Please write down your suggestions or problems</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Your contact details;</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>No</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Downloading the latest installation package</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Cancel download</translation>
     </message>
 </context>
 <context>

@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Reuniendo los registros...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Enviando los comentarios...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Marquesina</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>发送反馈</source>
+        <translation>Enviar comentarios</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Incluye los registros, las versiones y los ajustes. Los datos personales se eliminan.</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Enviar datos de uso</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Escriba sus sugerencias o los problemas que ha encontrado</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>Guardar informe...</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>Solo se envía cuándo se inicia y se cierra el programa, y su versión. Nada más.</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>Versión;Comentarios</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Ya tiene la última versión</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Se adjuntan los registros para que podamos encontrar la causa del fallo.</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Sus datos de contacto</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Versión actual:</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>Versión;Comentarios;Contacto</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Última versión:</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Actualizar</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>No</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Cancelar la descarga</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Descargando el paquete de instalación más reciente</translation>
     </message>
 </context>
 <context>

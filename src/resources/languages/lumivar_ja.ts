@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>フィードバックを送信しています...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>ログを収集しています...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>流れる光</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>最新版本号：</source>
+        <translation>最新バージョン：</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>最新バージョンです</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>ご連絡先</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>更新する</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>使用状況を送信する</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>バージョン情報;フィードバック</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>フィードバックを送信</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>バージョン情報;フィードバック;お問い合わせ</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>ご意見や問題点をお書きください</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>レポートを保存...</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>ログ、バージョン、設定が含まれます。個人情報は取り除かれます。</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>障害の原因を調べるため、ログが添付されます。</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>送信するのは、プログラムの起動と終了の日時、およびバージョンだけです。ほかの情報は送信しません。</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>現在のバージョン：</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>いいえ</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>ダウンロードを中止</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>最新のインストーラーをダウンロードしています</translation>
     </message>
 </context>
 <context>

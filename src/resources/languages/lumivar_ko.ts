@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>取消</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>피드백을 보내는 중...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>로그를 수집하는 중...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>흐르는 조명</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>버전 정보;피드백;문의하기</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>피드백 보내기</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>버전 정보;피드백</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>최신 버전:</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>사용 현황 보내기</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>연락처</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>현재 버전:</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>최신 버전입니다</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>프로그램이 시작되고 종료된 시각과 버전만 보내며, 그 밖의 정보는 보내지 않습니다.</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>문제의 원인을 파악할 수 있도록 로그가 함께 첨부됩니다.</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>도움말</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>업데이트</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>제안 사항이나 겪고 있는 문제를 적어 주세요</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>로그, 버전 정보, 설정이 포함됩니다. 개인 정보는 제거됩니다.</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>보고서 저장...</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>아니요</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>최신 설치 파일을 다운로드하는 중</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>다운로드 취소</translation>
     </message>
 </context>
 <context>

@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>取消</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Enviando os comentários...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Reunindo os registros...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Luz sequencial</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Você já tem a versão mais recente</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>Enviar comentários</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Versão atual:</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>Versão;Comentários;Contato</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>Salvar relatório...</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Inclui os registros, as versões e os ajustes. Os dados pessoais são removidos.</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Enviar dados de uso</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>São enviados apenas os horários em que o programa inicia e encerra e a sua versão. Nada mais.</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Atualizar</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Ajuda</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Escreva suas sugestões ou os problemas encontrados</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Os registros são anexados para que possamos encontrar a causa da falha.</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Versão mais recente:</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Seus dados de contato</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>Versão;Comentários</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>Não</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Baixando o pacote de instalação mais recente</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Cancelar o download</translation>
     </message>
 </context>
 <context>

@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>取消</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Сбор журналов...</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Отправка отзыва...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Бегущие огни</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Последняя версия:</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>Отправляются только время запуска и завершения программы и её версия. Больше ничего.</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Установлена последняя версия</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Содержит журналы, сведения о версиях и настройки. Личные данные удаляются.</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Опишите ваши предложения или проблему</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Текущая версия:</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Отправлять данные об использовании</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Справка</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>Сохранить отчёт...</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Обновить</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Ваши контактные данные</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>О версии;Обратная связь;Контакты</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>Отправить отзыв</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Прилагаются журналы, чтобы мы могли найти причину сбоя.</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>О версии;Обратная связь</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>Нет</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Отменить загрузку</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Загружается последний установочный пакет</translation>
     </message>
 </context>
 <context>

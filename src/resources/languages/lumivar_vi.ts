@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>取消</source>
+        <translation>Hủy</translation>
+    </message>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>Đang gửi phản hồi...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>Đang thu thập nhật ký...</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>Đèn chạy</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>Nhật ký được gửi kèm để chúng tôi tìm ra nguyên nhân lỗi.</translation>
+    </message>
+    <message>
+        <source>已是最新版本</source>
+        <translation>Đã là phiên bản mới nhất</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>Phiên bản mới nhất:</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>Phiên bản;Phản hồi;Liên hệ</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>Trợ giúp</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>Thông tin liên hệ của bạn</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>Phiên bản hiện tại:</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>Phiên bản;Phản hồi</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>Gồm nhật ký, số phiên bản và các cài đặt. Thông tin cá nhân được loại bỏ.</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>Gửi phản hồi</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>Chỉ gửi thời điểm chương trình khởi động và kết thúc cùng phiên bản của nó, không gửi gì khác.</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>Gửi thông tin sử dụng</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>Cập nhật</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>Hãy viết góp ý hoặc vấn đề bạn gặp phải</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>Lưu báo cáo...</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>Không</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>Hủy tải xuống</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>Đang tải gói cài đặt mới nhất</translation>
     </message>
 </context>
 <context>

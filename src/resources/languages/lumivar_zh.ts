@@ -321,6 +321,21 @@
     </message>
 </context>
 <context>
+    <name>FeedbackProgress</name>
+    <message>
+        <source>正在发送反馈...</source>
+        <translation>正在发送反馈...</translation>
+    </message>
+    <message>
+        <source>正在收集日志...</source>
+        <translation>正在收集日志...</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -410,6 +425,73 @@
     <message>
         <source>跑马灯模式</source>
         <translation>跑马灯模式</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>已是最新版本</source>
+        <translation>已是最新版本</translation>
+    </message>
+    <message>
+        <source>您的联系方式</source>
+        <translation>您的联系方式</translation>
+    </message>
+    <message>
+        <source>点击更新</source>
+        <translation>点击更新</translation>
+    </message>
+    <message>
+        <source>当前版本号：</source>
+        <translation>当前版本号：</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈</source>
+        <translation>版本信息;问题反馈</translation>
+    </message>
+    <message>
+        <source>保存报告...</source>
+        <translation>保存报告...</translation>
+    </message>
+    <message>
+        <source>附带日志，以便我们了解程序的故障原因。</source>
+        <translation>附带日志，以便我们了解程序的故障原因。</translation>
+    </message>
+    <message>
+        <source>包含日志、版本号和设置，其中的个人信息会被去除。</source>
+        <translation>包含日志、版本号和设置，其中的个人信息会被去除。</translation>
+    </message>
+    <message>
+        <source>版本信息;问题反馈;联系我们</source>
+        <translation>版本信息;问题反馈;联系我们</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>帮助</source>
+        <translation>帮助</translation>
+    </message>
+    <message>
+        <source>发送使用情况</source>
+        <translation>发送使用情况</translation>
+    </message>
+    <message>
+        <source>发送反馈</source>
+        <translation>发送反馈</translation>
+    </message>
+    <message>
+        <source>请写下您的建议或遇到的问题</source>
+        <translation>请写下您的建议或遇到的问题</translation>
+    </message>
+    <message>
+        <source>最新版本号：</source>
+        <translation>最新版本号：</translation>
+    </message>
+    <message>
+        <source>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</source>
+        <translation>只发送程序启动和停止的时间及其版本号，不发送其他任何内容。</translation>
     </message>
 </context>
 <context>
@@ -610,6 +692,14 @@
     <message>
         <source>否</source>
         <translation>否</translation>
+    </message>
+    <message>
+        <source>取消下载</source>
+        <translation>取消下载</translation>
+    </message>
+    <message>
+        <source>正在下载最新安装包</source>
+        <translation>正在下载最新安装包</translation>
     </message>
 </context>
 <context>
