@@ -9,6 +9,8 @@
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/ControllerConfigDialog.h"
+#include "ui/FeedbackProgress.h"
+#include "ui/HelpDialog.h"
 #include "ui/HomePage.h"
 #include "ui/HotKeyEditDialog.h"
 #include "ui/HotKeyEditWidget.h"
@@ -16,6 +18,7 @@
 #include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
 #include "ui/TrayMenu.h"
+#include "viewModels/HelpDialogViewModel.h"
 #include "widgets/SliderBar.h"
 
 #include <QAbstractButton>
@@ -65,6 +68,8 @@ void Gallery::showAll()
     showDialogs();
     showHotkeys();
     showSettings();
+    showHelp();
+    showTitleBar();
     showTray();
 }
 
@@ -253,6 +258,58 @@ void Gallery::showSettings()
     settings.findChild<QAbstractButton*>(QStringLiteral("screenSyncAdvanedModeCBX"))->click();
     showFront(QStringLiteral("box-restart"));
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::kScreenSyncAdvancedMode.key, true); // again
+}
+
+void Gallery::showHelp()
+{
+    const auto showPages = [this](const char* state, const QSharedPointer<HelpDialogViewModel>& model) {
+        HelpDialog help(model, &m_window);
+        auto* bar = help.findChild<SliderBar*>();
+        const int pages = bar->items().split(u';').size();
+        for (int page = 1; page <= pages; ++page) {
+            show(help, QStringLiteral("dialog-help-%1-%2").arg(state).arg(page));
+            bar->moveNext();
+            bar->setSpace(bar->space()); // the highlight is there without a slide
+        }
+    };
+    const auto model = QSharedPointer<HelpDialogViewModel>::create();
+    showPages("offline", model);
+    model->isOnline = true;
+    model->supportMail = QStringLiteral("support@lumivar.example");
+    model->webSite = QStringLiteral("www.lumivar.example/help");
+    showPages("current", model);
+    model->setUserContactInfo(QStringLiteral("someone@example.org"));
+    model->setLatestVersion(QStringLiteral("99.1.4.270214"));
+    showPages("newer", model);
+    model->setDownloadPercent(42);
+    showPages("loading", model);
+
+    FeedbackProgress progress(&m_window);
+    show(progress, QStringLiteral("dialog-feedback-gathering"));
+    progress.setStep(FeedbackProgress::Step::Sending);
+    progress.setProgress(64);
+    show(progress, QStringLiteral("dialog-feedback-sending"));
+}
+
+/// Narrow and wide, in a window that has a new version.
+void Gallery::showTitleBar()
+{
+    MainWindow window;
+    window.showNewVersionBtn();
+    auto* button = window.findChild<QAbstractButton*>(QStringLiteral("newVersionBtn"));
+    for (const QSize size : {QSize(640, 480), m_window.size()}) {
+        window.resize(size);
+        window.show();
+        for (const int percent : {-1, 7, 42, 100}) {
+            window.setDownloadProgress(percent);
+            show(window, QStringLiteral("title-%1-%2").arg(size.width()).arg(percent));
+        }
+    }
+    button->click();
+    showFront(QStringLiteral("menu-download"));
+    window.setDownloadProgress(-1);
+    button->click();
+    showFront(QStringLiteral("box-new-version"));
 }
 
 /// The panel in the menu and alone, and the menu itself, which is made anew so that all of it is measured.

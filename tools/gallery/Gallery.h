@@ -30,6 +30,8 @@ private:
     void showDialogs();
     void showHotkeys();
     void showSettings();
+    void showHelp();
+    void showTitleBar();
     void showTray();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);

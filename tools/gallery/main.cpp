@@ -62,6 +62,7 @@ int main(int argc, char** argv)
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Lumivar"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.2.1.261121"));
     QApplication::setFont(QFont(QStringLiteral("Arial")));
 
     QCommandLineParser parser;
