@@ -11,7 +11,7 @@
 #include <QDebug>
 #include <QDir>
 #include <QFileDialog>
-#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QRegExpValidator>
 #include <QStandardPaths>
 #include <utility>
@@ -117,7 +117,7 @@ void HelpDialog::onLatestVersionChanged()
     ui->latestVerLabel->setText(isNewer ? m_viewModel->latestVersion() : QString());
     ui->versionRows->addWidget(ui->latestVerDescLabel, 1, 0, 1, isNewer ? 1 : 3); // moves it
     ui->latestVerDescLabel->setVisible(isOnline);
-    ui->latestVerLabel->setVisible(isOnline);
+    ui->latestVerLabel->setVisible(isOnline && isNewer);
     ui->updateBtn->setVisible(isOnline && isNewer);
 }
 
@@ -172,15 +172,19 @@ void HelpDialog::onSaveReportBtnClicked()
     dialog->open();
 }
 
+/// Tab would come to the label first and to the link in it only then, and with Shift not out of it again.
 bool HelpDialog::eventFilter(QObject* watched, QEvent* event)
 {
-    // Tab would come to the label first and to the link in it only then.
-    if (event->type() == QEvent::FocusIn) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        auto* label = qobject_cast<QLabel*>(watched);
-        if (label && (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason))
-            label->setSelection(0, label == ui->label_email ? m_viewModel->supportMail.size()
-                                                            : m_viewModel->webSite.size());
+    auto* label = qobject_cast<QLabel*>(watched);
+    if (label && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab)
+            return focusNextPrevChild(key == Qt::Key_Tab);
     }
+    if (label && event->type() == QEvent::FocusIn)
+        label->setSelection(0, label == ui->label_email ? m_viewModel->supportMail.size()
+                                                        : m_viewModel->webSite.size());
+    if (label && event->type() == QEvent::FocusOut)
+        label->setSelection(0, 0);
     return PagedDialog::eventFilter(watched, event);
 }

@@ -183,6 +183,9 @@ private slots:
                 QVERIFY(!QAccessible::queryAccessibleInterface(at)->text(QAccessible::Name).isEmpty());
                 if (page == 2)
                     QTest::keyClick(at, Qt::Key_Return);
+                QTest::keyClick(at, Qt::Key_Backtab, Qt::ShiftModifier);
+                QVERIFY(QApplication::focusWidget() != at);
+                at->setFocus();
             }
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QCOMPARE(QApplication::focusWidget(), dialog.part("sliderBar"));
