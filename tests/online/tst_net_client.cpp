@@ -349,7 +349,8 @@ private slots:
         QVERIFY(client.check());
         bool isQuitting = false;
         connect(m_server.get(), &OnlineServer::requested, this, [&isQuitting] { // and then it answers
-            isQuitting = std::exchange(isQuitting, true) || QMetaObject::invokeMethod(qApp, "aboutToQuit");
+            isQuitting = std::exchange(isQuitting, true) ||
+                         QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit");
         });
         client.manager.downloadLatestApp();
         client.manager.checkVersion();
