@@ -7,7 +7,9 @@
 #include <QWindow>
 
 BaseDialog::BaseDialog(QWidget* parent)
-    : QDialog(parent, Qt::Window | Qt::FramelessWindowHint)
+    // A dialog by its type as well: window managers keep it above its window then, also when another dialog
+    // of that window takes the focus.
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
