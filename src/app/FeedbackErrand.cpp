@@ -33,7 +33,8 @@ FeedbackErrand::FeedbackErrand(FeedbackManager& feedback, NetRCManager& net, QWi
     connect(&m_feedback, &FeedbackManager::zipProgress, this, &FeedbackErrand::showProgress);
     connect(&m_feedback, &FeedbackManager::zipped, this, &FeedbackErrand::onZipped);
     connect(&m_net, &NetRCManager::feedbackProgress, this, [this](qint64 bytes, qint64 of) {
-        showProgress(of > 0 ? static_cast<int>(bytes * 100 / of) : kUnknown);
+        // Once all is sent it is the service's turn, and nobody knows how long that takes.
+        showProgress(bytes < of ? static_cast<int>(bytes * 100 / of) : kUnknown);
     });
 }
 
