@@ -30,18 +30,6 @@ bool HotkeyBinding::isValid() const
     return QKeySequence::fromString(keyName(*this), QKeySequence::PortableText)[0] == markedKey(*this);
 }
 
-QString HotkeyBinding::toText() const
-{
-    QString text;
-    if (modifiers & Qt::ControlModifier)
-        text += QLatin1String("Ctrl+");
-    if (modifiers & Qt::AltModifier)
-        text += QLatin1String("Alt+");
-    if (modifiers & Qt::ShiftModifier)
-        text += QLatin1String("Shift+");
-    return text + keyName(*this);
-}
-
 HotkeyCombine HotkeyBinding::toCombine() const
 {
     return {keyName(*this), modifiers.testFlag(Qt::ControlModifier), modifiers.testFlag(Qt::AltModifier),

@@ -20,9 +20,8 @@ struct HotkeyBinding
     /// modifiers but Ctrl, Alt, Shift and the mark of the keypad.
     bool isValid() const;
 
-    /// Such as "Ctrl+Alt+F10", in every language.
-    QString toText() const;
     HotkeyCombine toCombine() const;
+    QString toText() const { return toCombine().toText(); }
     /// Perhaps not a valid one.
     static HotkeyBinding fromCombine(const HotkeyCombine& combine);
     /// Nothing unless the stored value is a valid binding.

@@ -28,18 +28,18 @@ bool canBeHotkey(int key)
     return std::find(std::begin(kNone), std::end(kNone), key & ~Qt::KeypadModifier) == std::end(kNone);
 }
 
-/// Letter by letter: a whole text may grow, as that of the German sharp s does.
-QString upperCased(QString text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), [](QChar letter) { return letter.toUpper(); });
-    return text;
-}
-
 /// Key_unknown where the text is no single key.
 int parsed(const QString& text)
 {
     const QKeySequence sequence(text);
     return sequence.count() == 1 ? sequence[0] : int(Qt::Key_unknown);
+}
+
+/// Where those still mean the same key: there are letters without a capital.
+QString inCapitals(const QString& name)
+{
+    QString capitals = name.toUpper();
+    return parsed(capitals) == parsed(name) ? capitals : name;
 }
 
 } // namespace
@@ -48,11 +48,11 @@ QString parseableKeyName(const QString& systemName, int key)
 {
     if (!canBeHotkey(key))
         return {};
-    QString name = upperCased(systemName.trimmed());
+    QString name = inCapitals(systemName.trimmed());
     const int meant = parsed(name);
     const bool isOwnSymbol = name.size() == 1 && meant != Qt::Key_unknown && !(key & Qt::KeypadModifier);
     if (meant == key || isOwnSymbol)
         return name;
     const QString text = QKeySequence(key).toString(QKeySequence::PortableText);
-    return parsed(text) == key ? text : QString();
+    return parsed(text) == key ? inCapitals(text) : QString();
 }

@@ -7,19 +7,11 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QKeySequence>
 #include <utility>
 
 namespace {
 
 constexpr int kStatusMs = 3000;
-
-/// The same key in capitals, where those still mean it: there are letters without a capital.
-QString inCapitals(const QString& keyName)
-{
-    const QString capitals = keyName.toUpper();
-    return QKeySequence(capitals) == QKeySequence(keyName) ? capitals : keyName;
-}
 
 } // namespace
 
@@ -139,7 +131,7 @@ void HotKeyEditDialog::takeKey(const QKeyEvent& event)
     }
     const QString name = hotkeyKeyName(event);
     if (!name.isEmpty())
-        ui->keyLineEdit->setText(inCapitals(name));
+        ui->keyLineEdit->setText(name);
 }
 
 void HotKeyEditDialog::readControls()

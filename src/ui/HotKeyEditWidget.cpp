@@ -16,18 +16,6 @@ namespace {
 
 enum Column { kAction, kCombine };
 
-QString combineText(const HotkeyCombine& combine)
-{
-    QString text;
-    if (combine.ctrl)
-        text += QLatin1String("Ctrl+");
-    if (combine.alt)
-        text += QLatin1String("Alt+");
-    if (combine.shift)
-        text += QLatin1String("Shift+");
-    return text + combine.key;
-}
-
 /// Shows combinations from left to right in every language, whatever the key, and in one spelling: a key that
 /// was edited is kept in capitals.
 class CombineDelegate : public QStyledItemDelegate
@@ -184,7 +172,7 @@ void HotKeyEditWidget::showRow(int row)
     action->setText(QCoreApplication::translate("HotkeyDescription",
                                                 m_descriptions.value(hotkey.id).toUtf8().constData()));
     QTableWidgetItem* combine = ui->tableWidget->item(row, kCombine);
-    combine->setText(combineText(hotkey.combine));
+    combine->setText(hotkey.combine.toText());
     combine->setIcon(why.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/images/warning.png")));
     for (QTableWidgetItem* item : {action, combine}) {
         item->setToolTip(why);
