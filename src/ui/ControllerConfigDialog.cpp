@@ -21,7 +21,6 @@ constexpr int kFrame = 1; ///< what the style sheet draws around the dialog
 ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     : BaseDialog(parent)
 {
-    setWindowTitle(tr("灯带配置"));
     setProperty("class", "DialogBackground");
     setHeaderSize(40);
 
@@ -33,17 +32,17 @@ ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     // A heading stands where the dialog begins, whatever the name's own direction.
     m_deviceNameLabel->setAlignment((isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                                     Qt::AlignVCenter);
-    auto* help = new QLabel(tr("调整LED数量，使所有LED全部亮起。"), this);
-    help->setProperty("class", "hint");
-    help->setWordWrap(true);
-    help->setMinimumWidth(kMinContentWidth);
+    m_help = new QLabel(this);
+    m_help->setProperty("class", "hint");
+    m_help->setWordWrap(true);
+    m_help->setMinimumWidth(kMinContentWidth);
 
     auto* content = new QVBoxLayout;
     content->setContentsMargins(kMargin, 18, kMargin, 20);
     content->setSpacing(16);
     content->addWidget(m_deviceNameLabel);
     content->addWidget(makeCountRow());
-    content->addWidget(help);
+    content->addWidget(m_help);
     content->addStretch();
     content->addWidget(makeButtons());
 
@@ -53,6 +52,18 @@ ControllerConfigDialog::ControllerConfigDialog(QWidget* parent)
     layout->addWidget(makeHeader());
     layout->addLayout(content);
     m_nbLEDBox->setFocus();
+    retranslate();
+}
+
+void ControllerConfigDialog::retranslate()
+{
+    setWindowTitle(tr("灯带配置"));
+    m_title->setText(windowTitle());
+    m_closeBtn->setAccessibleName(tr("取消"));
+    m_totalLabel->setText(tr("LED总数："));
+    m_help->setText(tr("调整LED数量，使所有LED全部亮起。"));
+    m_rejectBtn->setText(tr("取消"));
+    m_okBtn->setText(tr("确定"));
 }
 
 QWidget* ControllerConfigDialog::makeHeader()
@@ -60,37 +71,36 @@ QWidget* ControllerConfigDialog::makeHeader()
     auto* header = new QWidget(this);
     header->setProperty("class", "DialogHeader");
     header->setFixedHeight(headerSize());
-    auto* title = new QLabel(windowTitle(), header);
-    auto* close = new QToolButton(header);
-    close->setObjectName(QStringLiteral("toolButton"));
-    close->setProperty("class", "SysButton");
-    close->setIcon(QIcon(QStringLiteral(":/images/quit.png")));
-    close->setAccessibleName(tr("取消"));
-    close->setFixedSize(headerSize(), headerSize());
-    close->setFocusPolicy(Qt::NoFocus);
-    connect(close, &QToolButton::clicked, this, &QDialog::reject);
+    m_title = new QLabel(header);
+    m_closeBtn = new QToolButton(header);
+    m_closeBtn->setObjectName(QStringLiteral("toolButton"));
+    m_closeBtn->setProperty("class", "SysButton");
+    m_closeBtn->setIcon(QIcon(QStringLiteral(":/images/quit.png")));
+    m_closeBtn->setFixedSize(headerSize(), headerSize());
+    m_closeBtn->setFocusPolicy(Qt::NoFocus);
+    connect(m_closeBtn, &QToolButton::clicked, this, &QDialog::reject);
 
     auto* layout = new QHBoxLayout(header);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addSpacing(kMargin); // a margin would not change sides with the direction
-    layout->addWidget(title);
+    layout->addWidget(m_title);
     layout->addStretch();
-    layout->addWidget(close);
+    layout->addWidget(m_closeBtn);
     return header;
 }
 
 QWidget* ControllerConfigDialog::makeCountRow()
 {
     auto* row = new QWidget(this);
-    auto* totalLabel = new QLabel(tr("LED总数："), row);
-    totalLabel->setObjectName(QStringLiteral("totalLabel"));
+    m_totalLabel = new QLabel(row);
+    m_totalLabel->setObjectName(QStringLiteral("totalLabel"));
     m_nbLEDBox = new QSpinBox(row);
     m_nbLEDBox->setObjectName(QStringLiteral("nbLEDBox"));
     m_nbLEDBox->setRange(kMinLeds, kMaxLeds);
     m_nbLEDBox->setValue(m_nbLed);
     m_nbLEDBox->setMinimumWidth(120);
-    totalLabel->setBuddy(m_nbLEDBox);
+    m_totalLabel->setBuddy(m_nbLEDBox);
     connect(m_nbLEDBox, qOverload<int>(&QSpinBox::valueChanged), this, [this](int value) {
         m_nbLed = value;
         emit nbLEDChanged(value);
@@ -98,7 +108,7 @@ QWidget* ControllerConfigDialog::makeCountRow()
 
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(totalLabel);
+    layout->addWidget(m_totalLabel);
     layout->addStretch();
     layout->addWidget(m_nbLEDBox);
     return row;
@@ -107,25 +117,25 @@ QWidget* ControllerConfigDialog::makeCountRow()
 QWidget* ControllerConfigDialog::makeButtons()
 {
     auto* row = new QWidget(this);
-    auto* rejectBtn = new QPushButton(tr("取消"), row);
-    rejectBtn->setObjectName(QStringLiteral("rejectBtn"));
-    rejectBtn->setAutoDefault(false);
-    connect(rejectBtn, &QPushButton::clicked, this, &QDialog::reject);
-    auto* okBtn = new QPushButton(tr("确定"), row);
-    okBtn->setObjectName(QStringLiteral("okBtn"));
-    okBtn->setProperty("class", "Button1");
-    okBtn->setDefault(true);
-    connect(okBtn, &QPushButton::clicked, this, &QDialog::accept);
+    m_rejectBtn = new QPushButton(row);
+    m_rejectBtn->setObjectName(QStringLiteral("rejectBtn"));
+    m_rejectBtn->setAutoDefault(false);
+    connect(m_rejectBtn, &QPushButton::clicked, this, &QDialog::reject);
+    m_okBtn = new QPushButton(row);
+    m_okBtn->setObjectName(QStringLiteral("okBtn"));
+    m_okBtn->setProperty("class", "Button1");
+    m_okBtn->setDefault(true);
+    connect(m_okBtn, &QPushButton::clicked, this, &QDialog::accept);
 
     // As high as each other, though only one of them may be in a script with high lines.
-    for (QPushButton* button : {rejectBtn, okBtn})
+    for (QPushButton* button : {m_rejectBtn, m_okBtn})
         button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
 
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addStretch();
-    layout->addWidget(rejectBtn);
-    layout->addWidget(okBtn);
+    layout->addWidget(m_rejectBtn);
+    layout->addWidget(m_okBtn);
     return row;
 }
 
@@ -164,6 +174,8 @@ void ControllerConfigDialog::showDeviceName()
 bool ControllerConfigDialog::event(QEvent* event)
 {
     const bool handled = BaseDialog::event(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
     // By now the layout and the style sheet's font are settled.
     if (event->type() == QEvent::Show || event->type() == QEvent::Resize)
         showDeviceName();

@@ -3,7 +3,9 @@
 #include "ui/BaseDialog.h"
 
 class QLabel;
+class QPushButton;
 class QSpinBox;
+class QToolButton;
 
 /// Asks for the number of LEDs of a device (1 to 300) while the strip shows that number live.
 class ControllerConfigDialog : public BaseDialog
@@ -24,6 +26,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void retranslate();
     void showDeviceName();
     QWidget* makeHeader();
     QWidget* makeCountRow();
@@ -31,6 +34,12 @@ private:
 
     int m_nbLed = 1;
     QString m_deviceName;
+    QLabel* m_title = nullptr;
+    QToolButton* m_closeBtn = nullptr;
     QLabel* m_deviceNameLabel = nullptr;
+    QLabel* m_totalLabel = nullptr;
     QSpinBox* m_nbLEDBox = nullptr;
+    QLabel* m_help = nullptr;
+    QPushButton* m_rejectBtn = nullptr;
+    QPushButton* m_okBtn = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "ui_QuitAskDialog.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 
 QuitAskDialog::QuitAskDialog(QWidget* parent)
     : BaseDialog(parent)
@@ -22,8 +23,22 @@ QuitAskDialog::~QuitAskDialog() = default;
 
 void QuitAskDialog::offerNoTray()
 {
-    // The word stands on the window's title bar as well, in its context.
-    ui->miniActBtn->setText(QCoreApplication::translate("MainWindow", "最小化"));
+    m_hasTray = false;
+    retranslate();
+}
+
+void QuitAskDialog::retranslate()
+{
+    ui->retranslateUi(this);
+    if (!m_hasTray) // the word stands on the window's title bar as well, in its context
+        ui->miniActBtn->setText(QCoreApplication::translate("MainWindow", "最小化"));
+}
+
+void QuitAskDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    BaseDialog::changeEvent(event);
 }
 
 void QuitAskDialog::answer(bool quit)

@@ -25,10 +25,15 @@ public:
     /// Quit the program; else it goes on in the tray.
     bool quit() const { return m_quit; }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void retranslate();
     void answer(bool quit);
 
     std::unique_ptr<Ui::QuitAskDialog> ui;
     bool m_remember = false;
     bool m_quit = false;
+    bool m_hasTray = true;
 };

@@ -3,9 +3,13 @@
 #include "effects/EffectCatalogue.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "ui/ControllerConfigDialog.h"
+#include "ui/FeedbackProgress.h"
 #include "ui/HomePage.h"
+#include "ui/HotKeyEditDialog.h"
 #include "ui/Languagemanager.h"
 #include "ui/MainWindow.h"
+#include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
 #include "ui/TrayMenu.h"
 
@@ -198,6 +202,10 @@ private slots:
         QVERIFY(makers.size() >= 9);
         makers["TrayMenu"] = [] { return new TrayMenu; };
         makers["SettingsDialog"] = [] { return new SettingsDialog; };
+        makers["QuitAskDialog"] = [] { return new QuitAskDialog; };
+        makers["ControllerConfigDialog"] = [] { return new ControllerConfigDialog; };
+        makers["HotKeyEditDialog"] = [] { return new HotKeyEditDialog("提升亮度", {}); };
+        makers["FeedbackProgress"] = [] { return new FeedbackProgress; };
         makers["MainWindow"] = [] {
             auto* window = new MainWindow;
             window->homePage()->setControllerList({{"id", DeviceModel()}});
