@@ -67,6 +67,22 @@ private slots:
         QCOMPARE(wheel.color().hsvHue(), 90);
     }
 
+    void keysGoAboutInTheSquareAndAroundTheRing()
+    {
+        ShownWheel wheel;
+        wheel.setColor(QColor::fromHsv(358, 200, 1));
+        const QVector<QPair<Qt::Key, QColor>> steps{
+            {Qt::Key_Right, QColor::fromHsv(358, 230, 1)},     {Qt::Key_Up, QColor::fromHsv(358, 230, 0)},
+            {Qt::Key_Down, QColor::fromHsv(358, 230, 30)},     {Qt::Key_PageUp, QColor::fromHsv(28, 230, 30)},
+            {Qt::Key_PageDown, QColor::fromHsv(358, 230, 30)}, {Qt::Key_Left, QColor::fromHsv(358, 200, 30)}};
+        QSignalSpy colors(&wheel, &ColorWheel::colorChanged);
+        for (const auto& [key, color] : steps) {
+            QTest::keyClick(&wheel, key, Qt::ControlModifier);
+            QCOMPARE(colors.takeLast().at(0).value<QColor>(), color);
+            QCOMPARE(QAccessible::queryAccessibleInterface(&wheel)->text(QAccessible::Value), color.name());
+        }
+    }
+
     void squareShowsWhatAClickGives()
     {
         ShownWheel wheel(300); // the wheel is centred: the square's side is 99, from (100.5, 50.5)

@@ -179,6 +179,14 @@ private slots:
         editor.key(Qt::Key_Up);
         editor.key(Qt::Key_Left); // one is at the edge already
         QCOMPARE(editor.stored(), (Points{{0, 11}, {4, 11}, {15, 7}, {31, 14}}));
+
+        editor.key(Qt::Key_Escape);
+        editor.key(Qt::Key_PageUp); // the last one
+        editor.key(Qt::Key_Left);
+        editor.key(Qt::Key_PageDown); // round to the first
+        editor.key(Qt::Key_PageDown);
+        editor.key(Qt::Key_Down);
+        QCOMPARE(editor.stored(), (Points{{0, 11}, {4, 12}, {15, 7}, {30, 14}}));
     }
 
     void whatWasDoneCanBeUndone()
