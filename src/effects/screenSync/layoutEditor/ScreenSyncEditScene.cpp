@@ -231,7 +231,7 @@ QString ScreenSyncEditScene::selectionText() const
         numbers.append(QString::number(item->id() + 1));
     if (numbers.isEmpty())
         return {};
-    const QString text = QStringLiteral("LED ") + numbers.join(QStringLiteral(", "));
+    QString text = QStringLiteral("LED ") + numbers.join(QStringLiteral(", "));
     if (selected.size() > 1)
         return text;
     const QPoint cell = selected.first()->gridPos();
