@@ -88,6 +88,7 @@ void ADManager::requestADInfo()
     request.url = serviceUrl(d->settings.service, QStringLiteral("app/get_advertisement_info.php"));
     request.contentType = "application/json";
     request.body = QJsonDocument(question).toJson(QJsonDocument::Compact);
+    request.needsLength = false;
     d->ask(request, &Private::requestFinished);
 }
 

@@ -41,6 +41,7 @@ private slots:
     void fetchesAPictureWheneverTheVersionDiffers()
     {
         offer();
+        m_server->setFault("/app/", ServerFault::Chunked);
         m_server->setFault("/app/", ServerFault::ServerError, 1);
         m_server->setFault("/ad.png", ServerFault::CutInTheMiddle, 1);
         const QList<QVariantList> shown{{path("ad1.png"), "https://example.org/"}};

@@ -304,6 +304,7 @@ private slots:
             QTest::newRow(name) << int(fault) << answer << int(error);
         };
         row("taken", ServerFault::None, {}, Error::NoError);
+        row("taken, in chunks", ServerFault::Chunked, {}, Error::NoError);
         row("refused", ServerFault::None, R"({"received": false})", Error::UnknownContentError);
         row("no truth value", ServerFault::None, R"({"received": "true"})", Error::UnknownContentError);
         row("a page", ServerFault::HtmlPage, {}, Error::UnknownContentError);

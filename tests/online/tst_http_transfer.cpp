@@ -3,6 +3,8 @@
 #include "support/net/HttpTransfer.h"
 
 #include <QBuffer>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QNetworkAccessManager>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -122,6 +124,40 @@ private slots:
             const HttpAnswer answer = Exchange(requestOf(server.url())).run();
             QVERIFY2((answer.error == kNoError) == (size == kWhole.size()), qPrintable(answer.errorText));
             QCOMPARE(answer.body, answer.error == kNoError ? "hello" : "");
+        }
+    }
+
+    void an_object_in_chunks_is_whole_or_no_object()
+    {
+        RawServer server;
+        HttpRequest request = requestOf(server.url());
+        const QByteArray head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+        const QByteArray whole = head + "8;x=y\r\n{\"receiv\r\na\r\ned\": true}\r\n0\r\nTrailer: x\r\n\r\n";
+        server.say(whole);
+        QCOMPARE(Exchange(request).run().error, QNetworkReply::ProtocolFailure);
+        request.needsLength = false;
+        HttpRequest hasty = request;
+        hasty.limits.mostBytes = 18; // as many as there are
+        hasty.limits.paceMs = 300;
+        const QJsonObject object{{"received", true}};
+        for (int cut = 0; cut < whole.size(); ++cut) {
+            server.say(whole.left(cut));
+            const QByteArray body = Exchange(hasty).run().body;
+            const QJsonObject read = QJsonDocument::fromJson(body).object();
+            QVERIFY2(read.isEmpty() || read == object, body.constData());
+            server.answer = [=](QTcpSocket* socket) { // and now it only pauses there
+                socket->write(whole.left(cut));
+                QTimer::singleShot(5, socket, [=] { socket->write(whole.mid(cut)); });
+            };
+            QCOMPARE(QJsonDocument::fromJson(Exchange(request).run().body).object(), object);
+        }
+        server.say("HTTP/1.1 200 OK\r\n\r\n{\"received\": true} ");
+        QCOMPARE(Exchange(request).run().error, kNoError);
+        hasty.limits.mostBytes = 17;
+        for (const QByteArray& body : {whole, QByteArray(whole).replace("8;", "-8;"),
+                                       QByteArray(whole).replace("8;", "ffffffffffffffff;")}) {
+            server.say(body);
+            QVERIFY2(Exchange(hasty).run().body.isEmpty(), body.constData());
         }
     }
 

@@ -115,6 +115,7 @@ private slots:
     {
         QDir().mkpath(m_folder);
         QVERIFY(put(m_folder + "/lumivar_1.1_amd64.deb", "old") && put(m_folder + "/00ff.part", "old"));
+        m_server->setFault("/app/", ServerFault::Chunked); // once the other is over
         m_server->setFault("/app/version", ServerFault::ServerError, 1);
         Client client(*m_server);
         QSignalSpy progress(&client.manager, &NetRCManager::downloadProgress);

@@ -46,6 +46,17 @@ QByteArray headOf(const ServerAnswer& answer, qint64 length)
     return head + "\r\n";
 }
 
+QByteArray chunked(const QByteArray& body)
+{
+    constexpr int kChunkBytes = 100;
+    QByteArray chunks;
+    for (int from = 0; from < body.size(); from += kChunkBytes) {
+        const QByteArray chunk = body.mid(from, kChunkBytes);
+        chunks += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
+    }
+    return chunks + "0\r\n\r\n";
+}
+
 } // namespace
 
 ServerAnswer plainAnswer(int status)
@@ -91,6 +102,10 @@ AnswerDelivery delivery(ServerAnswer answer, ServerFault fault, const QUrl& redi
         answer = plainAnswer(307);
         answer.headers["Location"] = redirectTo.toEncoded();
         break;
+    case ServerFault::Chunked:
+        answer.headers["Transfer-Encoding"] = "chunked";
+        answer.body = chunked(answer.body);
+        break;
     default:
         break;
     }
@@ -100,6 +115,8 @@ AnswerDelivery delivery(ServerAnswer answer, ServerFault fault, const QUrl& redi
     out.isEndless = fault == ServerFault::Endless || fault == ServerFault::EndlessUnannounced;
     if (out.isEndless)
         out.head = headOf(answer, fault == ServerFault::Endless ? kEndlessBytes : -1);
+    else if (fault == ServerFault::Chunked)
+        out.head = headOf(answer, -1);
     else if (fault == ServerFault::WrongLength)
         out.head = headOf(answer, answer.body.size() + kWrongBy);
     else if (fault == ServerFault::CutInTheMiddle)

@@ -7,7 +7,7 @@ const QStringList kNames{
     QStringLiteral("none"),         QStringLiteral("silent"),      QStringLiteral("slow"),
     QStringLiteral("endless"),      QStringLiteral("unannounced"), QStringLiteral("wrong-length"),
     QStringLiteral("cut"),          QStringLiteral("broken-gzip"), QStringLiteral("html"),
-    QStringLiteral("server-error"), QStringLiteral("redirect"),
+    QStringLiteral("server-error"), QStringLiteral("redirect"),    QStringLiteral("chunked"),
 };
 
 } // namespace

@@ -17,6 +17,7 @@ enum class ServerFault {
     HtmlPage,           ///< a page of HTML with status 200, as a hotel's network answers
     ServerError,        ///< status 500
     Redirect,           ///< status 307 to `OnlineServer::redirectTo`
+    Chunked,            ///< tells no length, which is right for JSON only
 };
 
 /// By its name on a command line.

@@ -48,6 +48,7 @@ void FeedbackUpload::start()
     request.url = m_address;
     request.contentType = "application/zip";
     request.upload = &m_archive;
+    request.needsLength = false;
     m_transfer = new HttpTransfer(m_network, request, this);
     connect(m_transfer, &HttpTransfer::progress, this, [this](qint64 bytes, qint64 of) {
         if (of != m_archive.size() || bytes <= m_sent)

@@ -211,6 +211,8 @@ bool HttpTransfer::readLength()
 {
     static const QRegularExpression number(QStringLiteral(R"(\A[0-9]{1,18}\z)"));
     const QString length = QString::fromLatin1(m_reply->rawHeader("Content-Length").trimmed());
+    if (!m_request.needsLength && !m_reply->hasRawHeader("Content-Length"))
+        return true;
     // In chunks an answer is cut where the toolkit takes it for whole.
     if (!number.match(length).hasMatch() || m_reply->hasRawHeader("Transfer-Encoding")) {
         end(QNetworkReply::ProtocolFailure, QStringLiteral("does not tell its length: %1").arg(length));
@@ -254,8 +256,9 @@ void HttpTransfer::readBody()
             return;
         m_received += piece.size();
         countBytes(piece.size());
-        if (m_received > m_size)
-            return end(QNetworkReply::UnknownContentError, QStringLiteral("more than it announced"));
+        const qint64 most = m_size < 0 ? m_request.limits.mostBytes : m_size;
+        if (m_received > most)
+            return end(QNetworkReply::UnknownContentError, QStringLiteral("more than %1 bytes").arg(most));
         if (!sink) {
             m_answer.body += piece;
         } else if (!sink(piece)) {
@@ -279,7 +282,7 @@ void HttpTransfer::readEnd()
         return;
     if (error != QNetworkReply::NoError)
         return end(error, reply->errorString() + m_tlsErrors);
-    if (m_received != m_size)
+    if (m_size >= 0 && m_received != m_size)
         return end(QNetworkReply::RemoteHostClosedError,
                    QStringLiteral("cut after %1 of %2 bytes").arg(m_received).arg(m_size));
     end(QNetworkReply::NoError, {});

@@ -31,6 +31,9 @@ struct HttpRequest
     QByteArray body;
     QIODevice* upload = nullptr; ///< open, seekable; has to outlive the transfer
     qint64 from = 0; ///< a GET asks for the bytes from here on only; the server may send all the same
+    /// Whether the answer has to tell its length. One that does not, or comes in chunks, passes for whole
+    /// where it is cut: only for what shows that by itself, as a JSON object does.
+    bool needsLength = true;
     HttpLimits limits;
 };
 
@@ -46,9 +49,9 @@ struct HttpAnswer
 Q_DECLARE_METATYPE(HttpAnswer)
 
 /// One HTTP exchange that a hostile or broken server can neither hold up nor blow up: bounded in time and
-/// size, redirected only where isAllowedRedirect() says so, without cookies, never compressed. An answer has
-/// to tell its length, so that none that was cut passes for a whole one. A POST is sent once. Main thread.
-/// May be deleted at any time, also by what it calls.
+/// size, redirected only where isAllowedRedirect() says so, without cookies, never compressed. No answer that
+/// was cut passes for a whole one, unless the request does without a length. A POST is sent once. Main
+/// thread. May be deleted at any time, also by what it calls.
 class HttpTransfer : public QObject
 {
     Q_OBJECT
@@ -60,7 +63,7 @@ public:
 
     /// The body goes to `sink` piece by piece instead; false ends the transfer with an error. `begin` is told
     /// first at which byte of the file the body starts (0, or `from` where the server could) and how many
-    /// come; false ends it as well. To be set before start().
+    /// come (-1: untold); false ends it as well. To be set before start().
     void setSink(std::function<bool(qint64 from, qint64 size)> begin,
                  std::function<bool(const QByteArray& piece)> sink);
 
@@ -70,7 +73,7 @@ public:
     void cancel();
 
 signals:
-    void progress(qint64 bytes, qint64 of); ///< of the upload, then of the answer
+    void progress(qint64 bytes, qint64 of); ///< of the upload, then of the answer; -1: untold
     void finished(HttpAnswer answer);
 
 private:
@@ -103,7 +106,7 @@ private:
     int m_redirects = 0;
     bool m_hasHead = false;
     qint64 m_start = 0;
-    qint64 m_size = 0;
+    qint64 m_size = -1; ///< as it was told
     qint64 m_received = 0;
     QString m_tlsErrors;
     HttpAnswer m_answer;

@@ -96,6 +96,7 @@ void NetRCManager::checkVersion()
     HttpRequest request;
     request.url = serviceUrl(d->settings.service, QStringLiteral("app/version"));
     request.url.setQuery(query);
+    request.needsLength = false;
     d->versionCheck = std::make_unique<RetriedTransfer>(d->useNetwork(), request, d->retryPauseMs);
     connect(d->versionCheck.get(), &RetriedTransfer::finished, this,
             [this](const HttpAnswer& answer) { d->takeVersion(answer); });

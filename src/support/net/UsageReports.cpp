@@ -54,6 +54,7 @@ void UsageReports::send(const QUrl& address, const QByteArray& body)
     request.url = address;
     request.contentType = "application/json";
     request.body = body;
+    request.needsLength = false;
     {
         const QMutexLocker lock(&m_mutex);
         ++m_underWay;
