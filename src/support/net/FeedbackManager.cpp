@@ -78,8 +78,9 @@ bool Zipping::writeTemporary(const QByteArray& bytes)
 bool Zipping::writeChosen(const QByteArray& bytes)
 {
     QSaveFile target(file);
-    if (target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size() && !isCancelled &&
-        target.commit())
+    const bool isOpen = target.open(QIODevice::WriteOnly);
+    target.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // like the temporary one: it is personal
+    if (isOpen && target.write(bytes) == bytes.size() && !isCancelled && target.commit())
         return true;
     if (!isCancelled)
         error = target.errorString();
