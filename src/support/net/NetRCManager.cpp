@@ -108,11 +108,11 @@ void NetRCManager::Private::takeVersion(const HttpAnswer& answer)
     discard(versionCheck);
     const bool isGood = readVersion(answer);
     const bool isWanted = std::exchange(isDownloadWanted, false);
-    if (isGood && installer)
-        emit q->hasNewAppVersion();
     if (isWanted && installer)
         startDownload();
-    else if (isWanted)
+    if (isGood && installer)
+        emit q->hasNewAppVersion(); // last of all: whoever hears may be the end of it
+    else if (isWanted && !installer)
         tellFailure(InstallerDownload::Failure::Network);
 }
 
@@ -155,7 +155,12 @@ void NetRCManager::Private::startDownload()
 {
     const QString folder = ConfigurationManager::instance()->resourcesPath() + QLatin1String("/updates");
     download = std::make_unique<InstallerDownload>(useNetwork(), *installer, folder);
-    connect(download.get(), &InstallerDownload::progress, q, &NetRCManager::downloadProgress);
+    // Queued: whoever hears may be the end of this manager, and the toolkit is in the middle of its reply.
+    const auto tellProgress = [this](qint64 bytes, qint64 of) {
+        if (download)
+            emit q->downloadProgress(bytes, of);
+    };
+    connect(download.get(), &InstallerDownload::progress, q, tellProgress, Qt::QueuedConnection);
     connect(download.get(), &InstallerDownload::downloaded, q, [this](const QString& path) {
         discard(download);
         emit q->newInstallationFileDownloaded(path);
@@ -206,7 +211,11 @@ void NetRCManager::sendFeedback(QPointer<FeedbackManager> feedback, std::functio
     const QUrl address = serviceUrl(d->settings.service, QStringLiteral("app/feedback"));
     const QString archive = feedback ? feedback->feedbackFile() : QString(); // the upload judges it
     d->feedback = std::make_unique<FeedbackUpload>(d->useNetwork(), address, archive);
-    connect(d->feedback.get(), &FeedbackUpload::progress, this, &NetRCManager::feedbackProgress);
+    const auto tellProgress = [this](qint64 bytes, qint64 of) {
+        if (d->feedback)
+            emit feedbackProgress(bytes, of);
+    };
+    connect(d->feedback.get(), &FeedbackUpload::progress, this, tellProgress, Qt::QueuedConnection);
     connect(d->feedback.get(), &FeedbackUpload::finished, this,
             [this](QNetworkReply::NetworkError error) { d->finishFeedback(error); });
     d->feedback->start();

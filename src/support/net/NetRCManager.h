@@ -21,7 +21,8 @@ public:
     explicit NetRCManager(QObject* parent = nullptr);
     /// With other settings than those of the build, for tests; `version` is the running one.
     NetRCManager(ProductSettings settings, QString version, QObject* parent = nullptr);
-    ~NetRCManager() override; ///< what is under way ends without a word
+    /// What is under way ends without a word. Allowed in whatever it tells.
+    ~NetRCManager() override;
 
     /// Whether there is a service to talk to.
     bool isOnline() const;
