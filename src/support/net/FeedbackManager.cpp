@@ -79,7 +79,8 @@ bool Zipping::writeChosen(const QByteArray& bytes)
 {
     QSaveFile target(file);
     const bool isOpen = target.open(QIODevice::WriteOnly);
-    target.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // like the temporary one: it is personal
+    if (isOpen)
+        target.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // like the temporary one: it is personal
     if (isOpen && target.write(bytes) == bytes.size() && !isCancelled && target.commit())
         return true;
     if (!isCancelled)
