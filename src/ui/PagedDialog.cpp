@@ -71,13 +71,15 @@ void PagedDialog::growAround(QPoint centre)
     const QScreen* there = QGuiApplication::screenAt(centre);
     const QRect room = (there ? there : screen())->availableGeometry();
     const QSize wanted = neededSize().expandedTo(size()).boundedTo(room.size());
-    if (wanted == size())
+    if (wanted == size() && testAttribute(Qt::WA_Moved)) // once it has a place
         return;
     QRect place({}, wanted);
     place.moveCenter(centre);
     place.moveLeft(qBound(room.left(), place.left(), room.right() + 1 - place.width()));
     place.moveTop(qBound(room.top(), place.top(), room.bottom() + 1 - place.height()));
-    setGeometry(place);
+    // With setGeometry() the place under a window manager is taken from its frame, and menus open elsewhere.
+    resize(wanted);
+    move(place.topLeft());
 }
 
 void PagedDialog::showEvent(QShowEvent* event)
