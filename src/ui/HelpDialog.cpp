@@ -158,7 +158,9 @@ void HelpDialog::onSendFeedbackBtnClicked()
 
 void HelpDialog::onSaveReportBtnClicked()
 {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    if (!folder.exists())
+        folder = QDir::home();
     const QString name =
         QStringLiteral("Lumivar-report-%1.zip").arg(QDate::currentDate().toString(Qt::ISODate));
     auto* dialog = new QFileDialog(this, ui->saveReportBtn->text(), folder.filePath(name),
