@@ -131,6 +131,7 @@ private:
     void makeHelpDlgViewModel();
     void showDownload(int percent);
     void startDownload();
+    void cancelDownload();
     void endDownload(const QString& notice);
 
     /// With what stands before it, or a box that waits for its answer would be covered.

@@ -53,11 +53,7 @@ void LumivarApp::connectDownload()
         qWarning().noquote() << "[LumivarApp]: The installer could not be downloaded:" << reason;
         endDownload(reason);
     });
-    connect(&m_mainWindow, &MainWindow::requestCancelDownload, this, [this] {
-        m_netManager.cancelDownload();
-        showDownload(kNoDownload);
-        m_mainWindow.showNewVersionBtn();
-    });
+    connect(&m_mainWindow, &MainWindow::requestCancelDownload, this, &LumivarApp::cancelDownload);
 }
 
 void LumivarApp::startAdvertisement()
@@ -86,6 +82,7 @@ void LumivarApp::makeHelpDlgViewModel()
             m_feedbackErrand.save(message, contact, file);
         });
     m_helpViewModel->setRequestUpdate([this] { startDownload(); });
+    m_helpViewModel->setCancelUpdate([this] { cancelDownload(); });
 }
 
 void LumivarApp::onHasNewVersion()
@@ -113,6 +110,13 @@ void LumivarApp::startDownload()
 {
     showDownload(0); // the user sees at once that something has begun
     m_netManager.downloadLatestApp();
+}
+
+void LumivarApp::cancelDownload()
+{
+    m_netManager.cancelDownload();
+    showDownload(kNoDownload);
+    m_mainWindow.showNewVersionBtn();
 }
 
 void LumivarApp::runInstallProcess(QString installerPath)

@@ -7,6 +7,7 @@
 
 #include "ui_HelpDialog.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QDebug>
 #include <QDir>
@@ -121,18 +122,23 @@ void HelpDialog::onLatestVersionChanged()
     ui->updateBtn->setVisible(isOnline && isNewer);
 }
 
-/// The button that started it shows it.
+/// The button that started it shows it, and ends it.
 void HelpDialog::showDownload()
 {
     const int percent = m_viewModel->downloadPercent();
     ui->updateBtn->setPercent(percent);
-    ui->updateBtn->setText(percent < 0 ? tr("点击更新") : QStringLiteral("%1 %").arg(percent));
+    ui->updateBtn->setText(tr("点击更新"));
+    ui->updateBtn->setMinimumWidth(ui->updateBtn->sizeHint().width()); // a number is shorter
+    if (percent >= 0)
+        ui->updateBtn->setText(QStringLiteral("%1 %").arg(percent));
 }
 
 void HelpDialog::onUpdateBtnClicked()
 {
     if (m_viewModel->downloadPercent() < 0)
-        m_viewModel->requestUpdate();
+        return m_viewModel->requestUpdate();
+    connect(ui->updateBtn->openMenu(QCoreApplication::translate("MainWindow", "取消下载")),
+            &QAction::triggered, m_viewModel.data(), &HelpDialogViewModel::cancelUpdate);
 }
 
 void HelpDialog::onReportUsageClicked(bool isAgreed)

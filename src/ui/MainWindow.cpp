@@ -12,7 +12,6 @@
 #include <QCloseEvent>
 #include <QDebug>
 #include <QFile>
-#include <QMenu>
 #include <QMessageBox>
 #include <QMetaMethod>
 #include <QScreen>
@@ -334,8 +333,11 @@ void MainWindow::on_toolButton_close_clicked()
 
 void MainWindow::onNewVersionBtnClicked()
 {
-    if (m_downloadPercent >= 0)
-        return openDownloadMenu();
+    if (m_downloadPercent >= 0) { // a click by mistake ends nothing
+        connect(ui->newVersionBtn->openMenu(tr("取消下载")), &QAction::triggered, this,
+                &MainWindow::requestCancelDownload);
+        return;
+    }
     auto* question = new QMessageBox(QMessageBox::Question, windowTitle(),
                                      tr("检测到新版本，是否下载最新安装包？"), QMessageBox::NoButton, this);
     question->setAttribute(Qt::WA_DeleteOnClose);
@@ -349,14 +351,4 @@ void MainWindow::onNewVersionBtnClicked()
         emit requestUpdateAppVersion();
     });
     question->open();
-}
-
-/// A click by mistake ends nothing.
-void MainWindow::openDownloadMenu()
-{
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    connect(menu->addAction(tr("取消下载")), &QAction::triggered, this, &MainWindow::requestCancelDownload);
-    const QRect button = ui->newVersionBtn->rect();
-    menu->popup(ui->newVersionBtn->mapToGlobal({0, button.bottom() + 1}));
 }

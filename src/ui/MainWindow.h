@@ -83,7 +83,6 @@ private:
     void loadStyleSheet();
     void showShortcuts();
     void showDownload();
-    void openDownloadMenu();
     void followScreen();
     bool isFillingScreen() const;
     /// Whether a minimised window can be found again: somebody manages windows.

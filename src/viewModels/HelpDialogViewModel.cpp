@@ -55,6 +55,12 @@ void HelpDialogViewModel::requestUpdate() const
         m_requestUpdate();
 }
 
+void HelpDialogViewModel::cancelUpdate() const
+{
+    if (m_cancelUpdate)
+        m_cancelUpdate();
+}
+
 void HelpDialogViewModel::setSendFeedback(SendFeedback send)
 {
     m_sendFeedback = std::move(send);
@@ -68,4 +74,9 @@ void HelpDialogViewModel::setSaveReport(SaveReport save)
 void HelpDialogViewModel::setRequestUpdate(Order update)
 {
     m_requestUpdate = std::move(update);
+}
+
+void HelpDialogViewModel::setCancelUpdate(Order cancel)
+{
+    m_cancelUpdate = std::move(cancel);
 }

@@ -34,9 +34,11 @@ public:
     void sendFeedback(const QString& message, const QString& contact) const;
     void saveReport(const QString& message, const QString& contact, const QString& file) const;
     void requestUpdate() const;
+    void cancelUpdate() const;
     void setSendFeedback(SendFeedback send);
     void setSaveReport(SaveReport save);
     void setRequestUpdate(Order update);
+    void setCancelUpdate(Order cancel);
 
     // Of the product, set once; what is empty or false hides its row.
     bool isOnline = false; ///< there is a service to ask for versions, and to send feedback to
@@ -55,4 +57,5 @@ private:
     SendFeedback m_sendFeedback;
     SaveReport m_saveReport;
     Order m_requestUpdate;
+    Order m_cancelUpdate;
 };

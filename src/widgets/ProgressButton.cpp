@@ -1,5 +1,6 @@
 #include "widgets/ProgressButton.h"
 
+#include <QMenu>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
@@ -18,6 +19,15 @@ void ProgressButton::setPercent(int percent)
 {
     m_percent = qMin(percent, kWhole);
     update();
+}
+
+QAction* ProgressButton::openMenu(const QString& entry)
+{
+    auto* menu = new QMenu(window());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QAction* action = menu->addAction(entry);
+    menu->popup(mapToGlobal({isRightToLeft() ? width() - menu->sizeHint().width() : 0, height()}));
+    return action;
 }
 
 void ProgressButton::paintEvent(QPaintEvent* event)
