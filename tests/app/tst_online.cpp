@@ -211,7 +211,7 @@ private slots:
         sendFeedback();
         QTRY_VERIFY_WITH_TIMEOUT(asked(kFeedback) == 1 && progress(), kWaitMs);
         QVERIFY(!QGuiApplication::overrideCursor()); // the box says it by now
-        progress()->reject();
+        progress()->findChild<QPushButton*>()->click();
         find<QDialog>("HelpDialog")->reject();
         QTRY_VERIFY(!progress() && !find<QDialog>("HelpDialog"));
         sendFeedback();
