@@ -9,6 +9,7 @@
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/SettingsDialog.h"
+#include "viewModels/HelpDialogViewModel.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -32,6 +33,7 @@ LumivarApp::LumivarApp(QObject* parent)
     , m_deviceManager(this, nullptr)
     , m_sysTray(m_mainWindow)
     , m_feedbackErrand(m_feedbackManager, m_netManager, m_mainWindow)
+    , m_helpViewModel(QSharedPointer<HelpDialogViewModel>::create()) // what is known is told from here on
 {
     reportStart();
     showWindow();

@@ -14,12 +14,10 @@
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
-#include <QTimer>
 
 namespace {
 
 constexpr int kNoDownload = -1;
-constexpr int kQuitForInstallerMs = 1000;
 constexpr int kReportAtQuitMs = 300; ///< the program's end waits no longer for it
 
 QString timeStamp()
@@ -64,7 +62,6 @@ void LumivarApp::startAdvertisement()
 
 void LumivarApp::makeHelpDlgViewModel()
 {
-    m_helpViewModel = QSharedPointer<HelpDialogViewModel>::create();
     const ProductSettings& product = productSettings();
     m_helpViewModel->isOnline = m_netManager.isOnline();
     m_helpViewModel->supportMail = product.supportMail;
@@ -125,9 +122,11 @@ void LumivarApp::runInstallProcess(QString installerPath)
         qWarning() << "The installer does not exist";
         return endDownload({});
     }
-    if (!handOverInstaller(installerPath))
-        return endDownload(tr("无法打开安装包：") + u'\n' + QDir::toNativeSeparators(installerPath));
-    QTimer::singleShot(kQuitForInstallerMs, qApp, &QCoreApplication::quit);
+    handOverInstaller(installerPath, this, [this, installerPath](bool isTaken) {
+        if (isTaken)
+            return QCoreApplication::quit();
+        endDownload(tr("无法打开安装包：") + u'\n' + QDir::toNativeSeparators(installerPath));
+    });
 }
 
 /// One that led to nothing: the user, who asked for it, is told, and may ask again.

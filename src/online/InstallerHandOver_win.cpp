@@ -2,11 +2,18 @@
 
 #include <QDebug>
 #include <QProcess>
+#include <QTimer>
 
-bool handOverInstaller(const QString& path)
+namespace {
+
+constexpr int kTakenMs = 1000;
+
+} // namespace
+
+void handOverInstaller(const QString& path, QObject* asker, std::function<void(bool isTaken)> done)
 {
-    if (QProcess::startDetached(path, {}))
-        return true;
-    qWarning().noquote() << "[InstallerHandOver]: Does not start:" << path;
-    return false;
+    const bool isStarted = QProcess::startDetached(path, {});
+    if (!isStarted)
+        qWarning().noquote() << "[InstallerHandOver]: Does not start:" << path;
+    QTimer::singleShot(isStarted ? kTakenMs : 0, asker, [=] { done(isStarted); });
 }
