@@ -165,7 +165,7 @@ void HelpDialog::onSendFeedbackBtnClicked()
 void HelpDialog::onSaveReportBtnClicked()
 {
     QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    if (!folder.exists())
+    if (!folder.exists()) // the dialog would fall back on the program's own folder
         folder = QDir::home();
     const QString name =
         QStringLiteral("Lumivar-report-%1.zip").arg(QDate::currentDate().toString(Qt::ISODate));

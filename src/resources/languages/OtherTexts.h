@@ -11,7 +11,7 @@ static const char* const effectNames[] = {
 };
 
 // What the toolkit itself shows in this program: buttons of message boxes, menus of text fields and scroll
-// bars, the colour dialog. These sources are English.
+// bars, the dialogs for colours and files. These sources are English.
 static const char* const toolkitTexts[] = {
     QT_TRANSLATE_NOOP("QPlatformTheme", "OK"),
     QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel"),
@@ -65,4 +65,26 @@ static const char* const toolkitTexts[] = {
     QT_TRANSLATE_NOOP("QColorDialog", "Bl&ue:"),
     QT_TRANSLATE_NOOP("QColorDialog", "A&lpha channel:"),
     QT_TRANSLATE_NOOP("QColorDialog", "&HTML:"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Look in:"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Back"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Forward"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Parent Directory"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Create New Folder"),
+    QT_TRANSLATE_NOOP("QFileDialog", "List View"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Detail View"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Files of type:"),
+    QT_TRANSLATE_NOOP("QFileDialog", "File &name:"),
+    QT_TRANSLATE_NOOP("QFileDialog", "&Save"),
+    QT_TRANSLATE_NOOP("QFileDialog", "&Rename"),
+    QT_TRANSLATE_NOOP("QFileDialog", "&Delete"),
+    QT_TRANSLATE_NOOP("QFileDialog", "Show &hidden files"),
+    QT_TRANSLATE_NOOP("QFileDialog", "&New Folder"),
+    QT_TRANSLATE_NOOP("QFileDialog", "New Folder"),
+    QT_TRANSLATE_NOOP("QFileDialog", "%1 already exists.\nDo you want to replace it?"),
+    QT_TRANSLATE_NOOP("QFileSystemModel", "Name"),
+    QT_TRANSLATE_NOOP("QFileSystemModel", "Size"),
+    QT_TRANSLATE_NOOP3("QFileSystemModel", "Type", "All other platforms"),
+    QT_TRANSLATE_NOOP("QFileSystemModel", "Date Modified"),
+    QT_TRANSLATE_NOOP("QFileSystemModel", "Computer"),
+    QT_TRANSLATE_NOOP3("QFileDialog", "Folder", "All other platforms"),
 };

@@ -804,6 +804,104 @@ Press ESC to cancel</source>
     </message>
 </context>
 <context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Look in:</source>
+        <translation>البحث في:</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>رجوع</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>تقدم</translation>
+    </message>
+    <message>
+        <source>Parent Directory</source>
+        <translation>المجلد الأعلى</translation>
+    </message>
+    <message>
+        <source>Create New Folder</source>
+        <translation>إنشاء مجلد جديد</translation>
+    </message>
+    <message>
+        <source>List View</source>
+        <translation>عرض القائمة</translation>
+    </message>
+    <message>
+        <source>Detail View</source>
+        <translation>عرض التفاصيل</translation>
+    </message>
+    <message>
+        <source>Files of type:</source>
+        <translation>نوع الملفات:</translation>
+    </message>
+    <message>
+        <source>File &amp;name:</source>
+        <translation>ا&amp;سم الملف:</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;حفظ</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>إ&amp;عادة التسمية</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>ح&amp;ذف</translation>
+    </message>
+    <message>
+        <source>Show &amp;hidden files</source>
+        <translation>إظهار الملفات ال&amp;مخفية</translation>
+    </message>
+    <message>
+        <source>&amp;New Folder</source>
+        <translation>مجلد &amp;جديد</translation>
+    </message>
+    <message>
+        <source>New Folder</source>
+        <translation>مجلد جديد</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 موجود بالفعل.
+هل تريد استبداله؟</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <comment>All other platforms</comment>
+        <translation>مجلد</translation>
+    </message>
+</context>
+<context>
+    <name>QFileSystemModel</name>
+    <message>
+        <source>Name</source>
+        <translation>الاسم</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>الحجم</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <comment>All other platforms</comment>
+        <translation>النوع</translation>
+    </message>
+    <message>
+        <source>Date Modified</source>
+        <translation>تاريخ التعديل</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>الكمبيوتر</translation>
+    </message>
+</context>
+<context>
     <name>QGnomeTheme</name>
     <message>
         <source>&amp;OK</source>

@@ -804,6 +804,104 @@ ESC 키를 누르면 취소됩니다</translation>
     </message>
 </context>
 <context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Look in:</source>
+        <translation>찾는 위치:</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>뒤로</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>앞으로</translation>
+    </message>
+    <message>
+        <source>Parent Directory</source>
+        <translation>상위 폴더</translation>
+    </message>
+    <message>
+        <source>Create New Folder</source>
+        <translation>새 폴더 만들기</translation>
+    </message>
+    <message>
+        <source>List View</source>
+        <translation>목록 보기</translation>
+    </message>
+    <message>
+        <source>Detail View</source>
+        <translation>자세히 보기</translation>
+    </message>
+    <message>
+        <source>Files of type:</source>
+        <translation>파일 형식:</translation>
+    </message>
+    <message>
+        <source>File &amp;name:</source>
+        <translation>파일 이름(&amp;N):</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>저장(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>이름 바꾸기(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>삭제(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Show &amp;hidden files</source>
+        <translation>숨김 파일 보기(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;New Folder</source>
+        <translation>새 폴더(&amp;N)</translation>
+    </message>
+    <message>
+        <source>New Folder</source>
+        <translation>새 폴더</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1이(가) 이미 있습니다.
+바꾸시겠습니까?</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <comment>All other platforms</comment>
+        <translation>폴더</translation>
+    </message>
+</context>
+<context>
+    <name>QFileSystemModel</name>
+    <message>
+        <source>Name</source>
+        <translation>이름</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>크기</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <comment>All other platforms</comment>
+        <translation>종류</translation>
+    </message>
+    <message>
+        <source>Date Modified</source>
+        <translation>수정한 날짜</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>컴퓨터</translation>
+    </message>
+</context>
+<context>
     <name>QGnomeTheme</name>
     <message>
         <source>&amp;OK</source>

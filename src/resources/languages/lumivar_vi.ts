@@ -804,6 +804,104 @@ Nhấn ESC để hủy</translation>
     </message>
 </context>
 <context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Look in:</source>
+        <translation>Tìm trong:</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Quay lại</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Tiếp</translation>
+    </message>
+    <message>
+        <source>Parent Directory</source>
+        <translation>Thư mục cha</translation>
+    </message>
+    <message>
+        <source>Create New Folder</source>
+        <translation>Tạo thư mục mới</translation>
+    </message>
+    <message>
+        <source>List View</source>
+        <translation>Dạng danh sách</translation>
+    </message>
+    <message>
+        <source>Detail View</source>
+        <translation>Dạng chi tiết</translation>
+    </message>
+    <message>
+        <source>Files of type:</source>
+        <translation>Loại tệp:</translation>
+    </message>
+    <message>
+        <source>File &amp;name:</source>
+        <translation>Tê&amp;n tệp:</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Lưu</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>Đổ&amp;i tên</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Xóa</translation>
+    </message>
+    <message>
+        <source>Show &amp;hidden files</source>
+        <translation>&amp;Hiện tệp ẩn</translation>
+    </message>
+    <message>
+        <source>&amp;New Folder</source>
+        <translation>Thư mục &amp;mới</translation>
+    </message>
+    <message>
+        <source>New Folder</source>
+        <translation>Thư mục mới</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 đã tồn tại.
+Bạn có muốn thay thế không?</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <comment>All other platforms</comment>
+        <translation>Thư mục</translation>
+    </message>
+</context>
+<context>
+    <name>QFileSystemModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Tên</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Kích cỡ</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <comment>All other platforms</comment>
+        <translation>Loại</translation>
+    </message>
+    <message>
+        <source>Date Modified</source>
+        <translation>Ngày sửa đổi</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>Máy tính</translation>
+    </message>
+</context>
+<context>
     <name>QGnomeTheme</name>
     <message>
         <source>&amp;OK</source>
