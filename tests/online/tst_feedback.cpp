@@ -19,6 +19,7 @@ class tst_feedback : public QObject
     Q_OBJECT
 
 private:
+    QTemporaryDir m_temporary;
     using Files = QMap<QString, QByteArray>;
 
     static QString config(const QString& name = {})
@@ -89,6 +90,7 @@ private slots:
     void initTestCase()
     {
         qputenv("USER", "annabel");
+        qputenv("TMPDIR", QFile::encodeName(m_temporary.path())); // nobody else's archives are in there
         QVERIFY(!QSslSocket::sslLibraryVersionString().isNull());
     }
 
@@ -315,9 +317,8 @@ private slots:
                 return -1;
             upload.cancel(); // after the end
             QTest::qWait(0);
-            const bool isTaken =
-                arrivals.contains(QVariantList{bytes(file)}) &&
-                steps.last() == QVariantList({QFileInfo(file).size(), QFileInfo(file).size()});
+            const QVariantList all{QFileInfo(file).size(), QFileInfo(file).size()};
+            const bool isTaken = arrivals.contains(QVariantList{bytes(file)}) && steps.contains(all);
             return ends.size() == 1 && (isTaken || ends[0][0].toInt() != 0) ? ends[0][0].toInt() : -1;
         };
         QCOMPARE(send(ServerFault::None, {}, archive), int(Error::NoError));
