@@ -30,13 +30,13 @@ struct FeedbackContent
 };
 
 /// Told of the progress from 0 to 100; false asks for the end.
-using FeedbackProgress = std::function<bool(int percent)>;
+using ArchiveProgress = std::function<bool(int percent)>;
 
 /// The files of an archive: message.txt, contact.txt, versions.json, config/, dumps/, logs/ (newest first).
 /// What cannot be read is named in left-out.txt with the reason, links and everything but plain files as
 /// well. Any thread; incomplete when `progress` asked for the end.
-std::vector<FeedbackFile> feedbackFiles(const FeedbackContent& content, const FeedbackProgress& progress);
+std::vector<FeedbackFile> feedbackFiles(const FeedbackContent& content, const ArchiveProgress& progress);
 
 /// The files as a zip archive. Empty on failure, when `error` tells why, and when `progress` asked for the
 /// end. Any thread.
-QByteArray zipped(const std::vector<FeedbackFile>& files, const FeedbackProgress& progress, QString* error);
+QByteArray zipped(const std::vector<FeedbackFile>& files, const ArchiveProgress& progress, QString* error);

@@ -25,7 +25,7 @@ QByteArray newestLines(const QByteArray& text, qint64 most)
 class Collection
 {
 public:
-    Collection(const FeedbackContent& content, const FeedbackProgress& progress)
+    Collection(const FeedbackContent& content, const ArchiveProgress& progress)
         : m_content(content)
         , m_progress(progress)
     {
@@ -53,7 +53,7 @@ private:
     bool goesOn();
 
     const FeedbackContent& m_content;
-    const FeedbackProgress& m_progress;
+    const ArchiveProgress& m_progress;
     std::vector<FeedbackFile> m_files;
     QString m_leftOut;
     qint64 m_storeBytes = 0;
@@ -223,7 +223,7 @@ std::vector<FeedbackFile> Collection::taken()
 
 } // namespace
 
-std::vector<FeedbackFile> feedbackFiles(const FeedbackContent& content, const FeedbackProgress& progress)
+std::vector<FeedbackFile> feedbackFiles(const FeedbackContent& content, const ArchiveProgress& progress)
 {
     Collection collection(content, progress);
     collection.add(QStringLiteral("message.txt"), content.message.toUtf8());

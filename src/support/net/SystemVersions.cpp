@@ -10,7 +10,6 @@
 #include <QVariant>
 #include <log4cplus/version.h>
 #include <sodium.h>
-#include <zip.h>
 
 namespace {
 
@@ -41,7 +40,6 @@ QJsonObject systemVersions()
     const QJsonObject libraries{{"qt", qVersion()},
                                 {"qtBuiltWith", QT_VERSION_STR},
                                 {"log4cplus", LOG4CPLUS_VERSION_STR},
-                                {"libzip", zip_libzip_version()},
                                 {"libsodium", sodium_version_string()},
                                 {"tls", QSslSocket::sslLibraryVersionString()}};
     return {{"application", QCoreApplication::applicationVersion()},
