@@ -162,7 +162,9 @@ int main(int argc, char** argv)
     say(QStringLiteral("at %1, version %2")
             .arg(server.address().toString(), server.version()["version"].toString(QStringLiteral("none"))));
     const QJsonObject product{{"service", server.address().toString()},
-                              {"serviceKey", QString::fromLatin1(server.publicKey().toBase64())}};
+                              {"serviceKey", QString::fromLatin1(server.publicKey().toBase64())},
+                              {"supportMail", "support@lumivar.example"},
+                              {"webSite", "lumivar.example"}};
     if (!value("product").isEmpty() && !writeFile(value("product"), QJsonDocument(product).toJson()))
         return fail(QStringLiteral("Can't write ") + value("product"));
     QCoreApplication::exec();
