@@ -86,7 +86,9 @@ void LumivarApp::onHasNewVersion()
 {
     connect(&m_mainWindow, &MainWindow::requestUpdateAppVersion, this, &LumivarApp::onRequestUpdateAppVersion,
             Qt::UniqueConnection);
-    m_mainWindow.showNewVersionBtn();
+    if (m_netManager.hasInstaller())
+        m_mainWindow.showNewVersionBtn();
+    m_helpViewModel->setUpdateOffered(m_netManager.hasInstaller());
     m_helpViewModel->setLatestVersion(
         ConfigurationManager::instance()->globalValue(ConfigKeys::kLatestVersion.key).toString());
 }

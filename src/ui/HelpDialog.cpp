@@ -119,7 +119,7 @@ void HelpDialog::onLatestVersionChanged()
     ui->versionRows->addWidget(ui->latestVerDescLabel, 1, 0, 1, isNewer ? 1 : 3); // moves it
     ui->latestVerDescLabel->setVisible(isOnline);
     ui->latestVerLabel->setVisible(isOnline && isNewer);
-    ui->updateBtn->setVisible(isOnline && isNewer);
+    ui->updateBtn->setVisible(isOnline && isNewer && m_viewModel->isUpdateOffered());
 }
 
 /// The button that started it shows it, and ends it.

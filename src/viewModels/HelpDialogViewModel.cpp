@@ -15,6 +15,14 @@ void HelpDialogViewModel::setLatestVersion(const QString& version)
     emit latestVersionChanged();
 }
 
+void HelpDialogViewModel::setUpdateOffered(bool isOffered)
+{
+    if (isOffered == m_isUpdateOffered)
+        return;
+    m_isUpdateOffered = isOffered;
+    emit latestVersionChanged();
+}
+
 QString HelpDialogViewModel::currentVersion() const
 {
     return QCoreApplication::applicationVersion();

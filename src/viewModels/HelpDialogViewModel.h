@@ -22,7 +22,10 @@ public:
 
     QString latestVersion() const { return m_latestVersion; }
     void setLatestVersion(const QString& version);
-    QString currentVersion() const; ///< of the application
+    /// Whether the latest version can be asked for; true at first.
+    bool isUpdateOffered() const { return m_isUpdateOffered; }
+    void setUpdateOffered(bool isOffered); ///< emits latestVersionChanged()
+    QString currentVersion() const;        ///< of the application
     QString userContactInfo() const { return m_userContactInfo; }
     void setUserContactInfo(const QString& contact);
 
@@ -52,6 +55,7 @@ signals:
 
 private:
     QString m_latestVersion;
+    bool m_isUpdateOffered = true;
     QString m_userContactInfo;
     int m_downloadPercent = -1;
     SendFeedback m_sendFeedback;

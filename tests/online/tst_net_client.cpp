@@ -243,6 +243,17 @@ private slots:
         QVERIFY(m_server->requests().last().headers.value("range") >= "bytes=270000-");
     }
 
+    void tellsOfALaterVersionThatCannotBeFetched()
+    {
+        m_server = std::make_unique<OnlineServer>();
+        QVERIFY(m_server->listen());
+        m_server->setVersion({{"version", "1.3"}});
+        Client client(*m_server);
+        QVERIFY(client.check());
+        QVERIFY(!client.manager.hasInstaller() && !client.download()); // the click is answered
+        QCOMPARE(client.failed.size(), 1);
+    }
+
     void keepsNothingElseThanTheSignedFile()
     {
         Client client(*m_server);

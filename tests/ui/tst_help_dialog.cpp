@@ -40,6 +40,10 @@ private slots:
             QCOMPARE(text("latestVerDescLabel"), isNewer ? "最新版本号：" : "已是最新版本");
             QCOMPARE(text("latestVerLabel"), isNewer ? latest : QString());
         }
+        for (const bool isOffered : {false, true}) {
+            m_model->setUpdateOffered(isOffered);
+            QVERIFY(has("latestVerLabel") && has("updateBtn") == isOffered);
+        }
         m_model->setDownloadPercent(42);
         speak("en");
         QCOMPARE(text("updateBtn"), "42 %");

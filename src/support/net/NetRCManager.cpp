@@ -85,6 +85,11 @@ QNetworkAccessManager& NetRCManager::Private::useNetwork()
     return *network;
 }
 
+bool NetRCManager::hasInstaller() const
+{
+    return d->installer.has_value();
+}
+
 void NetRCManager::checkVersion()
 {
     if (!isOnline() || d->settings.serviceKey.isEmpty() || d->versionCheck)
@@ -106,17 +111,18 @@ void NetRCManager::checkVersion()
 void NetRCManager::Private::takeVersion(const HttpAnswer& answer)
 {
     discard(versionCheck);
-    const bool isGood = readVersion(answer);
+    const bool isNewer = readVersion(answer);
     const bool isWanted = std::exchange(isDownloadWanted, false);
     if (isWanted && installer)
         startDownload();
-    if (isGood && installer)
-        emit q->hasNewAppVersion(); // last of all: whoever hears may be the end of it
-    else if (isWanted && !installer)
+    // One of the two, and last of all: whoever hears may be the end of it.
+    if (isWanted && !installer)
         tellFailure(InstallerDownload::Failure::Network);
+    else if (isNewer)
+        emit q->hasNewAppVersion();
 }
 
-/// False, and nothing has changed, unless every bit of the answer is good.
+/// Whether it tells of a later version; nothing has changed unless every bit of it is good.
 bool NetRCManager::Private::readVersion(const HttpAnswer& answer)
 {
     QString error = answer.errorText;
@@ -133,8 +139,9 @@ bool NetRCManager::Private::readVersion(const HttpAnswer& answer)
     qInfo() << "[NetRCManager]: The latest version is" << latest->version;
     ConfigurationManager::instance()->setGlobalValue(QLatin1String(ConfigKeys::kLatestVersion.key),
                                                      latest->version);
-    installer = compareVersion(version, latest->version) ? std::nullopt : latest->installer;
-    return true;
+    const bool isNewer = !compareVersion(version, latest->version);
+    installer = isNewer ? latest->installer : std::nullopt;
+    return isNewer;
 }
 
 void NetRCManager::downloadLatestApp()

@@ -30,6 +30,8 @@ public:
     /// Asks for the latest version, which is stored as "latestVerion.version" once its signature holds. Tried
     /// a second time after a pause. A failure changes nothing but the log. Nothing while one is under way.
     void checkVersion();
+    /// Whether the last good answer named a later version that can be downloaded.
+    bool hasInstaller() const;
     /// Downloads the installer of the version that the last good checkVersion() told of, or asks for one
     /// first; goes on where an earlier download ended. Nothing while one is under way.
     void downloadLatestApp();
@@ -53,7 +55,7 @@ public:
     void setRetryPause(int ms);
 
 signals:
-    void hasNewAppVersion(); ///< the stored one is later than the running one, and can be downloaded
+    void hasNewAppVersion(); ///< the stored one is later than the running one
     void downloadProgress(qint64 bytes, qint64 of);
     void newInstallationFileDownloaded(QString path); ///< checked against the signed answer
     void downloadFailed(QString reason);              ///< for the user's eyes, translated
