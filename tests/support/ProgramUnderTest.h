@@ -1,9 +1,10 @@
 #pragma once
 
+#include "MortalProcess.h"
+
 #include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -68,7 +69,7 @@ public:
     std::unique_ptr<QProcess> startAnother(const QStringList& arguments = {}, const QString& path = {})
     {
         const QString program = path.isEmpty() ? m_folder + "/lumivar" : path;
-        auto process = std::make_unique<QProcess>();
+        auto process = std::make_unique<MortalProcess>();
         process->setProcessEnvironment(environment);
         process->setWorkingDirectory(m_home.path());
         process->setStandardErrorFile(m_home.filePath("stderr"), QIODevice::Append);

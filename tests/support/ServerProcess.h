@@ -1,8 +1,8 @@
 #pragma once
 
+#include "MortalProcess.h"
+
 #include <QDebug>
-#include <QProcess>
-#include <csignal>
 
 /// A server of the test's own. Ends with this object.
 class ServerProcess
@@ -43,5 +43,5 @@ protected:
         return true;
     }
 
-    QProcess m_server;
+    MortalProcess m_server;
 };
