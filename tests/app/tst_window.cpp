@@ -496,7 +496,11 @@ private:
         pointer(from, {"mousedown", "1"});
         // A drag of the title bar counts once it is longer than a click, and its start is lost. A program
         // that is slow to take it up must not find the pointer at the end of its way already, nor released.
-        for (int i = 0; geometry() == before && i < kMaxNudges; ++i)
+        const auto isTakenUp = [&] { // a search finds nothing when any window goes under its hands
+            const QRect now = geometry();
+            return !now.isEmpty() && now != before;
+        };
+        for (int i = 0; !isTakenUp() && i < kMaxNudges; ++i)
             pointer(from + QPoint(distance.x() < 0 ? -12 - i % 3 : 12 + i % 3, 0));
         pointer(from + distance);
         QTRY_VERIFY_WITH_TIMEOUT(isNear(geometry(), after), kWaitMs);
