@@ -1,11 +1,9 @@
-#include "LogCapture.h"
 #include "ProgramUnderTest.h"
 #include "effects/AbsWorkerWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
 #include "ui/Languagemanager.h"
-#include "widgets/LineWrappedRadioButton.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -404,11 +402,6 @@ private slots:
             resize(640, 428);
             QVERIFY(part<QScrollArea>("scrollArea")->verticalScrollBar()->maximum() > 0);
             QCOMPARE(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum(), 0);
-            for (const auto* button : m_page->findChildren<LineWrappedRadioButton*>()) {
-                QVERIFY2(button->parentWidget()->rect().contains(button->geometry()), qPrintable(language));
-                QVERIFY2(button->width() + 1 >= button->sizeHint().width(), qPrintable(language));
-                QVERIFY2(button->height() >= button->sizeHint().height(), qPrintable(language));
-            }
         }
     }
 
@@ -441,24 +434,6 @@ private slots:
         const QRect controls = part<QWidget>("optAreaWidget")->geometry();
         QVERIFY(!controls.intersects(part<QWidget>("modelImage")->geometry()));
         QVERIFY(part<QScrollArea>("scrollArea")->horizontalScrollBar()->maximum() > 0);
-    }
-
-    void tabGoesDownThePage()
-    {
-        LogCapture log;
-        m_page->setWorkGroups(kTwoGroups, "b");
-        m_page->setWorkers(kTwoWorkers, "b");
-        m_page->setSOptWidProperty("captures", true);
-        settle();
-        QVERIFY(!log.contains("setTabOrder"));
-        part<QWidget>("installDirectionLTRButton")->setFocus();
-        QList<int> heights; // of direction, group, light, brightness, option, effect
-        for (int i = 0; i < 6; ++i) {
-            heights += QApplication::focusWidget()->mapTo(m_page.get(), QPoint()).y();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        QVERIFY(std::is_sorted(heights.begin(), heights.end()));
-        QVERIFY(lOptPage()->isAncestorOf(QApplication::focusWidget()));
     }
 };
 

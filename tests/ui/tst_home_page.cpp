@@ -67,18 +67,12 @@ private slots:
 
     void namesStayWhatTheUserWrote()
     {
-        QSignalSpy renamed(m_page.get(), &HomePage::controllerNameChanged);
         const QString name = "<b>&amp; &x</b>" + QString("\U0001F4A1").repeated(100);
         show(1, name);
         QCOMPARE(button()->text(), name);
         QVERIFY(button()->shortcut().isEmpty());
         QCOMPARE(button()->size(), QSize(110, 130));
         QVERIFY(button()->toolTip().contains(name.toHtmlEscaped()));
-        openEditor();
-        QTest::keyClick(editor(), Qt::Key_Return);
-        QVERIFY(!editor()->isVisible());
-        QCoreApplication::processEvents();
-        QCOMPARE(renamed.count(), 0);
     }
 
     void theNameIsForRenamingAndTheRestForOpening()
@@ -90,6 +84,8 @@ private slots:
         QTest::keyClick(button(), Qt::Key_Return);
         QTRY_COMPARE(entered, QList<QVariantList>({{"id00"}, {"id00"}}));
 
+        openEditor();
+        QTest::keyClick(editor(), Qt::Key_Return); // the same name is no new one
         openEditor();
         QTest::keyClicks(editor(), "s");
         QTest::keyClick(editor(), Qt::Key_Escape);
