@@ -3,9 +3,9 @@
 #include "support/crash/CrashStack.h"
 #include "support/net/HttpTransfer.h"
 
-#include <QDeadlineTimer>
 #include <QDebug>
 #include <QNetworkAccessManager>
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -56,21 +56,19 @@ void UsageReports::send(const QUrl& address, const QByteArray& body)
     request.body = body;
     request.needsLength = false;
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         ++m_underWay;
     }
     const auto done = [this] {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         --m_underWay;
-        m_done.wakeAll();
+        m_done.notify_all();
     };
     QMetaObject::invokeMethod(m_sender, [sender = m_sender, request, done] { sender->send(request, done); });
 }
 
 void UsageReports::finish(int ms)
 {
-    const QDeadlineTimer deadline(ms);
-    QMutexLocker lock(&m_mutex);
-    while (m_underWay > 0 && m_done.wait(&m_mutex, deadline)) {
-    }
+    std::unique_lock lock(m_mutex);
+    m_done.wait_for(lock, std::chrono::milliseconds(ms), [this] { return m_underWay == 0; });
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QByteArray>
-#include <QMutex>
 #include <QThread>
 #include <QUrl>
-#include <QWaitCondition>
+#include <condition_variable>
+#include <mutex>
 
 /// Sends usage reports from a thread of its own, so that the program's end can wait for one without running
 /// its own event loop once more. Nothing is tried again; what becomes of a report is only logged. Main
@@ -23,8 +23,8 @@ public:
 private:
     class Sender;
 
-    QMutex m_mutex;
-    QWaitCondition m_done;
+    std::mutex m_mutex;
+    std::condition_variable m_done;
     int m_underWay = 0; ///< guarded by m_mutex
     QThread m_thread;
     Sender* m_sender; ///< lives in the thread, which ends it
