@@ -137,6 +137,8 @@ FeedbackManager::FeedbackManager(QObject* parent)
 FeedbackManager::~FeedbackManager()
 {
     cancelZip();
+    if (d->running)
+        d->running->disconnect(this); // while it is there: the pool's thread may be the one that ends it
 }
 
 void FeedbackManager::setUserMsg(const QString& message)
