@@ -47,6 +47,7 @@ private slots:
         m_model->setDownloadPercent(42);
         speak("en");
         QCOMPARE(text("updateBtn"), "42 %");
+        m_model->setDownloadPercent(0); // it has begun
         click("updateBtn");
         QVERIFY(m_calls.isEmpty());
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
