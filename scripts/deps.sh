@@ -1,18 +1,21 @@
 #!/usr/bin/env bash
-# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, format, lint, bench.
+# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, package, format, lint,
+# bench.
 # Installs what is missing; where it cannot, it names what is missing and fails.
 set -u
 
 declare -A packages
 packages[build]="g++ cmake ninja-build ccache pkg-config git
     qtbase5-dev qttools5-dev-tools libqt5serialport5-dev
-    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libpulse-dev libzip-dev libsodium-dev
+    libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libpulse-dev libpipewire-0.3-dev libzip-dev libsodium-dev
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev
     libqt5x11extras5-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev"
-packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio"
+packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio qtwayland5"
 packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-utils dbus-daemon openssl fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
+    pipewire pipewire-bin wireplumber sway grim qtwayland5
     g++-mingw-w64-x86-64-posix"
+packages[package]="debhelper lintian appstream desktop-file-utils debootstrap"
 packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
 packages[bench]="libbenchmark-dev libxcb-xtest0-dev xvfb python3 pulseaudio pulseaudio-utils"

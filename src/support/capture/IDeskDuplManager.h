@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/capture/IDeskCapture.h"
+#include "support/capture/SourceTrouble.h"
 
 #include <QList>
 #include <QObject>
@@ -22,11 +23,17 @@ public:
     virtual void releaseCapturer(QString id) = 0;
     /// The text for people.
     virtual QString capturerDesc(QString id) = 0;
+    /// Somebody wants sources, which the user may have to be asked for. Any thread; the answer comes as
+    /// capturerReady, or as capturersChanged and another trouble.
+    virtual void requestSources(SourceRequest) {}
+    /// Why the list is empty.
+    virtual SourceTrouble sourceTrouble() { return SourceTrouble::None; }
 
 signals:
     void capturerReady(QString id);
     void capturerFailed(QString id);
-    /// The list, its order or a text in it is another now; comes after the signals above.
+    /// The list, its order, a text in it or the reason why it is empty is another now; comes after the
+    /// signals above.
     void capturersChanged();
 };
 Q_DECLARE_METATYPE(IDeskDuplManager*)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/capture/CaptureSource.h"
+#include "support/capture/SourceTrouble.h"
 
 #include <QSize>
 #include <chrono>
@@ -26,7 +27,8 @@ public:
 
     /// Asks the system, the primary source first.
     virtual CaptureSources sources() = 0;
-    /// Whether the system reported a change since the last call.
+    /// Whether the system reported a change since the last call; also of a grabber that is not open, which is
+    /// then opened at once.
     virtual bool takeSourcesChanged() = 0;
     /// Fills `frame` with the source at the given size. Only without `force` may it be unchanged.
     virtual Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) = 0;
@@ -37,4 +39,10 @@ public:
     virtual void wake() = 0;
     /// Any thread. Makes a call that hangs in the system fail.
     virtual void abort() = 0;
+
+    /// Main thread. Somebody wants sources; for those that have to be asked for.
+    virtual void request(SourceRequest) {}
+    /// Any thread. What is the matter while there are no sources; a change of it counts as one of the
+    /// sources.
+    virtual SourceTrouble trouble() const { return SourceTrouble::None; }
 };

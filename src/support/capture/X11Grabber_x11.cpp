@@ -200,6 +200,8 @@ CaptureSources X11Grabber::monitors()
 
 bool X11Grabber::takeSourcesChanged()
 {
+    if (!isOpen())
+        return false;
     readEvents();
     m_watch->rest();
     return std::exchange(m_sourcesChanged, false);

@@ -41,6 +41,10 @@ inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDa
 inline constexpr Setting<bool> kExtraEffects{"effects.extra", false};
 inline constexpr Number<double> kMusicQuietLevel{{"effects.musicQuietLevel", 0.0}, 0.0, 79.0};
 
+inline constexpr Setting<const char*> kCaptureMode{"runtime.captureMode", ""}; // none: the session's own
+inline constexpr Setting<const char*> kScreenCastToken{"runtime.screenCastToken", ""}; // the user's consent
+inline constexpr Setting<bool> kLightsOffWhileLocked{"lightsOffWhileLocked", true};
+
 inline constexpr Setting<const char*> kUserContact{"feedback.userContactInfo", ""};
 inline constexpr Setting<bool> kReportUsage{"online.reportUsage", false}; // the user's consent
 
