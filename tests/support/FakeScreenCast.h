@@ -1,0 +1,220 @@
+#pragma once
+
+#include "PrivateBus.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <QDBusVirtualObject>
+#include <QHash>
+#include <QPoint>
+#include <QSize>
+#include <QTimer>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+/// A stream as the portal tells of it: "id", "position" (QPoint), "size" (QSize), each where it is known.
+struct FakeStream
+{
+    uint node = 0;
+    QVariantMap properties;
+};
+Q_DECLARE_METATYPE(FakeStream)
+inline QDBusArgument& operator<<(QDBusArgument& to, const FakeStream& stream)
+{
+    to.beginStructure();
+    to << stream.node << stream.properties;
+    to.endStructure();
+    return to;
+}
+inline const QDBusArgument& operator>>(const QDBusArgument& from, FakeStream& stream)
+{
+    from.beginStructure();
+    from >> stream.node >> stream.properties;
+    from.endStructure();
+    return from;
+}
+
+/// A desktop's screen-cast portal and the user in front of it, who consents at once unless told otherwise.
+/// Needs the event loop of its thread.
+class FakeScreenCast : public QDBusVirtualObject
+{
+public:
+    /// How a call goes.
+    enum class Way { Well, Error, Silent, Twice, Refused, Ended, Nonsense, OwnPath, Dies, DiesAtOnce };
+
+    explicit FakeScreenCast(const PrivateBus& bus)
+        : m_bus(bus)
+    {
+        qDBusRegisterMetaType<FakeStream>();
+        qDBusRegisterMetaType<QList<FakeStream>>();
+    }
+    ~FakeScreenCast() override { leave(); }
+
+    QList<FakeStream> streams{{42, {{"id", "left"}, {"position", QPoint(0, 0)}, {"size", QSize(640, 480)}}}};
+    QString socket;           ///< of the PipeWire to hand out; none: one that says nothing
+    QHash<QString, Way> ways; ///< by method
+    bool givesTokens = true;  ///< as version 4 does
+    bool isUserSlow = false;  ///< a dialog stays open until answerDialog()
+    QString goodToken;        ///< the last one given; another one leads to a dialog
+    int dialogs = 0;          ///< so far
+    int openSessions = 0;
+    QStringList calls;     ///< methods, in their order
+    QVariantMap selection; ///< the last options of SelectSources
+
+    /// Takes its name on the bus.
+    bool come()
+    {
+        m_name = QStringLiteral("portal-%1").arg(++m_times);
+        QDBusConnection connection = m_bus.connection(m_name);
+        return connection.registerVirtualObject(kPath, this, QDBusConnection::SubPath) &&
+               connection.registerService("org.freedesktop.portal.Desktop");
+    }
+    /// As a crash would: whoever waits gets nothing, sessions are forgotten.
+    void leave()
+    {
+        if (!m_name.isEmpty())
+            QDBusConnection::disconnectFromBus(m_name);
+        m_name.clear();
+        m_start = QDBusMessage();
+        openSessions = 0;
+    }
+    bool isDialogOpen() const { return m_start.type() == QDBusMessage::MethodCallMessage; }
+    /// 0: consent to what is asked, 1: refuse, 2: end it otherwise.
+    void answerDialog(uint response) { respond(std::exchange(m_start, {}), response, consent(response)); }
+    /// The user ends the sharing.
+    void endSession()
+    {
+        --openSessions;
+        tell(m_client, m_session, "org.freedesktop.portal.Session", "Closed", {QVariantMap()});
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override
+    {
+        const QString method = call.member();
+        const Way way = ways.value(method);
+        calls << method;
+        m_client = call.service();
+        if (way == Way::Dies || way == Way::DiesAtOnce)
+            QTimer::singleShot(0, this, [this] { leave(); });
+        if (way == Way::Silent || way == Way::DiesAtOnce)
+            return true;
+        if (way == Way::Error)
+            return connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
+        if (method == "GetAll")
+            connection.send(call.createReply(way == Way::Nonsense ? QVariant(7) : QVariant(properties())));
+        else if (method == "OpenPipeWireRemote")
+            connection.send(call.createReply(way == Way::Nonsense ? QVariant(7) : remote()));
+        else if (method == "Close")
+            onClose(call);
+        else if (method == "Register")
+            connection.send(call.createReply());
+        else
+            onRequest(call, connection, way);
+        return true;
+    }
+
+private:
+    static constexpr char kPath[] = "/org/freedesktop/portal/desktop";
+
+    static QVariantMap optionsOf(const QDBusMessage& call)
+    {
+        return qdbus_cast<QVariantMap>(call.arguments().constLast());
+    }
+    static QString handleOf(const QDBusMessage& call, const QString& kind, const QString& token)
+    {
+        return QString("%1/%2/%3/%4").arg(kPath, kind, call.service().mid(1).replace('.', '_'), token);
+    }
+    static QString requestOf(const QDBusMessage& call)
+    {
+        return handleOf(call, "request", optionsOf(call).value("handle_token").toString());
+    }
+    static QVariantMap properties()
+    {
+        return {{"version", 5u}, {"AvailableSourceTypes", 7u}, {"AvailableCursorModes", 7u}};
+    }
+    void tell(const QString& client, const QString& path, const QString& interface, const QString& signal,
+              const QVariantList& arguments)
+    {
+        QDBusMessage message = QDBusMessage::createTargetedSignal(client, path, interface, signal);
+        message.setArguments(arguments);
+        QDBusConnection(m_name).send(message);
+    }
+
+    void onRequest(const QDBusMessage& call, const QDBusConnection& connection, Way way)
+    {
+        const QString handle = way == Way::OwnPath ? QString("%1/request/own").arg(kPath) : requestOf(call);
+        connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(handle))));
+        QVariantMap results;
+        if (call.member() == "CreateSession") {
+            m_session = handleOf(call, "session", optionsOf(call).value("session_handle_token").toString());
+            ++openSessions;
+            results.insert("session_handle", m_session);
+        } else if (call.member() == "SelectSources") {
+            selection = optionsOf(call);
+        } else if (call.member() == "Start") {
+            const bool isKnown =
+                !goodToken.isEmpty() && selection.value("restore_token").toString() == goodToken;
+            dialogs += isKnown ? 0 : 1;
+            if (!isKnown && isUserSlow) {
+                m_start = call;
+                return;
+            }
+            results = consent(0);
+        }
+        if (way == Way::Dies)
+            return;
+        respond(call, way == Way::Refused ? 1 : way == Way::Ended ? 2 : 0, results, way);
+    }
+    QVariantMap consent(uint response)
+    {
+        if (response != 0)
+            return {};
+        QVariantMap results{{"streams", QVariant::fromValue(streams)}};
+        if (givesTokens) {
+            goodToken = QString("token-%1").arg(++m_tokens);
+            results.insert("restore_token", goodToken);
+        }
+        return results;
+    }
+    void respond(const QDBusMessage& call, uint response, const QVariantMap& results, Way way = Way::Well)
+    {
+        const QString handle = way == Way::OwnPath ? QString("%1/request/own").arg(kPath) : requestOf(call);
+        const QVariantList arguments =
+            way == Way::Nonsense ? QVariantList{"yes"} : QVariantList{response, results};
+        for (int times = way == Way::Twice ? 2 : 1; times > 0; --times)
+            tell(call.service(), handle, "org.freedesktop.portal.Request", "Response", arguments);
+    }
+    void onClose(const QDBusMessage& call)
+    {
+        if (call.interface() == "org.freedesktop.portal.Session" && call.path() == m_session)
+            --openSessions;
+        m_start = QDBusMessage();
+    }
+    QVariant remote() const
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, socket.toLocal8Bit().constData(), sizeof(address.sun_path));
+        const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        if (!socket.isEmpty() &&
+            ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+            qWarning() << "no PipeWire at" << socket;
+        const QDBusUnixFileDescriptor handle(descriptor); // a copy
+        ::close(descriptor);
+        return QVariant::fromValue(handle);
+    }
+
+    const PrivateBus& m_bus;
+    QString m_name;
+    QString m_client;
+    QString m_session;
+    QDBusMessage m_start;
+    int m_times = 0;
+    int m_tokens = 0;
+};
