@@ -1,0 +1,245 @@
+#pragma once
+
+#include <QDebug>
+#include <QImage>
+#include <QTransform>
+#include <array>
+#include <cstring>
+#include <functional>
+#include <pipewire/pipewire.h>
+#include <spa/debug/types.h>
+#include <spa/param/video/format-utils.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+/// A picture stream as a compositor publishes it into a media server; its picture is sent when somebody
+/// begins to read, when it is shown, and at a rate where one is set. Ends with this object. All operations
+/// may be called from any thread.
+class PipeWireSource
+{
+public:
+    struct Kind
+    {
+        uint32_t format = SPA_VIDEO_FORMAT_BGRx;
+        QSize size{640, 480}; ///< of the buffers
+        int stride = 0;       ///< bytes from row to row; 0 for no gap
+        bool tellsStride = true;
+        QRect crop;             ///< where in the buffers the picture is; the whole where empty
+        uint32_t transform = 0; ///< what a picture goes through on its way into them, spa_meta_videotransform
+        bool sendsAtStart = true;
+    };
+    /// Alters a frame that goes out.
+    using Spoil = std::function<void(spa_data&)>;
+
+    /// Takes `remote`, a connection to the server, over.
+    PipeWireSource(int remote, const Kind& kind)
+        : m_kind(kind)
+        , m_stride(kind.stride ? kind.stride : kind.size.width() * 4)
+    {
+        pw_init(nullptr, nullptr);
+        m_loop = pw_thread_loop_new("source", nullptr);
+        m_context = pw_context_new(pw_thread_loop_get_loop(m_loop), nullptr, 0);
+        m_timer = pw_loop_add_timer(pw_thread_loop_get_loop(m_loop), &onTimer, this);
+        pw_core* core = pw_context_connect_fd(m_context, remote, nullptr, 0);
+        pw_properties* properties =
+            pw_properties_new(PW_KEY_MEDIA_CLASS, "Video/Source", PW_KEY_NODE_NAME, "picture", nullptr);
+        m_stream = pw_stream_new(core, "picture", properties);
+        pw_stream_add_listener(m_stream, &m_listener, &kEvents, this);
+        std::array<uint8_t, 1024> memory{};
+        spa_pod_builder builder{};
+        spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
+        spa_rectangle size{uint32_t(kind.size.width()), uint32_t(kind.size.height())};
+        spa_fraction rate{0, 1};
+        const spa_pod* format = static_cast<spa_pod*>(spa_pod_builder_add_object(
+            &builder, SPA_TYPE_OBJECT_Format, SPA_PARAM_EnumFormat, SPA_FORMAT_mediaType,
+            SPA_POD_Id(SPA_MEDIA_TYPE_video), SPA_FORMAT_mediaSubtype, SPA_POD_Id(SPA_MEDIA_SUBTYPE_raw),
+            SPA_FORMAT_VIDEO_format, SPA_POD_Id(kind.format), SPA_FORMAT_VIDEO_size, SPA_POD_Rectangle(&size),
+            SPA_FORMAT_VIDEO_framerate, SPA_POD_Fraction(&rate)));
+        const auto flags = pw_stream_flags(PW_STREAM_FLAG_DRIVER | PW_STREAM_FLAG_ALLOC_BUFFERS);
+        pw_stream_connect(m_stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, &format, 1);
+        pw_thread_loop_start(m_loop);
+    }
+    ~PipeWireSource()
+    {
+        pw_thread_loop_stop(m_loop);
+        pw_stream_destroy(m_stream);
+        pw_context_destroy(m_context);
+        pw_thread_loop_destroy(m_loop);
+    }
+    Q_DISABLE_COPY(PipeWireSource)
+
+    /// The stream's number in the server; PW_ID_ANY until it has one.
+    uint32_t node() const
+    {
+        const Lock lock(m_loop);
+        return pw_stream_get_node_id(m_stream);
+    }
+    /// Whether somebody reads.
+    bool isRead() const
+    {
+        const Lock lock(m_loop);
+        return pw_stream_get_state(m_stream, nullptr) == PW_STREAM_STATE_STREAMING;
+    }
+    /// The picture as the user sees it, cropped and upright; it is stretched to its size.
+    void show(const QImage& picture, const Spoil& spoil = {})
+    {
+        const Lock lock(m_loop);
+        const int turns = int(m_kind.transform & 3);
+        QImage turned = picture.mirrored((m_kind.transform & 4) != 0, false);
+        turned = turned.transformed(QTransform().rotate(-90 * turns));
+        const QRect whole(QPoint(), m_kind.size);
+        const QRect crop = m_kind.crop.isEmpty() ? whole : m_kind.crop;
+        m_picture = QImage(m_kind.size, QImage::Format_RGB32);
+        m_picture.fill(Qt::magenta);
+        turned = turned.scaled(crop.size()).convertToFormat(QImage::Format_RGB32);
+        for (int y = 0; y < crop.height(); ++y)
+            std::memcpy(m_picture.scanLine(crop.y() + y) + size_t(crop.x()) * 4, turned.constScanLine(y),
+                        size_t(crop.width()) * 4);
+        ++m_pictureNumber;
+        send(spoil);
+    }
+    /// Sends the picture again and again; 0 to cease.
+    void setRate(int framesPerSecond)
+    {
+        const Lock lock(m_loop);
+        timespec interval{0, framesPerSecond ? 1000000000 / framesPerSecond : 0};
+        pw_loop_update_timer(pw_thread_loop_get_loop(m_loop), m_timer, &interval, &interval, false);
+    }
+    /// Frames that went out.
+    int sent() const
+    {
+        const Lock lock(m_loop);
+        return m_sent;
+    }
+
+private:
+    struct Lock
+    {
+        explicit Lock(pw_thread_loop* taken)
+            : loop(taken)
+        {
+            pw_thread_loop_lock(loop);
+        }
+        ~Lock() { pw_thread_loop_unlock(loop); }
+        Q_DISABLE_COPY(Lock)
+        pw_thread_loop* const loop;
+    };
+
+    static PipeWireSource& self(void* data) { return *static_cast<PipeWireSource*>(data); }
+    static void onTimer(void* data, uint64_t) { self(data).send({}); }
+    static void onState(void* data, pw_stream_state, pw_stream_state state, const char*)
+    {
+        if (state == PW_STREAM_STATE_STREAMING && self(data).m_kind.sendsAtStart)
+            self(data).send({});
+    }
+    static void onFormat(void* data, uint32_t id, const spa_pod* param)
+    {
+        if (param && id == SPA_PARAM_Format)
+            self(data).offerBuffers();
+    }
+    void offerBuffers()
+    {
+        std::array<uint8_t, 1024> memory{};
+        spa_pod_builder builder{};
+        spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
+        const auto meta = [&builder](spa_meta_type type, size_t size) {
+            return static_cast<const spa_pod*>(spa_pod_builder_add_object(
+                &builder, SPA_TYPE_OBJECT_ParamMeta, SPA_PARAM_Meta, SPA_PARAM_META_type, SPA_POD_Id(type),
+                SPA_PARAM_META_size, SPA_POD_Int(int(size))));
+        };
+        const spa_pod* params[] = {
+            static_cast<const spa_pod*>(spa_pod_builder_add_object(
+                &builder, SPA_TYPE_OBJECT_ParamBuffers, SPA_PARAM_Buffers, SPA_PARAM_BUFFERS_buffers,
+                SPA_POD_CHOICE_RANGE_Int(4, 2, 8), SPA_PARAM_BUFFERS_blocks, SPA_POD_Int(1),
+                SPA_PARAM_BUFFERS_size, SPA_POD_Int(bytes()), SPA_PARAM_BUFFERS_stride, SPA_POD_Int(m_stride),
+                SPA_PARAM_BUFFERS_dataType, SPA_POD_CHOICE_FLAGS_Int(1 << SPA_DATA_MemFd))),
+            meta(SPA_META_Header, sizeof(spa_meta_header)), meta(SPA_META_VideoCrop, sizeof(spa_meta_region)),
+            meta(SPA_META_VideoTransform, sizeof(spa_meta_videotransform))};
+        pw_stream_update_params(m_stream, params, 4);
+    }
+    static void onAddBuffer(void* data, pw_buffer* buffer)
+    {
+        spa_data& plane = buffer->buffer->datas[0];
+        const size_t bytes = size_t(self(data).bytes());
+        const int file = ::memfd_create("picture", MFD_CLOEXEC);
+        if (file < 0 || ::ftruncate(file, off_t(bytes)) != 0)
+            qFatal("no memory for pictures");
+        plane.type = SPA_DATA_MemFd;
+        plane.flags = SPA_DATA_FLAG_READWRITE;
+        plane.fd = file;
+        plane.mapoffset = 0;
+        plane.maxsize = uint32_t(bytes);
+        plane.data = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        buffer->user_data = nullptr;
+    }
+    static void onRemoveBuffer(void* data, pw_buffer* buffer)
+    {
+        const spa_data& plane = buffer->buffer->datas[0];
+        ::munmap(plane.data, size_t(self(data).bytes()));
+        ::close(int(plane.fd));
+    }
+
+    int bytes() const { return m_stride * m_kind.size.height(); }
+    void send(const Spoil& spoil)
+    {
+        if (m_picture.isNull() || pw_stream_get_state(m_stream, nullptr) != PW_STREAM_STATE_STREAMING)
+            return;
+        pw_buffer* buffer = pw_stream_dequeue_buffer(m_stream);
+        if (!buffer)
+            return;
+        spa_data& plane = buffer->buffer->datas[0];
+        if (buffer->user_data != reinterpret_cast<void*>(m_pictureNumber))
+            paint(static_cast<uchar*>(plane.data));
+        buffer->user_data = reinterpret_cast<void*>(m_pictureNumber);
+        *plane.chunk = {0, uint32_t(bytes()), m_kind.tellsStride ? m_stride : 0, 0};
+        tellPlace(*buffer->buffer);
+        if (spoil)
+            spoil(plane);
+        pw_stream_queue_buffer(m_stream, buffer);
+        ++m_sent;
+    }
+    void tellPlace(spa_buffer& buffer)
+    {
+        const QRect& crop = m_kind.crop;
+        if (auto* meta = spa_buffer_find_meta(&buffer, SPA_META_VideoCrop))
+            static_cast<spa_meta_region*>(meta->data)->region = {
+                {crop.x(), crop.y()}, {uint32_t(crop.width()), uint32_t(crop.height())}};
+        if (auto* meta = spa_buffer_find_meta(&buffer, SPA_META_VideoTransform))
+            static_cast<spa_meta_videotransform*>(meta->data)->transform = m_kind.transform;
+    }
+    void paint(uchar* to) const
+    {
+        // The format's name tells the bytes in their order.
+        const QByteArray bytes(spa_debug_type_find_short_name(spa_type_video_format, m_kind.format));
+        const int red = bytes.indexOf('R'), green = bytes.indexOf('G'), blue = bytes.indexOf('B');
+        for (int y = 0; y < m_kind.size.height(); ++y, to += m_stride) {
+            const auto* row = reinterpret_cast<const QRgb*>(m_picture.constScanLine(y));
+            for (int x = 0; x < m_kind.size.width(); ++x) {
+                to[x * 4 + red] = uchar(qRed(row[x]));
+                to[x * 4 + green] = uchar(qGreen(row[x]));
+                to[x * 4 + blue] = uchar(qBlue(row[x]));
+            }
+        }
+    }
+
+    static constexpr pw_stream_events kEvents = [] {
+        pw_stream_events events{};
+        events.version = PW_VERSION_STREAM_EVENTS;
+        events.state_changed = &onState;
+        events.param_changed = &onFormat;
+        events.add_buffer = &onAddBuffer;
+        events.remove_buffer = &onRemoveBuffer;
+        return events;
+    }();
+
+    const Kind m_kind;
+    const int m_stride;
+    pw_thread_loop* m_loop = nullptr;
+    pw_context* m_context = nullptr;
+    pw_stream* m_stream = nullptr;
+    spa_source* m_timer = nullptr;
+    spa_hook m_listener{};
+    QImage m_picture; ///< as it stands in a buffer
+    uintptr_t m_pictureNumber = 0;
+    int m_sent = 0;
+};
