@@ -6,6 +6,7 @@
 #include "support/capture/X11Grabber.h"
 
 #include <QtTest>
+#include <thread>
 
 namespace {
 constexpr int kPatienceMs = 15000;
@@ -47,6 +48,46 @@ public:
     {
         return qstrcmp(context, "DeskDuplManager") == 0 ? "SCREEN %1 %2 %3" : QString();
     }
+};
+
+/// A desktop whose user is asked first. Waits for an event only: what comes by the clock comes never.
+class AskedGrabber : public ScreenGrabber
+{
+public:
+    bool open() override { return m_isOpen = m_trouble == SourceTrouble::None; }
+    void close() override { m_isOpen = false; }
+    bool isOpen() const override { return m_isOpen; }
+    CaptureSources sources() override { return {{"portal:1", "Screen", QRect(0, 0, 64, 48)}}; }
+    bool takeSourcesChanged() override { return m_changed.exchange(false); }
+    Result grab(const CaptureSource&, QSize, bool, cv::Mat&) override { return Result::Unchanged; }
+    void wait(std::chrono::microseconds) override { m_wakeUps.acquire(); }
+    void wake() override { m_wakeUps.release(); }
+    void abort() override {}
+    void request(SourceRequest request) override
+    {
+        onMainThread = onMainThread && QThread::currentThread() == qApp->thread();
+        requests += request;
+        if (m_trouble == SourceTrouble::NotAsked)
+            become(SourceTrouble::Asking);
+    }
+    SourceTrouble trouble() const override { return m_trouble; }
+
+    void become(SourceTrouble trouble)
+    {
+        m_trouble = trouble;
+        m_isOpen = false;
+        m_changed = true;
+        wake();
+    }
+
+    QList<SourceRequest> requests;
+    bool onMainThread = true;
+
+private:
+    std::atomic<bool> m_isOpen{false};
+    std::atomic<bool> m_changed{false};
+    std::atomic<SourceTrouble> m_trouble{SourceTrouble::NotAsked};
+    QSemaphore m_wakeUps;
 };
 
 /// An X server with a capture of its only screen.
@@ -210,6 +251,51 @@ private slots:
         VirtualDisplay shallow(kScreen, 16);
         QVERIFY(shallow.start());
         QVERIFY(DeskDuplManager({modeOn(shallow)}).allCapturer().isEmpty());
+    }
+
+    void tellsWhyThereIsNothingAndOpensAtOnceWhenThereIs()
+    {
+        QCOMPARE(DeskDuplManager({[] { return nullptr; }}).sourceTrouble(), SourceTrouble::NoDisplay);
+        const auto grabber = std::make_shared<AskedGrabber>();
+        DeskDuplManager manager({[grabber] { return grabber; }});
+        QList<SourceTrouble> heard;
+        connect(&manager, &DeskDuplManager::capturersChanged, &manager, [&] {
+            heard += manager.sourceTrouble();
+            QCOMPARE(manager.allCapturer().isEmpty(), heard.last() != SourceTrouble::None);
+        });
+        QCOMPARE(manager.sourceTrouble(), SourceTrouble::NotAsked);
+        std::thread([&] { manager.requestSources(SourceRequest::Needed); }).join();
+        QList<SourceTrouble> expected{SourceTrouble::Asking};
+        QTRY_COMPARE_WITH_TIMEOUT(heard, expected, kPatienceMs);
+        for (const auto trouble : {SourceTrouble::Refused, SourceTrouble::None, SourceTrouble::Withdrawn,
+                                   SourceTrouble::Lost, SourceTrouble::None}) {
+            grabber->become(trouble);
+            expected += trouble;
+            QTRY_COMPARE_WITH_TIMEOUT(heard, expected, kPatienceMs);
+        }
+        QVERIFY(grabber->requests == QList<SourceRequest>{SourceRequest::Needed} && grabber->onMainThread);
+    }
+
+    void anEffectInNeedIsNotForgottenInAnotherMode()
+    {
+        DeskCaptureOption option(2);
+        const auto grabber = std::make_shared<AskedGrabber>();
+        DeskDuplManager manager({[] { return nullptr; }, [grabber] { return grabber; }});
+        const auto switchOverAndBack = [&] {
+            option.setCurMode(1);
+            option.setCurMode(0);
+            return grabber->requests.size();
+        };
+        QCOMPARE(switchOverAndBack(), 0); // nobody wants a picture
+        manager.requestSources(SourceRequest::Needed);
+        QCOMPARE(switchOverAndBack(), 1);
+        option.setCurMode(1);
+        grabber->become(SourceTrouble::None);
+        QTRY_COMPARE_WITH_TIMEOUT(manager.allCapturer().size(), 1, kPatienceMs);
+        QVERIFY(manager.acquireCapturer("portal:1"));
+        manager.releaseCapturer("portal:1");
+        const int before = grabber->requests.size();
+        QCOMPARE(switchOverAndBack(), before);
     }
 
     void switchesTheModeWhileCapturesAreHeld()

@@ -62,6 +62,17 @@ CaptureSources CaptureThread::sources() const
     return m_sources;
 }
 
+SourceTrouble CaptureThread::trouble() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_trouble;
+}
+
+void CaptureThread::request(SourceRequest request)
+{
+    m_grabber->request(request);
+}
+
 void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
 {
     capture->setGrabber(m_grabber);
@@ -87,15 +98,13 @@ void CaptureThread::run()
     qint64 nextLookUs = 0;
     while (!m_stop) {
         const qint64 now = DeskCapture::nowUs();
-        bool shouldLook = now >= nextLookUs;
-        if (m_grabber->isOpen())
-            shouldLook = m_grabber->takeSourcesChanged() || shouldLook;
-        else if (shouldLook)
-            shouldLook = openGrabber();
+        const bool shouldLook = m_grabber->takeSourcesChanged() || now >= nextLookUs;
         if (now >= nextLookUs)
             nextLookUs = now + kLookUs;
-        if (m_grabber->isOpen() && shouldLook)
+        if (shouldLook && (m_grabber->isOpen() || openGrabber()))
             look();
+        else if (shouldLook)
+            setSources({}); // the reason may be another
         if (m_firstLook.available() == 0)
             m_firstLook.release();
 
@@ -141,11 +150,13 @@ void CaptureThread::look()
 
 void CaptureThread::setSources(const CaptureSources& sources)
 {
+    const SourceTrouble trouble = sources.isEmpty() ? m_grabber->trouble() : SourceTrouble::None;
     {
         const std::lock_guard lock(m_mutex);
-        if (sources == m_sources)
+        if (sources == m_sources && trouble == m_trouble)
             return;
         m_sources = sources;
+        m_trouble = trouble;
         for (const QSharedPointer<DeskCapture>& capture : qAsConst(m_captures))
             tell(*capture, sources);
     }

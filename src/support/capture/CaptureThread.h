@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/capture/CaptureSource.h"
+#include "support/capture/SourceTrouble.h"
 
 #include <QSemaphore>
 #include <QSharedPointer>
@@ -27,11 +28,15 @@ public:
     void begin();
 
     CaptureSources sources() const;
+    /// What is the matter while there are none.
+    SourceTrouble trouble() const;
+    /// Main thread. Passed on to the grabber.
+    void request(SourceRequest request);
     void attach(const QSharedPointer<DeskCapture>& capture);
     void detach(const QSharedPointer<DeskCapture>& capture);
 
 signals:
-    /// From this thread.
+    /// From this thread; also when only the trouble is another.
     void sourcesChanged();
 
 protected:
@@ -53,5 +58,6 @@ private:
     QSemaphore m_firstLook;
     mutable std::mutex m_mutex; // guards what follows
     CaptureSources m_sources;
+    SourceTrouble m_trouble = SourceTrouble::None;
     QList<QSharedPointer<DeskCapture>> m_captures;
 };

@@ -32,6 +32,7 @@ DeskDuplManager::DeskDuplManager(const QList<CaptureMode>& modes, QObject* paren
         option = new DeskCaptureOption(modes.size(), this);
     startThread(option->curMode());
     m_sources = currentSources();
+    m_trouble = currentTrouble();
     connect(option, &DeskCaptureOption::curModeChanged, this, &DeskDuplManager::onCurModeChanged);
     if (qApp)
         qApp->installEventFilter(this);
@@ -66,6 +67,7 @@ QSharedPointer<IDeskCapture> DeskDuplManager::acquireCapturer(QString id)
             m_thread->attach(shared.capture);
     }
     ++shared.users;
+    m_isNeeded = true;
     return shared.capture;
 }
 
@@ -82,6 +84,7 @@ void DeskDuplManager::releaseCapturer(QString id)
     if (m_thread)
         m_thread->detach(it->capture);
     m_shared.erase(it);
+    m_isNeeded = !m_shared.isEmpty();
 }
 
 QString DeskDuplManager::capturerDesc(QString id)
@@ -92,6 +95,24 @@ QString DeskDuplManager::capturerDesc(QString id)
         return QString();
     const QString text = source->primary ? tr("%1 (%2 × %3, 主屏幕)") : tr("%1 (%2 × %3)");
     return text.arg(source->name).arg(source->geometry.width()).arg(source->geometry.height());
+}
+
+void DeskDuplManager::requestSources(SourceRequest request)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isNeeded = true;
+    }
+    QMetaObject::invokeMethod(this, [this, request] {
+        if (m_thread)
+            m_thread->request(request);
+    });
+}
+
+SourceTrouble DeskDuplManager::sourceTrouble()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_trouble;
 }
 
 bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
@@ -105,13 +126,15 @@ bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
 void DeskDuplManager::onSourcesChanged()
 {
     const CaptureSources found = currentSources();
+    const SourceTrouble trouble = currentTrouble();
     QStringList before;
     bool changed = false;
     {
         const std::lock_guard lock(m_mutex);
         before = idsOf(m_sources);
-        changed = m_sources != found;
+        changed = m_sources != found || m_trouble != trouble;
         m_sources = found;
+        m_trouble = trouble;
     }
     const QStringList after = idsOf(found);
     // The list is new before anybody hears of it: who lost a source asks for the default at once.
@@ -129,6 +152,7 @@ void DeskDuplManager::onSourcesChanged()
 
 void DeskDuplManager::onCurModeChanged(int mode)
 {
+    bool isNeeded = false;
     {
         const std::lock_guard lock(m_mutex);
         startThread(mode);
@@ -136,8 +160,11 @@ void DeskDuplManager::onCurModeChanged(int mode)
             if (m_thread)
                 m_thread->attach(shared.capture);
         }
+        isNeeded = m_isNeeded;
     }
     onSourcesChanged();
+    if (isNeeded)
+        requestSources(SourceRequest::Shown); // by the user, who is there
 }
 
 void DeskDuplManager::startThread(int mode)
@@ -157,4 +184,9 @@ void DeskDuplManager::startThread(int mode)
 CaptureSources DeskDuplManager::currentSources() const
 {
     return m_thread ? m_thread->sources() : CaptureSources();
+}
+
+SourceTrouble DeskDuplManager::currentTrouble() const
+{
+    return m_thread ? m_thread->trouble() : SourceTrouble::NoDisplay;
 }

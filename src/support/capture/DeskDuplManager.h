@@ -44,6 +44,8 @@ public:
     QSharedPointer<IDeskCapture> acquireCapturer(QString id) override;
     void releaseCapturer(QString id) override;
     QString capturerDesc(QString id) override;
+    void requestSources(SourceRequest request) override;
+    SourceTrouble sourceTrouble() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -60,10 +62,13 @@ private:
 
     void startThread(int mode);
     CaptureSources currentSources() const;
+    SourceTrouble currentTrouble() const;
 
     const QList<CaptureMode> m_modes;
     std::unique_ptr<CaptureThread> m_thread; ///< null where there is nothing to read
     std::mutex m_mutex;                      // guards what follows, and m_thread outside the main thread
     CaptureSources m_sources;
+    SourceTrouble m_trouble = SourceTrouble::None;
+    bool m_isNeeded = false; ///< somebody has asked for sources or holds one, and not all were given back
     QHash<QString, Shared> m_shared;
 };

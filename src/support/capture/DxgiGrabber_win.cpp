@@ -111,7 +111,7 @@ CaptureSources DxgiGrabber::sources()
 
 bool DxgiGrabber::takeSourcesChanged()
 {
-    const bool changed = d->sourcesChanged || !d->factory->IsCurrent();
+    const bool changed = d->sourcesChanged || (d->factory && !d->factory->IsCurrent());
     d->sourcesChanged = false;
     return changed;
 }
