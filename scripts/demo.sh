@@ -100,7 +100,7 @@ start_virtual_screen() {
     [ -s "$work/display" ] || { cat "$work/xvfb.log" >&2; fail "no virtual screen"; }
     DISPLAY=":$(<"$work/display")"
     export DISPLAY
-    unset WAYLAND_DISPLAY
+    unset WAYLAND_DISPLAY XDG_SESSION_TYPE
     export QT_QPA_PLATFORM=xcb
     # The virtual screen has no part in the user's desktop session.
     export DBUS_SESSION_BUS_ADDRESS="unix:path=$work/run/no-bus"

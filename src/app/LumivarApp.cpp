@@ -1,6 +1,5 @@
 #include "app/LumivarApp.h"
 
-#include "support/capture/CaptureModes.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/log/Loggers.h"
@@ -29,7 +28,6 @@ bool isAppFlag(const char* property)
 
 LumivarApp::LumivarApp(QObject* parent)
     : QObject(parent)
-    , m_captureOption(captureModes().size())
     , m_deviceManager(this, nullptr)
     , m_sysTray(m_mainWindow)
     , m_feedbackErrand(m_feedbackManager, m_netManager, m_mainWindow)

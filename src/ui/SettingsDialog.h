@@ -64,6 +64,7 @@ private:
     void fillPageBar();
     void fillLanguages();
     void fillCaptureModes();
+    QString captureModeText() const;
     void explainRows();
     /// One box at a time; it goes with the dialog.
     QMessageBox* makeBox(QMessageBox::Icon icon, const QString& title, const QString& text,

@@ -1,4 +1,5 @@
 // What the dialog says, in the language of the moment.
+#include "support/capture/DeskCaptureOption.h"
 #include "ui/Languagemanager.h"
 #include "ui/SettingsDialog.h"
 
@@ -29,7 +30,9 @@ QString nameOf(const QString& language)
 
 QString richText(const QString& plain)
 {
-    return QStringLiteral("<qt>%1</qt>").arg(plain.toHtmlEscaped()); // only this kind wraps in a tool tip
+    QString lines = plain.toHtmlEscaped();
+    lines.replace(u'\n', QLatin1String("<br>"));
+    return QStringLiteral("<qt>%1</qt>").arg(lines); // only this kind wraps in a tool tip
 }
 
 } // namespace
@@ -71,6 +74,15 @@ void SettingsDialog::fillCaptureModes()
         modes->setItemText(i, tr("模式 %1").replace(QLatin1String("%1"), QString::number(i + 1)));
 }
 
+QString SettingsDialog::captureModeText() const
+{
+    QString text = tr("读取屏幕画面的方式。画面不正常时可以换一种。");
+    const DeskCaptureOption* option = DeskCaptureOption::current();
+    for (int i = 0; option && i < option->totalOfMode(); ++i)
+        text += u'\n' + tr("%1：%2").arg(ui->screenCaptureModeComboBox->itemText(i), option->modeDesc(i));
+    return text;
+}
+
 void SettingsDialog::explainRows()
 {
     const auto explain = [](QWidget* row, QWidget* control, const QString& text) {
@@ -86,8 +98,7 @@ void SettingsDialog::explainRows()
     explain(ui->btnDefaultSettings, ui->btnDefaultSettings,
             tr("删除所有设置，下次启动时生效。执行前会先询问。"));
     explain(ui->closeBtnActRow, ui->closeBtnActCbx, tr("选中后，关闭主窗口时灯光继续工作，程序留在托盘中。"));
-    explain(ui->screenCaptureModeView, ui->screenCaptureModeComboBox,
-            tr("读取屏幕画面的方式。画面不正常时可以换一种。"));
+    explain(ui->screenCaptureModeView, ui->screenCaptureModeComboBox, captureModeText());
     explain(ui->advancedModeRow, ui->screenSyncAdvanedModeCBX,
             tr("显示同屏模式的更多选项，部分在重新启动后生效。"));
     explain(ui->gamaRow, ui->gamaSliderBar, tr("数值越小灯光越亮，越大灯光越暗，1.00为原样。"));

@@ -18,7 +18,7 @@ const QColor kBlue(20, 60, 230);
 CaptureMode modeOn(const VirtualDisplay& display)
 {
     const QByteArray name = display.name();
-    return [name] { return std::make_shared<X11Grabber>(name); };
+    return {{}, [name] { return std::make_shared<X11Grabber>(name); }};
 }
 
 /// The pixel at the given part of the frame, as the effects read it; invalid without a frame.
@@ -89,6 +89,13 @@ private:
     std::atomic<SourceTrouble> m_trouble{SourceTrouble::NotAsked};
     QSemaphore m_wakeUps;
 };
+
+const CaptureMode kNone{{}, [] { return nullptr; }};
+
+CaptureMode asked(const std::shared_ptr<AskedGrabber>& grabber)
+{
+    return {"portal", [grabber] { return grabber; }, false, "", "portal:"};
+}
 
 /// An X server with a capture of its only screen.
 struct CapturedScreen
@@ -255,9 +262,9 @@ private slots:
 
     void tellsWhyThereIsNothingAndOpensAtOnceWhenThereIs()
     {
-        QCOMPARE(DeskDuplManager({[] { return nullptr; }}).sourceTrouble(), SourceTrouble::NoDisplay);
+        QCOMPARE(DeskDuplManager({kNone}).sourceTrouble(), SourceTrouble::NoDisplay);
         const auto grabber = std::make_shared<AskedGrabber>();
-        DeskDuplManager manager({[grabber] { return grabber; }});
+        DeskDuplManager manager({asked(grabber)});
         QList<SourceTrouble> heard;
         connect(&manager, &DeskDuplManager::capturersChanged, &manager, [&] {
             heard += manager.sourceTrouble();
@@ -278,9 +285,10 @@ private slots:
 
     void anEffectInNeedIsNotForgottenInAnotherMode()
     {
-        DeskCaptureOption option(2);
         const auto grabber = std::make_shared<AskedGrabber>();
-        DeskDuplManager manager({[] { return nullptr; }, [grabber] { return grabber; }});
+        const QList<CaptureMode> modes{kNone, asked(grabber)};
+        DeskCaptureOption option(modes);
+        DeskDuplManager manager(modes);
         const auto switchOverAndBack = [&] {
             option.setCurMode(1);
             option.setCurMode(0);
@@ -305,9 +313,10 @@ private slots:
         QVERIFY(one.start() && other.start());
         ScreenPainter(one.name()).fill(kWhole, kBlue);
         ScreenPainter(other.name()).fill(QRect(0, 0, 800, 600), kOrange);
-        DeskCaptureOption option(2); // chosen before there is anything to capture
+        const QList<CaptureMode> modes{modeOn(one), modeOn(other)};
+        DeskCaptureOption option(modes); // chosen before there is anything to capture
         option.setCurMode(1);
-        DeskDuplManager manager({modeOn(one), modeOn(other)});
+        DeskDuplManager manager(modes);
         const auto capture = manager.acquireCapturer(manager.defaultCapturer());
         QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*capture), kOrange, kPatienceMs);
         option.setCurMode(5);

@@ -29,7 +29,8 @@ public:
         environment.insert("LUMIVAR_SERIAL_PORTS", portsFile());
         environment.insert("LUMIVAR_LOG_TO_CONSOLE", "1");
         // It is the whole product, with what it ships.
-        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "LUMIVAR_DEFAULTS"})
+        for (const char* name :
+             {"DISPLAY", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "QT_QPA_PLATFORM", "LUMIVAR_DEFAULTS"})
             environment.remove(name);
     }
 

@@ -181,15 +181,39 @@ private slots:
     void captureModeIsOfferedWhereThereIsSomethingToCapture()
     {
         QVERIFY(!part(OpenDialog(), "screenCaptureModeView")->isVisible());
-        auto option = std::make_unique<DeskCaptureOption>(3);
+        const QList<CaptureMode> modes{{"x11", {}, false, "first"}, {"portal", {}, true}, {"other"}};
+        auto option = std::make_unique<DeskCaptureOption>(modes);
         option->setCurMode(2);
         const OpenDialog dialog;
         auto* box = part<QComboBox>(dialog, "screenCaptureModeComboBox");
         QVERIFY(box->isVisible() && box->count() == 3 && box->currentText() == "模式 3");
+        for (const char* spoken : {"模式 1：first", "模式 3：", "画面不正常时"})
+            QVERIFY(box->accessibleDescription().contains(spoken));
         box->setCurrentIndex(0);
         QCOMPARE(option->curMode(), 0);
         option.reset(); // the engine goes first at the end
         box->setCurrentIndex(1);
+    }
+
+    void captureModeIsTheSessionsOwnUntilTheUserChooses()
+    {
+        const auto modes = [](const char* own) {
+            return QList<CaptureMode>{{"x11", {}, !strcmp(own, "x11")},
+                                      {"portal", {}, !strcmp(own, "portal")}};
+        };
+        const auto startsWith = [&](const char* own) { return DeskCaptureOption(modes(own)).curMode(); };
+        QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1 && startsWith("") == 0);
+        for (const char* own : {"x11", "portal"}) {
+            const int other = 1 - startsWith(own);
+            DeskCaptureOption(modes(own)).setCurMode(other);
+            QCOMPARE(config()->appConfig("runtime.captureMode").toString(), modes(own).at(other).name);
+            QVERIFY(startsWith("x11") == other && startsWith("portal") == other);
+            DeskCaptureOption(modes(own)).setCurMode(1 - other); // back: no choice any more
+            QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1);
+        }
+        config()->setAppConfig("runtime.captureMode", "of another system");
+        QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1);
+        QCOMPARE(config()->appConfig("runtime.captureMode"), QJsonValue("of another system"));
     }
 
     void folderIsOpenedAndResetIsAskedForAndQuits()
@@ -216,7 +240,7 @@ private slots:
 
     void openDialogFollowsEveryLanguageFitsAndIsReachedByKeys()
     {
-        const DeskCaptureOption modes(1);
+        const DeskCaptureOption modes;
         config()->setAppConfig("runtime.closeButtonAction", "Quit the application");
         MainWindow window; // has the style
         window.move(5000, 300);

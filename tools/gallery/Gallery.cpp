@@ -240,7 +240,7 @@ void Gallery::showHotkeys()
 
 void Gallery::showSettings()
 {
-    const DeskCaptureOption captureModes(2);
+    const DeskCaptureOption captureModes;
     qApp->setProperty("isAdvanced", true);
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::kCloseButtonAction.key,
                                                    ConfigKeys::kCloseMinimizes);

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Liest den X11-Desktop direkt. In einer Wayland-Sitzung sind so nur manche Programme zu sehen.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>Der Desktop gibt sein Bild weiter und fragt beim ersten Mal nach Ihrer Zustimmung.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Liest den Desktop direkt vom System.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Möchten Sie die Datei ersetzen?</translation>
     <message>
         <source>开机时自动启动</source>
         <translation>Mit dem System starten</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

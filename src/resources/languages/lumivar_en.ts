@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Reads the X11 desktop directly. In a Wayland session it sees only some programs.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>The desktop hands its picture over, and asks for your consent the first time.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Reads the desktop from the system directly.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Do you want to replace it?</translation>
     <message>
         <source>选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。</source>
         <translation>When ticked, the button of any device acts on all devices, else on its own device only.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Lee el escritorio X11 directamente. En una sesión de Wayland solo ve algunos programas.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>El escritorio entrega su imagen y la primera vez pide su consentimiento.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Lee el escritorio directamente del sistema.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Do you want to replace it?</source>
     <message>
         <source>启用高阶模式</source>
         <translation>Activar el modo avanzado</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

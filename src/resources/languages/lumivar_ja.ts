@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>X11 のデスクトップを直接読み取ります。Wayland のセッションでは一部のプログラムしか見えません。</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>デスクトップが画面の映像を渡します。初回は同意を求められます。</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>システムからデスクトップを直接読み取ります。</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Do you want to replace it?</source>
     <message>
         <source>数值越小灯光越亮，越大灯光越暗，1.00为原样。</source>
         <translation>値が小さいほど明るく、大きいほど暗くなります。1.00で変化なしです。</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1：%2</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>X11 데스크톱을 직접 읽습니다. Wayland 세션에서는 일부 프로그램만 보입니다.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>데스크톱이 화면 영상을 넘겨줍니다. 처음 사용할 때 동의를 요청합니다.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>시스템에서 데스크톱을 직접 읽습니다.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Do you want to replace it?</source>
     <message>
         <source>设置灯光gama值，注意这会影响所有灯带设备。</source>
         <translation>빛의 감마 값입니다. 모든 LED 스트립에 적용됩니다.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Lê a área de trabalho X11 diretamente. Em uma sessão Wayland, só vê alguns programas.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>A área de trabalho entrega a sua imagem e, na primeira vez, pede o seu consentimento.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Lê a área de trabalho diretamente do sistema.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Deseja substituí-lo?</translation>
     <message>
         <source>选中后，关闭主窗口时灯光继续工作，程序留在托盘中。</source>
         <translation>Se marcado, ao fechar a janela principal as luzes continuam e o programa fica na bandeja.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Читает рабочий стол X11 напрямую. В сеансе Wayland видны лишь некоторые программы.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>Рабочий стол сам передаёт изображение и в первый раз спрашивает вашего согласия.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Читает рабочий стол напрямую из системы.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Do you want to replace it?</source>
     <message>
         <source>间断性保存屏幕捕获器中抓取的快照。</source>
         <translation>Время от времени сохраняет снимок захваченного экрана.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

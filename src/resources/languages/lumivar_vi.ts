@@ -9,6 +9,21 @@
     </message>
 </context>
 <context>
+    <name>CaptureMode</name>
+    <message>
+        <source>直接读取 X11 桌面。在 Wayland 会话中只能看到部分程序。</source>
+        <translation>Đọc trực tiếp màn hình nền X11. Trong phiên Wayland chỉ thấy được một số chương trình.</translation>
+    </message>
+    <message>
+        <source>由桌面转交画面，首次使用时会征求您的同意。</source>
+        <translation>Màn hình nền chuyển hình ảnh của nó và hỏi sự đồng ý của bạn trong lần đầu.</translation>
+    </message>
+    <message>
+        <source>直接读取系统的桌面画面。</source>
+        <translation>Đọc màn hình nền trực tiếp từ hệ thống.</translation>
+    </message>
+</context>
+<context>
     <name>ControlPage</name>
     <message>
         <source>控制方式</source>
@@ -1354,6 +1369,10 @@ Bạn có muốn thay thế không?</translation>
     <message>
         <source>保存设置和日志的文件夹。</source>
         <translation>Thư mục chứa cài đặt và nhật ký.</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

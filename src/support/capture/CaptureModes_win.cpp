@@ -4,5 +4,6 @@
 
 QList<CaptureMode> captureModes()
 {
-    return {[] { return std::make_shared<DxgiGrabber>(); }};
+    return {{QStringLiteral("dxgi"), [] { return std::make_shared<DxgiGrabber>(); }, true,
+             QT_TRANSLATE_NOOP("CaptureMode", "直接读取系统的桌面画面。")}};
 }

@@ -29,7 +29,7 @@ DeskDuplManager::DeskDuplManager(const QList<CaptureMode>& modes, QObject* paren
 {
     const DeskCaptureOption* option = DeskCaptureOption::current();
     if (!option)
-        option = new DeskCaptureOption(modes.size(), this);
+        option = new DeskCaptureOption(modes, this);
     startThread(option->curMode());
     m_sources = currentSources();
     m_trouble = currentTrouble();
@@ -170,7 +170,8 @@ void DeskDuplManager::onCurModeChanged(int mode)
 void DeskDuplManager::startThread(int mode)
 {
     m_thread.reset();
-    const std::shared_ptr<ScreenGrabber> grabber = mode < m_modes.size() ? m_modes[mode]() : nullptr;
+    const std::shared_ptr<ScreenGrabber> grabber =
+        mode < m_modes.size() ? m_modes.at(mode).create() : nullptr;
     if (!grabber) {
         qWarning() << "[DeskDuplManager]: There is no display to capture from";
         return;
