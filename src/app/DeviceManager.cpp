@@ -16,6 +16,8 @@
 #include <QMessageBox>
 #include <QPluginLoader>
 
+#include <algorithm>
+
 namespace {
 
 constexpr uint32_t kWorking = 0;
@@ -34,6 +36,7 @@ DeviceManager::DeviceManager(LumivarApp*, QObject* parent)
 {
     qRegisterMetaType<AbsRGBControllerPtr>("QSharedPointer<AbsRGBController>");
     qRegisterMetaType<AbsRGBControllerPtr>("AbsRGBControllerPtr");
+    qRegisterMetaType<PortFindings>("PortFindings");
     loadExternalDeviceEnumerators();
     createBuiltInEnumerators();
 }
@@ -119,27 +122,36 @@ void DeviceManager::addEnumerator(const QString& key, const QSharedPointer<IDevi
 {
     connect(enumerator.data(), &IDeviceEnumerator::deviceEnabled, this, &DeviceManager::addController,
             Qt::QueuedConnection);
-    connect(enumerator.data(), &IDeviceEnumerator::portRefused, this,
-            [this](const QString& portName, const QString& group) {
-                m_refusedPorts.insert(portName, group);
-                emit noticeChanged();
+    connect(enumerator.data(), &IDeviceEnumerator::findingsChanged, this,
+            [this, key](const PortFindings& findings) {
+                m_findings.insert(key, findings);
+                emit findingsChanged();
             });
-    connect(enumerator.data(), &IDeviceEnumerator::portFreed, this, [this](const QString& portName) {
-        if (m_refusedPorts.remove(portName) > 0)
-            emit noticeChanged();
-    });
     m_enumerators.insert(key, enumerator);
 }
 
-QString DeviceManager::notice() const
+PortFindings DeviceManager::findings() const
 {
-    QStringList lines;
-    for (auto port = m_refusedPorts.begin(); port != m_refusedPorts.end(); ++port) {
-        lines += port->isEmpty() ? tr("无法打开灯带接口 %1，可能正被其他程序使用。").arg(port.key())
-                                 : tr("没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。")
-                                       .arg(port.key(), *port);
+    PortFindings all;
+    for (const PortFindings& findings : m_findings)
+        all += findings;
+    // Of a model that is not known the count of LEDs is what was missing most.
+    const auto isSettled = [this](const PortFinding& finding) {
+        return finding.kind == PortFinding::Kind::UnknownModel &&
+               std::any_of(m_controllers.begin(), m_controllers.end(), [&](const AbsRGBControllerPtr& each) {
+                   return each->options().portName == finding.port && each->options().nbLeds > 1;
+               });
+    };
+    all.erase(std::remove_if(all.begin(), all.end(), isSettled), all.end());
+    return all;
+}
+
+void DeviceManager::lookAgain()
+{
+    for (const auto& enumerator : qAsConst(m_enumerators)) {
+        if (const auto strips = enumerator.objectCast<LVControllerEnumerator>())
+            strips->lookAgain();
     }
-    return lines.join(QLatin1Char('\n'));
 }
 
 void DeviceManager::addController(AbsRGBControllerPtr controller)

@@ -38,9 +38,10 @@ public:
     const ControlOptions& controlOptions(const QString& id) const;
     QList<QString> controllerIds() const;
     EffectsManager& effects() { return m_effects; }
-    /// What keeps devices from being found and what to do about it, in the user's language; empty when
-    /// nothing does.
-    QString notice() const;
+    /// What keeps devices from being found, or is missing about those that are.
+    PortFindings findings() const;
+    /// Tries the ports that failed once more, because something has changed.
+    void lookAgain();
 
     /// Forgets the device and emits controllerFailed; nothing happens for an unknown id.
     void removeController(const QString& id);
@@ -54,7 +55,7 @@ public:
 signals:
     void newController(QString ctlName);
     void controllerFailed(QString ctlName);
-    void noticeChanged();
+    void findingsChanged();
     /// A property that the bound effect changed by itself.
     void effectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val);
 
@@ -83,7 +84,7 @@ private:
     QHash<QString, AbsRGBControllerPtr> m_controllers;
     QHash<QString, QSharedPointer<IDeviceEnumerator>> m_enumerators;
     QHash<QString, LedCountSession*> m_countSessions; ///< by device, while its user is asked
-    QMap<QString, QString> m_refusedPorts;            ///< and the user group that may open them
+    QMap<QString, PortFindings> m_findings;           ///< by enumerator
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
 };

@@ -7,6 +7,7 @@
 #include "support/capture/DeskCaptureOption.h"
 #include "support/net/FeedbackManager.h"
 #include "support/net/NetRCManager.h"
+#include "system/AccessGrant.h"
 #include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
@@ -104,6 +105,8 @@ private:
     void onOptWidActived();
     void showNotice();
     void showNotices();
+    void showFindings();
+    void onAccessGrantChanged();
     void onEffectPropertyChanged(const QString& ctl, const QString& effect, const QString& key,
                                  const QJsonValue& val);
 
@@ -156,6 +159,7 @@ private:
     LVSysTray m_sysTray;
     FeedbackErrand m_feedbackErrand;
     QSharedPointer<HelpDialogViewModel> m_helpViewModel;
+    AccessGrant m_accessGrant;
     QPointer<SettingsDialog> m_settingsDialog; ///< the open one; the window's child, as the next
     QPointer<HelpDialog> m_helpDialog;
     bool m_allStrapOn = true;                    ///< last asked for by the switch for all devices

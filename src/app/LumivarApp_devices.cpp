@@ -60,6 +60,7 @@ void LumivarApp::refreshHomePage()
         devices.insert(id, device);
     }
     m_mainWindow.homePage()->setControllerList(devices);
+    showFindings();
 }
 
 void LumivarApp::onControllerFailed(QString ctlName)

@@ -1,4 +1,5 @@
 // What the window's signals lead to.
+#include "app/FindingTexts.h"
 #include "app/LumivarApp.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -6,6 +7,8 @@
 #include "ui/Languagemanager.h"
 
 #include <QDebug>
+
+#include <algorithm>
 
 void LumivarApp::makeMainWindow()
 {
@@ -21,7 +24,9 @@ void LumivarApp::makeMainWindow()
     connectControlPage();
     connect(&m_deviceManager, &DeviceManager::effectPropertyChanged, this,
             &LumivarApp::onEffectPropertyChanged);
-    connect(&m_deviceManager, &DeviceManager::noticeChanged, this, &LumivarApp::showNotices);
+    connect(&m_deviceManager, &DeviceManager::findingsChanged, this, &LumivarApp::showFindings);
+    connect(home, &HomePage::accessOrdered, &m_accessGrant, &AccessGrant::request);
+    connect(&m_accessGrant, &AccessGrant::stateChanged, this, &LumivarApp::onAccessGrantChanged);
     connect(ConfigurationManager::instance(), &ConfigurationManager::savingTroubleChanged, this,
             &LumivarApp::showNotices);
     connect(LanguageManager::instance(), &LanguageManager::languageChanged, this, &LumivarApp::showNotices);
@@ -36,9 +41,31 @@ void LumivarApp::showNotices()
     m_mainWindow.setNotice(
         isTroubled ? tr("设置暂时无法保存。请检查磁盘空间和配置文件夹的写入权限，恢复后会自动保存。")
                    : QString());
-    m_mainWindow.homePage()->setNotice(m_deviceManager.notice());
+    showFindings();
     if (!m_mainWindow.isHomePage())
         showNotice();
+}
+
+/// Without a device the home page is all about the reasons; beside devices they are a line.
+void LumivarApp::showFindings()
+{
+    const PortFindings findings = m_deviceManager.findings();
+    const bool isAccessMissing =
+        std::any_of(findings.begin(), findings.end(), [](const PortFinding& finding) {
+            return finding.kind == PortFinding::Kind::NotPermitted;
+        });
+    if (!isAccessMissing)
+        m_accessGrant.forget();
+    HomePage* home = m_mainWindow.homePage();
+    home->setFindings(FindingTexts::cards(findings, m_accessGrant.state()));
+    home->setNotice(m_deviceManager.controllerIds().isEmpty() ? QString() : FindingTexts::notice(findings));
+}
+
+void LumivarApp::onAccessGrantChanged()
+{
+    showFindings();
+    if (m_accessGrant.state() == AccessGrant::State::Granted)
+        m_deviceManager.lookAgain();
 }
 
 void LumivarApp::connectControlPage()

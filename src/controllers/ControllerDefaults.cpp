@@ -41,7 +41,12 @@ QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString&
 
 } // namespace
 
-void ControllerDefaults::apply(ControlOptions& options, const QString& path)
+bool ControllerDefaults::isKnown(const QString& model, const QString& path)
+{
+    return !readModel(path, model).isEmpty();
+}
+
+bool ControllerDefaults::apply(ControlOptions& options, const QString& path)
 {
     const QJsonObject defaults = readModel(path, options.model);
     const auto number = [&](const auto& setting) {
@@ -56,11 +61,13 @@ void ControllerDefaults::apply(ControlOptions& options, const QString& path)
 
     options.icon = loadPicture(defaults, "icon", options.model);
     options.image = loadPicture(defaults, "image", options.model);
+    const bool isKnown = !defaults.isEmpty();
     if (options.model.size() < kFamilySize)
-        return;
+        return isKnown;
     const QString family = options.model.left(kFamilySize);
     if (options.icon.isNull())
         options.icon.load(QStringLiteral("images/productIcons/%1.jpg").arg(family));
     if (options.image.isNull())
         options.image.load(QStringLiteral("images/products/%1.jpg").arg(family));
+    return isKnown;
 }

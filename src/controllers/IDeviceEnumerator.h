@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controllers/AbsRGBController.h"
+#include "controllers/PortFinding.h"
 
 #include <QObject>
 #include <QtPlugin>
@@ -16,11 +17,8 @@ public:
 
 signals:
     void deviceEnabled(AbsRGBControllerPtr controller);
-    /// An adapter is there but may not be opened. `group` is the user group that may; empty: the rights are
-    /// not what is missing, so another program has it.
-    void portRefused(QString portName, QString group);
-    /// A refused port opened or is gone.
-    void portFreed(QString portName);
+    /// All that keeps it from giving devices, in place of what it said before.
+    void findingsChanged(PortFindings findings);
 };
 
 #define IDeviceEnumerator_iid "id.interface.DeviceManagerInterface"

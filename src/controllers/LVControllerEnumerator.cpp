@@ -8,7 +8,6 @@
 #include "support/log/Loggers.h"
 
 #include <QDebug>
-#include <QFileInfo>
 #include <QJsonObject>
 #include <QThread>
 
@@ -43,16 +42,6 @@ void inheritSettings(const QString& shared, const QString& id)
     to = std::exchange(from, {});
     config->saveControllerJsonObj(id);
     config->saveControllerJsonObj(shared);
-}
-
-/// The user group that may open what this user may not; empty where rights are not the matter.
-QString groupInNeed(const QString& systemLocation)
-{
-    const QFileInfo node(systemLocation);
-    if (node.isReadable() && node.isWritable())
-        return {};
-    const QString group = node.group();
-    return group == QLatin1String("root") ? QStringLiteral("dialout") : group; // nobody should join that one
 }
 
 /// The last reference may go within a signal of the controller, so it is deleted later; its light goes out
@@ -98,6 +87,7 @@ void LVControllerEnumerator::walkPorts()
             logInfo(QStringLiteral("End scan devices list"));
             walk->stop();
             walk->deleteLater();
+            lookForAdapters();
             return;
         }
         makeController(ports.takeFirst().name);
@@ -112,6 +102,7 @@ void LVControllerEnumerator::onDeviceArrival(QString deviceName)
 
 void LVControllerEnumerator::scanCH340Devices()
 {
+    lookForAdapters();
     if (m_pendingDevices.isEmpty())
         return;
     QSet<QString> present;
@@ -126,7 +117,7 @@ void LVControllerEnumerator::scanCH340Devices()
         else if (present.contains(name))
             onDeviceArrival(name);
         else // waits silently for its return
-            forgetOpenError(name);
+            forget(name);
     }
 }
 
@@ -136,14 +127,14 @@ void LVControllerEnumerator::makeController(const QString& portName)
     const SerialPortRecord record = m_source->find(portName);
     if (!record.description.contains(QLatin1String("CH340"))) {
         logInfo(QStringLiteral("Unknown device ") + portName);
-        forgetOpenError(portName);
+        forget(portName);
         return;
     }
     auto* dialogue = new ProbeDialogue(record, this);
     connect(dialogue, &ProbeDialogue::answered, this,
             [this, dialogue](const QByteArray& raw) { onReply(dialogue, raw); });
     connect(dialogue, &ProbeDialogue::timedOut, this, [this, dialogue] { onTimedOut(dialogue); });
-    connect(dialogue, &ProbeDialogue::lost, this, [this, dialogue] { refuse(dialogue); });
+    connect(dialogue, &ProbeDialogue::lost, this, [this, dialogue] { onLost(dialogue); });
     if (!dialogue->start(m_timing.replyMs, questions(portName), m_timing.silenceMs)) {
         logWarning(QStringLiteral("Failed to init the serial port ") + portName);
         m_pendingDevices.insert(portName);
@@ -152,7 +143,10 @@ void LVControllerEnumerator::makeController(const QString& portName)
         delete dialogue;
         return;
     }
-    forgetOpenError(portName);
+    if (!m_portless.isEmpty())
+        lookForAdapters(); // it may be one of them
+    if (!m_findings.contains(portName) || m_findings[portName].kind == PortFinding::Kind::NotPermitted)
+        note({portName});
 }
 
 bool LVControllerEnumerator::isOurs(const ProbeDialogue* dialogue) const
@@ -167,20 +161,61 @@ bool LVControllerEnumerator::isOurs(const ProbeDialogue* dialogue) const
 void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)
 {
     const QString portName = dialogue->portName();
-    const QString error = dialogue->openErrorString();
-    if (std::exchange(m_openErrors[portName], error) == error)
-        return; // told already, and tried again every few seconds
-    logWarning(QStringLiteral("The serial port %1 cannot be opened: %2").arg(portName, error));
+    PortFinding finding{portName, PortFinding::Kind::Silent};
+    if (dialogue->openError() == QSerialPort::DeviceNotFoundError)
+        return forget(portName);
     if (dialogue->openError() == QSerialPort::PermissionError)
-        emit portRefused(portName, groupInNeed(dialogue->record().systemLocation));
-    else
-        emit portFreed(portName);
+        finding = PortFinding::ofRefusal(dialogue->record(), holderBefore(portName));
+    if (note(finding))
+        logWarning(QStringLiteral("The serial port %1 cannot be opened: %2")
+                       .arg(portName, dialogue->openErrorString()));
 }
 
-void LVControllerEnumerator::forgetOpenError(const QString& portName)
+/// Not while all is well: a device is there, and nothing was missed.
+void LVControllerEnumerator::lookForAdapters()
 {
-    if (m_openErrors.remove(portName) > 0)
-        emit portFreed(portName);
+    const bool hasDevice = std::any_of(m_adopted.begin(), m_adopted.end(),
+                                       [](const QPointer<LVController>& each) { return !each.isNull(); });
+    if (hasDevice && m_portless.isEmpty())
+        return;
+    PortFindings portless;
+    const QList<PortlessAdapter> adapters = m_source->portlessAdapters();
+    for (const PortlessAdapter& adapter : adapters) {
+        const auto known = std::find_if(m_portless.begin(), m_portless.end(),
+                                        [&](const PortFinding& each) { return each.port == adapter.socket; });
+        portless.append(
+            PortFinding::ofAdapter(adapter, known == m_portless.end() ? PortHolder() : known->holder));
+    }
+    if (portless == m_portless)
+        return;
+    m_portless = portless;
+    for (const PortFinding& finding : qAsConst(m_portless))
+        logWarning(QStringLiteral("The adapter at %1 gives no serial port").arg(finding.port));
+    tellFindings();
+}
+
+bool LVControllerEnumerator::note(const PortFinding& finding)
+{
+    const auto known = m_findings.constFind(finding.port);
+    if (known != m_findings.constEnd() && *known == finding)
+        return false; // told already, and tried again every few seconds
+    m_findings.insert(finding.port, finding);
+    tellFindings();
+    return true;
+}
+
+void LVControllerEnumerator::forget(const QString& portName)
+{
+    if (m_findings.remove(portName) > 0)
+        tellFindings();
+}
+
+void LVControllerEnumerator::tellFindings()
+{
+    PortFindings all = m_portless;
+    for (const PortFinding& finding : qAsConst(m_findings))
+        all.append(finding);
+    emit findingsChanged(all);
 }
 
 int LVControllerEnumerator::questions(const QString& portName) const
@@ -202,7 +237,18 @@ void LVControllerEnumerator::onTimedOut(ProbeDialogue* dialogue)
         line += QStringLiteral(", it will be given %1 ms once").arg(questions(portName) * m_timing.replyMs);
     if (silences <= 2)
         logInfo(line);
+    note(PortFinding::ofSilence(dialogue->record(), holderBefore(portName)));
     giveUp(dialogue);
+}
+
+void LVControllerEnumerator::onLost(ProbeDialogue* dialogue)
+{
+    const QString portName = dialogue->portName();
+    if (m_source->find(portName).isValid())
+        note({portName, PortFinding::Kind::Silent});
+    else
+        forget(portName);
+    refuse(dialogue);
 }
 
 void LVControllerEnumerator::refuse(ProbeDialogue* dialogue)
@@ -223,6 +269,7 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
 {
     ProbeReply reply = ProbeReply::parse(raw);
     if (!reply.isValid()) {
+        note(PortFinding::ofUnknownAnswer(dialogue->record(), raw, holderBefore(dialogue->portName())));
         refuse(dialogue);
         return;
     }
@@ -246,7 +293,12 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
     m_adopted.insert(portName, controller);
     // The scan brings a failed device back even where the system reports no new arrival, and one whose
     // controller was refused because its predecessor was still there.
-    const auto tryAgain = [this, portName] { m_pendingDevices.insert(portName); };
+    const auto tryAgain = [this, portName, controller] {
+        m_pendingDevices.insert(portName);
+        const LVController* present = m_adopted.value(portName);
+        if (!present || present == controller)
+            forget(portName);
+    };
     connect(controller, &QObject::destroyed, this, tryAgain);
     connect(controller, &AbsRGBController::statusChanged, this, [tryAgain](uint32_t status) {
         if (status != 0)
@@ -262,7 +314,10 @@ LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const Probe
     options.model = reply.model;
     options.serial = reply.serial;
     options.id = reply.id;
-    ControllerDefaults::apply(options);
+    if (ControllerDefaults::apply(options))
+        forget(options.portName);
+    else
+        note({options.portName, PortFinding::Kind::UnknownModel, options.model});
     if (options.icon.isNull())
         options.icon.load(QStringLiteral(":/images/Lv0127Icon.jpg"));
     if (options.image.isNull())

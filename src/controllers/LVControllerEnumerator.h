@@ -5,6 +5,7 @@
 #include "controllers/SerialPortSource.h"
 
 #include <QHash>
+#include <QMap>
 #include <QPointer>
 #include <QSet>
 #include <QTimer>
@@ -37,6 +38,8 @@ public:
 
     /// The ports whose verification failed and that are tried again.
     const QSet<QString>& pendingDevices() const { return m_pendingDevices; }
+    /// Tries them again without waiting for the next turn, because something has changed.
+    void lookAgain() { scanCH340Devices(); }
 
 signals:
     void deviceArrival(QString deviceName);
@@ -51,10 +54,16 @@ private:
     /// A port that is being probed or driven cannot be opened a second time, which is no trouble.
     bool isOurs(const ProbeDialogue* dialogue) const;
     void noteOpenError(const ProbeDialogue* dialogue);
-    void forgetOpenError(const QString& portName);
+    void lookForAdapters();
+    PortHolder holderBefore(const QString& portName) const { return m_findings.value(portName).holder; }
+    /// False when it was so before.
+    bool note(const PortFinding& finding);
+    void forget(const QString& portName);
+    void tellFindings();
     void makeController(const QString& portName);
     void onTimedOut(ProbeDialogue* dialogue);
     void onReply(ProbeDialogue* dialogue, const QByteArray& raw);
+    void onLost(ProbeDialogue* dialogue);
     void refuse(ProbeDialogue* dialogue);
     void giveUp(ProbeDialogue* dialogue);
     LVController* adopt(ProbeDialogue* dialogue, const ProbeReply& reply);
@@ -62,8 +71,9 @@ private:
     std::unique_ptr<ISerialPortSource> m_source;
     DiscoveryTiming m_timing;
     QSet<QString> m_pendingDevices;
-    QHash<QString, int> m_silences;       ///< by port name, since it arrived
-    QHash<QString, QString> m_openErrors; ///< by port name, as they were told
+    QHash<QString, int> m_silences;        ///< by port name, since it arrived
+    QMap<QString, PortFinding> m_findings; ///< by port name
+    PortFindings m_portless;               ///< adapters that are no port
     QTimer m_scanTimer;
     QHash<QString, QPointer<LVController>> m_adopted; ///< by port name
 };

@@ -1,5 +1,7 @@
 #include "controllers/SerialArrival.h"
 
+#include "controllers/UsbIds_linux.h"
+
 #include <QDebug>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
@@ -18,16 +20,6 @@ bool mayBeSerial(const QString& node)
     if (node.startsWith(QLatin1String("rfcomm")))
         return true;
     return node.startsWith(QLatin1String("tty")) && node.size() > 3 && node.at(3).isLetter();
-}
-
-bool readHex(const QString& path, quint16& value)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    bool ok = false;
-    value = file.readAll().trimmed().toUShort(&ok, 16);
-    return ok;
 }
 
 } // namespace
@@ -98,9 +90,8 @@ UsbIds SerialArrival::usbIds(const QString& portName)
     // The tty's device is an interface of the adapter; the identity stands at the adapter itself.
     QString path = QFileInfo(QStringLiteral("/sys/class/tty/%1/device").arg(portName)).canonicalFilePath();
     for (int depth = 0; depth < kMaxSysfsDepth && path.startsWith(QLatin1String("/sys/")); ++depth) {
-        UsbIds ids;
-        if (readHex(path + QStringLiteral("/idVendor"), ids.vendor) &&
-            readHex(path + QStringLiteral("/idProduct"), ids.product))
+        const UsbIds ids = usbIdsIn(path);
+        if (ids.vendor != 0)
             return ids;
         path = QFileInfo(path).path();
     }

@@ -36,6 +36,14 @@ QList<SerialPortRecord> CombinedSerialPortSource::availablePorts()
     return all;
 }
 
+QList<PortlessAdapter> CombinedSerialPortSource::portlessAdapters()
+{
+    QList<PortlessAdapter> all;
+    for (const auto& source : m_sources)
+        all += source->portlessAdapters();
+    return all;
+}
+
 std::unique_ptr<ISerialPortSource> CombinedSerialPortSource::createDefault()
 {
     std::vector<std::unique_ptr<ISerialPortSource>> sources;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controllers/UsbAdapters.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -28,6 +30,8 @@ public:
     using QObject::QObject;
 
     virtual QList<SerialPortRecord> availablePorts() = 0;
+    /// Adapters that are plugged in without being a port.
+    virtual QList<PortlessAdapter> portlessAdapters() { return {}; }
     /// The port of that name, an invalid record when it is not listed at present.
     SerialPortRecord find(const QString& name);
 
@@ -45,6 +49,7 @@ public:
                                       QObject* parent = nullptr);
 
     QList<SerialPortRecord> availablePorts() override;
+    QList<PortlessAdapter> portlessAdapters() override;
 
     /// The system's ports and those of the file named in the environment, if any.
     static std::unique_ptr<ISerialPortSource> createDefault();

@@ -5,8 +5,6 @@
 #include <QSerialPortInfo>
 
 namespace {
-constexpr quint16 kAdapterVendor = 0x1A86;
-constexpr quint16 kAdapterProducts[] = {0x7522, 0x7523};
 
 QList<SerialPortRecord> systemPorts()
 {
@@ -53,12 +51,15 @@ QList<SerialPortRecord> SystemSerialPortSource::availablePorts()
     return m_ports;
 }
 
+QList<PortlessAdapter> SystemSerialPortSource::portlessAdapters()
+{
+    return ::portlessAdapters();
+}
+
 QString SystemSerialPortSource::describe(const QString& systemDescription, UsbIds ids)
 {
     const QLatin1String chip("CH340");
-    const bool known = ids.vendor == kAdapterVendor &&
-                       (ids.product == kAdapterProducts[0] || ids.product == kAdapterProducts[1]);
-    if (!known || systemDescription.contains(chip))
+    if (!isStripAdapter(ids) || systemDescription.contains(chip))
         return systemDescription;
     return QStringLiteral("%1 (%2)").arg(systemDescription, chip).trimmed();
 }

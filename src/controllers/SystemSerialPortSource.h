@@ -19,6 +19,7 @@ public:
     SystemSerialPortSource(const QString& deviceFolder, Details details, QObject* parent = nullptr);
 
     QList<SerialPortRecord> availablePorts() override;
+    QList<PortlessAdapter> portlessAdapters() override;
 
     /// The description by which devices are told from other ports. Some systems name the adapter after the
     /// text in its descriptor, which does not say the chip; the USB identity does.

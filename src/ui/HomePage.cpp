@@ -33,6 +33,7 @@ HomePage::HomePage(QWidget* parent)
     ui->ADBox1->setImg(QImage(QStringLiteral("images/product00_h.png")));
     ui->ADBox2->setImg(secondPicture);
     ui->ADBox2Header->setVisible(!secondPicture.isNull());
+    connect(ui->findingList, &FindingList::accessOrdered, this, &HomePage::accessOrdered);
     setControllerList({});
 }
 
@@ -53,7 +54,7 @@ void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
     }
     placeDeviceButtons();
 
-    ui->noDeviceHint->setVisible(ctls.isEmpty());
+    ui->findingList->setVisible(ctls.isEmpty());
     ui->controllerButtonScrollArea->setVisible(!ctls.isEmpty());
     retranslateDeviceButtons();
     if (m_devices.contains(focused))
@@ -183,6 +184,11 @@ void HomePage::setADBox1(QString imgFilename, QString clickUrl)
     ui->ADBox1->setImg(picture);
     m_adBox1Url = clickUrl;
     ui->ADBox1->setCursor(clickUrl.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+}
+
+void HomePage::setFindings(FindingCards cards)
+{
+    ui->findingList->setCards(cards);
 }
 
 void HomePage::setNotice(QString text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewModels/DeviceModel.h"
+#include "viewModels/FindingCard.h"
 
 #include <QMap>
 #include <QWidget>
@@ -30,6 +31,8 @@ public slots:
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);
+    /// Why there is no device; shows while there is none.
+    void setFindings(FindingCards cards);
     /// A calm line above the devices, already translated; an empty text hides it.
     void setNotice(QString text);
 
@@ -38,6 +41,8 @@ signals:
     void controllerEntryOrdered(QString id);
     void controllerOptOrdered(QString id);
     void controllerNameChanged(QString id, QString name);
+    /// The user wants to be given access to the adapters of devices.
+    void accessOrdered();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

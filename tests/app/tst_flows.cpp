@@ -1,3 +1,4 @@
+#include "FakeController.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "app/LumivarApp.h"
@@ -227,15 +228,30 @@ private slots:
         QVERIFY(strip.plugIn());
         auto other = std::make_unique<QSerialPort>(strip.location());
         QVERIFY(other->open(QIODevice::ReadWrite));
+        const QWidget* reasons = window().homePage()->findChild<QWidget*>("findingList");
+        const auto isTold = [&] {
+            const auto labels = reasons->findChildren<QLabel*>();
+            return std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+                return label->isVisible() && label->text().contains(strip.options().portName);
+            });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isTold(), kWaitMs);
+        QVERIFY(!ofDevices->isVisible()); // it is said once
+        auto device = QSharedPointer<FakeController>::create("LVTEST:1");
+        QVERIFY(QMetaObject::invokeMethod(&manager(), "addController", Q_ARG(AbsRGBControllerPtr, device)));
         QTRY_VERIFY_WITH_TIMEOUT(ofDevices->isVisible(), kWaitMs);
+        QVERIFY(!reasons->isVisible());
+        QString text;
         for (const char* language : {"de", "en"}) {
             LanguageManager::instance()->switchLanguage(language);
-            QCOMPARE(ofDevices->text(), manager().notice());
-            QVERIFY(ofDevices->text().contains(strip.options().portName));
+            QVERIFY(std::exchange(text, ofDevices->text()) != ofDevices->text());
+            QVERIFY(text.contains(strip.options().portName));
         }
+        manager().removeController("LVTEST:1");
+        QTRY_VERIFY(isTold());
         strip.unplug();
         other.reset();
-        QTRY_VERIFY_WITH_TIMEOUT(!ofDevices->isVisible(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!isTold(), kWaitMs);
 
         QFile file(config()->configPath() + "/effects"); // a file where a folder should be
         QVERIFY(QDir(file.fileName()).removeRecursively() && file.open(QIODevice::WriteOnly));

@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "MortalProcess.h"
 #include "StripSimulator.h"
 #include "controllers/BridgedSerialPortSource.h"
 #include "controllers/LVControllerEnumerator.h"
@@ -11,11 +12,22 @@
 
 #include <QSerialPort>
 #include <QtTest>
+#include <unistd.h>
 
 namespace {
 
 constexpr DiscoveryTiming kQuick{5, 100, 20, 400};
 const QString kId = "LV0127:01020304";
+
+using Kind = PortFinding::Kind;
+
+/// The bridged ports, and adapters on USB that are no port.
+struct Source : BridgedSerialPortSource
+{
+    using BridgedSerialPortSource::BridgedSerialPortSource;
+    QList<PortlessAdapter> portlessAdapters() override { return adapters; }
+    QList<PortlessAdapter> adapters;
+};
 
 /// The program's side: the list of ports in a file, an enumerator on it, and what it found.
 struct Discovery
@@ -30,20 +42,34 @@ struct Discovery
     }
     void start(DiscoveryTiming timing = kQuick)
     {
-        auto source = std::make_unique<BridgedSerialPortSource>(folder.filePath("ports.json"));
-        enumerator = std::make_unique<LVControllerEnumerator>(std::move(source), timing);
+        auto own = std::make_unique<Source>(folder.filePath("ports.json"));
+        source = own.get();
+        enumerator = std::make_unique<LVControllerEnumerator>(std::move(own), timing);
         QObject::connect(enumerator.get(), &IDeviceEnumerator::deviceEnabled, enumerator.get(),
                          [this](const AbsRGBControllerPtr& controller) {
                              ++count;
                              if (keep)
                                  found.append(controller);
                          });
+        QObject::connect(enumerator.get(), &IDeviceEnumerator::findingsChanged, enumerator.get(),
+                         [this](const PortFindings& all) {
+                             findings = all;
+                             told.append(all.isEmpty() ? Kind::Asked : all.first().kind);
+                         });
     }
     QString idAt(int i) const { return found.size() > i ? found.at(i)->options().id : QString(); }
     bool isPending() const { return enumerator->pendingDevices().contains("ttySIM0"); }
 
     QTemporaryDir folder;
+    bool isFinding(Kind kind) const { return findings.size() == 1 && findings.first().kind == kind; }
+    /// What it is about, but for what belongs to the kind alone.
+    QString detail() const { return findings.isEmpty() ? QString() : findings.first().detail; }
+    PortHolder holder() const { return findings.isEmpty() ? PortHolder() : findings.first().holder; }
+
+    Source* source = nullptr;
     std::unique_ptr<LVControllerEnumerator> enumerator;
+    PortFindings findings;
+    QVector<Kind> told; ///< of the first finding, or Asked where all is well
     QList<AbsRGBControllerPtr> found;
     int count = 0;
     bool keep = true; ///< false: a device manager that refuses every controller
@@ -251,7 +277,6 @@ private slots:
         options.replyDelayMs = 100; // the second probe comes in between
         StripSimulator simulator(options);
         discovery.start({5, 100, 20, 3000});
-        const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
         QVERIFY(simulator.plugIn());
         emit discovery.enumerator->deviceArrival("ttySIM0");
         emit discovery.enumerator->deviceArrival("ttySIM0");
@@ -263,7 +288,7 @@ private slots:
         QTRY_VERIFY(!discovery.isPending());
         QCOMPARE(discovery.count, 1);
         QCOMPARE(simulator.counters().probes, 1);
-        QVERIFY(refused.isEmpty()); // nobody else has it
+        QVERIFY(!discovery.told.contains(Kind::Held)); // nobody else has it
     }
 
     void aPortThatMayNotBeOpenedIsToldOfOnce()
@@ -275,14 +300,116 @@ private slots:
         QSerialPort other(simulator.location());
         QVERIFY(other.open(QIODevice::ReadWrite));
         discovery.start();
-        const QSignalSpy refused(discovery.enumerator.get(), &IDeviceEnumerator::portRefused);
-        const QSignalSpy freed(discovery.enumerator.get(), &IDeviceEnumerator::portFreed);
         QTRY_VERIFY(attempts.count("Failed to open the serial port ttySIM0") >= 3);
+        QVERIFY(discovery.isFinding(Kind::Held));
         simulator.unplug();
-        QTRY_COMPARE(freed.count(), 1);
+        QTRY_VERIFY(discovery.findings.isEmpty());
         QVERIFY(simulator.plugIn());
         QTRY_COMPARE(discovery.idAt(0), kId);
-        QCOMPARE(refused.count(), 1);
+        QCOMPARE(discovery.told.count(Kind::Held), 1);
+        QVERIFY(discovery.findings.isEmpty());
+    }
+
+    void everyPortThatIsNoDeviceHasItsReason()
+    {
+        using Mode = StripSimulator::ReplyMode;
+        SilentDevice device;
+        device.start();
+        QTRY_VERIFY(device.isFinding(Kind::Asked));
+        QTRY_VERIFY(device.isFinding(Kind::Silent));
+        {
+            MortalProcess other; // has it open beside us, and may take the answers
+            other.setStandardInputFile(device.simulator.location());
+            other.start("sleep", {"100"});
+            QTRY_VERIFY(device.isFinding(Kind::Held));
+            QCOMPARE(device.holder(), (PortHolder{"sleep", other.processId()}));
+        }
+        QTRY_VERIFY(device.isFinding(Kind::Silent));
+        device.simulator.setReplyMode(Mode::Garbage);
+        QTRY_VERIFY(device.isFinding(Kind::Unknown));
+        QVERIFY(!device.detail().isEmpty());
+        device.simulator.setReplyMode(Mode::Normal);
+        QTRY_VERIFY(device.findings.isEmpty());
+        QCOMPARE(device.idAt(0), kId);
+        QCOMPARE(device.told.count(Kind::Asked), 2); // at first, and with the device
+
+        Discovery unknown;
+        auto options = unknown.options();
+        options.model = "LV9999";
+        StripSimulator strip(options);
+        QVERIFY(strip.plugIn());
+        unknown.start();
+        QTRY_VERIFY(unknown.isFinding(Kind::UnknownModel));
+        QCOMPARE(unknown.detail(), "LV9999");
+        QCOMPARE(unknown.count, 1);
+        strip.unplug();
+        QTRY_VERIFY(unknown.findings.isEmpty());
+    }
+
+    void whatIsShownOfAnAnswerIsHarmless()
+    {
+        const SerialPortRecord nowhere{"x", "/nowhere", {}};
+        const auto shown = [&](const QByteArray& raw) {
+            return PortFinding::ofUnknownAnswer(nowhere, raw).detail;
+        };
+        QCOMPARE(shown("GRBL 1.1h ['$' for help]\r\n"), "GRBL 1.1h ['");
+        QCOMPARE(shown(QByteArray("\x1b[2J\0", 5)), "1B 5B 32 4A 00");
+        QCOMPARE(shown(QByteArray(1000, '\xff')).size(), 35);
+        QCOMPARE(shown("\r\n"), "0D 0A");
+    }
+
+    void rightsThatLackNameTheGroupThatHasThem()
+    {
+        QTemporaryFile node;
+        QVERIFY(node.open() && QFile::setPermissions(node.fileName(), {}));
+        const SerialPortRecord port{"ttyUSB0", node.fileName(), "CH340"};
+        const uid_t self = getuid();
+        QVERIFY(self != 0 || setreuid(65534, uid_t(-1)) == 0); // rights are those of the real user
+        const PortFinding finding = PortFinding::ofRefusal(port);
+        QVERIFY(self != 0 || setreuid(self, uid_t(-1)) == 0);
+        QCOMPARE(finding.kind, Kind::NotPermitted);
+        QCOMPARE(finding.detail, self == 0 ? "dialout" : QFileInfo(node.fileName()).group());
+        QVERIFY(QFile::setPermissions(node.fileName(), QFile::ReadOwner | QFile::WriteOwner));
+        QCOMPARE(PortFinding::ofRefusal(port).kind, Kind::Held); // not the rights are in the way
+    }
+
+    void anAdapterWithoutAPortIsSeen()
+    {
+        QTemporaryDir sys;
+        const QDir devices(sys.filePath("bus/usb/devices"));
+        const auto plugIn = [&](const QString& name, const QByteArray& product, const QString& driver) {
+            devices.mkpath(name + "/");
+            devices.mkpath(name + ":1.0/");
+            QDir(sys.path()).mkpath("drivers/" + driver);
+            QFile::link(sys.filePath("drivers/" + driver), devices.filePath(name + ":1.0/driver"));
+            for (const auto& [file, text] : {std::pair<const char*, QByteArray>{"idVendor", "1a86\n"},
+                                             {"idProduct", product},
+                                             {"busnum", "1\n"},
+                                             {"devnum", "12\n"}}) {
+                QFile out(devices.filePath(name + '/' + file));
+                QVERIFY(out.open(QIODevice::WriteOnly) && out.write(text) > 0);
+            }
+        };
+        QVERIFY(portlessAdapters(sys.path()).isEmpty());
+        plugIn("1-1", "7523\n", "ch341");
+        plugIn("1-2.3", "7522\n", "usbfs");
+        plugIn("1-4", "55d4\n", "usbfs"); // another chip
+        QCOMPARE(portlessAdapters(sys.path()).size(), 2);
+        devices.mkpath("1-1:1.0/ttyUSB0");
+        const QList<PortlessAdapter> left = portlessAdapters(sys.path());
+        QCOMPARE(left.size(), 1);
+        QCOMPARE(left.first().socket, "1-2.3");
+        QCOMPARE(left.first().location, "/dev/bus/usb/001/012");
+        QVERIFY(left.first().isTaken);
+
+        Discovery discovery;
+        discovery.start();
+        discovery.source->adapters = left;
+        QTRY_VERIFY(discovery.isFinding(Kind::TakenOff));
+        discovery.source->adapters.first().isTaken = false;
+        QTRY_VERIFY(discovery.isFinding(Kind::NoDriver));
+        discovery.source->adapters.clear();
+        QTRY_VERIFY(discovery.findings.isEmpty());
     }
 
     void aDialogueEndsOnceWhateverComesInOneTurn()

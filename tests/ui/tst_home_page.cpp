@@ -46,7 +46,7 @@ private slots:
 
     void manyDevicesFillTheRowsThereIsRoomForAndScroll()
     {
-        auto* hint = m_page->findChild<QWidget*>("noDeviceHint");
+        auto* hint = m_page->findChild<QWidget*>("findingList");
         show(50);
         QVERIFY(!hint->isVisible());
         auto* area = m_page->findChild<QScrollArea*>("controllerButtonScrollArea");
@@ -63,6 +63,43 @@ private slots:
         QVERIFY(button(11)->hasFocus());
         show(0);
         QVERIFY(hint->isVisible());
+    }
+
+    void withoutADeviceThePageSaysWhyAndWhatToDo()
+    {
+        const auto offered = [this] { return m_page->findChild<QPushButton*>("accessButton"); };
+        const auto texts = [this] {
+            QStringList all;
+            for (const QLabel* label : m_page->findChild<QWidget*>("findingList")->findChildren<QLabel*>()) {
+                if (label->isVisible())
+                    all += label->text();
+            }
+            return all;
+        };
+        QCOMPARE(texts().size(), 2); // nothing is connected
+        FindingCard card{"<b>ttyUSB0", "try", {"sudo a", "sudo b"}, FindingCard::Access::Offered};
+        QSignalSpy ordered(m_page.get(), &HomePage::accessOrdered);
+        // As the answer to an order is: the button that is just pressed goes.
+        connect(m_page.get(), &HomePage::accessOrdered, this, [this, card]() mutable {
+            card.access = FindingCard::Access::Pending;
+            m_page->setFindings({card, {"second", "wait"}});
+        });
+        m_page->setFindings({card, {"second", "wait"}});
+        QTRY_COMPARE(texts(), QStringList({"<b>ttyUSB0", "try", "sudo a\nsudo b", "second", "wait"}));
+        QPointer<QPushButton> pressed(offered());
+        m_page->setFindings({card, {"second", "wait"}}); // nothing new
+        QCOMPARE(offered(), pressed);
+        QTest::mouseClick(pressed, Qt::LeftButton);
+        QCOMPARE(ordered.count(), 1);
+        QTRY_VERIFY(!pressed);
+        QVERIFY(!offered()->isEnabled());
+        QTest::mouseClick(m_page->findChild<QPushButton*>("copyButton"), Qt::LeftButton);
+        QCOMPARE(QGuiApplication::clipboard()->text(), "sudo a\nsudo b");
+        show(1);
+        QVERIFY(!m_page->findChild<QWidget*>("findingList")->isVisible());
+        m_page->setFindings({});
+        show(0);
+        QTRY_COMPARE(texts().size(), 2);
     }
 
     void namesStayWhatTheUserWrote()

@@ -1,6 +1,7 @@
 #include "Gallery.h"
 
 #include "GalleryModels.h"
+#include "app/FindingTexts.h"
 #include "app/PageModels.h"
 #include "effects/AbsWorkerWidget.h"
 #include "effects/colorful/GradientWidget.h"
@@ -80,6 +81,13 @@ void Gallery::showHomePage()
         m_window.homePage()->setControllerList(galleryDevices(count));
         show(m_window, QStringLiteral("home-%1").arg(count, 2, 10, QLatin1Char('0')));
     }
+    m_window.homePage()->setControllerList({});
+    for (const PortFindings& findings : galleryFindings()) {
+        static const QString kNames[] = {"few", "many"};
+        m_window.homePage()->setFindings(FindingTexts::cards(findings, AccessGrant::State::Cancelled));
+        show(m_window, QStringLiteral("home-findings-%1").arg(kNames[findings.size() > 2]));
+    }
+    m_window.homePage()->setFindings({});
 }
 
 void Gallery::showControlPages()

@@ -43,6 +43,21 @@ QMap<QString, DeviceModel> galleryDevices(int count)
     return devices;
 }
 
+QVector<PortFindings> galleryFindings()
+{
+    using Kind = PortFinding::Kind;
+    const PortFinding refused{QStringLiteral("ttyUSB0"), Kind::NotPermitted, QStringLiteral("dialout")};
+    return {{refused},
+            {refused,
+             {QStringLiteral("ttyUSB1"), Kind::Held, {}, {QStringLiteral("ModemManager"), 1234}},
+             {QStringLiteral("ttyUSB2"), Kind::Silent},
+             {QStringLiteral("ttyUSB3"), Kind::Unknown, QStringLiteral("GRBL 1.1h")},
+             {QStringLiteral("ttyUSB4"), Kind::Asked},
+             {QStringLiteral("ttyUSB5"), Kind::UnknownModel, QStringLiteral("LV9999")},
+             {QStringLiteral("1-1.4"), Kind::NoDriver},
+             {QStringLiteral("1-2"), Kind::TakenOff, {}, {QStringLiteral("brltty")}}}};
+}
+
 QJsonObject galleryProperties()
 {
     const QString longName =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/PortFinding.h"
 #include "viewModels/DeviceModel.h"
 #include "viewModels/HotkeyModel.h"
 
@@ -10,6 +11,9 @@
 
 /// `count` devices of the models that the product table knows, some with difficult names.
 QMap<QString, DeviceModel> galleryDevices(int count);
+
+/// What may keep devices from being found: a usual one of them, and all.
+QVector<PortFindings> galleryFindings();
 
 /// The properties that option widgets would get from a worker: sound sources, one of a long name; animations;
 /// screens, and whatever can be set with them.

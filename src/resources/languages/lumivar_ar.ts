@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>مرحبًا يا صديقي، يبدو أن شريط LED لديك يواجه مشكلة صغيرة. إنه ينفصل مرارًا، وربما لا تصله طاقة كافية. جرّب توصيله بمنفذ USB في اللوحة الأم، أو بموزّع USB له مصدر طاقة مستقل. إذا استمرت المشكلة فتواصل مع خدمة ما بعد البيع. نعتذر حقًا عن الإزعاج، ونرجو أن تُحل المشكلة قريبًا، بالتوفيق! ✌️</translation>
     </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>لا يمكن فتح منفذ شريط الإضاءة %1، فربما يستخدمه برنامج آخر.</translation>
-    </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>ليس لديك إذن لفتح منفذ شريط الإضاءة %1. أضف المستخدم إلى المجموعة %2 ثم سجّل الدخول من جديد.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>صِله بالحاسوب بكابل بيانات USB، وسيظهر هنا من تلقاء نفسه.</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>نسخ</translation>
+    </message>
+    <message>
+        <source>已复制</source>
+        <translation>تم النسخ</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>لم يُعثر على أي جهاز. يُرجى توصيل شريط LED.</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>السماح بالوصول</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>يجري التعرف على الجهاز في المنفذ %1</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>الشريط يعمل، لكن عدد مصابيحه وترتيبها غير معروفين. حدّد العدد أو حدّث Lumivar.</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>اسمح لمستخدمي هذا الحاسوب باستخدام الشريط. سيسأل النظام المسؤول مرة واحدة.</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>مُنح الإذن. إن بقي الشريط مطفأً فافصله وأعد توصيله، وإن لم يُجدِ ذلك فنفّذ هذين الأمرين في الطرفية ثم سجّل الدخول من جديد.</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>نفّذ هذين الأمرين في الطرفية ثم سجّل الدخول من جديد.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>تعذر التعرف على الجهاز في المنفذ %1 (%2)</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>لا إذن لفتح المنفذ %1</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>لحظة من فضلك.</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>أغلق ذلك البرنامج، وسيتصل الشريط من تلقاء نفسه.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>الطراز في المنفذ %1 غير معروف بعد: %2</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>أوقف ذلك البرنامج ثم افصل الشريط وأعد توصيله. غالبًا ما تكون خدمة برايل brltty، وأزلها إن لم يحتجها أحد.</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>افصل الشريط وأعد توصيله، أو جرّب كابلًا ومنفذ USB آخرين. وإن لم يكن شريطًا فلا حاجة إلى شيء.</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>المنفذ %1 قيد الاستخدام: %2</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>يُرجى التأكيد في نافذة النظام.</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>محوّل الشريط (%1) مشغول: %2</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>لم يُمنح الإذن. حاول مرة أخرى، أو نفّذ هذين الأمرين في الطرفية ثم سجّل الدخول من جديد.</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>برنامج آخر</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>الجهاز في المنفذ %1 لا يستجيب</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>لا يوجد برنامج تشغيل لمحوّل الشريط (%1)</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>ثبّت برنامج التشغيل ch341 أو حمّله، ثم افصل الشريط وأعد توصيله.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>لم يُجب النظام بعد. يمكنك أيضًا تنفيذ هذين الأمرين في الطرفية ثم تسجيل الدخول من جديد.</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>قد لا يكون شريطًا. وإن كان كذلك فافصله وأعد توصيله وحدّث Lumivar.</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>أجهزة الإضاءة</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>لم يُعثر على أي جهاز. يُرجى توصيل شريط LED.</translation>
     </message>
     <message>
         <source>更多产品</source>

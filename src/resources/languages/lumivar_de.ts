@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Hallo! Dein LED-Streifen hat wohl ein kleines Problem: Die Verbindung bricht immer wieder ab, vielleicht bekommt er zu wenig Strom. Stecke ihn am besten direkt in einen USB-Anschluss des Mainboards oder in einen USB-Hub mit eigenem Netzteil. Wenn das nicht hilft, wende dich bitte an den Kundendienst. Die Umstände tun uns wirklich leid. Hoffentlich läuft bald alles wieder, viel Erfolg! ✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>Ihnen fehlt das Recht, den Anschluss %1 des Lichtstreifens zu öffnen. Nehmen Sie Ihren Benutzer in die Gruppe %2 auf und melden Sie sich neu an.</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>Der Anschluss %1 des Lichtstreifens lässt sich nicht öffnen, vielleicht benutzt ihn ein anderes Programm.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>已复制</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>Verbinden Sie ihn mit einem USB-Datenkabel mit dem Computer. Er erscheint hier von selbst.</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>Zugriff erlauben</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Kein Gerät gefunden. Bitte schließen Sie einen LED-Streifen an.</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>Beenden Sie dieses Programm, und stecken Sie den Streifen neu an. Oft ist es der Braille-Dienst brltty. Entfernen Sie ihn, wenn ihn niemand braucht.</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>Beenden Sie dieses Programm. Der Streifen wird dann von selbst verbunden.</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>Ein anderes Programm</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>Der Anschluss %1 wird benutzt: %2</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>Der Zugriff ist erlaubt. Bleibt der Streifen dunkel, stecken Sie ihn neu an. Hilft das nicht, führen Sie diese Befehle im Terminal aus und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>Bitte bestätigen Sie im Dialog des Systems.</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>Erlauben Sie den Benutzern dieses Computers den Streifen. Das System fragt einmal nach einem Administrator.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>Das Gerät am Anschluss %1 antwortet nicht</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>Der Adapter des Streifens (%1) ist belegt: %2</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>Vielleicht ist es kein Streifen. Wenn doch, stecken Sie ihn neu an und aktualisieren Sie Lumivar.</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>Der Adapter des Streifens (%1) hat keinen Treiber</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>Stecken Sie den Streifen neu an, oder versuchen Sie es mit einem anderen Kabel oder USB-Anschluss. Ist es kein Streifen, ist alles in Ordnung.</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>Einen Moment bitte.</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>Keine Berechtigung für den Anschluss %1</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Bitte führen Sie diese Befehle im Terminal aus und melden Sie sich dann neu an.</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Es wurde nicht erlaubt. Versuchen Sie es noch einmal, oder führen Sie diese Befehle im Terminal aus und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Das System hat noch nicht geantwortet. Sie können auch diese Befehle im Terminal ausführen und sich neu anmelden.</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>Das Gerät am Anschluss %1 wird erkannt</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>Das Modell am Anschluss %1 ist noch unbekannt: %2</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>Das Gerät am Anschluss %1 wird nicht erkannt (%2)</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>Der Streifen funktioniert, aber Anzahl und Anordnung seiner LEDs sind unbekannt. Stellen Sie die Anzahl ein, oder aktualisieren Sie Lumivar.</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>Installieren oder laden Sie seinen Treiber ch341, und stecken Sie den Streifen dann neu an.</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>Beleuchtungsgeräte</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>Kein Gerät gefunden. Bitte schließen Sie einen LED-Streifen an.</translation>
     </message>
     <message>
         <source>更多产品</source>

@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Hey buddy, it looks like your light strip is having a little trouble. It keeps disconnecting, so it may not be getting enough power. Try plugging it into a USB port on the mainboard, or into a USB hub with its own power supply. If that doesn&apos;t help, please contact after-sales support. We&apos;re really sorry for the inconvenience. Hope it&apos;s sorted soon, good luck! ✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>You are not allowed to open the light strip port %1. Add your user to the group %2, then log in again.</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>The light strip port %1 cannot be opened. Another program may be using it.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>已复制</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>Allow access</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>Connect it to the computer with a USB data cable. It appears here by itself.</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>No device found. Please connect a light strip.</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>It was not allowed. Try again, or run these commands in a terminal and log in again.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>The device on the port %1 does not answer</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>Another program</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>Please confirm in the system’s dialog.</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>Unplug the strip and plug it in again, or try another cable and USB socket. If it is no strip, all is well.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>The system has not answered yet. You can also run these commands in a terminal and log in again.</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>The strip’s adapter (%1) has no driver</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>Install or load its driver ch341, then unplug the strip and plug it in again.</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>The strip’s adapter (%1) has been taken over: %2</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Please run these commands in a terminal, then log in again.</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>Looking at the device on the port %1</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>Access has been granted. If the strip stays dark, unplug it and plug it in again. If that does not help, run these commands in a terminal and log in again.</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>Let the users of this computer use the strip. The system asks an administrator once.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>The device on the port %1 is not recognised (%2)</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>It may be no strip. If it is one, unplug it and plug it in again, and update Lumivar.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>The model on the port %1 is not known yet: %2</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>Quit that program. The strip is then connected by itself.</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>The port %1 is in use: %2</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>The strip works, but its number of LEDs and their layout are unknown. Set the number, or update Lumivar.</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>Stop that program, then unplug the strip and plug it in again. The braille service brltty often does this. Remove it if nobody needs it.</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>Just a moment.</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>No permission to open the port %1</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>Lighting equipment</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>No device found. Please connect a light strip.</translation>
     </message>
     <message>
         <source>更多产品</source>

@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>¡Hola! Parece que tu tira de LED tiene un pequeño problema: se desconecta una y otra vez, quizá porque le falta energía. Prueba a enchufarla en un puerto USB de la placa base o en un concentrador USB con alimentación propia. Si sigue igual, ponte en contacto con el servicio posventa. Sentimos mucho las molestias. ¡Esperamos que se arregle pronto, ánimo! ✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>No tiene permiso para abrir el puerto %1 de la tira de luces. Añada su usuario al grupo %2 y vuelva a iniciar sesión.</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>No se puede abrir el puerto %1 de la tira de luces. Quizá lo esté usando otro programa.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>No se ha encontrado ningún dispositivo. Conecte una tira de LED.</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>Conéctela al ordenador con un cable de datos USB. Aparecerá aquí por sí sola.</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>Permitir el acceso</translation>
+    </message>
+    <message>
+        <source>已复制</source>
+        <translation>Copiado</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copiar</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>其他程序</source>
+        <translation>Otro programa</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>Desconecte la tira y vuelva a conectarla, o pruebe con otro cable u otra toma USB. Si no es una tira, no hay nada que hacer.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>El modelo del puerto %1 aún no se conoce: %2</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>No se reconoce el dispositivo del puerto %1 (%2)</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>El adaptador de la tira (%1) no tiene controlador</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>Un momento.</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>Cierre ese programa. La tira se conectará entonces por sí sola.</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>El puerto %1 está en uso: %2</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>No se ha autorizado. Inténtelo de nuevo o ejecute estas órdenes en un terminal y vuelva a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>Identificando el dispositivo del puerto %1</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>Puede que no sea una tira. Si lo es, desconéctela, vuelva a conectarla y actualice Lumivar.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>El sistema aún no ha respondido. También puede ejecutar estas órdenes en un terminal y volver a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>El acceso está permitido. Si la tira sigue apagada, desconéctela y vuelva a conectarla. Si no basta, ejecute estas órdenes en un terminal y vuelva a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>La tira funciona, pero se desconocen el número de LED y su disposición. Ajuste el número o actualice Lumivar.</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>Instale o cargue su controlador ch341, luego desconecte la tira y vuelva a conectarla.</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>Detenga ese programa, desconecte la tira y vuelva a conectarla. Suele ser el servicio braille brltty. Quítelo si nadie lo necesita.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>El dispositivo del puerto %1 no responde</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Ejecute estas órdenes en un terminal y vuelva a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>Confírmelo en el cuadro de diálogo del sistema.</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>El adaptador de la tira (%1) está ocupado: %2</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>Sin permiso para abrir el puerto %1</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>Permita que los usuarios de este ordenador usen la tira. El sistema pedirá una vez la confirmación de un administrador.</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>Dispositivos de luz</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>No se ha encontrado ningún dispositivo. Conecte una tira de LED.</translation>
     </message>
     <message>
         <source>更多产品</source>

@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>こんにちは！LEDテープの調子が少し悪いようです。接続が何度も切れているので、電力が足りないのかもしれません。マザーボードのUSBポートか、電源付きのUSBハブに接続してみてください。それでも直らない場合は、お早めにアフターサポートまでご連絡ください。ご不便をおかけして本当に申し訳ありません。早く直りますように！✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>ライトストリップのポート %1 を開く権限がありません。ユーザーをグループ %2 に追加し、ログインし直してください。</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>ライトストリップのポート %1 を開けません。他のプログラムが使用している可能性があります。</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>USB データケーブルでパソコンに接続すると、ここに自動的に表示されます。</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>已复制</source>
+        <translation>コピーしました</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>アクセスを許可</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>デバイスが見つかりません。ライトストリップを接続してください。</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>ライトストリップのアダプター（%1）は使用中です：%2</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>端末で次のコマンドを実行し、ログインし直してください。</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>ドライバー ch341 をインストールするか読み込み、接続し直してください。</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>ポート %1 は使用中です：%2</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>システムからまだ応答がありません。端末で次のコマンドを実行し、ログインし直すこともできます。</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>使用できますが、LED の数と配置が不明です。数を設定するか、Lumivar を更新してください。</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>ライトストリップではないかもしれません。ライトストリップの場合は、接続し直し、Lumivar を更新してください。</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>アクセスを許可しました。点灯しない場合は接続し直してください。それでも点灯しない場合は、端末で次のコマンドを実行し、ログインし直してください。</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>ポート %1 のデバイスが応答しません</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>ポート %1 のモデルは未登録です：%2</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>ポート %1 のデバイスを確認しています</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1。%2</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>ポート %1 を開く権限がありません</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>許可されませんでした。もう一度試すか、端末で次のコマンドを実行してログインし直してください。</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>そのプログラムを終了すると、自動的に接続されます。</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>ポート %1 のデバイスを識別できません（%2）</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>ライトストリップのアダプター（%1）にドライバーがありません</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>システムのダイアログで確認してください。</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>このパソコンのユーザーにライトストリップの使用を許可します。システムが管理者に一度だけ確認します。</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>別のプログラム</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>そのプログラムを停止し、接続し直してください。多くは点字サービス brltty です。不要であればアンインストールできます。</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>接続し直すか、別のケーブルや USB ポートを試してください。ライトストリップでない場合は、そのままで構いません。</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>しばらくお待ちください。</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>照明デバイス</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>デバイスが見つかりません。LEDテープを接続してください。</translation>
     </message>
     <message>
         <source>更多产品</source>

@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>안녕하세요! LED 스트립에 작은 문제가 생긴 것 같아요. 연결이 자주 끊기는 걸 보니 전력이 부족한 것 같습니다. 메인보드의 USB 포트나 별도 전원이 있는 USB 허브에 꽂아 보세요. 그래도 계속되면 고객 지원에 문의해 주세요. 불편을 드려 정말 죄송합니다. 빨리 해결되길 바랄게요, 파이팅! ✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>라이트 스트립 포트 %1을(를) 열 권한이 없습니다. 사용자를 %2 그룹에 추가한 후 다시 로그인하세요.</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>라이트 스트립 포트 %1을(를) 열 수 없습니다. 다른 프로그램이 사용 중일 수 있습니다.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>已复制</source>
+        <translation>복사됨</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>USB 데이터 케이블로 컴퓨터에 연결하면 여기에 자동으로 나타납니다.</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>장치를 찾을 수 없습니다. 라이트 스트립을 연결해 주세요.</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>복사</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>접근 허용</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>스트립이 아닐 수 있습니다. 스트립이라면 다시 연결하고 Lumivar를 업데이트해 주세요.</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>접근이 허용되었습니다. 스트립이 켜지지 않으면 다시 연결해 보고, 그래도 안 되면 터미널에서 아래 명령을 실행한 뒤 다시 로그인해 주세요.</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>잠시만 기다려 주세요.</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>이 컴퓨터의 사용자가 스트립을 쓸 수 있게 합니다. 시스템이 관리자에게 한 번 확인합니다.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>포트 %1의 장치를 식별할 수 없습니다(%2)</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>포트 %1을(를) 열 권한이 없습니다</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>그 프로그램을 종료하면 스트립이 자동으로 연결됩니다.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>포트 %1의 모델은 아직 등록되지 않았습니다: %2</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>그 프로그램을 멈추고 다시 연결해 주세요. 흔히 점자 서비스 brltty가 원인이며, 필요 없으면 제거할 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>터미널에서 아래 명령을 실행한 뒤 다시 로그인해 주세요.</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>스트립 어댑터(%1)의 드라이버가 없습니다</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>스트립 어댑터(%1) 사용 중: %2</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>시스템 대화 상자에서 확인해 주세요.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>포트 %1의 장치가 응답하지 않습니다</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>포트 %1 사용 중: %2</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>다시 연결하거나 다른 케이블이나 USB 단자를 사용해 보세요. 스트립이 아니라면 그대로 두셔도 됩니다.</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>사용할 수 있지만 LED 수와 배치를 알 수 없습니다. 수를 설정하거나 Lumivar를 업데이트해 주세요.</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>드라이버 ch341을 설치하거나 불러온 다음 다시 연결해 주세요.</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>허용되지 않았습니다. 다시 시도하거나, 터미널에서 아래 명령을 실행한 뒤 다시 로그인해 주세요.</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>다른 프로그램</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>포트 %1의 장치를 확인하는 중</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>시스템이 아직 응답하지 않습니다. 터미널에서 아래 명령을 실행한 뒤 다시 로그인해도 됩니다.</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>조명 장치</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>장치를 찾을 수 없습니다. LED 스트립을 연결하세요.</translation>
     </message>
     <message>
         <source>更多产品</source>

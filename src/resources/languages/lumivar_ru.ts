@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Привет! Похоже, с твоей лентой небольшая проблема: она то и дело отключается — возможно, ей не хватает питания. Попробуй подключить её к USB-порту на материнской плате или к USB-хабу с отдельным питанием. Если не поможет, обратись в службу поддержки. Нам очень жаль, что так вышло. Надеемся, скоро всё заработает, удачи! ✌️</translation>
     </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>Не удаётся открыть порт %1 светодиодной ленты: возможно, он занят другой программой.</translation>
-    </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>Нет прав на открытие порта %1 светодиодной ленты. Добавьте своего пользователя в группу %2 и войдите в систему заново.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>复制</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Устройства не найдены. Подключите светодиодную ленту.</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>Подключите её к компьютеру USB-кабелем для передачи данных. Она появится здесь сама.</translation>
+    </message>
+    <message>
+        <source>已复制</source>
+        <translation>Скопировано</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>Разрешить доступ</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>Адаптер ленты (%1) занят: %2</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>Возможно, это не лента. Если лента, переподключите её и обновите Lumivar.</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>Определяется устройство на порту %1</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>Нет прав на открытие порта %1</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>Другая программа</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>Подтвердите в диалоге системы.</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>Лента работает, но число светодиодов и их расположение неизвестны. Задайте число или обновите Lumivar.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Система пока не ответила. Можно также выполнить эти команды в терминале и войти в систему заново.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>Устройство на порту %1 не распознано (%2)</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>Модель на порту %1 пока неизвестна: %2</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>Остановите эту программу и переподключите ленту. Часто это служба Брайля brltty. Удалите её, если она никому не нужна.</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>Переподключите ленту или попробуйте другой кабель и разъём USB. Если это не лента, ничего делать не нужно.</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>Закройте эту программу, и лента подключится сама.</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>Порт %1 занят: %2</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Разрешение не получено. Попробуйте ещё раз или выполните эти команды в терминале и войдите в систему заново.</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>Одну минуту.</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>Установите или загрузите драйвер ch341, затем переподключите ленту.</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>Для адаптера ленты (%1) нет драйвера</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>Разрешите пользователям этого компьютера управлять лентой. Система один раз спросит администратора.</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>Доступ разрешён. Если лента не светится, переподключите её. Если не поможет, выполните эти команды в терминале и войдите в систему заново.</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Выполните эти команды в терминале и войдите в систему заново.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>Устройство на порту %1 не отвечает</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>Устройства подсветки</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>Устройства не найдены. Подключите ленту.</translation>
     </message>
     <message>
         <source>更多产品</source>

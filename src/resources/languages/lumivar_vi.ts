@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>Chào bạn, có vẻ dải LED của bạn đang gặp chút trục trặc. Dải LED bị ngắt kết nối liên tục, có thể do không đủ điện. Bạn hãy thử cắm vào cổng USB trên bo mạch chủ hoặc bộ chia USB có nguồn riêng nhé. Nếu vẫn không được, hãy liên hệ bộ phận hậu mãi. Rất xin lỗi vì sự bất tiện này. Mong là sớm ổn, cố lên nhé! ✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>Bạn không có quyền mở cổng %1 của dải đèn. Hãy thêm người dùng của bạn vào nhóm %2 rồi đăng nhập lại.</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>Không thể mở cổng %1 của dải đèn. Có thể chương trình khác đang sử dụng cổng này.</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>允许使用</source>
+        <translation>Cho phép truy cập</translation>
+    </message>
+    <message>
+        <source>已复制</source>
+        <translation>Đã sao chép</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>Hãy nối dải đèn với máy tính bằng cáp dữ liệu USB. Nó sẽ tự xuất hiện ở đây.</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Sao chép</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>Không tìm thấy thiết bị. Hãy kết nối dải đèn.</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>Đang nhận diện thiết bị ở cổng %1</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>Cổng %1 đang được dùng: %2</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Hãy chạy các lệnh này trong terminal rồi đăng nhập lại.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>Chưa biết mẫu ở cổng %1: %2</translation>
+    </message>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>Bộ chuyển của dải đèn (%1) chưa có trình điều khiển</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>Dải đèn dùng được, nhưng chưa biết số LED và cách bố trí. Hãy đặt số LED hoặc cập nhật Lumivar.</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>Chương trình khác</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Chưa được cho phép. Hãy thử lại, hoặc chạy các lệnh này trong terminal rồi đăng nhập lại.</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>Hệ thống chưa trả lời. Bạn cũng có thể chạy các lệnh này trong terminal rồi đăng nhập lại.</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>Bộ chuyển của dải đèn (%1) đang bị chiếm: %2</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>Vui lòng xác nhận trong hộp thoại của hệ thống.</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>Không nhận ra thiết bị ở cổng %1 (%2)</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>Hãy dừng chương trình đó rồi rút dải đèn ra cắm lại. Thường là dịch vụ chữ nổi brltty. Gỡ nó nếu không ai cần.</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>Thiết bị ở cổng %1 không trả lời</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>Đã cấp quyền. Nếu dải đèn chưa sáng, hãy rút ra cắm lại. Nếu vẫn không được, chạy các lệnh này trong terminal rồi đăng nhập lại.</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>Có thể đó không phải dải đèn. Nếu phải, hãy rút ra cắm lại và cập nhật Lumivar.</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>Cho phép người dùng máy tính này dùng dải đèn. Hệ thống sẽ hỏi quản trị viên một lần.</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>Hãy cài hoặc nạp trình điều khiển ch341, rồi rút dải đèn ra cắm lại.</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>Vui lòng chờ giây lát.</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>Hãy thoát chương trình đó. Dải đèn sẽ tự kết nối.</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>Hãy rút dải đèn ra cắm lại, hoặc thử cáp và cổng USB khác. Nếu đó không phải dải đèn thì không cần làm gì.</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>Không có quyền mở cổng %1</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>Thiết bị chiếu sáng</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>Không tìm thấy thiết bị. Vui lòng kết nối dải LED.</translation>
     </message>
     <message>
         <source>更多产品</source>

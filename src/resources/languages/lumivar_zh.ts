@@ -145,14 +145,6 @@
         <source>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频烦断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</source>
         <translation>嘿嘿，老铁，听说你的灯带有点小问题啊。检测到灯带频繁断开，可能是电力不够哦。快来把灯带插到主板的USB口，或者有独立电源的USB扩展上试试看吧。如果还是有这种情况，赶紧联系售后，真的很抱歉给你带来不便啦。希望快点搞定，加油哦！✌️</translation>
     </message>
-    <message>
-        <source>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</source>
-        <translation>没有权限打开灯带接口 %1。请将您的用户加入 %2 组，然后重新登录。</translation>
-    </message>
-    <message>
-        <source>无法打开灯带接口 %1，可能正被其他程序使用。</source>
-        <translation>无法打开灯带接口 %1，可能正被其他程序使用。</translation>
-    </message>
 </context>
 <context>
     <name>EffectNames</name>
@@ -351,6 +343,124 @@
     </message>
 </context>
 <context>
+    <name>FindingList</name>
+    <message>
+        <source>已复制</source>
+        <translation>已复制</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</source>
+        <translation>用 USB 数据线把灯带接到电脑，它会自动出现在这里。</translation>
+    </message>
+    <message>
+        <source>未发现设备，请连接灯带</source>
+        <translation>未发现设备，请连接灯带</translation>
+    </message>
+    <message>
+        <source>允许使用</source>
+        <translation>允许使用</translation>
+    </message>
+</context>
+<context>
+    <name>FindingTexts</name>
+    <message>
+        <source>灯带适配器（%1）没有驱动程序</source>
+        <translation>灯带适配器（%1）没有驱动程序</translation>
+    </message>
+    <message>
+        <source>%2 正在使用接口 %1</source>
+        <translation>%2 正在使用接口 %1</translation>
+    </message>
+    <message>
+        <source>其他程序</source>
+        <translation>其他程序</translation>
+    </message>
+    <message>
+        <source>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</source>
+        <translation>系统一直没有应答。也可以在终端中运行下面的命令，然后重新登录。</translation>
+    </message>
+    <message>
+        <source>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</source>
+        <translation>灯带可以使用，但灯珠数量和布局未知。请设置数量，或把 Lumivar 更新到最新版本。</translation>
+    </message>
+    <message>
+        <source>请退出该程序，灯带随后会自动连接。</source>
+        <translation>请退出该程序，灯带随后会自动连接。</translation>
+    </message>
+    <message>
+        <source>%2 占用了灯带适配器（%1）</source>
+        <translation>%2 占用了灯带适配器（%1）</translation>
+    </message>
+    <message>
+        <source>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</source>
+        <translation>允许这台电脑的用户使用灯带。系统会要求管理员确认一次。</translation>
+    </message>
+    <message>
+        <source>请稍候片刻。</source>
+        <translation>请稍候片刻。</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备无法识别（%2）</source>
+        <translation>接口 %1 上的设备无法识别（%2）</translation>
+    </message>
+    <message>
+        <source>请在系统的对话框中确认。</source>
+        <translation>请在系统的对话框中确认。</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的型号 %2 尚不熟悉</source>
+        <translation>接口 %1 上的型号 %2 尚不熟悉</translation>
+    </message>
+    <message>
+        <source>%1。%2</source>
+        <translation>%1。%2</translation>
+    </message>
+    <message>
+        <source>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</source>
+        <translation>它可能不是灯带。如果是，请重新插拔，并把 Lumivar 更新到最新版本。</translation>
+    </message>
+    <message>
+        <source>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</source>
+        <translation>请重新插拔灯带，或更换数据线和 USB 插口。如果它不是灯带，则无需理会。</translation>
+    </message>
+    <message>
+        <source>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</source>
+        <translation>请停用该程序，然后重新插拔灯带。盲文服务 brltty 常会这样，不需要时可以卸载。</translation>
+    </message>
+    <message>
+        <source>没有权限打开接口 %1</source>
+        <translation>没有权限打开接口 %1</translation>
+    </message>
+    <message>
+        <source>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</source>
+        <translation>没有得到授权。请再试一次，或在终端中运行下面的命令，然后重新登录。</translation>
+    </message>
+    <message>
+        <source>请安装或加载它的驱动程序 ch341，然后重新插拔。</source>
+        <translation>请安装或加载它的驱动程序 ch341，然后重新插拔。</translation>
+    </message>
+    <message>
+        <source>正在识别接口 %1 上的设备</source>
+        <translation>正在识别接口 %1 上的设备</translation>
+    </message>
+    <message>
+        <source>接口 %1 上的设备没有应答</source>
+        <translation>接口 %1 上的设备没有应答</translation>
+    </message>
+    <message>
+        <source>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</source>
+        <translation>权限已设置。如果灯带没有亮起，请重新插拔；仍不行时，运行下面的命令并重新登录。</translation>
+    </message>
+    <message>
+        <source>请在终端中运行下面的命令，然后重新登录。</source>
+        <translation>请在终端中运行下面的命令，然后重新登录。</translation>
+    </message>
+</context>
+<context>
     <name>FrmSingleColor</name>
     <message>
         <source>选择颜色</source>
@@ -514,10 +624,6 @@
     <message>
         <source>灯光设备</source>
         <translation>灯光设备</translation>
-    </message>
-    <message>
-        <source>未发现设备，请连接灯带</source>
-        <translation>未发现设备，请连接灯带</translation>
     </message>
     <message>
         <source>更多产品</source>

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+/// The program that keeps others from a port. No name: unknown. Without a process id it is only suspected,
+/// because it runs and is known for taking such ports.
+struct PortHolder
+{
+    QString name{};
+    qint64 pid = 0;
+
+    bool isCertain() const { return pid > 0; }
+    bool operator==(const PortHolder& other) const { return name == other.name && pid == other.pid; }
+};
+
+/// The other process that has this device node open. One of another user does not show what it has open, so
+/// then a known one that runs is suspected. `before` is looked at first: it is mostly still the one. Costs
+/// milliseconds on a busy desktop.
+PortHolder holderOf(const QString& location, const PortHolder& before = {});
+
+/// Like holderOf(), without suspicions.
+PortHolder certainHolderOf(const QString& location, const PortHolder& before = {});
+
+/// Empty when there is no such process.
+QString processName(qint64 pid);
