@@ -18,8 +18,24 @@ HotKeyManager::HotKeyManager(QObject* parent)
     connect(&m_retryTimer, &QTimer::timeout, this, &HotKeyManager::retry);
 }
 
+void HotKeyManager::followPlatform()
+{
+    QHotkeyPrivate* platform = QHotkeyPrivate::instance();
+    if (!platform)
+        return;
+    connect(platform, &QHotkeyPrivate::servesAgain, this, &HotKeyManager::retry, Qt::UniqueConnection);
+    connect(platform, &QHotkeyPrivate::userDecided, this, &HotKeyManager::userDecided, Qt::UniqueConnection);
+}
+
+void HotKeyManager::allowQuestions()
+{
+    if (QHotkeyPrivate* platform = QHotkeyPrivate::instance())
+        platform->allowQuestions();
+}
+
 bool HotKeyManager::setHotkey(const QString& id, Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
+    followPlatform();
     const HotkeyBinding wanted{key, modifiers};
     const bool isKnown = m_entries.contains(id);
     const Entry before = m_entries.value(id);
@@ -32,6 +48,7 @@ bool HotKeyManager::setHotkey(const QString& id, Qt::Key key, Qt::KeyboardModifi
             << id;
     }
     const auto hotkey = QSharedPointer<QHotkey>::create();
+    hotkey->setAction(id, m_descriptions.value(id));
     const bool isRegistered = hotkey->setShortcut(key, modifiers, true) && hotkey->isRegistered();
     if (!isRegistered)
         qWarning().noquote() << "[HotkeyManager]: The hotkey combine has been registered" << id;
@@ -41,7 +58,8 @@ bool HotKeyManager::setHotkey(const QString& id, Qt::Key key, Qt::KeyboardModifi
         connect(
             hotkey.data(), &QHotkey::registeredChanged, this, [this, id] { onRegisteredChanged(id); },
             Qt::QueuedConnection);
-        m_entries.insert(id, {wanted, hotkey, before.trouble});
+        connect(hotkey.data(), &QHotkey::desktopKeysChanged, this, [this, id] { followHotkey(id); });
+        m_entries.insert(id, {wanted, hotkey, before.trouble, before.desktopKeys});
         followHotkey(id);
     }
     return isRegistered;
@@ -110,8 +128,8 @@ void HotKeyManager::onRegisteredChanged(const QString& id)
 void HotKeyManager::followHotkey(const QString& id)
 {
     Entry& entry = m_entries[id];
-    const bool isRegistered = entry.hotkey->isRegistered();
-    const HotkeyTrouble trouble = isRegistered ? HotkeyTrouble::None : entry.hotkey->trouble();
+    const HotkeyTrouble trouble = entry.hotkey->trouble();
+    const QString keys = entry.hotkey->desktopKeys();
 
     const bool mayBecomeFree = std::any_of(m_entries.cbegin(), m_entries.cend(), [](const Entry& each) {
         return !each.hotkey->isRegistered() && each.hotkey->trouble() != HotkeyTrouble::NotAllowed;
@@ -121,6 +139,10 @@ void HotKeyManager::followHotkey(const QString& id)
     else if (!m_retryTimer.isActive())
         m_retryTimer.start();
 
+    if (keys != entry.desktopKeys) {
+        entry.desktopKeys = keys;
+        emit desktopKeysChanged(id, keys);
+    }
     if (trouble == entry.trouble)
         return;
     entry.trouble = trouble;

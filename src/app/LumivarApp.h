@@ -118,6 +118,7 @@ private:
     void toggleLight(const QString& id, bool enable);
 
     void makeHotkeys();
+    void letDesktopAsk();
     void makeHotkey(const QString& id, const char* name, const HotkeyBinding& fallback,
                     const std::function<void()>& run);
     bool hasDevices() const;

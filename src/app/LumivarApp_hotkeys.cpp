@@ -55,6 +55,20 @@ void LumivarApp::makeHotkeys()
          [this] { stepBrightness(kBrightnessStep); });
     connect(&m_hotKeyManager, &HotKeyManager::hotkeyActived, this, &LumivarApp::onHotkeyActived,
             Qt::UniqueConnection);
+    connect(&m_hotKeyManager, &HotKeyManager::userDecided, this, [](bool isGranted) {
+        ConfigurationManager::instance()->setAppConfig(QLatin1String(ConfigKeys::kHotkeysGranted), isGranted);
+    });
+    connect(&m_mainWindow, &MainWindow::opened, this, &LumivarApp::letDesktopAsk);
+    letDesktopAsk();
+}
+
+/// A desktop that has to ask for the shortcuts asks the user who sees whose they are, and not again one who
+/// has refused them.
+void LumivarApp::letDesktopAsk()
+{
+    const QLatin1String key(ConfigKeys::kHotkeysGranted);
+    if (ConfigurationManager::instance()->appConfig(key).toBool(!m_mainWindow.isPutAway()))
+        m_hotKeyManager.allowQuestions();
 }
 
 void LumivarApp::makeHotkey(const QString& id, const char* name, const HotkeyBinding& fallback,
@@ -70,6 +84,7 @@ void LumivarApp::makeHotkey(const QString& id, const char* name, const HotkeyBin
         store(id, fallback);
     }
     const HotkeyBinding binding = found.value_or(fallback);
+    m_hotKeyManager.setDescription(id, QString::fromUtf8(name));
     if (!m_hotKeyManager.setHotkey(id, binding.key, binding.modifiers))
         qWarning().noquote() << "Failed to registered hotkey" << id << ", the action will be never activated";
     m_hotkeyActions.insert(id, {name, binding, run, m_hotkeyActions.size()});
@@ -148,7 +163,8 @@ void LumivarApp::fillHotkeys(HotKeyEditWidget& table)
     QMap<QString, QString> names;
     for (auto action = m_hotkeyActions.cbegin(); action != m_hotkeyActions.cend(); ++action) {
         const QString& id = action.key();
-        rows[action->row] = {id, action->binding.toCombine(), m_hotKeyManager.trouble(id)};
+        rows[action->row] = {id, action->binding.toCombine(), m_hotKeyManager.trouble(id),
+                             m_hotKeyManager.desktopKeys(id)};
         names.insert(id, QString::fromUtf8(action->name));
     }
     table.setDescriptions(names);
@@ -157,8 +173,12 @@ void LumivarApp::fillHotkeys(HotKeyEditWidget& table)
         [this](const QString& id, const HotkeyCombine& combine) { return checkHotkey(id, combine); });
     table.setApplyHotkey(
         [this](const QString& id, const HotkeyCombine& combine) { return applyHotkey(id, combine); });
+    connect(&table, &HotKeyEditWidget::shown, &m_hotKeyManager, &HotKeyManager::allowQuestions,
+            Qt::UniqueConnection);
     connect(&table, &HotKeyEditWidget::shown, &m_hotKeyManager, &HotKeyManager::retry, Qt::UniqueConnection);
     connect(&m_hotKeyManager, &HotKeyManager::troubleChanged, &table, &HotKeyEditWidget::setTrouble,
+            Qt::UniqueConnection);
+    connect(&m_hotKeyManager, &HotKeyManager::desktopKeysChanged, &table, &HotKeyEditWidget::setDesktopKeys,
             Qt::UniqueConnection);
 }
 

@@ -21,6 +21,12 @@ QKeySequence QHotkey::shortcut() const
     return m_keyCode == Qt::Key_unknown ? QKeySequence() : QKeySequence(m_keyCode | m_modifiers);
 }
 
+void QHotkey::setAction(const QString& id, const QString& description)
+{
+    m_actionId = id;
+    m_description = description;
+}
+
 bool QHotkey::setRegistered(bool registered)
 {
     if (m_registered == registered)

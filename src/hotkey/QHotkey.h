@@ -46,9 +46,15 @@ public:
     bool isRegistered() const { return m_registered; }
     /// Empty while unset, or set by its native form.
     QKeySequence shortcut() const;
+    /// What the shortcut is for, where the desktop keeps a list of them: a name that stays the same for ever,
+    /// and a text for the user, a source text of the translation context "HotkeyDescription". To be set
+    /// before it is registered.
+    void setAction(const QString& id, const QString& description);
     NativeShortcut currentNativeShortcut() const { return m_nativeShortcut; }
-    /// Why the last registration failed; None after one that did not.
+    /// Why the last registration failed, or a registered shortcut has no keys; None where it works.
     HotkeyTrouble trouble() const { return m_trouble; }
+    /// The keys that the desktop has given it instead of those asked for, in the desktop's words; else empty.
+    QString desktopKeys() const { return m_desktopKeys; }
 
 public slots:
     /// False where the platform refuses. A shortcut that it will not give back counts as unregistered too.
@@ -66,6 +72,8 @@ signals:
     void released();
     /// Within the call that changes it, on the GUI thread; queued where the platform takes a shortcut away.
     void registeredChanged(bool registered);
+    /// What the desktop has made of a registered shortcut is another: trouble() and desktopKeys(). Queued.
+    void desktopKeysChanged();
 
 private:
     friend class QHotkeyPrivate;
@@ -79,6 +87,9 @@ private:
     // Written by the singleton, on this object's own thread or while that waits.
     bool m_registered = false;
     HotkeyTrouble m_trouble = HotkeyTrouble::None;
+    QString m_desktopKeys;
+    QString m_actionId;
+    QString m_description;
 };
 
 uint qHash(const QHotkey::NativeShortcut& shortcut, uint seed = 0);

@@ -3,6 +3,7 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
+#include <algorithm>
 #include <utility>
 
 // A plain pointer: hotkeys of static storage may live longer than any static object of ours.
@@ -125,6 +126,7 @@ bool QHotkeyPrivate::addShortcutInvoked(QHotkey* hotkey)
     m_shortcuts.insert(shortcut, hotkey);
     hotkey->m_registered = true;
     hotkey->m_trouble = HotkeyTrouble::None;
+    hotkey->m_desktopKeys.clear();
     emit hotkey->registeredChanged(true);
     return true;
 }
@@ -157,9 +159,21 @@ HotkeyTrouble QHotkeyPrivate::obstacleTo(Qt::Key keycode, Qt::KeyboardModifiers 
     const QHotkey::NativeShortcut shortcut = nativeShortcutInvoked(keycode, modifiers);
     if (!shortcut.valid)
         return HotkeyTrouble::NoSuchKey;
-    const bool isFree =
-        m_shortcuts.contains(shortcut) || (registerShortcut(shortcut) && unregisterShortcut(shortcut));
-    return isFree ? HotkeyTrouble::None : trouble;
+    return m_shortcuts.contains(shortcut) || canRegister(shortcut) ? HotkeyTrouble::None : trouble;
+}
+
+QVector<QHotkeyPrivate::Action> QHotkeyPrivate::actions() const
+{
+    QVector<Action> result;
+    for (const QHotkey::NativeShortcut& shortcut : m_shortcuts.uniqueKeys()) {
+        const QList<QHotkey*> hotkeys = m_shortcuts.values(shortcut);
+        const QHotkey* first = *std::min_element(
+            hotkeys.begin(), hotkeys.end(), [](auto* a, auto* b) { return a->m_actionId < b->m_actionId; });
+        if (!first->m_actionId.isEmpty())
+            result.append({first->m_actionId, first->m_description, shortcut});
+    }
+    std::sort(result.begin(), result.end(), [](const Action& a, const Action& b) { return a.id < b.id; });
+    return result;
 }
 
 void QHotkeyPrivate::activateShortcut(QHotkey::NativeShortcut shortcut)
@@ -172,17 +186,32 @@ void QHotkeyPrivate::releaseShortcut(QHotkey::NativeShortcut shortcut)
     tell(shortcut, &QHotkey::released);
 }
 
-void QHotkeyPrivate::tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)())
+template <typename Function>
+void QHotkeyPrivate::forEachQueued(QHotkey::NativeShortcut shortcut, Function news)
 {
     const QList<QHotkey*> hotkeys = m_shortcuts.values(shortcut);
     for (QHotkey* hotkey : hotkeys) {
         // It may have been given up while the news was on its way.
-        const auto news = [hotkey, shortcut, signal] {
+        const auto ifStillThere = [hotkey, shortcut, news] {
             if (hotkey->m_registered && hotkey->m_nativeShortcut == shortcut)
-                emit(hotkey->*signal)();
+                news(*hotkey);
         };
-        QMetaObject::invokeMethod(hotkey, news, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(hotkey, ifStillThere, Qt::QueuedConnection);
     }
+}
+
+void QHotkeyPrivate::tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)())
+{
+    forEachQueued(shortcut, [signal](QHotkey& hotkey) { emit(hotkey.*signal)(); });
+}
+
+void QHotkeyPrivate::setDesktopKeys(QHotkey::NativeShortcut shortcut, const QString& keys, HotkeyTrouble why)
+{
+    forEachQueued(shortcut, [keys, why](QHotkey& hotkey) {
+        hotkey.m_desktopKeys = keys;
+        hotkey.m_trouble = why;
+        emit hotkey.desktopKeysChanged();
+    });
 }
 
 void QHotkeyPrivate::loseShortcut(QHotkey::NativeShortcut shortcut)
@@ -195,6 +224,7 @@ void QHotkeyPrivate::loseShortcut(QHotkey::NativeShortcut shortcut)
         const auto news = [hotkey, why = trouble] {
             hotkey->m_registered = false;
             hotkey->m_trouble = why;
+            hotkey->m_desktopKeys.clear();
             emit hotkey->registeredChanged(false);
         };
         QMetaObject::invokeMethod(hotkey, news, Qt::QueuedConnection);

@@ -32,6 +32,15 @@ public:
     /// Why the combination could not be taken now; None where it could. Tries it with the platform and logs
     /// nothing. On the GUI thread.
     HotkeyTrouble obstacleTo(Qt::Key keycode, Qt::KeyboardModifiers modifiers);
+    /// The user is there, or has agreed before: a desktop that asks him about shortcuts may do so from now
+    /// on.
+    virtual void allowQuestions() {}
+
+signals:
+    /// What was refused may be had now.
+    void servesAgain();
+    /// The desktop has asked the user, or remembers what he said.
+    void userDecided(bool isGranted);
 
 protected:
     // What a platform does; all on the GUI thread. A refusal sets `error` and `trouble`.
@@ -41,6 +50,20 @@ protected:
     virtual quint32 nativeModifiers(Qt::KeyboardModifiers modifiers, bool& ok) = 0;
     virtual bool registerShortcut(QHotkey::NativeShortcut shortcut) = 0;
     virtual bool unregisterShortcut(QHotkey::NativeShortcut shortcut) = 0;
+    /// Whether it could be registered, though nobody has just asked for it.
+    virtual bool canRegister(QHotkey::NativeShortcut shortcut)
+    {
+        return registerShortcut(shortcut) && unregisterShortcut(shortcut);
+    }
+
+    /// What the registered shortcuts are for, sorted by id; without those that are for nothing in particular.
+    struct Action
+    {
+        QString id; ///< never empty
+        QString description;
+        QHotkey::NativeShortcut shortcut;
+    };
+    QVector<Action> actions() const;
 
     // What a platform tells.
     void activateShortcut(QHotkey::NativeShortcut shortcut);
@@ -48,6 +71,8 @@ protected:
     /// The platform has taken a registered shortcut away: its hotkeys learn that they are unregistered, and
     /// the present `trouble`, at their next turn of the event loop.
     void loseShortcut(QHotkey::NativeShortcut shortcut);
+    /// The desktop has given a registered shortcut these keys instead of its own, or, with a trouble, none.
+    void setDesktopKeys(QHotkey::NativeShortcut shortcut, const QString& keys, HotkeyTrouble why);
 
     QString error; ///< the platform's words for its last refusal
     HotkeyTrouble trouble = HotkeyTrouble::None;
@@ -65,6 +90,9 @@ private:
 
     Qt::ConnectionType connectionType() const;
     void tell(QHotkey::NativeShortcut shortcut, void (QHotkey::*signal)());
+    /// Runs on the thread of each of the shortcut's hotkeys, for those that have it still.
+    template <typename Function>
+    void forEachQueued(QHotkey::NativeShortcut shortcut, Function news);
 
     static QHotkeyPrivate* s_instance;
     QHash<QPair<Qt::Key, uint>, QHotkey::NativeShortcut> m_mapping; ///< by key and modifiers

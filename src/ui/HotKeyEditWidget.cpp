@@ -88,6 +88,14 @@ void HotKeyEditWidget::setTrouble(const QString& id, HotkeyTrouble trouble)
     showAll();
 }
 
+void HotKeyEditWidget::setDesktopKeys(const QString& id, const QString& keys)
+{
+    if (HotkeyModel* hotkey = find(id)) {
+        hotkey->desktopKeys = keys;
+        showAll();
+    }
+}
+
 void HotKeyEditWidget::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange) {
@@ -160,6 +168,8 @@ QString HotKeyEditWidget::reason(HotkeyTrouble trouble)
         return tr("当前键盘上没有这个键。");
     case HotkeyTrouble::NotAllowed:
         return tr("当前桌面不允许程序占用按键，快捷键暂时不起作用。");
+    case HotkeyTrouble::NoKeysYet:
+        return tr("桌面还没有给它分配按键，请在系统的键盘设置中分配。");
     }
     return {};
 }
@@ -172,7 +182,8 @@ void HotKeyEditWidget::showRow(int row)
     action->setText(QCoreApplication::translate("HotkeyDescription",
                                                 m_descriptions.value(hotkey.id).toUtf8().constData()));
     QTableWidgetItem* combine = ui->tableWidget->item(row, kCombine);
-    combine->setText(hotkey.combine.toText());
+    combine->setText(hotkey.desktopKeys.isEmpty() ? hotkey.combine.toText()
+                                                  : tr("%1（由桌面设定）").arg(hotkey.desktopKeys));
     combine->setIcon(why.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/images/warning.png")));
     for (QTableWidgetItem* item : {action, combine}) {
         item->setToolTip(why);

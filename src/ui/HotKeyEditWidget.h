@@ -35,6 +35,8 @@ public:
     void setApplyHotkey(Decision applyHotkey) { m_applyHotkey = std::move(applyHotkey); }
     /// A combination became free, or was lost.
     void setTrouble(const QString& id, HotkeyTrouble trouble);
+    /// The desktop has given it other keys, in its words; empty: those of the combination.
+    void setDesktopKeys(const QString& id, const QString& keys);
 
 signals:
     /// The user looks at the table: time to try again what could not be taken.

@@ -228,7 +228,7 @@ void MainWindow::changeEvent(QEvent* event)
         // Without the outline the close button reaches into the corner of the screen.
         const int outline = isFillingScreen() ? 0 : kOutline;
         ui->windowLayout->setContentsMargins(outline, outline, outline, outline);
-        m_isPutAway = m_isPutAway && isMinimized();
+        noticeOpening();
         break;
     }
     case QEvent::StyleChange:
@@ -258,8 +258,15 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 
 void MainWindow::showEvent(QShowEvent* event)
 {
-    m_isPutAway = m_isPutAway && isMinimized();
+    noticeOpening();
     QWidget::showEvent(event);
+}
+
+void MainWindow::noticeOpening()
+{
+    m_isPutAway = m_isPutAway && isMinimized();
+    if (!m_isPutAway && isVisible())
+        emit opened();
 }
 
 void MainWindow::mousePressEvent(QMouseEvent* event)

@@ -51,6 +51,8 @@ public:
     WindowRegion regionAt(QPoint position) const;
 
 signals:
+    /// The user sees it, perhaps for the first time.
+    void opened();
     void requestShowHelpDlg();
     void requestUpdateAppVersion();
     void requestCancelDownload();
@@ -84,6 +86,7 @@ private:
     void showShortcuts();
     void showDownload();
     void followScreen();
+    void noticeOpening();
     bool isFillingScreen() const;
     /// Whether a minimised window can be found again: somebody manages windows.
     static bool canMinimise();

@@ -9,4 +9,5 @@ struct HotkeyModel
     QString id;
     HotkeyCombine combine;
     HotkeyTrouble trouble = HotkeyTrouble::None; ///< other than None: it does not work at present
+    QString desktopKeys = {}; ///< those that work instead of the combination; empty where that does
 };

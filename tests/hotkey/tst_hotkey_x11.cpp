@@ -1,7 +1,7 @@
 // System-wide shortcuts with a real X server, real key presses and another program in the foreground.
 #include "LogCapture.h"
 #include "VirtualDisplay.h"
-#include "hotkey/HotkeySession_x11.h"
+#include "hotkey/HotkeySession_linux.h"
 #include "hotkey/KeyName.h"
 #include "hotkey/KeySymbols_x11.h"
 #include "hotkey/KeyboardMap_x11.h"

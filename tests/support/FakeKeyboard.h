@@ -32,6 +32,10 @@ public:
         loseShortcut(shortcut(key));
     }
 
+    void give(int key, const QString& keys, HotkeyTrouble why) { setDesktopKeys(shortcut(key), keys, why); }
+    void allowQuestions() override { ++questionsAllowed; }
+
+    int questionsAllowed = 0;
     static inline FakeKeyboard* s_current = nullptr;
     static inline QSet<Shortcut> s_ours; ///< registered
 

@@ -231,6 +231,7 @@ void Gallery::showHotkeys()
     const QVector<HotkeyModel> hotkeys = galleryHotkeys();
     page.setHotkeys(hotkeys);
     page.setTrouble(hotkeys.at(1).id, HotkeyTrouble::Taken);
+    page.setDesktopKeys(hotkeys.at(3).id, QStringLiteral("Super+F7"));
     show(page, QStringLiteral("hotkeys"));
     page.setTrouble(hotkeys.at(2).id, HotkeyTrouble::NotAllowed);
     page.activateWindow();

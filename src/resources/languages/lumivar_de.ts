@@ -695,6 +695,14 @@
         <source>当前键盘上没有这个键。</source>
         <translation>Die jetzige Tastatur hat keine solche Taste.</translation>
     </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (vom Desktop festgelegt)</translation>
+    </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>Der Desktop hat ihm noch keine Tasten zugewiesen. Das geht in den Tastatureinstellungen des Systems.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -695,6 +695,14 @@
         <source>当前键盘上没有这个键。</source>
         <translation>The present keyboard has no such key.</translation>
     </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (set by the desktop)</translation>
+    </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>The desktop has not given it any keys yet. Please do so in the system’s keyboard settings.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -695,6 +695,14 @@
         <source>修改快捷键...</source>
         <translation>Cambiar atajo...</translation>
     </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (definido por el escritorio)</translation>
+    </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>El escritorio aún no le ha asignado teclas. Hágalo en los ajustes de teclado del sistema.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

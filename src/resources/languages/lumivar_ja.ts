@@ -695,6 +695,14 @@
         <source>快捷键</source>
         <translation>ショートカット</translation>
     </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1（デスクトップで設定）</translation>
+    </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>デスクトップがまだキーを割り当てていません。システムのキーボード設定で割り当ててください。</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -695,6 +695,14 @@
         <source>快捷键</source>
         <translation>단축키</translation>
     </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (데스크톱에서 지정)</translation>
+    </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>데스크톱이 아직 키를 지정하지 않았습니다. 시스템의 키보드 설정에서 지정하세요.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

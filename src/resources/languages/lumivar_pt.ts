@@ -695,6 +695,14 @@
         <source>快捷键</source>
         <translation>Atalho</translation>
     </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>O ambiente ainda não lhe atribuiu teclas. Faça-o nas definições de teclado do sistema.</translation>
+    </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (definido pelo ambiente)</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

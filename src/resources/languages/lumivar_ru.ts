@@ -695,6 +695,14 @@
         <source>功能</source>
         <translation>Действие</translation>
     </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>Рабочая среда ещё не назначила ему клавиши. Это можно сделать в настройках клавиатуры системы.</translation>
+    </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (задано рабочей средой)</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

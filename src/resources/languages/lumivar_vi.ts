@@ -695,6 +695,14 @@
         <source>功能</source>
         <translation>Chức năng</translation>
     </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>Màn hình nền chưa gán phím cho nó. Hãy gán trong phần cài đặt bàn phím của hệ thống.</translation>
+    </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1 (do màn hình nền đặt)</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

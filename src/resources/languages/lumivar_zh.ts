@@ -695,6 +695,14 @@
         <source>这个快捷键已被其他程序占用，释放后会自动生效。</source>
         <translation>这个快捷键已被其他程序占用，释放后会自动生效。</translation>
     </message>
+    <message>
+        <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
+        <translation>桌面还没有给它分配按键，请在系统的键盘设置中分配。</translation>
+    </message>
+    <message>
+        <source>%1（由桌面设定）</source>
+        <translation>%1（由桌面设定）</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

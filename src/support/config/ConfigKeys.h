@@ -43,6 +43,7 @@ inline constexpr Number<double> kMusicQuietLevel{{"effects.musicQuietLevel", 0.0
 
 inline constexpr Setting<const char*> kCaptureMode{"runtime.captureMode", ""}; // none: the session's own
 inline constexpr Setting<const char*> kScreenCastToken{"runtime.screenCastToken", ""}; // the user's consent
+inline constexpr char kHotkeysGranted[] = "runtime.hotkeysGranted"; ///< a bool; absent: not asked yet
 inline constexpr Setting<bool> kLightsOffWhileLocked{"lightsOffWhileLocked", true};
 
 inline constexpr Setting<const char*> kUserContact{"feedback.userContactInfo", ""};

@@ -1,0 +1,211 @@
+// Shortcuts by the desktop's portal: what it is asked, when, and what becomes of them.
+#include "FakeShortcutsPortal.h"
+#include "hotkey/PortalTrigger_linux.h"
+#include "hotkey/QHotkeyPrivate.h"
+
+#include <QGuiApplication>
+#include <QtTest>
+
+namespace {
+
+constexpr Qt::KeyboardModifiers kHeld(Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+const QString kBoth("a=CTRL+ALT+SHIFT+F10 b=CTRL+ALT+SHIFT+Right");
+
+QHotkeyPrivate& platform()
+{
+    return *QHotkeyPrivate::instance();
+}
+
+std::unique_ptr<QHotkey> makeHotkey(const QString& id, Qt::Key key)
+{
+    auto hotkey = std::make_unique<QHotkey>();
+    hotkey->setAction(id, "what it does");
+    hotkey->setShortcut(key, kHeld, true);
+    return hotkey;
+}
+
+} // namespace
+
+class tst_HotkeyPortal : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_bus.start());
+        m_bus.useAsSession();
+        qputenv("XDG_SESSION_TYPE", "wayland");
+    }
+    // Each case has an application of its own, and with it a platform.
+    void init()
+    {
+        static int count = 1;
+        static char name[] = "tst_hotkey_portal";
+        static char* names[] = {name, nullptr};
+        m_app = std::make_unique<QGuiApplication>(count, names);
+        m_portal = std::make_unique<FakeShortcutsPortal>(m_bus.connection("portal"));
+    }
+    void cleanup()
+    {
+        m_a.reset();
+        m_b.reset();
+        m_portal.reset();
+        QDBusConnection::disconnectFromBus("portal");
+        m_app.reset();
+    }
+
+    void allAreBoundOnceAndKnownAgain()
+    {
+        m_portal->answers["ListShortcuts"] = m_portal->answers["BindShortcuts"] = FakeShortcutsPortal::Twice;
+        QVERIFY(m_portal->appear());
+        QSignalSpy decided(&platform(), &QHotkeyPrivate::userDecided);
+        registerBoth(); // at an autostart nobody would know what the desktop asks for
+        const QStringList looks{"CreateSession", "ListShortcuts"};
+        QTRY_COMPARE(m_portal->calls, looks);
+        platform().allowQuestions();
+        QTRY_COMPARE(decided.count(), 1);
+        QCOMPARE(m_portal->calls.mid(2), QStringList{"BindShortcuts"});
+        QCOMPARE(asked(), kBoth);
+        QCOMPARE(m_portal->asked[0].second["description"].toString(), "what it does");
+
+        QSignalSpy pressed(m_a.get(), &QHotkey::activated), released(m_a.get(), &QHotkey::released);
+        m_portal->tell("Activated", "a", "/an/old/session");
+        m_portal->tell("Activated", "nobody", m_portal->session);
+        m_portal->tell("Activated", "a", m_portal->session);
+        m_portal->tell("Deactivated", "a", m_portal->session);
+        QTRY_COMPARE(released.count(), 1);
+        QCOMPARE(pressed.count(), 1);
+
+        m_portal->vanish();
+        QTRY_VERIFY(!m_a->isRegistered() && m_b->trouble() == HotkeyTrouble::NotAllowed);
+        QCOMPARE(platform().obstacleTo(Qt::Key_F10, kHeld), HotkeyTrouble::NotAllowed);
+        m_portal->calls.clear();
+        connect(&platform(), &QHotkeyPrivate::servesAgain, this, &tst_HotkeyPortal::registerBoth);
+        QVERIFY(m_portal->appear());
+        QTRY_COMPARE(decided.count(), 2);
+        QCOMPARE(m_portal->calls, looks);
+        QVERIFY(m_a->isRegistered());
+    }
+
+    void aChangeIsBoundWithAllOthersInANewSession()
+    {
+        m_portal->chosen["b"] = "Press <Super>F7";
+        bindBoth();
+        QTRY_COMPARE(m_b->desktopKeys(), "Press <Super>F7"); // which the user is to be told
+        QVERIFY(m_a->desktopKeys().isEmpty());
+        m_portal->calls.clear();
+        QCOMPARE(platform().obstacleTo(Qt::Key_F1, kHeld), HotkeyTrouble::None); // looks, asks nobody
+        QCoreApplication::processEvents();
+        const QString before = m_portal->session;
+        m_a = makeHotkey("a", Qt::Key_F1); // before the old one goes
+        QTRY_COMPARE(asked(), "a=CTRL+ALT+SHIFT+F1 b=CTRL+ALT+SHIFT+Right");
+        QCOMPARE(m_portal->calls, (QStringList{"CreateSession", "BindShortcuts"}));
+        QCOMPARE(m_portal->closed, QStringList{before});
+
+        const auto change = [this](const QString& id, const QString& keys, const QString& session) {
+            const PortalShortcuts changed{{id, {{"trigger_description", keys}}}};
+            m_portal->tell("ShortcutsChanged", QVariant::fromValue(changed), session);
+        };
+        change("b", "", before);
+        change("a", "", m_portal->session);
+        QTRY_COMPARE(m_a->trouble(), HotkeyTrouble::NoKeysYet);
+        QVERIFY(m_a->isRegistered() && !m_b->desktopKeys().isEmpty());
+        change("a", "Ctrl+Alt+Shift+F1", m_portal->session);
+        QTRY_COMPARE(m_a->trouble(), HotkeyTrouble::None);
+    }
+
+    void theUserIsNotAskedAgainForWhatHeRefused()
+    {
+        m_portal->refused = "a";
+        bindBoth();
+        QTRY_COMPARE(m_a->trouble(), HotkeyTrouble::NotAllowed);
+        QVERIFY(m_b->isRegistered());
+
+        m_portal->answers["BindShortcuts"] = FakeShortcutsPortal::Refuse;
+        QSignalSpy decided(&platform(), &QHotkeyPrivate::userDecided);
+        m_b = makeHotkey("b", Qt::Key_F1); // the user's change
+        QTRY_COMPARE(decided.count(), 1);
+        QCOMPARE(decided[0][0], false);
+        QTRY_VERIFY(!m_b->isRegistered());
+        m_portal->calls.clear();
+        platform().allowQuestions();
+        QCOMPARE(platform().obstacleTo(Qt::Key_F1, kHeld), HotkeyTrouble::NotAllowed);
+        QCoreApplication::processEvents();
+        QVERIFY(m_portal->calls.isEmpty());
+
+        m_portal->answers.clear();
+        m_portal->refused.clear();
+        connect(&platform(), &QHotkeyPrivate::servesAgain, this, [this] { m_b->setRegistered(true); });
+        m_a->setRegistered(true); // who wants one again gets all
+        QTRY_COMPARE(m_portal->bound.size(), 2);
+    }
+
+    void aPortalThatFailsIsTriedAgainUnlessItWouldAsk()
+    {
+        platform().allowQuestions();
+        connect(&platform(), &QHotkeyPrivate::servesAgain, this, &tst_HotkeyPortal::registerBoth);
+        registerBoth(); // there is no portal
+        QTRY_VERIFY(!m_a->isRegistered() && !m_b->isRegistered());
+        auto* retry = platform().findChild<QTimer*>();
+        QVERIFY(!retry->isActive() && !m_a->setRegistered(true));
+        for (const char* method : {"CreateSession", "ListShortcuts"}) {
+            m_portal->answers = {{method, FakeShortcutsPortal::End}};
+            m_portal->calls.clear();
+            m_portal->vanish();
+            QVERIFY(m_portal->appear());
+            QTRY_VERIFY(m_portal->calls.contains(method));
+            QTRY_VERIFY(retry->isActive() && !m_a->isRegistered());
+        }
+        m_portal->answers = {{"BindShortcuts", FakeShortcutsPortal::End}};
+        retry->start(1); // instead of half a minute
+        QTRY_COMPARE(asked(), kBoth);
+        QTRY_VERIFY(!m_a->isRegistered());
+        QVERIFY(!retry->isActive());
+    }
+
+    void triggersAreSpelledAsThePortalDoes()
+    {
+        const auto native = [](int key, Qt::KeyboardModifiers modifiers) {
+            return platform().nativeShortcut(Qt::Key(key), modifiers);
+        };
+        QCOMPARE(portalTrigger(native(Qt::Key_A, Qt::MetaModifier)), "LOGO+a");
+        QCOMPARE(portalTrigger(native(Qt::Key_4, Qt::KeypadModifier | Qt::AltModifier)), "ALT+KP_4");
+        const QHotkey::NativeShortcut pageUp = native(Qt::Key_PageUp, kHeld);
+        QCOMPARE(portalTrigger(pageUp), "CTRL+ALT+SHIFT+Prior");
+        for (const char* words : {"Ctrl+Alt+Shift+PgUp", "Press <Control><Shift><Alt>Prior"})
+            QVERIFY2(meansSameKeys(words, pageUp), words);
+        for (const char* words :
+             {"", "PgUp", "Ctrl+Alt+PgUp", "Meta+Ctrl+Alt+Shift+PgUp", "Ctrl+Alt+Shift+Up"})
+            QVERIFY2(!meansSameKeys(words, pageUp), words);
+    }
+
+private:
+    void registerBoth()
+    {
+        m_b = makeHotkey("b", Qt::Key_Right);
+        m_a = makeHotkey("a", Qt::Key_F10);
+    }
+    void bindBoth()
+    {
+        QVERIFY(m_portal->appear());
+        platform().allowQuestions();
+        registerBoth();
+        QTRY_COMPARE(asked(), kBoth);
+    }
+    QString asked() const
+    {
+        QStringList parts;
+        for (const auto& [id, properties] : m_portal->asked)
+            parts += id + '=' + properties["preferred_trigger"].toString();
+        return parts.join(' ');
+    }
+
+    PrivateBus m_bus;
+    std::unique_ptr<QGuiApplication> m_app;
+    std::unique_ptr<FakeShortcutsPortal> m_portal;
+    std::unique_ptr<QHotkey> m_a, m_b;
+};
+
+QTEST_APPLESS_MAIN(tst_HotkeyPortal)
+#include "tst_hotkey_portal.moc"
