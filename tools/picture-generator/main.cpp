@@ -15,8 +15,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv); // for the picture formats, which are plug-ins
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4) {
-        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER COMPILED_IN_FOLDER\n", stderr);
+    if (arguments.size() != 5) {
+        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER COMPILED_IN_FOLDER ICON_THEME\n",
+                   stderr);
         return 2;
     }
     const QString maps = arguments.at(2) + QLatin1String("/effects/colorful");
@@ -29,7 +30,7 @@ int main(int argc, char** argv)
         QDir().mkpath(folder);
     if (!writeColorMapPictures(maps) || !writeMatrixPictures(loop) || !writeGlyphPictures(compiledIn) ||
         !writeProgramPictures(images) || !writeHomePictures(images) ||
-        !writeEffectIcons(images, compiledIn) ||
+        !writeEffectIcons(images, compiledIn) || !writeThemeIcons(arguments.at(4)) ||
         !writeProductPictures(arguments.at(1), images, compiledIn + QLatin1String("/Lv0127Icon.jpg"))) {
         std::fputs("picture-generator: a file could not be read or written\n", stderr);
         return 1;
