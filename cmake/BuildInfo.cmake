@@ -26,5 +26,10 @@ endfunction()
 
 ask_git(BUILD_BRANCH rev-parse --abbrev-ref HEAD)
 ask_git(BUILD_COMMIT rev-parse --short=12 HEAD)
+# A source archive brings along what it was made from.
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/Commit.txt archived)
+if(BUILD_COMMIT STREQUAL unknown AND archived MATCHES "^[0-9a-f]+")
+    string(SUBSTRING ${CMAKE_MATCH_0} 0 12 BUILD_COMMIT)
+endif()
 string(TIMESTAMP BUILD_DATE %y%m%d UTC)
 configure_file(${SOURCE_DIR}/src/system/BuildInfo.cpp.in ${OUTPUT} @ONLY)
