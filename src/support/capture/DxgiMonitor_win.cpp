@@ -2,7 +2,6 @@
 
 #include "support/capture/FrameScaler.h"
 
-#include <opencv2/core.hpp>
 #include <utility>
 
 using Microsoft::WRL::ComPtr;
@@ -99,28 +98,13 @@ cv::Mat DxgiMonitor::scaleStaging(QSize outputSize)
     D3D11_MAPPED_SUBRESOURCE mapped{};
     if (FAILED(m_context->Map(m_staging.Get(), 0, D3D11_MAP_READ, 0, &mapped)))
         return {};
-    // The picture comes as the panel scans it; the small frame is cheaper to turn.
-    const bool isUpright =
-        m_rotation != DXGI_MODE_ROTATION_ROTATE90 && m_rotation != DXGI_MODE_ROTATION_ROTATE270;
     SourcePixels pixels;
     pixels.data = static_cast<const uchar*>(mapped.pData);
     pixels.stride = mapped.RowPitch;
     pixels.size = QSize(int(desc.Width), int(desc.Height));
-    cv::Mat frame = scaleFrame(pixels, isUpright ? outputSize : outputSize.transposed());
+    // The picture comes as the panel scans it.
+    pixels.quarterTurns = qMax(0, int(m_rotation) - int(DXGI_MODE_ROTATION_IDENTITY));
+    const cv::Mat frame = scaleFrame(pixels, outputSize);
     m_context->Unmap(m_staging.Get(), 0);
-
-    cv::Mat turned;
-    switch (m_rotation) {
-    case DXGI_MODE_ROTATION_ROTATE90:
-        cv::rotate(frame, turned, cv::ROTATE_90_CLOCKWISE);
-        return turned;
-    case DXGI_MODE_ROTATION_ROTATE180:
-        cv::rotate(frame, turned, cv::ROTATE_180);
-        return turned;
-    case DXGI_MODE_ROTATION_ROTATE270:
-        cv::rotate(frame, turned, cv::ROTATE_90_COUNTERCLOCKWISE);
-        return turned;
-    default:
-        return frame;
-    }
+    return frame;
 }

@@ -1,6 +1,7 @@
 #include "support/capture/FrameScaler.h"
 
 #include <algorithm>
+#include <opencv2/core.hpp>
 #include <opencv2/core/hal/intrin.hpp>
 #include <vector>
 
@@ -178,12 +179,9 @@ void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeigh
         out += kChannels;
     }
 }
-} // namespace
 
-cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize)
+cv::Mat averageAreas(const SourcePixels& source, QSize outputSize)
 {
-    if (!source.data || source.size.isEmpty() || outputSize.isEmpty())
-        return {};
     cv::Mat frame(outputSize.height(), outputSize.width(), CV_8UC4);
     const std::vector<ColumnPlan> columns = planColumns(source.size.width(), outputSize.width());
     const int bytes = source.size.width() * kChannels;
@@ -196,4 +194,20 @@ cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize)
         averageColumns(source, sums.data(), rows.totalWeight, columns, frame.ptr(y));
     }
     return frame;
+}
+} // namespace
+
+cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize)
+{
+    if (!source.data || source.size.isEmpty() || outputSize.isEmpty())
+        return {};
+    // The small frame is cheaper to turn.
+    cv::Mat frame = averageAreas(source, source.quarterTurns % 2 ? outputSize.transposed() : outputSize);
+    constexpr int kBack[] = {cv::ROTATE_90_CLOCKWISE, cv::ROTATE_180, cv::ROTATE_90_COUNTERCLOCKWISE};
+    cv::Mat upright = frame;
+    if (source.quarterTurns > 0)
+        cv::rotate(frame, upright, kBack[source.quarterTurns - 1]);
+    if (source.isFlipped)
+        cv::flip(upright, upright, 1);
+    return upright;
 }

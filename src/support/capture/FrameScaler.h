@@ -13,9 +13,15 @@ struct SourcePixels
     int redByte = 2;
     int greenByte = 1;
     int blueByte = 0;
+    /// What the picture went through on its way into these pixels: a flip left to right, and after it quarter
+    /// turns counter-clockwise.
+    bool isFlipped = false;
+    int quarterTurns = 0;
+
+    QSize uprightSize() const { return quarterTurns % 2 ? size.transposed() : size; }
 };
 
-/// The picture at another size, in red, green, blue and alpha 255, every pixel the mean of the area it
-/// covers. Areas of more than 240 rows are averaged over rows spread across them. Empty without pixels or
+/// The upright picture at another size, in red, green, blue and alpha 255, every pixel the mean of the area
+/// it covers. Areas of more than 240 rows are averaged over rows spread across them. Empty without pixels or
 /// size.
 cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize);
