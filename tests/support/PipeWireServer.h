@@ -44,8 +44,7 @@ public:
             const int file = m_server.state() == QProcess::NotRunning ? -1 : connection();
             if (file >= 0) {
                 ::close(file);
-                m_manager.start("wireplumber", {"-c", "policy.conf"});
-                return m_manager.waitForStarted(kStartMs);
+                return startManager();
             }
             m_server.waitForFinished(0);
         }
@@ -55,9 +54,18 @@ public:
     /// Kills both, as a crash would.
     void stop()
     {
+        stopManager();
+        ServerProcess::stop();
+    }
+    bool startManager()
+    {
+        m_manager.start("wireplumber", {"-c", "policy.conf"});
+        return m_manager.waitForStarted(kStartMs);
+    }
+    void stopManager()
+    {
         m_manager.kill();
         m_manager.waitForFinished();
-        ServerProcess::stop();
     }
     /// A new connection to the server, as a portal hands it out; -1 when there is none. The caller closes it.
     int connection() const

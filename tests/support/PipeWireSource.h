@@ -88,7 +88,7 @@ public:
         QImage turned = picture.mirrored((m_kind.transform & 4) != 0, false);
         turned = turned.transformed(QTransform().rotate(-90 * turns));
         const QRect whole(QPoint(), m_kind.size);
-        const QRect crop = m_kind.crop.isEmpty() ? whole : m_kind.crop;
+        const QRect crop = m_kind.crop.isEmpty() ? whole : m_kind.crop & whole;
         m_picture = QImage(m_kind.size, QImage::Format_RGB32);
         m_picture.fill(Qt::magenta);
         turned = turned.scaled(crop.size()).convertToFormat(QImage::Format_RGB32);

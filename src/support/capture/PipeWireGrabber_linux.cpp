@@ -1,14 +1,61 @@
 #include "support/capture/PipeWireGrabber_linux.h"
 
+#include "support/capture/PipeWireConnection_linux.h"
 #include "support/capture/ScreenCastSession_linux.h"
 
-#include <QSemaphore>
+#include <QThread>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+/// Ends a wait. The feed's listener holds on to it, so that an offer may come while the grabber goes.
+class WakeUp
+{
+public:
+    WakeUp() = default;
+    ~WakeUp() { close(file); }
+    Q_DISABLE_COPY(WakeUp)
+
+    void set() const
+    {
+        const uint64_t one = 1;
+        [[maybe_unused]] const auto size = write(file, &one, sizeof one);
+    }
+    void clear() const
+    {
+        uint64_t count = 0;
+        [[maybe_unused]] const auto size = read(file, &count, sizeof count);
+    }
+
+    const int file = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+};
+} // namespace
 
 struct PipeWireGrabber::Private
 {
     std::shared_ptr<ScreenCastFeed> feed;
     ScreenCastSession* session = nullptr;
-    QSemaphore wakeUps;
+    const std::shared_ptr<WakeUp> wakeUp = std::make_shared<WakeUp>();
+    std::unique_ptr<PipeWireConnection> connection;
+    quint64 number = 0;     ///< of the offer that is connected
+    quint64 seenNumber = 0; ///< of the feed, when it was last looked at
+
+    PipeWireStream* find(const QString& id) const
+    {
+        for (const auto& stream : connection->streams()) {
+            if (stream->place().id == id)
+                return stream.get();
+        }
+        return nullptr;
+    }
+    /// Says once that what the offer gave is gone.
+    void reportLoss()
+    {
+        if (connection && !connection->isAlive() && number)
+            feed->reportLost(std::exchange(number, 0));
+    }
 };
 
 PipeWireGrabber::PipeWireGrabber(std::shared_ptr<ScreenCastFeed> feed,
@@ -17,52 +64,89 @@ PipeWireGrabber::PipeWireGrabber(std::shared_ptr<ScreenCastFeed> feed,
 {
     d->feed = std::move(feed);
     d->session = session.release();
+    d->feed->setChangeListener([wakeUp = d->wakeUp] { wakeUp->set(); });
 }
 
 PipeWireGrabber::~PipeWireGrabber()
 {
-    if (d->session)
+    d->feed->setChangeListener({});
+    if (d->session && d->session->thread() == QThread::currentThread())
+        delete d->session; // at the program's end nothing is done later any more
+    else if (d->session)
         d->session->deleteLater();
 }
 
 bool PipeWireGrabber::open()
 {
-    return false;
+    const auto offer = d->feed->takeOffer();
+    if (!offer)
+        return false;
+    d->number = offer->number;
+    d->connection = std::make_unique<PipeWireConnection>(*offer);
+    d->reportLoss();
+    return isOpen();
 }
 
-void PipeWireGrabber::close() {}
+void PipeWireGrabber::close()
+{
+    d->connection.reset();
+}
 
 bool PipeWireGrabber::isOpen() const
 {
-    return false;
+    return d->connection && d->connection->isAlive() && d->number == d->feed->number();
 }
 
 CaptureSources PipeWireGrabber::sources()
 {
-    return {};
+    CaptureSources sources;
+    for (const auto& stream : d->connection->streams()) {
+        const ScreenCastStream& place = stream->place();
+        const CaptureSource source{place.id, place.name, QRect(place.place.topLeft(), stream->size()),
+                                   place.primary};
+        if (source.geometry.isEmpty())
+            continue;
+        if (source.primary)
+            sources.prepend(source);
+        else
+            sources.append(source);
+    }
+    return sources;
 }
 
 bool PipeWireGrabber::takeSourcesChanged()
 {
-    return false;
+    const quint64 number = d->feed->number();
+    const bool isNew = std::exchange(d->seenNumber, number) != number;
+    return (isOpen() && d->connection->takeChanged()) || isNew;
 }
 
-ScreenGrabber::Result PipeWireGrabber::grab(const CaptureSource&, QSize, bool, cv::Mat&)
+ScreenGrabber::Result PipeWireGrabber::grab(const CaptureSource& source, QSize outputSize, bool force,
+                                            cv::Mat& frame)
 {
-    return Result::Failed;
+    PipeWireStream* stream = d->find(source.id);
+    return stream ? stream->grab(outputSize, force, frame) : Result::Failed;
 }
 
 void PipeWireGrabber::wait(std::chrono::microseconds time)
 {
-    d->wakeUps.tryAcquire(1, int(time.count() / 1000));
+    if (!isOpen())
+        close(); // nothing is read of an offer that does not count any more
+    pollfd files[2] = {{d->wakeUp->file, POLLIN, 0}, {-1, POLLIN, 0}};
+    if (d->connection)
+        files[1].fd = d->connection->file();
+    const timespec timeout{time_t(time.count() / 1000000), long(time.count() % 1000000) * 1000};
+    if (ppoll(files, 2, &timeout, nullptr) > 0 && files[1].revents) {
+        d->connection->dispatch();
+        d->reportLoss();
+    }
+    d->wakeUp->clear();
 }
 
 void PipeWireGrabber::wake()
 {
-    d->wakeUps.release();
+    d->wakeUp->set();
 }
-
-void PipeWireGrabber::abort() {}
 
 void PipeWireGrabber::request(SourceRequest request)
 {

@@ -25,11 +25,12 @@ public:
     Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) override;
     void wait(std::chrono::microseconds time) override;
     void wake() override;
-    void abort() override;
+    /// Nothing to do: no call here waits for the media server.
+    void abort() override {}
     void request(SourceRequest request) override;
     SourceTrouble trouble() const override;
 
 private:
     struct Private;
-    std::unique_ptr<Private> d;
+    const std::unique_ptr<Private> d;
 };

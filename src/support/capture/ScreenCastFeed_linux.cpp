@@ -46,7 +46,7 @@ std::optional<ScreenCastFeed::Offer> ScreenCastFeed::takeOffer()
     const std::lock_guard lock(m_mutex);
     if (std::exchange(m_isTaken, true))
         return {};
-    return Offer{std::exchange(m_offer.remote, -1), m_offer.streams};
+    return Offer{std::exchange(m_offer.remote, -1), m_offer.streams, m_number};
 }
 
 quint64 ScreenCastFeed::number() const

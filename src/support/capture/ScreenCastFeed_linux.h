@@ -37,6 +37,7 @@ public:
     {
         int remote = -1; ///< the connection to the media server; whoever takes the offer closes it
         ScreenCastStreams streams;
+        quint64 number = 0; ///< of this offer, see number()
     };
 
     ScreenCastFeed() = default;
