@@ -83,6 +83,7 @@ void LumivarApp::connectControlPage()
             });
     connect(page, &ControlPage::sOptWidPropertyChanged, this, &LumivarApp::onSOptWidPropertyChanged);
     connect(page, &ControlPage::optWidActived, this, &LumivarApp::onOptWidActived);
+    connect(page, &ControlPage::noticeActionClicked, this, [this] { answerNotice(true); });
 }
 
 void LumivarApp::rename(const QString& id, const QString& name)

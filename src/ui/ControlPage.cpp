@@ -54,6 +54,7 @@ void ControlPage::connectForm()
             &ControlPage::onInstallDirRadioBtnChanged);
     connect(ui->LEDEnableButton, &QRadioButton::toggled, this, &ControlPage::onLEDSwitchBtnChanged);
     connect(ui->brightnessSlider, &QSlider::valueChanged, this, &ControlPage::onBrightnessChanged);
+    connect(ui->noticeButton, &QPushButton::clicked, this, &ControlPage::noticeActionClicked);
     connect(ui->singleDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
     connect(ui->multDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
     connect(ui->workGroupContainer, &ChoiceGrid::chosen, this, [this](const QString& id) {
@@ -74,7 +75,7 @@ void ControlPage::stackRegions()
     m_regions->setSpacing(0);
     for (QWidget* region : std::initializer_list<QWidget*>{
              ui->devControlModeRegion, ui->devDirRegion, ui->workGroupRegion, ui->statusRegion,
-             ui->brightnessRegion, ui->otherOptRegion, ui->noticeLabel, ui->workersRegion})
+             ui->brightnessRegion, ui->otherOptRegion, ui->noticeRegion, ui->workersRegion})
         m_regions->addWidget(region);
 }
 
@@ -223,10 +224,12 @@ void ControlPage::setControlModeVisible(bool visible)
     remeasure();
 }
 
-void ControlPage::setNotice(QString text)
+void ControlPage::setNotice(QString text, QString action)
 {
     ui->noticeLabel->setText(text);
-    ui->noticeLabel->setHidden(text.isEmpty());
+    ui->noticeButton->setText(action);
+    ui->noticeButton->setHidden(action.isEmpty());
+    ui->noticeRegion->setHidden(text.isEmpty());
     remeasure();
 }
 
@@ -244,7 +247,8 @@ QList<ControlPage::Region> ControlPage::regions() const
     QList<Region> result;
     for (int i = 0; i < m_regions->count(); ++i) {
         QWidget* widget = m_regions->itemAt(i)->widget();
-        if (auto* layout = static_cast<QBoxLayout*>(widget->layout())) // the notice has none
+        auto* layout = static_cast<QBoxLayout*>(widget->layout());
+        if (widget != ui->noticeRegion) // which has no header
             result.append({widget, layout, static_cast<QLabel*>(layout->itemAt(0)->widget()),
                            layout->itemAt(1)->widget()});
     }

@@ -57,8 +57,9 @@ public slots:
     void setCurrentWorker(QString workerId);
     void setControllerName(QString name);
     void setControllerId(QString id);
-    /// Why the strip may not show what was chosen, above the effects; translated already, empty for none.
-    void setNotice(QString text);
+    /// Why the strip may not show what was chosen, above the effects, and the text of a button below it that
+    /// does something about it; translated already, empty for none.
+    void setNotice(QString text, QString action = {});
     void setSOptWidProperty(QString key, QJsonValue val);
     void setLOptWidProperty(QString key, QJsonValue val);
 
@@ -70,6 +71,7 @@ signals:
     void workerChanged(QString id);
     void controlModeChanged(bool isSingleDevCtrl);
     void optWidActived();
+    void noticeActionClicked();
     void sOptWidPropertyChanged(QString key, QJsonValue val);
     void lOptWidPropertyChanged(QString key, QJsonValue val);
 

@@ -293,6 +293,21 @@ private slots:
             openPage(0);
             QVERIFY(shows(text));
         }
+        // What it offers to do: it hears when its page is seen, and of a click; the other device does not.
+        auto* button = page().findChild<QPushButton*>("noticeButton");
+        QVERIFY(!button->isVisible());
+        effects().setEffectProperty(id(0), "noticeAction", "请求屏幕画面");
+        effects().setEffectProperty(id(0), "notice", mode);
+        emit effects().boundWorker(id(0))->effectPropertyChanged("notice", mode);
+        QTRY_COMPARE(button->text(), QString("Ask for the screen"));
+        openPage(0);
+        QCOMPARE(property(0, "noticeAction"), QJsonValue(false));
+        effects().setEffectProperty(id(0), "noticeAction", "请求屏幕画面");
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(property(0, "noticeAction"), QJsonValue(true));
+        QVERIFY(property(1, "noticeAction").isNull());
+        effects().setEffectProperty(id(0), "noticeAction", QJsonValue());
+        effects().setEffectProperty(id(0), "notice", "");
         // A plug-in that yields no worker, and back; then one that is gone, and one with its group.
         emit page().workerChanged("id.probe.none");
         QVERIFY(shows(effect));

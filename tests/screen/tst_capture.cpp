@@ -302,6 +302,11 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(manager.allCapturer().size(), 1, kPatienceMs);
         QVERIFY(manager.acquireCapturer("portal:1"));
         manager.releaseCapturer("portal:1");
+        for (const int mode : {0, 1}) {
+            option.setCurMode(mode);
+            QVERIFY(manager.isOfPresentMode("portal:2") == (mode == 1));
+            QVERIFY(manager.isOfPresentMode("eDP-1") == (mode == 0));
+        }
         const int before = grabber->requests.size();
         QCOMPARE(switchOverAndBack(), before);
     }

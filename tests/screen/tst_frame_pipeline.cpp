@@ -259,6 +259,61 @@ private slots:
         QVERIFY(late.isEmpty());
     }
 
+    void noticeTellsWhyThereIsNoSourceAndLeadsToOne()
+    {
+        FakeDeskDuplManager manager;
+        const QList<QString> all = std::exchange(manager.order, {});
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        QList<SourceRequest> expected{SourceRequest::Needed};
+        QCOMPARE(manager.requests, expected);
+        QSet<QString> notices;
+        for (int trouble = 0; trouble <= int(SourceTrouble::Lost); ++trouble) {
+            manager.trouble = SourceTrouble(trouble);
+            emit manager.capturersChanged();
+            QTRY_VERIFY(!worker->effectProperty("notice").toString().isEmpty());
+            notices += worker->effectProperty("notice").toString();
+            const bool canBeAsked = QList<SourceTrouble>{SourceTrouble::NotAsked, SourceTrouble::Refused,
+                                                         SourceTrouble::Withdrawn}
+                                        .contains(manager.trouble);
+            QCOMPARE(worker->effectProperty("noticeAction").toString().isEmpty(), !canBeAsked);
+            worker->setEffectProperty("noticeAction", false);
+            worker->setEffectProperty("noticeAction", true);
+            worker->setEffectProperty("", QJsonObject{{"noticeAction", true}}); // as copied from elsewhere
+            if (canBeAsked)
+                expected += {SourceRequest::Shown, SourceRequest::Wanted};
+            QCOMPARE(manager.requests, expected);
+        }
+        QCOMPARE(notices.size(), int(SourceTrouble::Lost) + 1);
+        for (const QString& id : all)
+            bring(manager, id);
+        worker->setEffectProperty("noticeAction", true);
+        QVERIFY(loaded<ProbeMode>(1, 0, &manager) && manager.requests == expected); // nobody lacks anything
+    }
+
+    void whatAnotherModeCallsItsScreensIsKeptForIt()
+    {
+        config()->setAppConfig(kSavedKey, "other:A");
+        for (const bool isThere : {true, false}) { // or it comes a moment later
+            FakeDeskDuplManager manager;
+            if (!isThere)
+                manager.order.clear();
+            const auto worker = loaded<ProbeMode>(1, 0, &manager);
+            if (!isThere)
+                bring(manager, "A");
+            QCOMPARE(worker->effectProperty("inputSource"), QJsonValue("A"));
+            manager.captures["other:A"] = manager.captures["B"]; // the mode is changed, and back
+            for (const auto& [from, to] : {qMakePair(QString("A"), QString("other:A")), {"other:A", "A"}}) {
+                manager.order.clear();
+                emit manager.capturerFailed(from);
+                bring(manager, to);
+                emit manager.capturersChanged();
+                QCOMPARE(worker->effectProperty("inputSource"), QJsonValue(to));
+            }
+            worker->unload();
+            QCOMPARE(config()->appConfig(kSavedKey), QJsonValue("other:A"));
+        }
+    }
+
     void aSourceThatIsThereNeverMakesTheStripBlink()
     {
         FakeDeskDuplManager manager;

@@ -35,9 +35,14 @@ public:
     }
     void releaseCapturer(QString id) override { --held[id]; }
     QString capturerDesc(QString id) override { return "Monitor " + id; }
+    void requestSources(SourceRequest request) override { requests += request; }
+    SourceTrouble sourceTrouble() override { return order.isEmpty() ? trouble : SourceTrouble::None; }
+    bool isOfPresentMode(const QString& id) override { return !id.startsWith("other:"); }
 
     QList<QString> order{"A", "B"};
     QHash<QString, QSharedPointer<FakeCapture>> captures{{"A", QSharedPointer<FakeCapture>::create()},
                                                          {"B", QSharedPointer<FakeCapture>::create()}};
     QHash<QString, int> held;
+    SourceTrouble trouble = SourceTrouble::None;
+    QList<SourceRequest> requests;
 };

@@ -361,19 +361,34 @@ private slots:
     void noticeStandsAboveTheEffectsAndWraps()
     {
         const auto* notice = part<QLabel>("noticeLabel");
+        const auto* region = part<QWidget>("noticeRegion");
+        auto* button = part<QPushButton>("noticeButton");
         const auto* effects = part<QWidget>("workersRegion");
         m_page->setWorkers(kTwoWorkers, "a");
         settle();
         const int before = contentHeight();
         m_page->setNotice("<b>The screen is gone</b> " + QString("connect it again ").repeated(8));
-        for (const int width : {640, 1000}) {
-            resize(width, 590);
-            QVERIFY(notice->isVisible() && notice->textFormat() == Qt::PlainText);
-            QCOMPARE(notice->height(), notice->heightForWidth(notice->width()));
-            QVERIFY(effects->y() > notice->geometry().bottom());
-            QVERIFY(part<QWidget>("otherOptRegion")->geometry().bottom() < notice->y());
-            QVERIFY(contentHeight() > effects->geometry().bottom());
+        for (const bool hasAction : {false, true}) {
+            if (hasAction)
+                m_page->setNotice(notice->text(), "Connect");
+            for (const int width : {640, 1000}) {
+                resize(width, 590);
+                QVERIFY(notice->isVisible() && notice->textFormat() == Qt::PlainText);
+                QVERIFY(notice->height() >= notice->heightForWidth(notice->width()));
+                QVERIFY(button->isVisible() == hasAction && button->width() < region->width() / 2);
+                QVERIFY(!hasAction || button->y() > notice->geometry().bottom());
+                QVERIFY(effects->y() > region->geometry().bottom());
+                QVERIFY(part<QWidget>("otherOptRegion")->geometry().bottom() < region->y());
+                QVERIFY(contentHeight() > effects->geometry().bottom());
+            }
         }
+        const QSignalSpy clicked(m_page.get(), &ControlPage::noticeActionClicked);
+        part<QWidget>("brightnessSlider")->setFocus();
+        for (int tabs = 0; tabs < 20 && QApplication::focusWidget() != button; ++tabs)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QVERIFY(clicked.size() == 1 &&
+                QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name) == "Connect");
         m_page->setNotice({});
         settle();
         QVERIFY(!notice->isVisible() && contentHeight() == before);

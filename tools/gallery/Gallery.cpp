@@ -4,6 +4,7 @@
 #include "app/FindingTexts.h"
 #include "app/PageModels.h"
 #include "effects/AbsWorkerWidget.h"
+#include "effects/EffectNotice.h"
 #include "effects/colorful/GradientWidget.h"
 #include "support/capture/DeskCaptureOption.h"
 #include "support/config/ConfigKeys.h"
@@ -111,9 +112,27 @@ void Gallery::showControlPages()
             showEffect(model, effect, model + QStringLiteral(":0000002A"));
         }
     }
+    showNotices();
     page.setControlModeVisible(true);
     showEffect(matrix, QStringLiteral("id.effect.singleColor.singleColor1"),
                galleryDevices(4).last().name + QStringLiteral(" (LV0N03:00000001)"));
+}
+
+/// Above the effects: one that a click helps against, and the longest.
+void Gallery::showNotices()
+{
+    const auto translated = [](const char* source) {
+        return QCoreApplication::translate(EffectNotice::kContext, source);
+    };
+    ControlPage& page = *m_window.controlPage();
+    showEffect(QStringLiteral("LV0127"), QStringLiteral("id.effect.screenSync.topHalfScreen"),
+               QStringLiteral("LV0127"));
+    page.setNotice(translated("屏幕共享已结束，灯带不再跟随。"), translated("请求屏幕画面"));
+    show(m_window, QStringLiteral("control-notice-action"));
+    page.setNotice(translated(
+        "此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。"));
+    show(m_window, QStringLiteral("control-notice"));
+    page.setNotice({});
 }
 
 /// In the page, with some LEDs selected in the second picture of each.

@@ -24,6 +24,7 @@ public:
 private:
     void showHomePage();
     void showControlPages();
+    void showNotices();
     void showLayoutEditor();
     void showOptionWidgets();
     void showGradientEditors();

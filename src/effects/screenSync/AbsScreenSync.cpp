@@ -26,7 +26,33 @@ constexpr int kDarkAfterMs = 300;
 
 constexpr const char* kNoPicture = QT_TRANSLATE_NOOP("EffectNotice", "没有可以跟随的屏幕画面。");
 constexpr const char* kChosenGone = QT_TRANSLATE_NOOP("EffectNotice", "所选的屏幕没有连接。");
+constexpr const char* kAskForScreen = QT_TRANSLATE_NOOP("EffectNotice", "请求屏幕画面");
 constexpr const char* kUnusable = QT_TRANSLATE_NOOP("EffectNotice", "屏幕画面或布局的大小不适合此效果。");
+
+const char* textOf(SourceTrouble trouble)
+{
+    switch (trouble) {
+    case SourceTrouble::None:
+        break;
+    case SourceTrouble::NoDisplay:
+        return QT_TRANSLATE_NOOP("EffectNotice",
+                                 "没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。");
+    case SourceTrouble::NotAsked:
+        return QT_TRANSLATE_NOOP("EffectNotice", "跟随屏幕需要您的同意，桌面会询问您。");
+    case SourceTrouble::Asking:
+        return QT_TRANSLATE_NOOP("EffectNotice", "请在桌面的对话框中选择要跟随的屏幕。");
+    case SourceTrouble::Refused:
+        return QT_TRANSLATE_NOOP("EffectNotice", "您没有同意共享屏幕，灯带无法跟随。");
+    case SourceTrouble::Withdrawn:
+        return QT_TRANSLATE_NOOP("EffectNotice", "屏幕共享已结束，灯带不再跟随。");
+    case SourceTrouble::NoPortal:
+        return QT_TRANSLATE_NOOP("EffectNotice", "此桌面不提供屏幕画面。请安装 xdg-desktop-portal "
+                                                 "及适合此桌面的后端，或在设置中更换场景捕获模式。");
+    case SourceTrouble::Lost:
+        return QT_TRANSLATE_NOOP("EffectNotice", "屏幕画面已中断，恢复后会自动继续。");
+    }
+    return kNoPicture;
+}
 
 ConfigurationManager* config()
 {
@@ -100,10 +126,13 @@ int AbsScreenSync::load(const ControlOptions& ctlOptions)
     m_wantedIdx = config()->appConfig(ConfigKeys::sourceIndexKey(controllerId())).toString();
     if (capturers.isEmpty()) {
         qWarning() << "[AbsScreenSync]: Cannot connect to any capture";
-        setTrouble(kNoPicture);
+        setTrouble(lackOfSource());
+        m_deskDuplManager->requestSources(SourceRequest::Needed);
         return 0;
     }
-    if (!bindCapturer(m_wantedIdx.isEmpty() ? capturers.first() : m_wantedIdx))
+    // What another way to read the desktop calls its screens cannot come: then any will do.
+    const bool mayCome = !m_wantedIdx.isEmpty() && m_deskDuplManager->isOfPresentMode(m_wantedIdx);
+    if (!bindCapturer(mayCome ? m_wantedIdx : capturers.first()))
         setTrouble(lackOfSource());
     return 0;
 }
@@ -136,7 +165,7 @@ void AbsScreenSync::DIDeskDuplication(IDeskDuplManager* mgr)
     m_deskDuplManager = mgr;
     connect(mgr, &IDeskDuplManager::capturerReady, this, &AbsScreenSync::onCapturerReady);
     connect(mgr, &IDeskDuplManager::capturerFailed, this, &AbsScreenSync::onCapturerFailed);
-    connect(mgr, &IDeskDuplManager::capturersChanged, this, &AbsScreenSync::announceSources);
+    connect(mgr, &IDeskDuplManager::capturersChanged, this, &AbsScreenSync::onCapturersChanged);
 }
 
 void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
@@ -230,6 +259,13 @@ void AbsScreenSync::onCapturerFailed(const QString& id)
     announceSources();
 }
 
+void AbsScreenSync::onCapturersChanged()
+{
+    if (needsCapturer())
+        setTrouble(lackOfSource()); // for another reason now
+    announceSources();
+}
+
 bool AbsScreenSync::needsCapturer() const
 {
     return !m_capturer || m_capturerLost;
@@ -253,9 +289,25 @@ void AbsScreenSync::update(double)
 
 const char* AbsScreenSync::lackOfSource() const
 {
-    // One that is gone while others are there.
-    const bool others = !m_capturer && !m_deskDuplManager->allCapturer().isEmpty();
-    return others ? kChosenGone : kNoPicture;
+    if (m_deskDuplManager->allCapturer().isEmpty())
+        return textOf(m_deskDuplManager->sourceTrouble());
+    return m_capturer ? kNoPicture : kChosenGone; // gone while others are there
+}
+
+QString AbsScreenSync::noticeAction() const
+{
+    if (!m_deskDuplManager || !needsCapturer())
+        return {};
+    const SourceTrouble trouble = m_deskDuplManager->sourceTrouble();
+    const bool canBeAsked = trouble == SourceTrouble::NotAsked || trouble == SourceTrouble::Refused ||
+                            trouble == SourceTrouble::Withdrawn;
+    return canBeAsked ? QString::fromUtf8(kAskForScreen) : QString();
+}
+
+void AbsScreenSync::askForSources(bool isWanted)
+{
+    if (!noticeAction().isEmpty())
+        m_deskDuplManager->requestSources(isWanted ? SourceRequest::Wanted : SourceRequest::Shown);
 }
 
 void AbsScreenSync::setTrouble(const char* trouble)

@@ -73,6 +73,7 @@ private:
     void setWipeDarkSide(bool wipe);
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
+    void onCapturersChanged();
     void announceSources();
     bool bindCapturer(const QString& sourceIdx);
     bool needsCapturer() const;
@@ -83,6 +84,9 @@ private:
     void goDark();
     QString notice() const;
     const char* lackOfSource() const;
+    /// Source text of the button that leads to a source; empty for none.
+    QString noticeAction() const;
+    void askForSources(bool isWanted);
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();

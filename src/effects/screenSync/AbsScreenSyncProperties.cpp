@@ -18,6 +18,8 @@ void AbsScreenSync::listProperties()
         {"enbWipeDarkSizeFunc", [] { return wipeDarkSideAllowed(); }, {}, EffectProperty::Place},
         {"enbBlurAndSaturationAdjust", [this] { return m_advancedMode; }, {}, EffectProperty::Place},
         {EffectNotice::kKey, [this] { return notice(); }, {}, EffectProperty::Apart},
+        {EffectNotice::kActionKey, [this] { return noticeAction(); },
+         [this](const QJsonValue& val) { askForSources(val.toBool()); }, EffectProperty::Apart},
         {"blur", [this] { return static_cast<double>(static_cast<float>(m_blurStrength)); },
          [this, toFloat](const QJsonValue& val) { setBlurStrength(toFloat(val)); }, EffectProperty::Look},
         {"saturation", [this] { return static_cast<double>(static_cast<float>(m_saturationStrength)); },

@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>وضع التشغيل الحالي غير متاح، يُرجى اختيار وضع آخر.</translation>
     </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>لم تتم مشاركة الشاشة، لذا لا يمكن للشريط تتبعها.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>انتهت مشاركة الشاشة، لذا لم يعد الشريط يتتبعها.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>يتطلب تتبع الشاشة موافقتك، وسيسألك سطح المكتب عنها.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>طلب الشاشة</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>لا توجد شاشة يمكن قراءتها. شغّل البرنامج في سطح مكتب رسومي أو غيّر طريقة التقاط الشاشة في الإعدادات.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>لا يوفر سطح المكتب هذا صورة للشاشة. ثبّت xdg-desktop-portal مع الواجهة الخلفية المناسبة لسطح مكتبك، أو غيّر طريقة التقاط الشاشة في الإعدادات.</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>انقطعت صورة الشاشة، وسيستمر الشريط من تلقاء نفسه عند عودتها.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>يرجى اختيار الشاشات المراد تتبعها في مربع حوار سطح المكتب.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -307,6 +307,38 @@
         <source>当前的效果不可用，请另选一种。</source>
         <translation>Der aktuelle Effekt ist nicht verfügbar. Bitte einen anderen wählen.</translation>
     </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>Es gibt keinen Bildschirm zum Lesen. Starten Sie das Programm auf einem grafischen Desktop oder ändern Sie in den Einstellungen die Art der Bildschirmerfassung.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>Die Bildschirmfreigabe wurde beendet, der Streifen folgt nicht mehr.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Bildschirm anfragen</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>Dieser Desktop bietet kein Bildschirmbild an. Installieren Sie xdg-desktop-portal mit dem Backend für Ihren Desktop oder ändern Sie in den Einstellungen die Art der Bildschirmerfassung.</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>Das Bildschirmbild ist unterbrochen. Sobald es wieder da ist, geht es von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Um dem Bildschirm zu folgen, ist Ihre Zustimmung nötig. Der Desktop fragt Sie danach.</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>Der Bildschirm wurde nicht freigegeben, daher kann der Streifen ihm nicht folgen.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Bitte wählen Sie im Dialog des Desktops die Bildschirme aus, denen gefolgt werden soll.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

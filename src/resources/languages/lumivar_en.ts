@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>The current working mode is not available. Please choose another one.</translation>
     </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>The screen was not shared, so the strip cannot follow it.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Ask for the screen</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>The screen picture was interrupted. The strip goes on by itself when it is back.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Please choose the screens to follow in the desktop&apos;s dialog.</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>There is no screen to read. Start the program in a graphical desktop, or change the scene capture mode in the settings.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>This desktop offers no screen picture. Install xdg-desktop-portal with the backend for your desktop, or change the scene capture mode in the settings.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>Screen sharing has ended, so the strip no longer follows it.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Following the screen needs your consent. The desktop will ask you for it.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>El modo de trabajo actual no está disponible. Elija otro.</translation>
     </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>No se compartió la pantalla, así que la tira no puede seguirla.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Elija en el cuadro de diálogo del escritorio las pantallas que se deben seguir.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>Se dejó de compartir la pantalla, así que la tira ya no la sigue.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>Este escritorio no ofrece ninguna imagen de pantalla. Instale xdg-desktop-portal con el backend de su escritorio o cambie el modo de captura de pantalla en los ajustes.</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>La imagen de la pantalla se interrumpió. Cuando vuelva, la tira seguirá por sí sola.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Para seguir la pantalla hace falta su consentimiento. El escritorio se lo pedirá.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Pedir la pantalla</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>No hay ninguna pantalla que leer. Inicie el programa en un escritorio gráfico o cambie el modo de captura de pantalla en los ajustes.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>現在の動作モードは利用できません。別のモードを選んでください。</translation>
     </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>画面の共有を求める</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>画面の映像が途切れました。戻れば自動的に再開します。</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>画面に追従するには同意が必要です。デスクトップが確認を求めます。</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>読み取れる画面がありません。グラフィカルなデスクトップで起動するか、設定で画面の取り込み方法を変えてください。</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>このデスクトップは画面の映像を提供していません。xdg-desktop-portal とデスクトップに合ったバックエンドをインストールするか、設定で画面の取り込み方法を変えてください。</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>画面の共有が終了したため、ライトは追従していません。</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>画面が共有されなかったため、ライトは追従できません。</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>デスクトップのダイアログで、追従する画面を選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

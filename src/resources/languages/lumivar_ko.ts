@@ -307,6 +307,38 @@
         <source>当前的效果不可用，请另选一种。</source>
         <translation>현재 효과를 사용할 수 없습니다. 다른 효과를 선택하세요.</translation>
     </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>화면 영상이 끊겼습니다. 다시 나타나면 자동으로 계속됩니다.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>화면 공유가 종료되어 조명이 더 이상 따라가지 않습니다.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>이 데스크톱은 화면 영상을 제공하지 않습니다. xdg-desktop-portal과 데스크톱에 맞는 백엔드를 설치하거나 설정에서 화면 캡처 방식을 바꾸세요.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>화면을 따라가려면 동의가 필요합니다. 데스크톱이 동의를 요청합니다.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>데스크톱 대화 상자에서 따라갈 화면을 선택하세요.</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>화면이 공유되지 않아 조명이 따라갈 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>화면 요청</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>읽을 수 있는 화면이 없습니다. 그래픽 데스크톱에서 프로그램을 시작하거나 설정에서 화면 캡처 방식을 바꾸세요.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>O modo de trabalho atual não está disponível. Escolha outro.</translation>
     </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Escolha, na caixa de diálogo da área de trabalho, as telas a seguir.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Pedir a tela</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>A tela não foi compartilhada, por isso a fita não pode segui-la.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Para seguir a tela é preciso o seu consentimento. A área de trabalho irá pedi-lo.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>Esta área de trabalho não oferece imagem da tela. Instale o xdg-desktop-portal com o backend da sua área de trabalho ou mude o modo de captura da tela nos ajustes.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>O compartilhamento da tela terminou, por isso a fita não a segue mais.</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>A imagem da tela foi interrompida. Quando voltar, a fita continua sozinha.</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>Não há tela para ler. Inicie o programa em uma área de trabalho gráfica ou mude o modo de captura da tela nos ajustes.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

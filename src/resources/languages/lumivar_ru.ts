@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>Текущий режим работы недоступен. Выберите другой.</translation>
     </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>Изображение экрана прервалось. Когда оно вернётся, всё продолжится само.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Запросить экран</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>Нет экрана, который можно прочитать. Запустите программу на графическом рабочем столе или измените способ захвата экрана в настройках.</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>Доступ к экрану не был предоставлен, поэтому лента не может за ним следовать.</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>Этот рабочий стол не предоставляет изображение экрана. Установите xdg-desktop-portal и подходящий к рабочему столу модуль или измените способ захвата экрана в настройках.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>Показ экрана завершён, лента за ним больше не следует.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Чтобы следовать за экраном, нужно ваше согласие. Рабочий стол спросит вас о нём.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Выберите в окне рабочего стола экраны, за которыми нужно следовать.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -307,6 +307,38 @@
         <source>当前的工作模式不可用，请另选一种。</source>
         <translation>Chế độ làm việc hiện tại không khả dụng. Hãy chọn chế độ khác.</translation>
     </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>Màn hình nền này không cung cấp hình ảnh. Hãy cài xdg-desktop-portal cùng phần phụ trợ cho màn hình nền của bạn, hoặc đổi cách chụp màn hình trong cài đặt.</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>Yêu cầu màn hình</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>Không có màn hình nào để đọc. Hãy chạy chương trình trong môi trường đồ họa hoặc đổi cách chụp màn hình trong cài đặt.</translation>
+    </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>Hình ảnh màn hình bị gián đoạn. Khi có lại, đèn sẽ tự tiếp tục.</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>Màn hình chưa được chia sẻ nên dải đèn không thể theo.</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>Cần bạn đồng ý để đèn theo màn hình. Màn hình nền sẽ hỏi bạn.</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>Đã ngừng chia sẻ màn hình nên dải đèn không theo nữa.</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>Hãy chọn màn hình cần theo trong hộp thoại của màn hình nền.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

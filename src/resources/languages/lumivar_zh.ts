@@ -307,6 +307,38 @@
         <source>当前的效果不可用，请另选一种。</source>
         <translation>当前的效果不可用，请另选一种。</translation>
     </message>
+    <message>
+        <source>屏幕画面已中断，恢复后会自动继续。</source>
+        <translation>屏幕画面已中断，恢复后会自动继续。</translation>
+    </message>
+    <message>
+        <source>跟随屏幕需要您的同意，桌面会询问您。</source>
+        <translation>跟随屏幕需要您的同意，桌面会询问您。</translation>
+    </message>
+    <message>
+        <source>请在桌面的对话框中选择要跟随的屏幕。</source>
+        <translation>请在桌面的对话框中选择要跟随的屏幕。</translation>
+    </message>
+    <message>
+        <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
+        <translation>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</translation>
+    </message>
+    <message>
+        <source>请求屏幕画面</source>
+        <translation>请求屏幕画面</translation>
+    </message>
+    <message>
+        <source>您没有同意共享屏幕，灯带无法跟随。</source>
+        <translation>您没有同意共享屏幕，灯带无法跟随。</translation>
+    </message>
+    <message>
+        <source>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</source>
+        <translation>此桌面不提供屏幕画面。请安装 xdg-desktop-portal 及适合此桌面的后端，或在设置中更换场景捕获模式。</translation>
+    </message>
+    <message>
+        <source>屏幕共享已结束，灯带不再跟随。</source>
+        <translation>屏幕共享已结束，灯带不再跟随。</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

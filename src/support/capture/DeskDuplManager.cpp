@@ -115,6 +115,17 @@ SourceTrouble DeskDuplManager::sourceTrouble()
     return m_trouble;
 }
 
+bool DeskDuplManager::isOfPresentMode(const QString& id)
+{
+    const std::lock_guard lock(m_mutex);
+    QString prefix;
+    for (const CaptureMode& mode : m_modes) {
+        if (id.startsWith(mode.idPrefix) && mode.idPrefix.size() > prefix.size())
+            prefix = mode.idPrefix;
+    }
+    return prefix == m_idPrefix;
+}
+
 bool DeskDuplManager::eventFilter(QObject* watched, QEvent* event)
 {
     // The application itself hears of a new language first, when the texts are there already.
@@ -170,8 +181,9 @@ void DeskDuplManager::onCurModeChanged(int mode)
 void DeskDuplManager::startThread(int mode)
 {
     m_thread.reset();
-    const std::shared_ptr<ScreenGrabber> grabber =
-        mode < m_modes.size() ? m_modes.at(mode).create() : nullptr;
+    const CaptureMode present = m_modes.value(mode);
+    m_idPrefix = present.idPrefix;
+    const std::shared_ptr<ScreenGrabber> grabber = present.create ? present.create() : nullptr;
     if (!grabber) {
         qWarning() << "[DeskDuplManager]: There is no display to capture from";
         return;

@@ -46,6 +46,7 @@ public:
     QString capturerDesc(QString id) override;
     void requestSources(SourceRequest request) override;
     SourceTrouble sourceTrouble() override;
+    bool isOfPresentMode(const QString& id) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -67,6 +68,7 @@ private:
     const QList<CaptureMode> m_modes;
     std::unique_ptr<CaptureThread> m_thread; ///< null where there is nothing to read
     std::mutex m_mutex;                      // guards what follows, and m_thread outside the main thread
+    QString m_idPrefix;                      ///< of the present mode
     CaptureSources m_sources;
     SourceTrouble m_trouble = SourceTrouble::None;
     bool m_isNeeded = false; ///< somebody has asked for sources or holds one, and not all were given back

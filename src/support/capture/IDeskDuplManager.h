@@ -28,6 +28,8 @@ public:
     virtual void requestSources(SourceRequest) {}
     /// Why the list is empty.
     virtual SourceTrouble sourceTrouble() { return SourceTrouble::None; }
+    /// False for what only another way to read the desktop can list.
+    virtual bool isOfPresentMode(const QString&) { return true; }
 
 signals:
     void capturerReady(QString id);

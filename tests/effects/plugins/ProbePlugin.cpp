@@ -35,13 +35,14 @@ public:
         if (key == "journal")
             note("read");
         return key == "journal"                    ? QJsonValue(m_journal)
+               : key == "noticeAction"             ? m_action
                : key == "value" || key == "notice" ? m_value
                                                    : QJsonValue::Null;
     }
     void setEffectProperty(const QString& key, const QJsonValue& val) override
     {
         note("set " + key);
-        m_value = val;
+        (key == "noticeAction" ? m_action : m_value) = val;
         if (key == "throw")
             throw 1;
     }
@@ -75,6 +76,7 @@ private:
 
     EffectWorkerOptions m_options;
     QJsonValue m_value = 0;
+    QJsonValue m_action;
     QMutex m_mutex; // guards what follows
     QString m_controllerId;
     QJsonArray m_journal;
