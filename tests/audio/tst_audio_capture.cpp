@@ -147,6 +147,7 @@ private slots:
         m_server->stop();
         AudioCapManager manager(createAudioBackend());
         QVERIFY(manager.allCapturers().isEmpty() && manager.acquireCapturer(kFirst).isNull());
+        QVERIFY(!manager.isServerThere());
         QVERIFY(m_server->start());
         QTRY_VERIFY_WITH_TIMEOUT(!manager.defaultCapturer().isEmpty(), kPatienceMs);
         const Listener listener(manager, manager.defaultCapturer());
@@ -157,7 +158,8 @@ private slots:
                 QTRY_VERIFY_WITH_TIMEOUT(listener.hears(hertz), kPatienceMs);
                 m_server->stop();
             }
-            QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().isEmpty(), kPatienceMs);
+            QTRY_VERIFY_WITH_TIMEOUT(manager.allCapturers().isEmpty() && !manager.isServerThere(),
+                                     kPatienceMs);
             QTRY_COMPARE_WITH_TIMEOUT(listener.level(hertz), 0.F, kPatienceMs);
             QVERIFY(m_server->start());
         }

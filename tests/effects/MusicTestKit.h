@@ -23,8 +23,11 @@ public:
         emit sourcesChanged();
     }
 
+    bool isServerThere() const override { return isThere; }
+
     AudioSources list;
     QStringList attached;
+    bool isThere = true;
 };
 
 namespace MusicTestKit {

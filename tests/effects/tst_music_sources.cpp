@@ -180,6 +180,56 @@ private slots:
         QVERIFY(effect.announced("notice").isUndefined());
     }
 
+    void noticeTellsNoServerFromNoSourceAndLongSilenceFromAPause()
+    {
+        setSources({});
+        Listening effect;
+        const auto notices = [&effect] {
+            QStringList texts;
+            for (const QVariantList& change : effect.changes) {
+                if (change.at(0) == "notice")
+                    texts += change.at(1).toJsonValue().toString();
+            }
+            return texts;
+        };
+        const QString noSource = effect.effectProperty("notice").toString();
+        for (const bool isThere : {false, true}) {
+            m_backend->isThere = isThere;
+            m_backend->offer({});
+            QTRY_COMPARE(notices().size(), 1 + isThere);
+        }
+        const QString noServer = notices().first();
+        QStringList expected{noServer, noSource};
+        QCOMPARE(notices(), expected);
+        QVERIFY(noServer != noSource);
+
+        constexpr int kSilenceMs = 200;
+        effect.setSilenceMs(kSilenceMs);
+        QElapsedTimer silence;
+        silence.start();
+        m_backend->offer({kSpeaker});
+        QTRY_VERIFY(!effect.frames.isEmpty() || effect.sourceId() == "default");
+        speak("default", "0.0000");
+        QTRY_COMPARE(notices().size(), 4);
+        QVERIFY(silence.elapsed() >= kSilenceMs);
+        const QString quiet = notices().last();
+        QVERIFY(!quiet.isEmpty() && quiet != noSource && quiet != noServer);
+        const int pictures = effect.frames.count();
+        speak("default", "0.0000");
+        QTRY_VERIFY(effect.frames.count() > pictures);
+        expected += {"", quiet};
+        QCOMPARE(notices(), expected);
+        speak("default", "0.5000"); // gone with the first sound, and then it says nothing at all
+        expected += {"", quiet};
+        QTRY_COMPARE(notices(), expected);
+        effect.setEffectProperty("captureId", kSpeaker.id); // another one has its own time
+        QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));
+        effect.unload();
+        effect.changes.clear();
+        QTest::qWait(kSilenceMs + 50);
+        QVERIFY(effect.changes.isEmpty());
+    }
+
     void sourceThatSpeaksIsNotInterruptedByBlack()
     {
         setSources({kSpeaker});

@@ -7,6 +7,8 @@
 #include <QDebug>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -14,6 +16,10 @@ constexpr char kCaptureId[] = "captureId";
 constexpr char kCapturers[] = "capturers";
 constexpr char kNoSource[] =
     QT_TRANSLATE_NOOP("EffectNotice", "没有可用的声音来源，灯带保持熄灭。请连接扬声器，或选择其他设备源。");
+constexpr char kNoServer[] = QT_TRANSLATE_NOOP(
+    "EffectNotice", "无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。");
+constexpr char kOnlySilence[] =
+    QT_TRANSLATE_NOOP("EffectNotice", "已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。");
 constexpr int kDarkAfterMs = 400; // a source that plays is heard sooner
 
 QJsonArray capturerList()
@@ -35,15 +41,14 @@ AbsMusicEffect::AbsMusicEffect(QObject* parent)
         {kCapturers, [] { return capturerList(); }, {}, EffectProperty::Place},
         {kCaptureId, [this] { return m_capturerId; },
          [this](const QJsonValue& val) { setCapturerId(val.toString()); }, EffectProperty::Place},
-        {EffectNotice::kKey,
-         [this] { return m_capturer ? QString() : QString::fromUtf8(kNoSource); },
-         {},
-         EffectProperty::Apart},
+        {EffectNotice::kKey, [this] { return notice(); }, {}, EffectProperty::Apart},
     });
     qRegisterMetaType<QVector<SoundChannel>>("QVector<SoundChannel>");
     m_darkTimer.setSingleShot(true);
     m_darkTimer.setInterval(kDarkAfterMs);
     connect(&m_darkTimer, &QTimer::timeout, this, [this] { goDark(); });
+    m_silenceTimer.setSingleShot(true);
+    connect(&m_silenceTimer, &QTimer::timeout, this, &AbsMusicEffect::onSilence);
 }
 
 AbsMusicEffect::~AbsMusicEffect() = default;
@@ -66,7 +71,7 @@ int AbsMusicEffect::load(const ControlOptions& ctlOptions)
     if (id.isEmpty())
         qWarning().noquote() << "[AbsMusicEffect]: Not connected to any capturer, controller:"
                              << controllerId();
-    announce(EffectNotice::kKey);
+    tellNotice();
     return 0;
 }
 
@@ -77,7 +82,62 @@ void AbsMusicEffect::unload()
     if (m_capturer)
         releaseCapturer();
     m_darkTimer.stop();
+    m_silenceTimer.stop();
     storeWantedId();
+}
+
+const char* AbsMusicEffect::sourceTrouble()
+{
+    const AudioCapManager* manager = AudioCapManager::instance();
+    if (!manager->defaultCapturer().isEmpty())
+        return nullptr;
+    return manager->isServerThere() ? kNoSource : kNoServer;
+}
+
+QString AbsMusicEffect::notice() const
+{
+    if (m_capturer)
+        return m_isSilent ? QString::fromUtf8(kOnlySilence) : QString();
+    return QString::fromUtf8(AudioCapManager::instance()->isServerThere() ? kNoSource : kNoServer);
+}
+
+void AbsMusicEffect::tellNotice()
+{
+    const QString text = notice();
+    if (std::exchange(m_toldNotice, text) != text)
+        announce(EffectNotice::kKey);
+}
+
+void AbsMusicEffect::noteLoudness(const QVector<QVector<QString>>& peaks)
+{
+    const bool isSound = std::any_of(peaks.begin(), peaks.end(), [](const QVector<QString>& channel) {
+        return !channel.isEmpty() && channel.first().toFloat() > 0.0F;
+    });
+    if (!isSound)
+        return;
+    m_soundClock.restart();
+    if (m_isSilent)
+        setSilent(false);
+}
+
+void AbsMusicEffect::onSilence()
+{
+    const qint64 leftMs = m_silenceMs - m_soundClock.elapsed();
+    if (leftMs <= 0)
+        setSilent(true);
+    else
+        m_silenceTimer.start(int(leftMs));
+}
+
+void AbsMusicEffect::setSilent(bool isSilent)
+{
+    m_isSilent = isSilent;
+    m_soundClock.restart();
+    if (isSilent)
+        m_silenceTimer.stop();
+    else
+        m_silenceTimer.start(m_silenceMs);
+    tellNotice();
 }
 
 void AbsMusicEffect::goDark()
@@ -125,8 +185,11 @@ void AbsMusicEffect::bindBestCapturer()
         m_capturer = manager->acquireCapturer(best);
     if (m_capturer)
         connectCapturer(best);
-    if (wasBound != !m_capturer.isNull())
-        announce(EffectNotice::kKey);
+    if (m_capturer)
+        setSilent(false);
+    else
+        m_silenceTimer.stop();
+    tellNotice();
 }
 
 void AbsMusicEffect::connectCapturer(const QString& id)
@@ -149,8 +212,10 @@ void AbsMusicEffect::connectCapturer(const QString& id)
     connect(
         m_capturer.data(), &AudioCapturer::channelsPeakValuesChanged, this,
         [this, isHeard](const QVector<QVector<QString>>& peaks) {
-            if (isHeard())
-                peakValuesChanged(peaks);
+            if (!isHeard())
+                return;
+            noteLoudness(peaks);
+            peakValuesChanged(peaks);
         },
         Qt::QueuedConnection);
     qInfo().noquote() << "[AbsMusicEffect]:" << effectId() << "is connected to the" << m_capturerId;
@@ -178,6 +243,7 @@ void AbsMusicEffect::onCapturersChanged()
     bindBestCapturer();
     announce(kCapturers);
     announce(kCaptureId);
+    tellNotice();
 }
 
 void AbsMusicEffect::announce(const char* key)

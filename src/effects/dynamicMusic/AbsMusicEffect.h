@@ -4,6 +4,7 @@
 #include "effects/IEffectWorker.h"
 #include "support/audio/SoundChannel.h"
 
+#include <QElapsedTimer>
 #include <QSharedPointer>
 #include <QString>
 #include <QTimer>
@@ -23,6 +24,12 @@ public:
     explicit AbsMusicEffect(QObject* parent);
     /// Gives nothing back to the manager: that is for unload.
     ~AbsMusicEffect() override;
+
+    static constexpr int kSilenceMs = 10000;
+    /// Why there is no source, a text of the context "EffectNotice"; null while there is one.
+    static const char* sourceTrouble();
+    /// After so long without a sound the notice says so; tests shorten it.
+    void setSilenceMs(int ms) { m_silenceMs = ms; }
 
 public slots:
     virtual void spectrumUpdate(QVector<Spectrum> spectrum);
@@ -60,10 +67,20 @@ private:
     void releaseCapturer();
     void storeWantedId();
     void announce(const char* key);
+    QString notice() const;
+    void tellNotice();
+    void noteLoudness(const QVector<QVector<QString>>& peaks);
+    void onSilence();
+    void setSilent(bool isSilent);
 
     double m_quietLevel = 0.0;
     QString m_wantedId;   ///< what the user chose, be it gone at present; empty for nothing
     QString m_capturerId; ///< what is bound
     QSharedPointer<AudioCapturer> m_capturer;
-    QTimer m_darkTimer{this}; ///< ends what the effect or the source before has left on the strip
+    QString m_toldNotice;
+    int m_silenceMs = kSilenceMs;
+    bool m_isSilent = false;     ///< the source has given nothing but silence for long
+    QElapsedTimer m_soundClock;  ///< since the last sound
+    QTimer m_silenceTimer{this}; ///< ends no sooner than the silence is long enough
+    QTimer m_darkTimer{this};    ///< ends what the effect or the source before has left on the strip
 };

@@ -339,6 +339,14 @@
         <source>请在桌面的对话框中选择要跟随的屏幕。</source>
         <translation>يرجى اختيار الشاشات المراد تتبعها في مربع حوار سطح المكتب.</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>تعذر الوصول إلى خادم الصوت، لذا يبقى الشريط مطفأً. تأكد من أن خدمة الصوت في النظام، مثل PipeWire، تعمل.</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>لم يُسمع أي صوت منذ مدة. شغّل موسيقى أو اختر المصدر الذي يعمل.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>请在桌面的对话框中选择要跟随的屏幕。</source>
         <translation>Bitte wählen Sie im Dialog des Desktops die Bildschirme aus, denen gefolgt werden soll.</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>Kein Sounddienst ist erreichbar, deshalb bleibt der Streifen dunkel. Prüfen Sie, ob der Sounddienst des Systems läuft, etwa PipeWire.</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>Seit einer Weile ist nichts zu hören. Spielen Sie Musik ab, oder wählen Sie die Quelle, die gerade spielt.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>跟随屏幕需要您的同意，桌面会询问您。</source>
         <translation>Following the screen needs your consent. The desktop will ask you for it.</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>No sound server can be reached, so the strip stays dark. Make sure that the system’s sound service, such as PipeWire, is running.</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>There has been no sound for a while. Play some music, or choose the source that is playing.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

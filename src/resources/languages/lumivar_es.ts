@@ -339,6 +339,14 @@
         <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
         <translation>No hay ninguna pantalla que leer. Inicie el programa en un escritorio gráfico o cambie el modo de captura de pantalla en los ajustes.</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>No se puede contactar con el servidor de sonido, por eso la tira sigue apagada. Compruebe que el servicio de sonido, como PipeWire, esté en marcha.</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>Hace un rato que no se oye nada. Ponga música o elija la fuente que esté sonando.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>请在桌面的对话框中选择要跟随的屏幕。</source>
         <translation>デスクトップのダイアログで、追従する画面を選んでください。</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>サウンドサーバーに接続できないため、消灯しています。PipeWire などのサウンドサービスが動作しているか確認してください。</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>しばらく音が聞こえません。音楽を再生するか、再生中のソースを選んでください。</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
         <translation>읽을 수 있는 화면이 없습니다. 그래픽 데스크톱에서 프로그램을 시작하거나 설정에서 화면 캡처 방식을 바꾸세요.</translation>
     </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>한동안 소리가 들리지 않습니다. 음악을 재생하거나 재생 중인 소스를 선택해 주세요.</translation>
+    </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>사운드 서버에 연결할 수 없어 스트립이 꺼져 있습니다. PipeWire 같은 시스템 사운드 서비스가 실행 중인지 확인해 주세요.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

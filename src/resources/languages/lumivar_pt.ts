@@ -339,6 +339,14 @@
         <source>没有可以读取的屏幕。请在图形桌面中启动程序，或在设置中更换场景捕获模式。</source>
         <translation>Não há tela para ler. Inicie o programa em uma área de trabalho gráfica ou mude o modo de captura da tela nos ajustes.</translation>
     </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>Há algum tempo que não se ouve nada. Toque música ou escolha a fonte que está a tocar.</translation>
+    </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>Não é possível contactar o servidor de som, por isso a fita fica apagada. Verifique se o serviço de som, como o PipeWire, está em execução.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

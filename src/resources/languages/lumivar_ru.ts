@@ -339,6 +339,14 @@
         <source>请在桌面的对话框中选择要跟随的屏幕。</source>
         <translation>Выберите в окне рабочего стола экраны, за которыми нужно следовать.</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>Звуковой сервер недоступен, поэтому лента не светится. Проверьте, что звуковая служба системы, например PipeWire, запущена.</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>Уже некоторое время нет звука. Включите музыку или выберите источник, который играет.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>请在桌面的对话框中选择要跟随的屏幕。</source>
         <translation>Hãy chọn màn hình cần theo trong hộp thoại của màn hình nền.</translation>
     </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>Đã một lúc không nghe thấy âm thanh. Hãy phát nhạc hoặc chọn nguồn đang phát.</translation>
+    </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>Không kết nối được dịch vụ âm thanh nên dải đèn tắt. Hãy kiểm tra dịch vụ âm thanh của hệ thống, như PipeWire, có đang chạy không.</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

@@ -339,6 +339,14 @@
         <source>屏幕共享已结束，灯带不再跟随。</source>
         <translation>屏幕共享已结束，灯带不再跟随。</translation>
     </message>
+    <message>
+        <source>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</source>
+        <translation>无法连接声音服务，灯带保持熄灭。请确认系统的声音服务（如 PipeWire）正在运行。</translation>
+    </message>
+    <message>
+        <source>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</source>
+        <translation>已经有一会儿没有听到声音。请播放音乐，或选择正在播放的设备源。</translation>
+    </message>
 </context>
 <context>
     <name>FeedbackErrand</name>

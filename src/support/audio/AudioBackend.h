@@ -19,6 +19,8 @@ public:
 
     /// What there is now, one of them the default unless nothing plays anywhere.
     virtual AudioSources sources() const = 0;
+    /// Whether there is anything that could offer sources; a change is told by sourcesChanged().
+    virtual bool isServerThere() const { return true; }
     /// Feeds the capturer while its source exists, and again when the source comes back. The one with the
     /// identifier kDefaultCapturerId follows the default source.
     virtual void attach(const QSharedPointer<AudioCapturer>& capturer) = 0;

@@ -50,6 +50,7 @@ AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, int ling
     // own thread may do it.
     QMetaObject::invokeMethod(
         this, [this] { QCoreApplication::instance()->installEventFilter(this); }, Qt::QueuedConnection);
+    m_isServerThere = m_backend->isServerThere();
     m_sources = m_backend->sources(); // last, so that no change slips in between
     AudioCapManager* none = nullptr;
     s_instance.compare_exchange_strong(none, this);
@@ -72,6 +73,12 @@ QList<QString> AudioCapManager::allCapturers() const
     for (const AudioSource& source : m_sources)
         ids += source.id;
     return ids;
+}
+
+bool AudioCapManager::isServerThere() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isServerThere;
 }
 
 QString AudioCapManager::defaultCapturer() const
@@ -147,8 +154,10 @@ void AudioCapManager::onSourcesChanged()
     {
         const std::lock_guard lock(m_mutex);
         AudioSources sources = m_backend->sources();
-        if (sources == m_sources)
+        const bool isThere = m_backend->isServerThere();
+        if (sources == m_sources && isThere == m_isServerThere)
             return;
+        m_isServerThere = isThere;
         m_sources = std::move(sources);
     }
     emit capturersChanged();

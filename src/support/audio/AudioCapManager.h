@@ -45,6 +45,8 @@ public:
 
     /// The default first.
     QList<QString> allCapturers() const;
+    /// Whether there is a sound server, or whatever this system has, that could offer any.
+    bool isServerThere() const;
     /// The capturer that follows what the default loudspeaker plays; empty when there is none.
     QString defaultCapturer() const;
     /// Null when the identifier is unknown. Each success is matched by one releaseCapturer().
@@ -54,8 +56,8 @@ public:
     QString capturerDesc(const QString& id) const;
 
 signals:
-    /// The list or one of its texts is another, be it only that another loudspeaker is the default, or that
-    /// the program speaks another language.
+    /// The list, one of its texts or isServerThere() is another, be it only that another loudspeaker is the
+    /// default, or that the program speaks another language.
     void capturersChanged();
 
 protected:
@@ -80,6 +82,7 @@ private:
     std::unique_ptr<AudioBackend> m_backend;
     mutable std::mutex m_mutex; // guards what follows
     AudioSources m_sources;
+    bool m_isServerThere = false;
     QHash<QString, Shared> m_shared;
     quint64 m_releases = 0;
 };

@@ -11,6 +11,7 @@ public:
     explicit NullAudioBackend(QObject* parent = nullptr);
 
     AudioSources sources() const override { return {}; }
+    bool isServerThere() const override { return false; }
     void attach(const QSharedPointer<AudioCapturer>&) override {}
     void detach(const QSharedPointer<AudioCapturer>&) override {}
 };

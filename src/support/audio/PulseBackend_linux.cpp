@@ -96,6 +96,12 @@ AudioSources PulseBackend::sources() const
     return m_sources;
 }
 
+bool PulseBackend::isServerThere() const
+{
+    const Lock lock(*this);
+    return m_isThere;
+}
+
 void PulseBackend::attach(const QSharedPointer<AudioCapturer>& capturer)
 {
     const Lock lock(*this);
@@ -126,7 +132,7 @@ void PulseBackend::onFailed()
                                    ? "[AudioCapManager]: The connection to the sound server is lost"
                                    : "[AudioCapManager]: There is no sound server, waiting for one");
             }
-            listChanged = !m_sources.isEmpty();
+            listChanged = std::exchange(m_isThere, false) || !m_sources.isEmpty();
             m_sources.clear();
         }
         waitMs = m_pause.next(QDeadlineTimer::current().deadline());
@@ -220,8 +226,9 @@ void PulseBackend::finishListing()
     m_rates = m_listing.rates;
     for (const auto& recorder : m_recorders)
         retarget(*recorder.second);
+    const bool isNew = !std::exchange(m_isThere, true);
     m_firstLook.release();
-    if (changed)
+    if (changed || isNew)
         emit sourcesChanged();
 }
 

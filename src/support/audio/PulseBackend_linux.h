@@ -29,6 +29,7 @@ public:
     ~PulseBackend() override;
 
     AudioSources sources() const override;
+    bool isServerThere() const override;
     void attach(const QSharedPointer<AudioCapturer>& capturer) override;
     void detach(const QSharedPointer<AudioCapturer>& capturer) override;
 
@@ -77,6 +78,7 @@ private:
     RetryPause m_pause; ///< begins anew when the sources change
     bool m_wasConnected = false;
     bool m_saidAbsent = false;
+    bool m_isThere = false; ///< it has listed its sources since it was connected to
     Listing m_listing;
     AudioSources m_sources;
     QHash<QString, int> m_rates;
