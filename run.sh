@@ -3,6 +3,7 @@
 # demo: a simulated strip in this terminal that the program lights for real.
 # Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix] [--online]
 #        [arguments of the program]
+#   --doctor     tells in the terminal what stands in the way of light
 #   --app        only the program, whatever is connected
 #   --demo       the demo, even with a device
 #   --seconds N  the demo ends after so long; without a terminal and a display it takes 10 seconds
@@ -21,13 +22,14 @@ demo=()
 while [ $# -gt 0 ]; do
     case $1 in
     --app) mode=app ;;
+    --doctor) mode=app; break ;;
     --demo) mode=demo ;;
     --plain | --virtual | --matrix | --online) mode=demo; demo+=("$1") ;;
     --music) demo+=("$1") ;; # a device has its own way to show it
     --seconds)
         [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
         mode=demo; demo+=(--seconds "$2"); shift ;;
-    -h | --help) sed -n '2,15s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,16s/^# \{0,1\}//p' "$0"; exit 0 ;;
     --) shift; break ;;
     *) break ;;
     esac

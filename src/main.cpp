@@ -1,3 +1,4 @@
+#include "app/Doctor.h"
 #include "app/LumivarApp.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -68,6 +69,8 @@ void readCommandLine(QApplication& app)
     QCommandLineParser parser;
     for (const Switch& entry : kSwitches)
         parser.addOption({QLatin1String(entry.option), QLatin1String(entry.description)});
+    parser.addOption(
+        {QStringLiteral("doctor"), QStringLiteral("Tell what stands in the way of light, and end")});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(app);
@@ -124,6 +127,8 @@ void leaveInOrder()
 int main(int argc, char** argv)
 {
     provideHomeFolder();
+    if (Doctor::isAsked(argc, argv))
+        return Doctor::run(argc, argv);
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
     const bool isOpenGlLeftOut = chooseNoOpenGl();

@@ -30,6 +30,8 @@ public:
     static bool isPossible();
     /// What does the same in a terminal, for members of `group`. Empty where nothing has to be granted.
     static QStringList commands(const QString& group);
+    /// The file of the rule that gives access to whoever sits at this computer; empty where there is none.
+    static QString installedRule();
     /// What loads the adapters' driver in a terminal.
     static QStringList driverCommands();
 

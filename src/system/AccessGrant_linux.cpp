@@ -70,6 +70,16 @@ QStringList AccessGrant::commands(const QString& group)
     return lines;
 }
 
+QString AccessGrant::installedRule()
+{
+    for (const char* folder : {"/etc", "/usr/lib", "/lib"}) {
+        const QString path = QLatin1String(folder) + QStringLiteral("/udev/rules.d/70-lumivar.rules");
+        if (QFileInfo::exists(path))
+            return path;
+    }
+    return {};
+}
+
 QStringList AccessGrant::driverCommands()
 {
     return {QStringLiteral("sudo modprobe ch341")};

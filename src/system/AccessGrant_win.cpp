@@ -23,6 +23,11 @@ QStringList AccessGrant::commands(const QString&)
     return {};
 }
 
+QString AccessGrant::installedRule()
+{
+    return {};
+}
+
 QStringList AccessGrant::driverCommands()
 {
     return {};

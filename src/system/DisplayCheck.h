@@ -9,6 +9,9 @@ bool choosePlatformWithoutDisplay();
 /// Takes the list back out of the environment, so that programs started from here choose for themselves.
 void forgetChosenPlatform();
 
+/// Whether an X server takes connections, or the system always shows windows.
+bool isDisplayReachable();
+
 /// Keeps the toolkit from loading the drivers of OpenGL, which nothing here draws with; those that draw in
 /// software take 50 MB. Call it before the application object. False when QT_XCB_GL_INTEGRATION holds a
 /// choice already, which is left alone.

@@ -9,7 +9,9 @@ namespace {
 constexpr char kPlatformVariable[] = "QT_QPA_PLATFORM";
 constexpr char kOpenGlVariable[] = "QT_XCB_GL_INTEGRATION";
 
-bool isXServerReachable()
+} // namespace
+
+bool isDisplayReachable()
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
@@ -19,11 +21,9 @@ bool isXServerReachable()
     return isReachable;
 }
 
-} // namespace
-
 bool choosePlatformWithoutDisplay()
 {
-    if (qEnvironmentVariableIsSet(kPlatformVariable) || isXServerReachable())
+    if (qEnvironmentVariableIsSet(kPlatformVariable) || isDisplayReachable())
         return false;
     const bool hasWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     qputenv(kPlatformVariable, QByteArray(hasWayland ? "wayland;offscreen" : "offscreen"));

@@ -9,6 +9,11 @@ bool choosePlatformWithoutDisplay()
 
 void forgetChosenPlatform() {}
 
+bool isDisplayReachable()
+{
+    return true;
+}
+
 bool chooseNoOpenGl()
 {
     return false; // loaded when it is first used

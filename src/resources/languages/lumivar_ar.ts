@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>يسلّمها سطح المكتب، ويسألك عند أول استخدام</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>البرنامج لا يعمل</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>الصوت</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>الشاشة</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>البرنامج يعمل (%1)</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>يمكن قراءتها مباشرة</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>بوابة سطح المكتب (xdg-desktop-portal) لا تستجيب. سجّل الدخول من جديد ثم أعد المحاولة.</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>الأذونات</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>لا توجد شاشة. شغّله داخل جلسة سطح مكتب.</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>لا توجد في سطح المكتب بوابة تسلّم الشاشة. ثبّت xdg-desktop-portal والجزء المناسب لسطح المكتب هذا.</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>الأجهزة</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 جاهز</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>لا توجد قاعدة udev، فالأمر لمجموعات المستخدم</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>يسلّمها سطح المكتب بموافقتك</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: يتحكم به Lumivar العامل حاليًا (%2)</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>可以直接读取</source>
+        <translation>Kann direkt gelesen werden</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>Der Desktop hat kein Portal, das den Bildschirm übergibt. Installieren Sie xdg-desktop-portal und dessen Teil für diesen Desktop.</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Ton</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>Das Portal des Desktops (xdg-desktop-portal) antwortet nicht. Melden Sie sich neu an und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>Keine udev-Regel installiert, daher entscheiden die Gruppen des Benutzers</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>Es gibt keine Anzeige. Starten Sie es in einer Desktop-Sitzung.</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>Das Programm läuft nicht</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Berechtigungen</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>Wird vom Desktop übergeben, der Sie beim ersten Mal fragt</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: vom laufenden Lumivar gesteuert (%2)</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 ist bereit</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>Das Programm läuft (%1)</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>Wird mit Ihrer Zustimmung vom Desktop übergeben</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

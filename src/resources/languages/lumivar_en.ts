@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>There is no display. Run it within a desktop session.</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>Can be read directly</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>The program is running (%1)</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>Screen</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>Handed over by the desktop, with your consent</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: driven by the running Lumivar (%2)</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>The program is not running</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Sound</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Permissions</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Devices</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>Handed over by the desktop, which asks you at the first use</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>No udev rule is installed, so the user’s groups decide</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 is ready</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>The desktop has no portal that hands the screen over. Install xdg-desktop-portal and the part of it for this desktop.</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>The desktop’s portal (xdg-desktop-portal) does not answer. Log in again and retry.</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>屏幕</source>
+        <translation>Pantalla</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>El programa está en marcha (%1)</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>Se puede leer directamente</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>No hay regla de udev, así que deciden los grupos del usuario</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 está listo</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Permisos</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Sonido</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>No hay pantalla. Ejecútelo en una sesión de escritorio.</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>El portal del escritorio (xdg-desktop-portal) no responde. Vuelva a iniciar sesión e inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: controlado por el Lumivar en marcha (%2)</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>El programa no está en marcha</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Dispositivos</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>El escritorio no tiene un portal que entregue la pantalla. Instale xdg-desktop-portal y su parte para este escritorio.</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>La entrega el escritorio, con su consentimiento</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>La entrega el escritorio, que se lo preguntará la primera vez</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

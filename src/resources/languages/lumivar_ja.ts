@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>デスクトップから受け取ります。初回使用時に同意を確認します</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>デバイス</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>画面</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1：%2 の準備ができました</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>udev ルールは未導入です。ユーザーのグループで決まります</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>サウンド</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>ディスプレイがありません。デスクトップセッション内で実行してください。</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>画面を受け渡すポータルがありません。xdg-desktop-portal と、このデスクトップ用のコンポーネントをインストールしてください。</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>プログラムは実行中です（%1）</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>プログラムは実行されていません</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>権限</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1：実行中の Lumivar が制御しています（%2）</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>デスクトップのポータル（xdg-desktop-portal）が応答しません。ログインし直してからお試しください。</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>直接読み取れます</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>デスクトップから受け取ります（同意済み）</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

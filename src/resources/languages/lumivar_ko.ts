@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>权限</source>
+        <translation>권한</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>프로그램 실행 중(%1)</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>직접 읽을 수 있음</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>udev 규칙이 없어 사용자 그룹에 따라 결정됩니다</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>데스크톱 포털(xdg-desktop-portal)이 응답하지 않습니다. 다시 로그인한 뒤 시도해 주세요.</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>장치</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>데스크톱이 전달하며, 동의하셨습니다</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>데스크톱이 전달하며, 처음 사용할 때 동의를 묻습니다</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>디스플레이가 없습니다. 데스크톱 세션에서 실행해 주세요.</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>프로그램이 실행되고 있지 않습니다</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 준비됨</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: 실행 중인 Lumivar가 제어하고 있습니다(%2)</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>화면</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>화면을 전달할 포털이 없습니다. xdg-desktop-portal과 이 데스크톱용 구성 요소를 설치해 주세요.</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>소리</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>权限</source>
+        <translation>Permissões</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>Entregue pelo ambiente de trabalho, que pergunta na primeira utilização</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>O portal do ambiente de trabalho (xdg-desktop-portal) não responde. Inicie sessão novamente e tente de novo.</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Dispositivos</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>Pode ser lido diretamente</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>Ecrã</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Som</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>Não há regra do udev, por isso decidem os grupos do utilizador</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>Entregue pelo ambiente de trabalho, com o seu consentimento</translation>
+    </message>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 está pronto</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>Não há ecrã. Execute-o numa sessão de ambiente de trabalho.</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>O programa não está em execução</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>O programa está em execução (%1)</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>O ambiente de trabalho não tem um portal que entregue o ecrã. Instale o xdg-desktop-portal e a parte dele para este ambiente.</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: controlado pelo Lumivar em execução (%2)</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>

@@ -147,6 +147,69 @@
     </message>
 </context>
 <context>
+    <name>Doctor</name>
+    <message>
+        <source>%1：%2 已就绪</source>
+        <translation>%1: %2 đã sẵn sàng</translation>
+    </message>
+    <message>
+        <source>程序正在运行（%1）</source>
+        <translation>Chương trình đang chạy (%1)</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Âm thanh</translation>
+    </message>
+    <message>
+        <source>桌面没有可以转交画面的门户。请安装 xdg-desktop-portal 及适合此桌面的组件。</source>
+        <translation>Màn hình nền không có cổng để chuyển hình. Hãy cài xdg-desktop-portal và phần dành cho màn hình nền này.</translation>
+    </message>
+    <message>
+        <source>可以直接读取</source>
+        <translation>Có thể đọc trực tiếp</translation>
+    </message>
+    <message>
+        <source>%1：由正在运行的 Lumivar 控制（%2）</source>
+        <translation>%1: do Lumivar đang chạy điều khiển (%2)</translation>
+    </message>
+    <message>
+        <source>屏幕</source>
+        <translation>Màn hình</translation>
+    </message>
+    <message>
+        <source>由桌面转交，您已同意</source>
+        <translation>Do màn hình nền chuyển, bạn đã đồng ý</translation>
+    </message>
+    <message>
+        <source>设备</source>
+        <translation>Thiết bị</translation>
+    </message>
+    <message>
+        <source>没有显示器可用。请在桌面会话中运行。</source>
+        <translation>Không có màn hình. Hãy chạy trong phiên màn hình nền.</translation>
+    </message>
+    <message>
+        <source>没有安装 udev 规则，接口由用户组决定</source>
+        <translation>Chưa cài quy tắc udev, nên do nhóm người dùng quyết định</translation>
+    </message>
+    <message>
+        <source>权限</source>
+        <translation>Quyền</translation>
+    </message>
+    <message>
+        <source>程序没有在运行</source>
+        <translation>Chương trình không chạy</translation>
+    </message>
+    <message>
+        <source>由桌面转交，首次使用时会征求您的同意</source>
+        <translation>Do màn hình nền chuyển, sẽ hỏi bạn ở lần dùng đầu</translation>
+    </message>
+    <message>
+        <source>桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。</source>
+        <translation>Cổng của màn hình nền (xdg-desktop-portal) không trả lời. Hãy đăng nhập lại rồi thử lại.</translation>
+    </message>
+</context>
+<context>
     <name>EffectNames</name>
     <message>
         <source>跑马灯模式</source>
