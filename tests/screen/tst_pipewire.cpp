@@ -66,7 +66,7 @@ struct Desktop
     void read()
     {
         const auto grabber = std::make_shared<PipeWireGrabber>(feed, nullptr);
-        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{[grabber] { return grabber; }});
+        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{{{}, [grabber] { return grabber; }}});
     }
     std::unique_ptr<PipeWireSource> publish(const Kind& kind = {}) const
     {
