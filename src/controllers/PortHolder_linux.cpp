@@ -69,7 +69,7 @@ PortHolder certainHolderOf(const QString& location, const PortHolder& before)
 
 PortHolder holderOf(const QString& location, const PortHolder& before)
 {
-    const PortHolder holder = certainHolderOf(location, before);
+    PortHolder holder = certainHolderOf(location, before);
     if (holder.isCertain())
         return holder;
     for (const qint64 pid : otherProcesses()) {

@@ -73,7 +73,7 @@ QStringList AccessGrant::commands(const QString& group)
 QString AccessGrant::installedRule()
 {
     for (const char* folder : {"/etc", "/usr/lib", "/lib"}) {
-        const QString path = QLatin1String(folder) + QStringLiteral("/udev/rules.d/70-lumivar.rules");
+        QString path = QLatin1String(folder) + QStringLiteral("/udev/rules.d/70-lumivar.rules");
         if (QFileInfo::exists(path))
             return path;
     }
