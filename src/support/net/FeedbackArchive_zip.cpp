@@ -66,7 +66,8 @@ QByteArray contents(zip_source_t* source)
 
 } // namespace
 
-/// What zipped() does; the only way into this module.
+/// What zipped() does; the only way into this module. A program that runs through an upgrade meets the later
+/// version's: other parameters need another name.
 extern "C" Q_DECL_EXPORT void lumivarZip(const std::vector<FeedbackFile>& files,
                                          const ArchiveProgress& progress, QString& error, QByteArray& bytes)
 {
