@@ -135,6 +135,7 @@ see_light() {
 stop() {
     kill "$simulator"
     wait "$simulator" || { cat "$store/strip.log" >&2; fail "the strip was not left as it should be"; }
+    ! grep -E ' (ERROR|FATAL) ' "$home/program.log" >&2 || fail "the program misses something"
     [ -z "$(ls -A "$home/.config/Lumivar/dumps" 2>/dev/null)" ] || fail "the program crashed"
 }
 settings() { (cd "$home/.config/Lumivar" && find . -name '*.json' -exec sha256sum {} + | sort -k 2); }
