@@ -2,12 +2,9 @@
 # path, and what the desktop wants to know. Developer's tools, example plug-ins and tests stay behind.
 # `cmake --build ... --target lumivar_installed` builds just that.
 include(GNUInstallDirs)
-set(home lib/lumivar) # fixed, because the policy names the helper's place
+set(home lib/lumivar) # fixed: the policy names the place of grant-access, which tools/ installs there
 set(linux ${CMAKE_SOURCE_DIR}/packaging/linux)
 set(programs lumivar CrashReporter)
-if(TARGET grant-access)
-    list(APPEND programs grant-access)
-endif()
 add_custom_target(lumivar_installed DEPENDS ${programs} lumivar_archive lumivar_data lumivar_pictures)
 
 install(TARGETS ${programs} RUNTIME DESTINATION ${home}/bin)
@@ -31,6 +28,4 @@ install(FILES ${linux}/org.lumivar.Lumivar.desktop DESTINATION ${CMAKE_INSTALL_D
 install(DIRECTORY ${LUMIVAR_ICON_THEME} DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
 install(FILES ${linux}/lumivar.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${linux}/70-lumivar.rules DESTINATION lib/udev/rules.d)
-if(EXISTS ${linux}/org.lumivar.Lumivar.policy)
-    install(FILES ${linux}/org.lumivar.Lumivar.policy DESTINATION ${CMAKE_INSTALL_DATADIR}/polkit-1/actions)
-endif()
+install(FILES ${linux}/org.lumivar.Lumivar.policy DESTINATION ${CMAKE_INSTALL_DATADIR}/polkit-1/actions)
