@@ -12,8 +12,9 @@ namespace {
 constexpr qint64 kRestUs = 2000000;
 constexpr qint64 kNewBuffersUs = 1000000; // what a change of the format may take
 constexpr int kKeptWidthPx = 480;
-constexpr qint64 kFirstFrameUs = 500000;
-constexpr int kStarts = 4;
+constexpr qint64 kFirstFrameUs = 300000; // longer with each try
+constexpr qint64 kSlowFirstFrameUs = 1000000;
+constexpr int kStarts = 8; // for a newer picture than the one that there is
 
 /// Memory for what is said to the server.
 struct Builder
@@ -145,8 +146,7 @@ void PipeWireStream::onBufferCame()
         return;
     m_hasChanged = m_hasChanged || m_lostUs;
     m_lostUs = 0;
-    m_starts = 1;
-    m_startedUs = DeskCapture::nowUs();
+    begin();
 }
 
 void PipeWireStream::onBufferGone(pw_buffer* buffer)
@@ -185,7 +185,7 @@ bool PipeWireStream::takeNewest()
         m_held = std::exchange(m_newest, {});
     }
     m_kept.release();
-    m_starts = kStarts;
+    m_isFresh = true;
     setSize(m_held.pixels.uprightSize());
     return true;
 }
@@ -217,16 +217,24 @@ void PipeWireStream::setActive(bool active)
     if (m_isActive == active || m_isOver)
         return;
     m_isActive = active;
-    m_starts = 1;
-    m_startedUs = DeskCapture::nowUs();
+    begin();
     m_lostUs = m_lostUs ? m_startedUs : 0;
     pw_stream_set_active(m_stream, active);
 }
 
+void PipeWireStream::begin()
+{
+    m_isFresh = false;
+    m_starts = 1;
+    m_startedUs = DeskCapture::nowUs();
+}
+
 void PipeWireStream::startAgain()
 {
+    const bool hasAny = m_held.buffer || !m_kept.empty();
     const qint64 now = DeskCapture::nowUs();
-    if (m_isOver || m_starts >= kStarts || now - m_startedUs < kFirstFrameUs)
+    if (m_isFresh || m_isOver || (hasAny && m_starts >= kStarts) ||
+        now - m_startedUs < qMin(m_starts * kFirstFrameUs, kSlowFirstFrameUs))
         return;
     ++m_starts;
     m_startedUs = now;

@@ -46,8 +46,9 @@ private:
     void keep(const SourcePixels& pixels);
     bool takeNewest();
     void setActive(bool active);
-    /// The picture that a source sends when somebody begins to read is lost if the reader is not quite ready
-    /// yet, and a still screen sends no other: begins once more, a few times.
+    void begin();
+    /// The picture that a source sends when somebody begins to read is lost if the reader is not quite linked
+    /// yet, and a still screen sends no other: begins once more where none comes.
     void startAgain();
     void setSize(QSize size);
 
@@ -61,7 +62,8 @@ private:
     bool m_hasChanged = false;
     bool m_isActive = true;
     qint64 m_startedUs;
-    int m_starts = 1; ///< without a picture so far; kStarts once there was one
+    int m_starts = 1;
+    bool m_isFresh = false; ///< a picture has come since
     qint64 m_grabbedUs;
     int m_buffers = 0;
     qint64 m_lostUs = 0;   ///< since when there have been none any more although it is read; 0 for not
