@@ -1,4 +1,4 @@
-// What reading a 60 frames a second costs this process, all its threads together: the streams of a media
+// What reading 60 frames a second costs this process, all its threads together: the streams of a media
 // server of its own beside a virtual X server, both shown by another process.
 #include "PipeWireServer.h"
 #include "PipeWireSource.h"

@@ -10,7 +10,9 @@
 //   CaptureThread                    grabs what is due and follows the sources; drives a ScreenGrabber
 //   ScreenGrabber                    where another way to read the desktop slots in, one system's calls:
 //                                    X11Grabber (with X11Image for the memory and X11ChangeWatch to skip
-//                                    still screens), DxgiGrabber (with DxgiMonitor)
+//                                    still screens), DxgiGrabber (with DxgiMonitor), PipeWireGrabber (a
+//                                    PipeWireConnection with a PipeWireStream a monitor; what it connects
+//                                    to comes through the ScreenCastFeed from the ScreenCastSession)
 //   FrameScaler                      the screen's pixels to the small frame, by the mean of areas
 
 #include "support/capture/CaptureModes.h"
