@@ -105,6 +105,8 @@ void AbsRGBController::setNbLeds(uint32_t nbLeds)
     m_unusable.remove(QLatin1String(ConfigKeys::kNbLeds.key));
     rebuildHeader();
     saveConfig();
+    if (m_isDark) // it may reach further now
+        sendBlack();
 }
 
 void AbsRGBController::setSubMode(const QString& subMode)
@@ -123,6 +125,21 @@ void AbsRGBController::setWorkMode(const QString& workMode)
     m_options.workMode = workMode;
     saveProperty(QLatin1String(ConfigKeys::kWorkMode.key), workMode);
     emit workModeChanged();
+}
+
+void AbsRGBController::setDark(bool dark)
+{
+    if (m_isDark == dark)
+        return;
+    m_isDark = dark;
+    if (dark) {
+        m_refreshTimer.stop();
+        sendBlack();
+    } else {
+        m_updateTimer.restart(); // the pause is no slow effect
+        internalUpdate();
+    }
+    emit darkChanged(dark);
 }
 
 bool AbsRGBController::loadConfig()
@@ -195,6 +212,8 @@ void AbsRGBController::update(QVector<LV_RGB> colors)
 
 void AbsRGBController::internalUpdate()
 {
+    if (m_isDark)
+        return;
     QVector<LV_RGB> out = m_rawColors;
     m_curve.prepare(m_options.brightness, m_options.gama);
     for (LV_RGB& led : out)

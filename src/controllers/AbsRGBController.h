@@ -5,6 +5,7 @@
 #include "controllers/LV_RGB.h"
 #include "support/log/LoopBrake.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QSet>
@@ -33,6 +34,10 @@ public:
     void setNbLeds(uint32_t nbLeds);
     void setSubMode(const QString& subMode);
     void setWorkMode(const QString& workMode);
+    /// Keeps the device dark whatever it is told to show: one black picture goes out and nothing more until
+    /// it may be lit again, then the last picture at once. No choice of the user's, and stored nowhere.
+    void setDark(bool dark);
+    bool isDark() const { return m_isDark; }
 
     /// Overlays the stored settings of this device; false when nothing is stored.
     bool loadConfig();
@@ -54,6 +59,8 @@ public:
     virtual void beginRelease() {}
     /// Waits until a release that was begun is over; half a second at most.
     virtual void waitForRelease() {}
+    /// Waits until the device has what it was sent so far, the black picture of setDark().
+    virtual void waitUntilSent(QDeadlineTimer) {}
 
 signals:
     void statusChanged(uint32_t status, QString description);
@@ -64,6 +71,7 @@ signals:
     void workModeChanged();
     void subModeChanged(QString subMode);
     void installDirectionChanged(uint32_t dir);
+    void darkChanged(bool dark);
     void devActionActived(int action);
 
 protected:
@@ -79,10 +87,12 @@ private slots:
 
 private:
     static float configuredGama();
+    void sendBlack() { writeColors(QVector<LV_RGB>(static_cast<int>(m_options.nbLeds))); }
     /// Refresh warning and the average interval, for the loop log.
     void reportPace(const QVector<LV_RGB>& out);
 
     QSet<QString> m_unusable; ///< keys whose stored values do not count, and are left to the user as they are
+    bool m_isDark = false;
     QTimer m_refreshTimer;
     QVector<LV_RGB> m_rawColors;
     QVector<LV_RGB> m_blackColors;

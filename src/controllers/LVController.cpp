@@ -91,6 +91,15 @@ void LVController::waitForRelease()
     m_portClosed = m_release->done.tryAcquire(1, static_cast<int>(m_releaseDeadline.remainingTime()));
 }
 
+void LVController::waitUntilSent(QDeadlineTimer deadline)
+{
+    const auto sent = std::make_shared<QSemaphore>();
+    QMetaObject::invokeMethod(
+        m_serial, [serial = m_serial, sent] { serial->tellWhenSent(sent); }, Qt::QueuedConnection);
+    if (!sent->tryAcquire(1, static_cast<int>(deadline.remainingTime())))
+        qWarning().noquote() << "[Controller]:" << m_options.id << "its line did not get through in time";
+}
+
 void LVController::stopThread()
 {
     m_thread->quit();

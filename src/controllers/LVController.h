@@ -26,6 +26,7 @@ public:
     void rebuildHeader() override;
     void beginRelease() override;
     void waitForRelease() override;
+    void waitUntilSent(QDeadlineTimer deadline) override;
 
 signals:
     void writeToPort(QByteArray bytes);

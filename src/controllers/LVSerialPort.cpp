@@ -161,6 +161,17 @@ void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
     emit errorOccurred(error, m_port->errorString());
 }
 
+void LVSerialPort::tellWhenSent(std::shared_ptr<QSemaphore> sent)
+{
+    const bool isBusy = m_pacer.isWaiting() || m_port->bytesToWrite() > 0 || busyMs() > 0;
+    if (m_state != State::Paced || !isBusy) {
+        QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [sent] { sent->release(); });
+        return;
+    }
+    const auto again = static_cast<int>(qMax<qint64>(kDrainPollMs, busyMs()));
+    QTimer::singleShot(again, Qt::PreciseTimer, this, [this, sent] { tellWhenSent(sent); });
+}
+
 void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
                            std::shared_ptr<PortRelease> result)
 {
@@ -177,15 +188,14 @@ void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
 
 void LVSerialPort::finishWhenDrained()
 {
-    const qint64 busyMs = (m_pacer.backlogUs(nowUs()) + 999) / 1000;
     const qint64 leftMs = m_releaseDeadline.remainingTime() - kSettleMs;
-    if (m_port->bytesToWrite() == 0 && busyMs == 0) {
+    if (m_port->bytesToWrite() == 0 && busyMs() == 0) {
         QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { close(true); });
     } else if (leftMs <= 0) {
         m_port->clear(QSerialPort::AllDirections); // or closing would wait for the rest
         close(false);
     } else {
-        m_lineTimer.start(static_cast<int>(qBound<qint64>(kDrainPollMs, busyMs, leftMs)));
+        m_lineTimer.start(static_cast<int>(qBound<qint64>(kDrainPollMs, busyMs(), leftMs)));
     }
 }
 

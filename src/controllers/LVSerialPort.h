@@ -41,6 +41,8 @@ public:
 
     /// From now on frames are paced by the line; called on the port's thread.
     void startPacing();
+    /// On the port's thread: releases it when the line has carried what was written before, or is gone.
+    void tellWhenSent(std::shared_ptr<QSemaphore> sent);
     /// Last act, on the port's thread: `black` replaces whatever waits, is drained within the deadline, and
     /// the port is closed. An empty frame closes at once.
     void release(const QByteArray& black, QDeadlineTimer deadline, std::shared_ptr<PortRelease> result);
@@ -75,6 +77,8 @@ private:
     /// The line may have become ready for more.
     void advance();
     void finishWhenDrained();
+    /// How long the line is still busy with what was sent.
+    qint64 busyMs() const { return (m_pacer.backlogUs(nowUs()) + 999) / 1000; }
     /// Closes the port for good and tells who waits for it.
     void close(bool blackWritten);
     void reportWrite();

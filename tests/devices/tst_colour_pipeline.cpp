@@ -63,6 +63,26 @@ private slots:
         QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{9, 9, 9}}));
     }
 
+    void aDeviceThatIsKeptDarkGetsOneBlackPictureAndThenNothing()
+    {
+        RecordingController controller;
+        RecordingController other;
+        controller.setNbLeds(3);
+        controller.setDark(true);
+        controller.setDark(true);
+        controller.update({{8, 8, 8}});
+        controller.setEnable(false);
+        controller.setEnable(true);
+        controller.setBrightness(0.5F);
+        QTRY_VERIFY_WITH_TIMEOUT(other.written.size() >= 2, 20000); // which is repainted meanwhile
+        QCOMPARE(controller.written, (QVector<QVector<LV_RGB>>{QVector<LV_RGB>(3)}));
+        controller.setNbLeds(4); // as far as it reaches now
+        QCOMPARE(controller.written.last(), QVector<LV_RGB>(4));
+        controller.setDark(false);
+        QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{4, 4, 4}}));
+        QTRY_VERIFY_WITH_TIMEOUT(controller.written.size() > 3, 20000);
+    }
+
     void anIdleDeviceIsRepaintedAndThePaceIsReported()
     {
         LogCapture log;
