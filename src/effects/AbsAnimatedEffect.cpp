@@ -39,7 +39,8 @@ void AbsAnimatedEffect::start()
     m_timer->setInterval(m_updateInterval);
     m_timer->setTimerType(Qt::PreciseTimer);
     connect(m_timer, &QTimer::timeout, this, &AbsAnimatedEffect::tick);
-    m_timer->start();
+    if (!m_isResting)
+        m_timer->start();
     qDebug() << "[AbsAnimatedEffect]: The effect timer has been started, id:" << m_timer->timerId();
 }
 
@@ -54,6 +55,17 @@ void AbsAnimatedEffect::stop()
 void AbsAnimatedEffect::tick()
 {
     update(m_frameClock.restart() / 1000.0);
+}
+
+void AbsAnimatedEffect::onCtlDarkChanged(bool dark)
+{
+    m_isResting = dark;
+    if (!m_timer)
+        return;
+    if (dark)
+        return m_timer->stop();
+    m_frameClock.restart();
+    m_timer->start();
 }
 
 void AbsAnimatedEffect::onCtlDirChanged(uint32_t) {}

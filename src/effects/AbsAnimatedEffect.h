@@ -28,6 +28,8 @@ public slots:
     void onCtlBrightnessChanged(float brightness) override;
     void onCtlKindNameChanged(QString kindName) override;
     void onCtlEnableChanged(bool enable) override;
+    /// No steps meanwhile; the first one afterwards knows nothing of the pause.
+    void onCtlDarkChanged(bool dark) override;
 
 protected:
     virtual void update(double seconds) = 0;
@@ -39,5 +41,6 @@ private:
 
     QTimer* m_timer = nullptr;
     int m_updateInterval = 33;
+    bool m_isResting = false;
     QElapsedTimer m_frameClock;
 };

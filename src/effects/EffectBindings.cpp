@@ -25,6 +25,14 @@ void connectWorker(IEffectWorker* worker, AbsRGBController* controller)
     queued(controller, &AbsRGBController::brightnessChanged, worker, &IEffectWorker::onCtlBrightnessChanged);
     queued(controller, &AbsRGBController::kindNameChanged, worker, &IEffectWorker::onCtlKindNameChanged);
     queued(controller, &AbsRGBController::enableChanged, worker, &IEffectWorker::onCtlEnableChanged);
+    queued(controller, &AbsRGBController::darkChanged, worker, &IEffectWorker::onCtlDarkChanged);
+}
+
+void load(IEffectWorker& worker, const ControlOptions& options, bool isDark)
+{
+    guardedCall("load", [&] { worker.load(options); });
+    if (isDark)
+        guardedCall("onCtlDarkChanged", [&] { worker.onCtlDarkChanged(true); });
 }
 
 QSharedPointer<QThread> loadInNewThread(const QSharedPointer<IEffectWorker>& worker,
@@ -39,8 +47,8 @@ QSharedPointer<QThread> loadInNewThread(const QSharedPointer<IEffectWorker>& wor
     // The options are copied here: the controller changes them on the main thread.
     QMetaObject::invokeMethod(
         worker.data(),
-        [worker, controller, options = controller->options()] {
-            guardedCall("load", [&] { worker->load(options); });
+        [worker, controller, options = controller->options(), isDark = controller->isDark()] {
+            load(*worker, options, isDark);
         },
         Qt::QueuedConnection);
     return thread;
@@ -58,7 +66,7 @@ void EffectBindings::bind(const QSharedPointer<AbsRGBController>& controller,
         qInfo().noquote() << "The effect is async, we will create a new thread by effect" << effect.id;
         thread = loadInNewThread(worker, controller);
     } else {
-        guardedCall("load", [&] { worker->load(ctlOptions); });
+        load(*worker, ctlOptions, controller->isDark());
     }
     m_bindings.insert(ctlOptions.id, {thread, controller, worker});
     qInfo().noquote() << ctlOptions.id << "has connected to" << effect.id;

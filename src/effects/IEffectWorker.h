@@ -32,6 +32,9 @@ public slots:
     virtual void onCtlBrightnessChanged(float brightness) = 0;
     virtual void onCtlKindNameChanged(QString kindName) = 0;
     virtual void onCtlEnableChanged(bool enable) = 0;
+    /// Nothing of the worker's is shown meanwhile, whatever the user's choice: it may rest, and goes on
+    /// afterwards.
+    virtual void onCtlDarkChanged(bool) {}
 
 signals:
     void updateColors(QVector<LV_RGB> colors);

@@ -143,6 +143,25 @@ private slots:
         }
     }
 
+    void workers_rest_while_their_devices_are_dark()
+    {
+        for (const char* effect : {"id.effect.marquee.marquee", "id.effect.colorful.flowingEffect"}) {
+            TestManager manager;
+            auto lit = QSharedPointer<FakeController>::create();
+            auto dark = QSharedPointer<FakeController>::create();
+            dark->setDark(true); // before it is bound, and the other one afterwards
+            QVERIFY(manager.bindController(lit, effect) && manager.bindController(dark, effect));
+            for (int i = 0; i < 2; ++i, lit.swap(dark)) {
+                dark->setDark(true);
+                lit->setDark(false);
+                QCoreApplication::sendPostedEvents();
+                dark->pictures.clear();
+                QTRY_VERIFY(lit->pictures.size() > 2);
+                QVERIFY(dark->pictures.isEmpty());
+            }
+        }
+    }
+
     void only_another_effect_takes_the_place_of_the_bound_one()
     {
         TestManager manager;

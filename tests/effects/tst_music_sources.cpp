@@ -247,6 +247,21 @@ private slots:
         QCOMPARE(effect.effectProperty("notice"), QJsonValue(""));
     }
 
+    void nothingIsHeardForAStripThatIsKeptDark()
+    {
+        setSources({kSpeaker, kHeadset});
+        Listening effect;
+        effect.onCtlDarkChanged(true);
+        QTRY_VERIFY(m_backend->attached.isEmpty());
+        effect.setEffectProperty("captureId", "headset");
+        QVERIFY(m_backend->attached.isEmpty() && effect.effectProperty("notice") == QString());
+        effect.onCtlDarkChanged(false);
+        QCOMPARE(m_backend->attached, QStringList{"headset"});
+        effect.unload();
+        effect.onCtlDarkChanged(false); // was on its way
+        QTRY_VERIFY(m_backend->attached.isEmpty());
+    }
+
     void microphoneIsHeardOnlyWhenItIsChosen()
     {
         setSources({kHeadset});

@@ -5,7 +5,6 @@
 #include "support/config/StoredNumber.h"
 
 #include <QDebug>
-#include <QTimer>
 #include <cmath>
 
 namespace {
@@ -47,11 +46,10 @@ int FlowingEffect::load(const ControlOptions& ctlOptions)
     m_ledPerUnit = ctlOptions.ledPerUnit;
 
     ConfigurationManager* config = ConfigurationManager::instance();
-    auto* timer = new QTimer(this);
-    timer->setInterval(applicationNumber(ConfigKeys::kDevUpdateIntervalMs));
-    timer->setTimerType(Qt::PreciseTimer);
-    connect(timer, &QTimer::timeout, this, &FlowingEffect::update);
-    timer->start();
+    m_timer.setInterval(applicationNumber(ConfigKeys::kDevUpdateIntervalMs));
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &FlowingEffect::update);
+    m_timer.start();
 
     m_speed = qBound(0.0,
                      config->effectJsonValue(m_effectOptions.id, m_controllerId, kSpeedKey)
@@ -98,6 +96,11 @@ void FlowingEffect::update()
     if (m_phase >= 1.0)
         m_phase = 0.0;
     emit updateColors(colors);
+}
+
+void FlowingEffect::onCtlDarkChanged(bool dark)
+{
+    dark ? m_timer.stop() : m_timer.start();
 }
 
 void FlowingEffect::onCtlDirChanged(uint32_t) {}

@@ -3,6 +3,8 @@
 #include "effects/EffectProperties.h"
 #include "effects/IEffectWorker.h"
 
+#include <QTimer>
+
 /// A full rainbow that runs along the strip by a fixed amount each timer period. Main thread.
 /// Property "speed": slider value, 1 to 200.
 class FlowingEffect : public WithProperties<IEffectWorker>
@@ -21,6 +23,7 @@ public slots:
     void onCtlBrightnessChanged(float brightness) override;
     void onCtlKindNameChanged(QString kindName) override;
     void onCtlEnableChanged(bool enable) override;
+    void onCtlDarkChanged(bool dark) override;
 
     /// Takes the slider's value and stores the phase a step that it stands for.
     void setSpeed(int speed);
@@ -30,6 +33,7 @@ private slots:
 
 private:
     double m_phase = 0.0; ///< hue before the first LED, 0.0 to 1.0
+    QTimer m_timer{this};
     uint32_t m_nbLeds = 0;
     int m_ledPerUnit = 1;
     QString m_controllerId;

@@ -79,6 +79,7 @@ void AbsMusicEffect::unload()
 {
     // A capturer that turns up before the worker is deleted must not be acquired: nobody would release it.
     AudioCapManager::instance()->disconnect(this);
+    m_life = Life::Ended;
     if (m_capturer)
         releaseCapturer();
     m_darkTimer.stop();
@@ -98,6 +99,8 @@ QString AbsMusicEffect::notice() const
 {
     if (m_capturer)
         return m_isSilent ? QString::fromUtf8(kOnlySilence) : QString();
+    if (m_life != Life::Playing)
+        return {};
     return QString::fromUtf8(AudioCapManager::instance()->isServerThere() ? kNoSource : kNoServer);
 }
 
@@ -171,6 +174,8 @@ void AbsMusicEffect::want(const QString& id)
 
 void AbsMusicEffect::bindBestCapturer()
 {
+    if (m_life != Life::Playing)
+        return;
     AudioCapManager* manager = AudioCapManager::instance();
     const bool isWantedThere = manager->allCapturers().contains(m_wantedId);
     // Without a loudspeaker there is no default, and nobody is to be heard by a microphone unasked.
@@ -249,6 +254,21 @@ void AbsMusicEffect::onCapturersChanged()
 void AbsMusicEffect::announce(const char* key)
 {
     emit effectPropertyChanged(key, effectProperty(key));
+}
+
+void AbsMusicEffect::onCtlDarkChanged(bool dark)
+{
+    if (m_life == Life::Ended) // it was on its way when the effect was changed
+        return;
+    m_life = dark ? Life::Resting : Life::Playing;
+    if (!dark) {
+        m_darkTimer.start();
+        return onCapturersChanged();
+    }
+    m_darkTimer.stop();
+    m_silenceTimer.stop();
+    if (m_capturer)
+        releaseCapturer();
 }
 
 void AbsMusicEffect::onCtlDirChanged(uint32_t dir)

@@ -38,6 +38,8 @@ public slots:
     void onCtlBrightnessChanged(float brightness) override;
     void onCtlKindNameChanged(QString kindName) override;
     void onCtlEnableChanged(bool enable) override;
+    /// Gives the capturer back meanwhile: nothing is recorded for a strip that is kept dark.
+    void onCtlDarkChanged(bool dark) override;
     /// For each channel decimal numbers as text; entry 0 of channel 0 counts, 0 to 1.
     virtual void peakValuesChanged(QVector<QVector<QString>> peaks);
     int load(const ControlOptions& ctlOptions) override;
@@ -73,6 +75,8 @@ private:
     void onSilence();
     void setSilent(bool isSilent);
 
+    enum class Life { Playing, Resting, Ended };
+    Life m_life = Life::Playing;
     double m_quietLevel = 0.0;
     QString m_wantedId;   ///< what the user chose, be it gone at present; empty for nothing
     QString m_capturerId; ///< what is bound

@@ -50,6 +50,12 @@ int PixmapStream::load(const ControlOptions& ctlOptions)
     return 0;
 }
 
+void PixmapStream::onCtlDarkChanged(bool dark)
+{
+    AbsAnimatedEffect::onCtlDarkChanged(dark);
+    dark ? m_readTimer->stop() : m_readTimer->start();
+}
+
 void PixmapStream::onReadTimeout()
 {
     // A read that takes longer than the interval must not fill the pool with others behind it.

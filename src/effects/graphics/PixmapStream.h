@@ -22,6 +22,7 @@ public:
     QJsonValue effectProperty(const QString&) override { return QJsonValue::Null; }
     void setEffectProperty(const QString&, const QJsonValue&) override {}
     void unload() override {}
+    void onCtlDarkChanged(bool dark) override;
 
 protected:
     void update(double seconds) override;

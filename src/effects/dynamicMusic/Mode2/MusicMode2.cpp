@@ -111,6 +111,12 @@ void MusicMode2::onCtlKindNameChanged(QString kindName)
     m_moodShadow->onCtlKindNameChanged(kindName);
 }
 
+void MusicMode2::onCtlDarkChanged(bool dark)
+{
+    AbsMusicEffect::onCtlDarkChanged(dark);
+    m_moodShadow->onCtlDarkChanged(dark);
+}
+
 void MusicMode2::onCtlEnableChanged(bool enable)
 {
     m_moodShadow->onCtlEnableChanged(enable);

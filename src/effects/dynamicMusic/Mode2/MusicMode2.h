@@ -38,6 +38,7 @@ public slots:
     void onCtlBrightnessChanged(float brightness) override;
     void onCtlKindNameChanged(QString kindName) override;
     void onCtlEnableChanged(bool enable) override;
+    void onCtlDarkChanged(bool dark) override;
 
 protected:
     void onCapturerBound() override {}
