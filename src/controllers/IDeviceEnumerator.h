@@ -15,6 +15,10 @@ class IDeviceEnumerator : public QObject
 public:
     using QObject::QObject;
 
+    /// The machine goes to sleep: let go of ports that are not driven yet. Or it is back: look for devices at
+    /// once, those that were plugged in or changed their place meanwhile.
+    virtual void setAsleep(bool) {}
+
 signals:
     void deviceEnabled(AbsRGBControllerPtr controller);
     /// All that keeps it from giving devices, in place of what it said before.

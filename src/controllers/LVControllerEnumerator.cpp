@@ -100,8 +100,23 @@ void LVControllerEnumerator::onDeviceArrival(QString deviceName)
     QTimer::singleShot(m_timing.arrivalMs, this, [this, deviceName] { makeController(deviceName); });
 }
 
+void LVControllerEnumerator::setAsleep(bool asleep)
+{
+    m_isAsleep = asleep;
+    if (asleep) {
+        for (ProbeDialogue* dialogue : dialogues())
+            giveUp(dialogue); // its answer would be lost, and the port may be another one afterwards
+        m_scanTimer.stop();
+        return;
+    }
+    m_hastyScans = m_timing.hastyScans;
+    m_scanTimer.start(0);
+}
+
 void LVControllerEnumerator::scanCH340Devices()
 {
+    m_scanTimer.start(m_hastyScans > 0 ? m_timing.hasteMs : m_timing.scanMs);
+    const bool isHasty = m_hastyScans > 0 && m_hastyScans-- > 0;
     lookForAdapters();
     if (m_pendingDevices.isEmpty())
         return;
@@ -114,15 +129,22 @@ void LVControllerEnumerator::scanCH340Devices()
         const QPointer<LVController> controller = m_adopted.value(name);
         if (controller && controller->options().status == 0)
             m_pendingDevices.remove(name); // a second arrival failed on the port that is ours already
-        else if (present.contains(name))
+        else if (present.contains(name) && isHasty && !isProbed(name))
+            makeController(name);
+        else if (present.contains(name) && !isHasty)
             onDeviceArrival(name);
-        else // waits silently for its return
+        else if (!present.contains(name)) // waits silently for its return
             forget(name);
     }
 }
 
 void LVControllerEnumerator::makeController(const QString& portName)
 {
+    if (m_isAsleep) {
+        logInfo(QStringLiteral("Asked after the machine's sleep: ") + portName);
+        m_pendingDevices.insert(portName);
+        return;
+    }
     logInfo(QStringLiteral("Start verifying device: ") + portName);
     const SerialPortRecord record = m_source->find(portName);
     if (!record.description.contains(QLatin1String("CH340"))) {
@@ -151,11 +173,20 @@ void LVControllerEnumerator::makeController(const QString& portName)
 
 bool LVControllerEnumerator::isOurs(const ProbeDialogue* dialogue) const
 {
-    const auto dialogues = findChildren<ProbeDialogue*>(QString(), Qt::FindDirectChildrenOnly);
-    return m_adopted.value(dialogue->portName()) ||
-           std::any_of(dialogues.begin(), dialogues.end(), [dialogue](const ProbeDialogue* other) {
-               return other != dialogue && other->portName() == dialogue->portName();
-           });
+    return m_adopted.value(dialogue->portName()) || isProbed(dialogue->portName(), dialogue);
+}
+
+bool LVControllerEnumerator::isProbed(const QString& portName, const ProbeDialogue* except) const
+{
+    const QList<ProbeDialogue*> all = dialogues();
+    return std::any_of(all.begin(), all.end(), [&](const ProbeDialogue* dialogue) {
+        return dialogue != except && dialogue->portName() == portName;
+    });
+}
+
+QList<ProbeDialogue*> LVControllerEnumerator::dialogues() const
+{
+    return findChildren<ProbeDialogue*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)

@@ -22,6 +22,8 @@ struct DiscoveryTiming
     int replyMs = 5000;  ///< a device begins to answer within
     int silenceMs = 30;  ///< ends an answer
     int patience = 3;    ///< how many times as long a silent device is waited for once
+    int hasteMs = 500;   ///< between two scans after a sleep, when ports come back one by one
+    int hastyScans = 20; ///< of them, before the usual pace
 };
 
 /// Finds the strips on serial ports: asks every port that may have one at start, when it arrives, and again
@@ -35,6 +37,7 @@ public:
     explicit LVControllerEnumerator(std::unique_ptr<ISerialPortSource> source = nullptr,
                                     DiscoveryTiming timing = {}, QObject* parent = nullptr);
     ~LVControllerEnumerator() override;
+    void setAsleep(bool asleep) override;
 
     /// The ports whose verification failed and that are tried again.
     const QSet<QString>& pendingDevices() const { return m_pendingDevices; }
@@ -53,6 +56,8 @@ private:
     int questions(const QString& portName) const;
     /// A port that is being probed or driven cannot be opened a second time, which is no trouble.
     bool isOurs(const ProbeDialogue* dialogue) const;
+    bool isProbed(const QString& portName, const ProbeDialogue* except = nullptr) const;
+    QList<ProbeDialogue*> dialogues() const;
     void noteOpenError(const ProbeDialogue* dialogue);
     void lookForAdapters();
     PortHolder holderBefore(const QString& portName) const { return m_findings.value(portName).holder; }
@@ -75,5 +80,7 @@ private:
     QMap<QString, PortFinding> m_findings; ///< by port name
     PortFindings m_portless;               ///< adapters that are no port
     QTimer m_scanTimer;
+    bool m_isAsleep = false;
+    int m_hastyScans = 0;                             ///< that are left
     QHash<QString, QPointer<LVController>> m_adopted; ///< by port name
 };

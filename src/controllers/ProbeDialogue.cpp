@@ -54,6 +54,7 @@ LVSerialPort* ProbeDialogue::takePort()
 
 void ProbeDialogue::dropPort()
 {
+    finish();
     delete std::exchange(m_serial, nullptr); // no handler of ours runs within a signal of the port
 }
 

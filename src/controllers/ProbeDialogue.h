@@ -30,7 +30,8 @@ public:
     QString portName() const { return m_record.name; }
     /// Hands the open port over, still on this thread; the dialogue knows it no longer.
     LVSerialPort* takePort();
-    /// Closes the port at once; the dialogue itself may live on until the event loop gets round to it.
+    /// Closes the port at once, and no signal follows; the dialogue itself may live on until the event loop
+    /// gets round to it.
     void dropPort();
 
 signals:
