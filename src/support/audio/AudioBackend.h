@@ -26,6 +26,8 @@ public:
     virtual void attach(const QSharedPointer<AudioCapturer>& capturer) = 0;
     /// What is under way may still be written into the capturer.
     virtual void detach(const QSharedPointer<AudioCapturer>& capturer) = 0;
+    /// On its own thread: what is waiting to be tried again is tried now.
+    virtual void retryNow() {}
 
 signals:
     /// From any thread.

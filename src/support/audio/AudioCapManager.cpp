@@ -38,6 +38,12 @@ AudioCapManager* AudioCapManager::instance()
     return s_instance;
 }
 
+void AudioCapManager::reconnect()
+{
+    if (s_instance)
+        s_instance.load()->m_backend->retryNow();
+}
+
 AudioCapManager::AudioCapManager(std::unique_ptr<AudioBackend> backend, int lingerMs)
     : m_lingerMs(lingerMs)
     , m_analysis(std::make_unique<AnalysisThread>())

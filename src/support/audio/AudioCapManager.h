@@ -36,6 +36,9 @@ public:
     /// may take up to a second where the sound server does not answer.
     static AudioCapManager* instance();
 
+    /// The machine was asleep: what was lost meanwhile comes back sooner than by itself. Main thread.
+    static void reconnect();
+
     static constexpr int kLingerMs = 2000;
 
     /// With another back end than the system's. Where there is no instance yet, this one is it.

@@ -116,6 +116,16 @@ void PulseBackend::detach(const QSharedPointer<AudioCapturer>& capturer)
     m_recorders.erase(capturer.data());
 }
 
+void PulseBackend::retryNow()
+{
+    {
+        const Lock lock(*this);
+        m_pause.reset();
+    }
+    if (m_retry.isActive())
+        m_retry.start(0);
+}
+
 void PulseBackend::onFailed()
 {
     bool listChanged = false;

@@ -32,6 +32,7 @@ public:
     bool isServerThere() const override;
     void attach(const QSharedPointer<AudioCapturer>& capturer) override;
     void detach(const QSharedPointer<AudioCapturer>& capturer) override;
+    void retryNow() override;
 
 signals:
     /// From the library's thread: the connection or a recording has come to its end.
