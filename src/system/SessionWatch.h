@@ -14,7 +14,7 @@ public:
     ~SessionWatch() override;
 
     /// Everything is dark and stored: the machine need not wait for this program any longer. To be called
-    /// after aboutToSleep.
+    /// after aboutToSleep; for a shutdown it waits as long as this object lives, within its own limit.
     void readyForSleep();
     /// Whether the session is locked or its screen blanked, as far as is known.
     bool isScreenOff() const;
