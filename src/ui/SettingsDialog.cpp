@@ -96,6 +96,9 @@ void SettingsDialog::initGeneralPage()
             &SettingsDialog::onCbxLanguageCurrentIndexChanged);
     ui->chkStartup->setChecked(Autostart::isEnabled());
     connect(ui->chkStartup, &QCheckBox::stateChanged, this, &SettingsDialog::onCheckBoxStateChanged);
+    ui->chkLightsOffWhileLocked->setChecked(storedFlag(ConfigKeys::kLightsOffWhileLocked));
+    connect(ui->chkLightsOffWhileLocked, &QCheckBox::toggled, this,
+            [](bool on) { store(ConfigKeys::kLightsOffWhileLocked.key, on); });
     connect(ui->btnOpenConfigDir, &QPushButton::clicked, this, &SettingsDialog::on_btnOpenConfigDir_clicked);
     connect(ui->btnDefaultSettings, &QPushButton::clicked, this, &SettingsDialog::onBtnDefaultSettings);
 

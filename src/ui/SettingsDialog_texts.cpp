@@ -91,6 +91,7 @@ void SettingsDialog::explainRows()
     };
     explain(ui->languageRow, ui->cbxLanguage, tr("界面立即使用所选的语言。"));
     explain(ui->startupRow, ui->chkStartup, tr("登录系统后自动在后台启动。"));
+    explain(ui->lockedRow, ui->chkLightsOffWhileLocked, tr("屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。"));
     explain(ui->phyBtnActionRow, ui->phyBtnActionCbx, tr("按下设备上的按钮时执行的操作。"));
     explain(ui->phyBtnSingleRow, ui->phyBtnSingleCtrllMode,
             tr("选中后，任意一台设备的按钮会控制所有设备，否则只控制该设备本身。"));

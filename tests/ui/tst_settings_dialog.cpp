@@ -130,7 +130,7 @@ private slots:
     {
         const auto check = [](const QString& box, const QString& name, const QJsonValue& ticked,
                               const QJsonValue& cleared) {
-            const QString key = "runtime." + name;
+            const QString key = name.contains("locked", Qt::CaseInsensitive) ? name : "runtime." + name;
             config()->setAppConfig(key, cleared);
             for (const QJsonValue& wanted : {ticked, cleared, ticked}) {
                 const OpenDialog dialog; // shows what was stored before
@@ -142,6 +142,7 @@ private slots:
             }
         };
         check("phyBtnSingleCtrllMode", "phyBtnSingleCtrlMode", false, true);
+        check("chkLightsOffWhileLocked", "lightsOffWhileLocked", true, false);
         check("closeBtnActCbx", "closeButtonAction", "Minimize to the system tray", "Quit the application");
         for (const QString name : {"screenEdit", "screenshot", "loopLog"})
             check(name + "CheckBox", name + "Enable", true, false);

@@ -1591,5 +1591,13 @@ Möchten Sie die Datei ersetzen?</translation>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>Die Lichter gehen aus, solange der Bildschirm gesperrt oder aus ist, und kehren mit ihm zurück.</translation>
+    </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>Licht aus, solange der Bildschirm gesperrt ist</translation>
+    </message>
 </context>
 </TS>

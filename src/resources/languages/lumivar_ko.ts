@@ -1591,5 +1591,13 @@ Do you want to replace it?</source>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>화면이 잠긴 동안 조명 끄기</translation>
+    </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>화면이 잠기거나 꺼져 있는 동안 조명이 꺼지고, 화면이 돌아오면 다시 켜집니다.</translation>
+    </message>
 </context>
 </TS>

@@ -1591,5 +1591,13 @@ Deseja substituí-lo?</translation>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>Apagar as luzes com a tela bloqueada</translation>
+    </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>As luzes se apagam enquanto a tela está bloqueada ou desligada e voltam com ela.</translation>
+    </message>
 </context>
 </TS>

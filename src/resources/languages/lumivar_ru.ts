@@ -1591,5 +1591,13 @@ Do you want to replace it?</source>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>Гасить свет при блокировке экрана</translation>
+    </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>Свет гаснет, пока экран заблокирован или выключен, и возвращается вместе с ним.</translation>
+    </message>
 </context>
 </TS>

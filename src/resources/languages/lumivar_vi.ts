@@ -1591,5 +1591,13 @@ Bạn có muốn thay thế không?</translation>
         <source>%1：%2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>Đèn tắt trong lúc màn hình bị khóa hoặc tắt, và sáng lại cùng màn hình.</translation>
+    </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>Tắt đèn khi màn hình bị khóa</translation>
+    </message>
 </context>
 </TS>

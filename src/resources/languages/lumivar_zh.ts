@@ -1591,5 +1591,13 @@ Do you want to replace it?</source>
         <source>%1：%2</source>
         <translation>%1：%2</translation>
     </message>
+    <message>
+        <source>锁屏时关闭灯光</source>
+        <translation>锁屏时关闭灯光</translation>
+    </message>
+    <message>
+        <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
+        <translation>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</translation>
+    </message>
 </context>
 </TS>
