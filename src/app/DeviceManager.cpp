@@ -21,6 +21,7 @@
 namespace {
 
 constexpr uint32_t kWorking = 0;
+constexpr int kSendMs = 500;
 
 /// Without a display nobody can answer a dialog.
 bool isHeadless()
@@ -57,6 +58,26 @@ void DeviceManager::releaseAll()
         controller->beginRelease();
     for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
         controller->waitForRelease();
+}
+
+void DeviceManager::setDark(bool dark)
+{
+    if (std::exchange(m_isDark, dark) == dark)
+        return;
+    qInfo() << "[DeviceManager]: The devices are kept dark:" << dark;
+    for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers))
+        controller->setDark(dark);
+}
+
+void DeviceManager::setAsleep(bool asleep)
+{
+    for (const auto& enumerator : qAsConst(m_enumerators))
+        enumerator->setAsleep(asleep);
+    const QDeadlineTimer deadline(kSendMs, Qt::PreciseTimer);
+    for (const AbsRGBControllerPtr& controller : qAsConst(m_controllers)) {
+        if (asleep)
+            controller->waitUntilSent(deadline);
+    }
 }
 
 DeviceManager::DeferredDeletes::~DeferredDeletes()
@@ -170,6 +191,7 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
         return;
     }
     m_controllers.insert(options.id, controller);
+    controller->setDark(m_isDark);
     qInfo().noquote() << "A new controller has been added to manager: " << options.model << ":"
                       << options.serial;
     connect(controller.data(), &AbsRGBController::statusChanged, this,

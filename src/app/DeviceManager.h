@@ -32,6 +32,12 @@ public:
     /// without the destructor.
     void releaseAll();
 
+    /// Keeps all devices dark, those to come included, or lets them shine again; nothing of it is stored.
+    void setDark(bool dark);
+    /// The machine goes to sleep: lets go of ports that are being probed, and returns when the devices have
+    /// what was sent to them, after half a second at most. Or it is back: looks for devices at once.
+    void setAsleep(bool asleep);
+
     /// Null for an unknown id.
     AbsRGBControllerPtr controller(const QString& id) const;
     /// An invalid record for an unknown id.
@@ -87,4 +93,5 @@ private:
     QMap<QString, PortFindings> m_findings;           ///< by enumerator
     EffectsManager m_effects;
     QPointer<QMessageBox> m_disconnectionWarning;
+    bool m_isDark = false;
 };

@@ -52,6 +52,7 @@ LumivarApp::LumivarApp(QObject* parent)
     makeHelpDlgViewModel();
     makeHotkeys();
     startAdvertisement();
+    watchSession();
     connect(qApp, &QCoreApplication::aboutToQuit, this, &LumivarApp::onAppAboutToQuit);
 }
 
@@ -63,6 +64,7 @@ LumivarApp::~LumivarApp()
     }
     // The members go before the connections to this object do: what the window's last moments emit, such as a
     // rename editor losing the focus, must not reach for devices any more.
+    m_session.disconnect(this);
     m_mainWindow.disconnect(this);
     m_mainWindow.homePage()->disconnect(this);
     m_mainWindow.controlPage()->disconnect(this);

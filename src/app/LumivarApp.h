@@ -8,6 +8,7 @@
 #include "support/net/FeedbackManager.h"
 #include "support/net/NetRCManager.h"
 #include "system/AccessGrant.h"
+#include "system/SessionWatch.h"
 #include "ui/LVSysTray.h"
 #include "ui/MainWindow.h"
 
@@ -27,7 +28,7 @@ class SettingsDialog;
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
 /// pressed), LumivarApp_tray.cpp (the tray's menu and its panels), LumivarApp_hotkeys.cpp (the hotkey actions
 /// and their editing), LumivarApp_dialogs.cpp (dialogs that the user asks for), LumivarApp_online.cpp (the
-/// online service).
+/// online service), LumivarApp_session.cpp (sleep, lock, the end of the session).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -129,6 +130,13 @@ private:
     bool checkHotkey(const QString& id, const HotkeyCombine& combine);
     bool applyHotkey(const QString& id, const HotkeyCombine& combine);
 
+    void watchSession();
+    void onAboutToSleep();
+    void onResumed();
+    void onScreenOffChanged(bool off);
+    void onAboutToShutDown();
+    void setDark();
+
     void reportStart();
     void startVersionCheck();
     void connectDownload();
@@ -152,6 +160,9 @@ private:
                               int line = __builtin_LINE());
 
     MainWindow m_mainWindow;
+    SessionWatch m_session; ///< holds the machine's end up until the devices are dark
+    bool m_isAsleep = false;
+    bool m_isDarkForScreen = false;
     DeskCaptureOption m_captureOption; ///< there to be chosen from before anything is captured
     DeviceManager m_deviceManager;
     FeedbackManager m_feedbackManager;
