@@ -26,7 +26,7 @@ PortalRequest::PortalRequest(const QString& interface, const QString& method, co
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] {
         Portal::close(Portal::kRequest, m_handle); // what comes too late is not to be carried out
-        finish(Outcome::Failed, QStringLiteral("no answer in time"));
+        finish(Outcome::Gone, QStringLiteral("no answer in time"));
     });
     m_patience.start(patience.answerMs);
 
@@ -40,7 +40,9 @@ PortalRequest::PortalRequest(const QString& interface, const QString& method, co
     Portal::introduce();
 
     const QString token = Portal::newToken();
-    hear(Portal::handleOf(QStringLiteral("request"), token));
+    m_handle = Portal::handleOf(QStringLiteral("request"), token);
+    // From whatever path, because portals of old choose their own.
+    bus.connect({}, {}, Portal::kRequest, QStringLiteral("Response"), this, SLOT(onResponse(QDBusMessage)));
     QVariantMap named = options;
     named.insert(QStringLiteral("handle_token"), token);
     QDBusMessage message = Portal::call(interface, method);
@@ -58,7 +60,7 @@ PortalRequest::~PortalRequest()
 PortalRequest::Outcome PortalRequest::outcomeOf(const QDBusError& error)
 {
     switch (error.type()) {
-    case QDBusError::NoReply: // the bus says so when the one who was called goes
+    case QDBusError::NoReply: // also of the bus, when the one who was called goes
         return Outcome::Gone;
     case QDBusError::ServiceUnknown:
     case QDBusError::UnknownMethod:
@@ -74,14 +76,6 @@ PortalRequest::Outcome PortalRequest::outcomeOf(const QDBusError& error)
     }
 }
 
-/// The path is known to the portal alone, so that whoever sends from there counts.
-void PortalRequest::hear(const QString& handle)
-{
-    m_handle = handle;
-    QDBusConnection::sessionBus().connect({}, handle, Portal::kRequest, QStringLiteral("Response"), this,
-                                          SLOT(onResponse(QDBusMessage)));
-}
-
 void PortalRequest::onReply(QDBusPendingCallWatcher* reply)
 {
     const QDBusPendingReply<QDBusObjectPath> handle = *reply;
@@ -90,17 +84,18 @@ void PortalRequest::onReply(QDBusPendingCallWatcher* reply)
         finish(outcomeOf(handle.error()), handle.error().message());
         return;
     }
-    // Portals of old choose another path than the one that is named.
-    if (!m_isOver && handle.value().path() != m_handle)
-        hear(handle.value().path());
     if (m_isForUser)
         m_patience.stop();
+    m_handle = handle.value().path();
 }
 
 void PortalRequest::onResponse(const QDBusMessage& message)
 {
     constexpr uint kGranted = 0;
     constexpr uint kRefused = 1;
+    // Only the portal knows the path, so that whoever sends from there counts.
+    if (message.path() != m_handle)
+        return;
     const QVariantList arguments = message.arguments();
     if (message.signature() != QLatin1String("ua{sv}"))
         finish(Outcome::Failed, QStringLiteral("a response of no sense"));

@@ -18,9 +18,9 @@ public:
     enum class Outcome {
         Granted,
         Refused, ///< by the user
-        Failed,  ///< ended otherwise, an error, nothing in time, or nonsense
+        Failed,  ///< ended otherwise, an error or nonsense
         Missing, ///< there is no portal, or none for this
-        Gone     ///< the portal has left the bus meanwhile
+        Gone     ///< the portal has left the bus meanwhile, or says nothing
     };
     /// How long the portal may take; a dialog has all the time of the user, but must have been taken note of.
     struct Patience
@@ -46,7 +46,6 @@ private slots:
     void onResponse(const QDBusMessage& message);
 
 private:
-    void hear(const QString& handle);
     void onReply(QDBusPendingCallWatcher* reply);
     void finish(Outcome outcome, const QString& reason, const QVariantMap& results = {});
 
