@@ -26,19 +26,23 @@ void ScreenCastFeed::change(int remote, const ScreenCastStreams& streams, Source
     m_offer.streams = streams;
     m_isTaken = remote < 0;
     m_trouble = trouble;
+    m_isLost = false;
     ++m_number;
-    const auto listener = m_changeListener;
     lock.unlock();
     if (unused >= 0)
         close(unused);
-    if (listener)
-        listener();
+    tell(m_changeListener);
 }
 
 void ScreenCastFeed::setLostListener(std::function<void()> listener)
 {
+    set(m_lostListener, std::move(listener));
+}
+
+bool ScreenCastFeed::isLost() const
+{
     const std::lock_guard lock(m_mutex);
-    m_lostListener = std::move(listener);
+    return m_isLost;
 }
 
 std::optional<ScreenCastFeed::Offer> ScreenCastFeed::takeOffer()
@@ -64,16 +68,26 @@ SourceTrouble ScreenCastFeed::trouble() const
 void ScreenCastFeed::reportLost(quint64 number)
 {
     std::unique_lock lock(m_mutex);
-    if (number != m_number)
+    if (number != m_number || std::exchange(m_isLost, true))
         return;
-    const auto listener = m_lostListener;
     lock.unlock();
-    if (listener)
-        listener();
+    tell(m_lostListener);
 }
 
 void ScreenCastFeed::setChangeListener(std::function<void()> listener)
 {
-    const std::lock_guard lock(m_mutex);
-    m_changeListener = std::move(listener);
+    set(m_changeListener, std::move(listener));
+}
+
+void ScreenCastFeed::set(Listener& listener, std::function<void()> call)
+{
+    const std::lock_guard turn(listener.turn);
+    listener.call = std::move(call);
+}
+
+void ScreenCastFeed::tell(Listener& listener)
+{
+    const std::lock_guard turn(listener.turn);
+    if (const auto call = listener.call) // it may replace itself
+        call();
 }

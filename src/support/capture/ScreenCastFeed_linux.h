@@ -28,8 +28,10 @@ struct ScreenCastStream
 using ScreenCastStreams = QList<ScreenCastStream>;
 
 /// Lies between the conversation with the portal (main thread), which offers streams, and the grabber
-/// (capture thread), which reads them. All operations may be called from any thread; the listeners are called
-/// outside of the lock on the thread of who changed something.
+/// (capture thread), which reads them. All operations may be called from any thread. Listeners are called on
+/// the thread of who changed something and may use the feed. Setting one returns when the old one is not
+/// running any more (but for itself), so that after it what the old one used may go; nobody sets one while he
+/// holds a lock that the old one waits for.
 class ScreenCastFeed
 {
 public:
@@ -52,6 +54,8 @@ public:
     void withdraw(SourceTrouble trouble);
     /// Called when the grabber has lost the offer that it took. None to end.
     void setLostListener(std::function<void()> listener);
+    /// Whether what is offered now was reported lost.
+    bool isLost() const;
 
     // For the grabber.
 
@@ -66,6 +70,14 @@ public:
     void setChangeListener(std::function<void()> listener);
 
 private:
+    /// A listener and the turn to call or to replace it.
+    struct Listener
+    {
+        std::recursive_mutex turn;
+        std::function<void()> call;
+    };
+    static void set(Listener& listener, std::function<void()> call);
+    static void tell(Listener& listener);
     void change(int remote, const ScreenCastStreams& streams, SourceTrouble trouble);
 
     mutable std::mutex m_mutex;
@@ -73,6 +85,7 @@ private:
     bool m_isTaken = true;
     quint64 m_number = 0;
     SourceTrouble m_trouble = SourceTrouble::NotAsked;
-    std::function<void()> m_lostListener;
-    std::function<void()> m_changeListener;
+    bool m_isLost = false;
+    Listener m_lostListener;
+    Listener m_changeListener;
 };
