@@ -55,12 +55,13 @@ public:
     ~FakeScreenCast() override { leave(); }
 
     QList<FakeStream> streams{{42, {{"id", "left"}, {"position", QPoint(0, 0)}, {"size", QSize(640, 480)}}}};
-    QString socket;           ///< of the PipeWire to hand out; none: one that says nothing
-    QHash<QString, Way> ways; ///< by method
-    bool givesTokens = true;  ///< as version 4 does
-    bool isUserSlow = false;  ///< a dialog stays open until answerDialog()
-    QString goodToken;        ///< the last one given; another one leads to a dialog
-    int dialogs = 0;          ///< so far
+    QString socket;              ///< of the PipeWire to hand out; none: one that says nothing
+    QHash<QString, Way> ways;    ///< by method
+    bool givesTokens = true;     ///< as version 4 does
+    bool chokesOnTokens = false; ///< fails with one instead of asking the user
+    bool isUserSlow = false;     ///< a dialog stays open until answerDialog()
+    QString goodToken;           ///< the last one given; another one leads to a dialog
+    int dialogs = 0;             ///< so far
     int openSessions = 0;
     QStringList calls;     ///< methods, in their order
     QVariantMap selection; ///< the last options of SelectSources
@@ -71,17 +72,20 @@ public:
         m_name = QStringLiteral("portal-%1").arg(++m_times);
         QDBusConnection connection = m_bus.connection(m_name);
         return connection.registerVirtualObject(kPath, this, QDBusConnection::SubPath) &&
-               connection.registerService("org.freedesktop.portal.Desktop");
+               connection.registerService(kService);
     }
     /// As a crash would: whoever waits gets nothing, sessions are forgotten.
     void leave()
     {
-        if (!m_name.isEmpty())
+        if (!m_name.isEmpty()) {
+            QDBusConnection(m_name).unregisterService(kService); // now: another one may come at once
             QDBusConnection::disconnectFromBus(m_name);
+        }
         m_name.clear();
         m_start = QDBusMessage();
         openSessions = 0;
     }
+    QDBusConnection connection() const { return QDBusConnection(m_name); }
     bool isDialogOpen() const { return m_start.type() == QDBusMessage::MethodCallMessage; }
     /// 0: consent to what is asked, 1: refuse, 2: end it otherwise.
     void answerDialog(uint response) { respond(std::exchange(m_start, {}), response, consent(response)); }
@@ -89,7 +93,8 @@ public:
     void endSession()
     {
         --openSessions;
-        tell(m_client, m_session, "org.freedesktop.portal.Session", "Closed", {QVariantMap()});
+        tell(m_client, std::exchange(m_session, {}), "org.freedesktop.portal.Session", "Closed",
+             {QVariantMap()});
     }
 
     QString introspect(const QString&) const override { return {}; }
@@ -100,39 +105,42 @@ public:
         const Way way = ways.value(method);
         calls << method;
         m_client = call.service();
+        const bool isNonsense = way == Way::Nonsense;
         if (way == Way::Dies || way == Way::DiesAtOnce)
             QTimer::singleShot(0, this, [this] { leave(); });
         if (way == Way::Silent || way == Way::DiesAtOnce)
             return true;
         if (way == Way::Error)
-            return connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
-        if (method == "GetAll")
-            connection.send(call.createReply(way == Way::Nonsense ? QVariant(7) : QVariant(properties())));
+            connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
+        else if (method == "GetAll")
+            connection.send(call.createReply(isNonsense ? QVariant(7) : QVariant(properties())));
         else if (method == "OpenPipeWireRemote")
-            connection.send(call.createReply(way == Way::Nonsense ? QVariant(7) : remote()));
+            connection.send(call.createReply(isNonsense ? QVariant(7) : remote()));
         else if (method == "Close")
-            onClose(call);
-        else if (method == "Register")
-            connection.send(call.createReply());
-        else
+            onClose(call.path());
+        else if (method != "Register")
             onRequest(call, connection, way);
         return true;
     }
 
 private:
+    static constexpr char kService[] = "org.freedesktop.portal.Desktop";
     static constexpr char kPath[] = "/org/freedesktop/portal/desktop";
 
     static QVariantMap optionsOf(const QDBusMessage& call)
     {
         return qdbus_cast<QVariantMap>(call.arguments().constLast());
     }
-    static QString handleOf(const QDBusMessage& call, const QString& kind, const QString& token)
+    /// Where the caller expects the session or request of that token.
+    static QString handleOf(const QDBusMessage& call, const char* kind, const char* option)
     {
+        const QString token = optionsOf(call).value(option).toString();
         return QString("%1/%2/%3/%4").arg(kPath, kind, call.service().mid(1).replace('.', '_'), token);
     }
-    static QString requestOf(const QDBusMessage& call)
+    static QString requestOf(const QDBusMessage& call, Way way)
     {
-        return handleOf(call, "request", optionsOf(call).value("handle_token").toString());
+        return way == Way::OwnPath ? QString("%1/request/own").arg(kPath)
+                                   : handleOf(call, "request", "handle_token");
     }
     static QVariantMap properties()
     {
@@ -148,15 +156,16 @@ private:
 
     void onRequest(const QDBusMessage& call, const QDBusConnection& connection, Way way)
     {
-        const QString handle = way == Way::OwnPath ? QString("%1/request/own").arg(kPath) : requestOf(call);
-        connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(handle))));
+        connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(requestOf(call, way)))));
         QVariantMap results;
         if (call.member() == "CreateSession") {
-            m_session = handleOf(call, "session", optionsOf(call).value("session_handle_token").toString());
+            m_session = handleOf(call, "session", "session_handle_token");
             ++openSessions;
             results.insert("session_handle", m_session);
         } else if (call.member() == "SelectSources") {
             selection = optionsOf(call);
+            if (chokesOnTokens && selection.contains("restore_token"))
+                way = Way::Ended;
         } else if (call.member() == "Start") {
             const bool isKnown =
                 !goodToken.isEmpty() && selection.value("restore_token").toString() == goodToken;
@@ -184,17 +193,19 @@ private:
     }
     void respond(const QDBusMessage& call, uint response, const QVariantMap& results, Way way = Way::Well)
     {
-        const QString handle = way == Way::OwnPath ? QString("%1/request/own").arg(kPath) : requestOf(call);
         const QVariantList arguments =
             way == Way::Nonsense ? QVariantList{"yes"} : QVariantList{response, results};
         for (int times = way == Way::Twice ? 2 : 1; times > 0; --times)
-            tell(call.service(), handle, "org.freedesktop.portal.Request", "Response", arguments);
+            tell(call.service(), requestOf(call, way), "org.freedesktop.portal.Request", "Response",
+                 arguments);
     }
-    void onClose(const QDBusMessage& call)
+    void onClose(const QString& path)
     {
-        if (call.interface() == "org.freedesktop.portal.Session" && call.path() == m_session)
-            --openSessions;
         m_start = QDBusMessage();
+        if (path != m_session)
+            return;
+        --openSessions;
+        m_session.clear();
     }
     QVariant remote() const
     {

@@ -1403,6 +1403,13 @@ Möchten Sie die Datei ersetzen?</translation>
     </message>
 </context>
 <context>
+    <name>ScreenCastSession</name>
+    <message>
+        <source>屏幕 %1</source>
+        <translation>Bildschirm %1</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>视频源</source>

@@ -1403,6 +1403,13 @@ Do you want to replace it?</source>
     </message>
 </context>
 <context>
+    <name>ScreenCastSession</name>
+    <message>
+        <source>屏幕 %1</source>
+        <translation>Pantalla %1</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>饱和度</source>

@@ -1403,6 +1403,13 @@ Do you want to replace it?</source>
     </message>
 </context>
 <context>
+    <name>ScreenCastSession</name>
+    <message>
+        <source>屏幕 %1</source>
+        <translation>화면 %1</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>自动去黑边</source>

@@ -1403,6 +1403,13 @@ Deseja substituí-lo?</translation>
     </message>
 </context>
 <context>
+    <name>ScreenCastSession</name>
+    <message>
+        <source>屏幕 %1</source>
+        <translation>Tela %1</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>自动去黑边</source>

@@ -1403,6 +1403,13 @@ Do you want to replace it?</source>
     </message>
 </context>
 <context>
+    <name>ScreenCastSession</name>
+    <message>
+        <source>屏幕 %1</source>
+        <translation>Экран %1</translation>
+    </message>
+</context>
+<context>
     <name>ScreenSyncSOptWidget</name>
     <message>
         <source>取色范围</source>
