@@ -306,7 +306,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         pressKeys({"alt+s"});
         QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
-        pressKeys({"Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab"}); // to the last button of the first section
+        pressKeys(
+            {"Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab"}); // to the last button of the first section
         for (const bool isSure : {false, true}) {
             pressKeys({"space"});
             QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Lumivar", kWaitMs);
