@@ -1,5 +1,6 @@
 #include "app/Doctor.h"
 #include "app/LumivarApp.h"
+#include "support/AppId.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/net/ProductSettings.h"
@@ -20,6 +21,7 @@
 #include <QLockFile>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -55,6 +57,7 @@ void describeApplication(QApplication& app, bool isPlatformChosen)
     QCoreApplication::setApplicationName(QStringLiteral("Lumivar")); // names the user's folders
     QCoreApplication::setApplicationVersion(QLatin1String(BuildInfo::kAppVersion));
     app.setProperty("buildCommit", QLatin1String(BuildInfo::kGitCommit));
+    QGuiApplication::setDesktopFileName(QLatin1String(kAppId)); // by which a Wayland desktop finds the icon
     QApplication::setFont(QFont(QStringLiteral("Arial")));
     QApplication::setQuitOnLastWindowClosed(false); // the tray keeps the program running
     app.setProperty("isHeadless",
@@ -112,13 +115,14 @@ void logStart(const QApplication& app)
 
 LumivarApp* runningController = nullptr;
 
-/// The toolkit ends the process by exit() when its display server goes: no strip may keep burning then, and
-/// nothing stored may be lost.
+/// The toolkit ends the process when its display server goes: no strip may keep burning then, and nothing
+/// stored may be lost.
 void leaveInOrder()
 {
-    if (runningController == nullptr)
+    LumivarApp* const controller = std::exchange(runningController, nullptr);
+    if (controller == nullptr)
         return;
-    runningController->releaseDevices();
+    controller->releaseDevices();
     ConfigurationManager::instance()->save();
 }
 
@@ -164,6 +168,7 @@ int main(int argc, char** argv)
     auto controller = std::make_unique<LumivarApp>(nullptr);
     runningController = controller.get();
     std::atexit(leaveInOrder);
+    callWhenDisplayBreaks(leaveInOrder);
     QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
                      &LumivarApp::onWakeUpRequested);
     if (termination.isRequested()) {

@@ -12,6 +12,10 @@ void forgetChosenPlatform();
 /// Whether an X server takes connections, or the system always shows windows.
 bool isDisplayReachable();
 
+/// Calls `action` on the main thread when a Wayland desktop has gone, before the toolkit ends the process at
+/// once; with an X server it does so by exit(). Call it when the log system is there.
+void callWhenDisplayBreaks(void (*action)());
+
 /// Keeps the toolkit from loading the drivers of OpenGL, which nothing here draws with; those that draw in
 /// software take 50 MB. Call it before the application object. False when QT_XCB_GL_INTEGRATION holds a
 /// choice already, which is left alone.

@@ -20,3 +20,5 @@ bool chooseNoOpenGl()
 }
 
 void forgetNoOpenGl() {}
+
+void callWhenDisplayBreaks(void (*)()) {}
