@@ -110,11 +110,8 @@ void LumivarApp::onWakeUpRequested()
         return;
     if (m_mainWindow.isPutAway())
         m_mainWindow.showNormal();
-    if (m_mainWindow.isMinimized())
-        return;
-    // It may be covered by other windows.
-    m_mainWindow.raise();
-    m_mainWindow.activateWindow();
+    if (!m_mainWindow.isMinimized())
+        m_mainWindow.comeToFront(); // it may be covered by other windows
 }
 
 QJsonValue LumivarApp::firstUse(const char* key, const QJsonValue& fallback)

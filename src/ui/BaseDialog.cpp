@@ -1,15 +1,36 @@
 #include "ui/BaseDialog.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QWindow>
 
+/// Under some Wayland desktops an open list closes with the first half of Escape, and its dialog gets the
+/// second.
+class PopupKeyWatch : public QObject
+{
+public:
+    explicit PopupKeyWatch(QObject* parent)
+        : QObject(parent)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ShortcutOverride && watched->isWindowType())
+            isOfPopup = QApplication::activePopupWidget() != nullptr;
+        return false;
+    }
+
+    bool isOfPopup = false; ///< the key that is being pressed
+};
+
 BaseDialog::BaseDialog(QWidget* parent)
     // A dialog by its type as well: window managers keep it above its window then, also when another dialog
     // of that window takes the focus.
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
+    , m_keys(new PopupKeyWatch(this))
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -31,6 +52,12 @@ bool BaseDialog::isCaption(QPoint offset, int width, double headerSize, Qt::Layo
 {
     const int fromStart = direction == Qt::RightToLeft ? width - 1 - offset.x() : offset.x();
     return offset.y() < headerSize && fromStart < width - headerSize;
+}
+
+void BaseDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape || !m_keys->isOfPopup)
+        QDialog::keyPressEvent(event);
 }
 
 void BaseDialog::paintEvent(QPaintEvent*)

@@ -3,6 +3,8 @@
 #include <QAbstractNativeEventFilter>
 #include <QDialog>
 
+class PopupKeyWatch;
+
 /// Frameless base of every dialog: looks like the main window and is dragged by its header.
 class BaseDialog : public QDialog, public QAbstractNativeEventFilter
 {
@@ -30,10 +32,12 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool nativeEventFilter(const QByteArray& eventType, void* message, long* result) override;
 
 private:
     int m_headerSize = 30;
     bool m_dragging = false; ///< moved by hand, because the window system did not take the move over
     QPoint m_dragOffset;
+    PopupKeyWatch* m_keys;
 };

@@ -42,9 +42,7 @@ void LVSysTray::onDeviceCountChanged(const QMap<QString, DeviceModel>& devices)
 void LVSysTray::showWindow()
 {
     m_window.showNormal();
-    // It may have been covered by other windows all the time.
-    m_window.raise();
-    m_window.activateWindow();
+    m_window.comeToFront(); // it may have been covered by other windows all the time
     qInfo() << "The MainWindow has been displayed by clicking on the tray";
 }
 

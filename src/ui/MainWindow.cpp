@@ -142,6 +142,17 @@ void MainWindow::putAway()
         showMinimized();
 }
 
+void MainWindow::comeToFront()
+{
+    // With a dialog before it the two would lose each other.
+    if (isVisible() && !isActiveWindow() && !canBeRaised() && !QApplication::activeModalWidget()) {
+        hide();
+        show();
+    }
+    raise();
+    activateWindow();
+}
+
 void MainWindow::showNewVersionBtn()
 {
     m_hasNewVersion = true;

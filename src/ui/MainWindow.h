@@ -32,6 +32,8 @@ public:
     /// away already changes its place as the tray comes and goes.
     void setTrayAvailable(bool isAvailable);
     void putAway();
+    /// Brings a window that shows before all others.
+    void comeToFront();
     bool isPutAway() const { return isHidden() || m_isPutAway; }
 
     /// Offers the new version, until the user has ordered it.
@@ -90,6 +92,8 @@ private:
     bool isFillingScreen() const;
     /// Whether a minimised window can be found again: somebody manages windows.
     static bool canMinimise();
+    /// Whether a window that shows can ask to be brought to the front; else only one that appears gets there.
+    static bool canBeRaised();
     /// Serves the regions with the system's own means; what is returned lives as long as the window.
     std::unique_ptr<QObject> makeFrame();
 

@@ -8,6 +8,11 @@
 
 namespace {
 
+bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 Qt::CursorShape cursorShape(Qt::Edges edges)
 {
     if (edges == (Qt::TopEdge | Qt::LeftEdge) || edges == (Qt::BottomEdge | Qt::RightEdge))
@@ -51,6 +56,11 @@ public:
         case QEvent::Leave:
         case QEvent::WindowBlocked:
             showCursor({});
+            break;
+        case QEvent::FocusIn:
+            // A Wayland desktop does not tell that it has brought a minimised window back.
+            if (isOnWayland() && m_window.isMinimized())
+                m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
             break;
         default:
             break;
@@ -161,7 +171,7 @@ std::unique_ptr<QObject> MainWindow::makeFrame()
 bool MainWindow::canMinimise()
 {
     if (QGuiApplication::platformName() != QLatin1String("xcb"))
-        return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+        return isOnWayland();
     int number = 0;
     xcb_connection_t* connection = xcb_connect(nullptr, &number);
     bool isManaged = false;
@@ -176,6 +186,11 @@ bool MainWindow::canMinimise()
     }
     xcb_disconnect(connection);
     return isManaged;
+}
+
+bool MainWindow::canBeRaised()
+{
+    return !isOnWayland();
 }
 
 // The frame hears the mouse through the toolkit here.

@@ -53,6 +53,11 @@ bool MainWindow::canMinimise()
     return true;
 }
 
+bool MainWindow::canBeRaised()
+{
+    return true;
+}
+
 bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, long* result)
 {
     const MSG* msg = static_cast<MSG*>(message);

@@ -19,10 +19,16 @@ int placeBesideAlong(int anchor, int length, int from, int end)
     return qMax(from, qMin(start, end - length));
 }
 
+bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 } // namespace
 
 PanelPopup::PanelPopup()
-    : QWidget(nullptr, Qt::Popup | Qt::FramelessWindowHint)
+    // A popup of Wayland's belongs to a window and to a press in it; the press was in the desktop's menu.
+    : QWidget(nullptr, (isOnWayland() ? Qt::Dialog : Qt::Popup) | Qt::FramelessWindowHint)
     , m_header(new QLabel(this))
     , m_panel(new DeviceControlWidget(this))
 {
@@ -59,7 +65,10 @@ void PanelPopup::showAt(const QPoint& anchor)
     const QScreen* screen = QGuiApplication::screenAt(anchor);
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    adjustSize();
+    if (isOnWayland())
+        setFixedSize(sizeHint()); // or it might be tiled
+    else
+        adjustSize();
     move(placeBeside(anchor, size(), screen->availableGeometry()));
     show();
     m_panel->setFocus(Qt::PopupFocusReason);
