@@ -50,6 +50,8 @@ if command -v ccache >/dev/null; then
     CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)}
     export CCACHE_DIR
 fi
+# When a file was checked out is nobody's business.
+find "$tree" -exec touch -h -d "@$time" {} +
 log=$out/build.log
 # Without it nothing would be said for minutes where somebody waits.
 echo "Building the package of version $version, log in $log"
