@@ -67,6 +67,7 @@ public:
         m_manager.kill();
         m_manager.waitForFinished();
     }
+    QString socket() const { return m_socket; }
     /// A new connection to the server, as a portal hands it out; -1 when there is none. The caller closes it.
     int connection() const
     {
