@@ -29,77 +29,69 @@ constexpr Qt::KeyboardModifiers kThree = Qt::ControlModifier | Qt::AltModifier |
 constexpr quint16 kThreeOfX11 = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
 
 /// Another program: a window that has the focus, and grabs of its own.
-class OtherProgram
+struct OtherProgram
 {
-public:
-    explicit OtherProgram(const QByteArray& display)
-        : m_connection(xcb_connect(display.constData(), nullptr))
-        , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
-        , m_window(xcb_generate_id(m_connection))
+    OtherProgram()
     {
         const uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
-        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_root, 0, 0, 50, 50, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-        xcb_map_window(m_connection, m_window);
+        xcb_create_window(connection, 0, window, root, 0, 0, 50, 50, 0, 0, 0, XCB_CW_EVENT_MASK, &events);
+        xcb_map_window(connection, window);
     }
-    ~OtherProgram() { xcb_disconnect(m_connection); }
+    ~OtherProgram() { xcb_disconnect(connection); }
     Q_DISABLE_COPY(OtherProgram)
 
     bool focus()
     {
         return succeeds(
-            xcb_set_input_focus_checked(m_connection, XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME));
+            xcb_set_input_focus_checked(connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME));
     }
     bool grab(int key, quint16 modifiers)
     {
-        return succeeds(xcb_grab_key_checked(m_connection, 0, m_root, modifiers, xcb_keycode_t(key),
+        return succeeds(xcb_grab_key_checked(connection, 0, root, modifiers, xcb_keycode_t(key),
                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     bool ungrab(int key, quint16 modifiers)
     {
-        return succeeds(xcb_ungrab_key_checked(m_connection, xcb_keycode_t(key), m_root, modifiers));
+        return succeeds(xcb_ungrab_key_checked(connection, xcb_keycode_t(key), root, modifiers));
     }
     /// Whether a press of the key has come to its window since it was last asked.
     bool sees(int key)
     {
-        free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+        free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
         bool isSeen = false;
-        while (xcb_generic_event_t* event = xcb_poll_for_queued_event(m_connection)) {
+        while (xcb_generic_event_t* event = xcb_poll_for_queued_event(connection)) {
             isSeen |= event->response_type == XCB_KEY_PRESS && event->pad0 == key;
             free(event);
         }
         return isSeen;
     }
 
-private:
     bool succeeds(xcb_void_cookie_t request)
     {
-        xcb_generic_error_t* error = xcb_request_check(m_connection, request);
+        xcb_generic_error_t* error = xcb_request_check(connection, request);
         free(error);
         return !error;
     }
 
-    xcb_connection_t* m_connection;
-    xcb_window_t m_root;
-    xcb_window_t m_window;
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    xcb_window_t window = xcb_generate_id(connection);
 };
 
-/// Counts the events with this code, and unless 0 this detail, that come to this program.
+/// Counts the events with this code that come to this program.
 struct EventCounter : QAbstractNativeEventFilter
 {
-    EventCounter(int ofCode, int ofDetail)
+    explicit EventCounter(int ofCode)
         : code(ofCode)
-        , detail(ofDetail)
     {
         qApp->installNativeEventFilter(this);
     }
     bool nativeEventFilter(const QByteArray&, void* message, long*) override
     {
-        const auto* event = static_cast<const xcb_generic_event_t*>(message);
-        count += event->response_type == code && (detail == 0 || event->pad0 == detail);
+        count += static_cast<const xcb_generic_event_t*>(message)->response_type == code;
         return false;
     }
-    int code, detail, count = 0;
+    int code, count = 0;
 };
 
 /// A hotkey that counts.
@@ -113,12 +105,9 @@ struct Hotkey
 };
 
 /// A window that keeps the names of the keys pressed in it.
-class NameKeeper : public QWidget
+struct NameKeeper : QWidget
 {
-public:
     QStringList names;
-
-protected:
     void keyPressEvent(QKeyEvent* event) override { names += hotkeyKeyName(*event); }
 };
 
@@ -128,15 +117,8 @@ class HotkeyX11Test : public QObject
 {
     Q_OBJECT
 
-public:
-    explicit HotkeyX11Test(const VirtualDisplay& display)
-        : m_display(display)
-        , m_other(display.name())
-    {
-    }
-
 private slots:
-    void initTestCase() { QVERIFY(m_display.run("xset", {"r", "rate", "200", "50"})); }
+    void initTestCase() { QVERIFY(isRun("xset", {"r", "rate", "200", "50"})); }
     void init()
     {
         QVERIFY(setKeyboard("us"));
@@ -148,12 +130,10 @@ private slots:
         Hotkey first(Qt::Key_F10, kThree), twin(Qt::Key_F10, kThree),
             keypad(Qt::Key_4, kThree | Qt::KeypadModifier);
         int presses = 0;
-        const QVector<int> noLock, capsLock{kCapsLock}, numLock{kNumLock}, both{kCapsLock, kNumLock};
-        for (const QVector<int>& locks : {noLock, capsLock, numLock, both}) {
-            press(locks);
+        for (const int lock : {kCapsLock, kNumLock, kCapsLock, kNumLock}) { // one, both, the other, none
+            press({lock});
             pressThreeAnd(kF10);
             pressThreeAnd(kNum4);
-            press(locks);
             ++presses;
             for (Hotkey* each : {&first, &twin, &keypad}) {
                 QTRY_COMPARE_WITH_TIMEOUT(each->released.count(), presses, kWaitMs);
@@ -173,7 +153,7 @@ private slots:
     void heldKeyActsOnce()
     {
         Hotkey held(Qt::Key_F10, Qt::ControlModifier), other(Qt::Key_A, Qt::ControlModifier);
-        EventCounter counter(XCB_KEY_PRESS, kF10);
+        EventCounter counter(XCB_KEY_PRESS);
         send("keydown", {kCtrl, kF10});
         QTRY_VERIFY_WITH_TIMEOUT(counter.count > 5, kWaitMs);
         send("keyup", {kCtrl}); // no release of the key itself
@@ -229,11 +209,12 @@ private slots:
 
     void keyFollowsItsSymbol()
     {
-        const auto isAt = [this](int key, int letter, const char* before, const char* after, int layout = 0) {
+        const auto isAt = [this](int key, int letter, const char* before, const char* after,
+                                 quint8 layout = 0) {
             if (!setKeyboard(before))
                 return false;
             Hotkey hotkey(Qt::Key(letter), Qt::ControlModifier);
-            bool isRight = setKeyboard(after) && (layout == 0 || lockLayout(quint8(layout)));
+            bool isRight = setKeyboard(after) && (layout == 0 || lockLayout(layout));
             for (const int each : {kA, kQ, kZ, kY}) {
                 press({kCtrl, each});
                 isRight &= m_other.sees(each) == (each != key);
@@ -272,33 +253,25 @@ private slots:
     {
         using Keys = KeyboardMap::Keys;
         const auto found = [](const char* layout, const char* name) {
-            return KeyboardMap::compiled(layout).keysWith(
-                symbolOfKey(QKeySequence(QString::fromUtf8(name))[0]));
+            return KeyboardMap::compiled(layout).keysWith(symbolOfKey(QKeySequence(name)[0]));
         };
-        QCOMPARE(found("de", "Ä"), Keys{kQuote});
-        QCOMPARE(found("fr", "!"), Keys{kSlash});
         QCOMPARE(found("us,ru", ","), Keys{kComma});
         QCOMPARE(found("us", "Backtab"), Keys{kTab});
         QCOMPARE(found("us", "Num+Left"), Keys{kNum4});
         QCOMPARE(found("us", "Num+."), (Keys{91, 129}));
         QCOMPARE(found("us", "Media Play"), (Keys{172, 208, 215})); // not of one name
         QCOMPARE(found("us", "Launch (6)"), Keys{211});
-    }
-    void everyNameLeadsBackToItsKey()
-    {
-        const QByteArray layouts =
-            "us us(intl) gb de de(neo) at ch fr be es it pt br tr az pl cz sk hu ro se no dk "
-            "fi lv lt ru ua bg rs gr il ara ir in th vn jp kr cn ge am kz mt gn";
-        for (const QByteArray& layout : layouts.split(' ')) {
+        for (const QByteArray layout : {"us", "us(intl)", "de", "de(neo)", "ch", "fr", "tr", "pl", "lv", "gr",
+                                        "ru", "il", "ara", "in", "th", "jp", "kr", "ge"}) {
             const KeyboardMap map = KeyboardMap::compiled(layout);
             QVERIFY2(map.isValid(), layout.constData());
             for (int key = 8; key < 256; ++key) {
-                const xkb_keysym_t symbol = map.symbolOf(KeyboardMap::KeyCode(key), 0);
+                const auto code = KeyboardMap::KeyCode(key);
+                const xkb_keysym_t symbol = map.symbolOf(code, 0);
                 const QKeySequence name(keyNameOfSymbol(symbol));
-                const auto keys = map.keysWith(symbolOfKey(name[0]));
-                const bool isGood = name.isEmpty() ? xkb_keysym_to_utf32(symbol) <= ' '
-                                                   : keys.contains(KeyboardMap::KeyCode(key));
-                QVERIFY2(isGood, (layout + ": " + QByteArray::number(key)).constData());
+                QVERIFY2(name.isEmpty() ? xkb_keysym_to_utf32(symbol) <= ' '
+                                        : map.keysWith(symbolOfKey(name[0])).contains(code),
+                         (layout + ": " + QByteArray::number(key)).constData());
             }
         }
     }
@@ -306,11 +279,9 @@ private slots:
     {
         NameKeeper keeper;
         keeper.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&keeper));
-        xcb_set_input_focus(QX11Info::connection(), XCB_INPUT_FOCUS_PARENT, xcb_window_t(keeper.winId()),
-                            XCB_CURRENT_TIME);
-        xcb_flush(QX11Info::connection());
-        QTRY_VERIFY_WITH_TIMEOUT(keeper.isActiveWindow(), kWaitMs);
+        QVERIFY(QTest::qWaitForWindowExposed(&keeper, kWaitMs));
+        keeper.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&keeper, kWaitMs));
         QVERIFY(setKeyboard("de"));
         send("key", {20, kGrave, kNum4, kNumLock, kNum4, kNumLock, kSuper, kCapsLock, kCapsLock, kPageUp});
         send("keydown", {kShift, kRightAlt});
@@ -325,73 +296,60 @@ private slots:
     }
     void ruleAcceptsOnlyNamesThatParseBack()
     {
-        const auto isNamed = [](const char* system, int key, const char* name) {
-            return parseableKeyName(system, key) == name;
-        };
-        QVERIFY(isNamed("right", Qt::Key_Right, "RIGHT") && isNamed("Rechts", Qt::Key_Right, "RIGHT"));
-        QVERIFY(isNamed("ß", Qt::Key_Question, "ß")); // with Shift
-        QVERIFY(isNamed("4", Qt::Key_4 | int(Qt::KeypadModifier), "NUM+4"));
-        QVERIFY(isNamed("End", Qt::Key_Home, "HOME")); // not the key of that name
-        QVERIFY(isNamed(" ", Qt::Key_Space, "SPACE"));
-        QVERIFY(isNamed("A", Qt::Key_AltGr, "") && isNamed("0x1e", Qt::Key_Dead_Grave, ""));
+        QCOMPARE(parseableKeyName("right", Qt::Key_Right), "RIGHT");
+        QCOMPARE(parseableKeyName("Rechts", Qt::Key_Right), "RIGHT");
+        QCOMPARE(parseableKeyName("ß", Qt::Key_Question), "ß");  // with Shift
+        QCOMPARE(parseableKeyName("End", Qt::Key_Home), "HOME"); // not the key of that name
+        QCOMPARE(parseableKeyName("A", Qt::Key_AltGr) + parseableKeyName("0x1e", Qt::Key_Dead_Grave), "");
     }
-
     void sessionsWithoutGrabsAreKnown()
     {
-        const auto hasGrabs = [](const char* platform, const char* variable, const char* value) {
-            QProcessEnvironment environment;
-            environment.insert(variable, value);
-            return obstacleToKeyGrabs(platform, environment).isEmpty();
-        };
-        QVERIFY(hasGrabs("xcb", "XDG_SESSION_TYPE", "x11") && !hasGrabs("offscreen", "HOME", "/"));
-        QVERIFY(!hasGrabs("xcb", "XDG_SESSION_TYPE", "wayland"));
-        QVERIFY(!hasGrabs("xcb", "WAYLAND_DISPLAY", "wayland-0"));
+        QProcessEnvironment session;
+        QVERIFY(obstacleToKeyGrabs("xcb", session).isEmpty());
+        QVERIFY(!obstacleToKeyGrabs("offscreen", session).isEmpty());
+        session.insert("WAYLAND_DISPLAY", "wayland-0"); // with an X server for old programs
+        QVERIFY(!obstacleToKeyGrabs("xcb", session).isEmpty());
     }
 
 private:
-    void send(const char* how, const QVector<int>& keys)
+    static bool isRun(const char* name, const QStringList& with) { return !QProcess::execute(name, with); }
+    static void send(const char* how, const QVector<int>& keys)
     {
         QStringList arguments{how};
         for (const int key : keys)
             arguments += QString::number(key);
-        QVERIFY(m_display.run("xdotool", arguments));
+        QVERIFY(isRun("xdotool", arguments));
     }
     /// One after the other, and up again in reverse.
-    void press(const QVector<int>& keys)
+    static void press(const QVector<int>& keys)
     {
-        if (keys.isEmpty())
-            return;
         send("keydown", keys);
         send("keyup", QVector<int>(keys.rbegin(), keys.rend()));
     }
-    void pressThreeAnd(int key) { press({kCtrl, kAlt, kShift, key}); }
+    static void pressThreeAnd(int key) { press({kCtrl, kAlt, kShift, key}); }
 
     /// Waits until this program has taken notice of what the function does to the keyboard.
-    template <typename Function>
-    static bool isNoticed(Function function)
+    static bool isNoticed(const std::function<bool()>& function)
     {
-        const auto* extension = xcb_get_extension_data(QX11Info::connection(), &xcb_xkb_id);
-        EventCounter notices(extension->first_event, 0);
+        EventCounter notices(xcb_get_extension_data(QX11Info::connection(), &xcb_xkb_id)->first_event);
         if (!function() || !QTest::qWaitFor([&] { return notices.count > 0; }, kWaitMs))
             return false;
         bool isQueueDone = false;
         QTimer::singleShot(0, qApp, [&] { isQueueDone = true; });
         return QTest::qWaitFor([&] { return isQueueDone; }, kWaitMs);
     }
-    bool setKeyboard(const QString& layouts)
+    static bool setKeyboard(const char* to)
     {
-        return isNoticed([&] { return m_display.run("setxkbmap", {layouts}); });
+        return isNoticed([&] { return isRun("setxkbmap", {to}); });
     }
-    static bool lockLayout(quint8 layout)
+    static bool lockLayout(quint8 to)
     {
-        return isNoticed([layout] {
-            xcb_xkb_latch_lock_state(QX11Info::connection(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, true, layout, 0,
-                                     false, 0);
-            return xcb_flush(QX11Info::connection()) > 0;
+        return isNoticed([to, x = QX11Info::connection()] {
+            xcb_xkb_latch_lock_state(x, XCB_XKB_ID_USE_CORE_KBD, 0, 0, true, to, 0, false, 0);
+            return xcb_flush(x) > 0;
         });
     }
 
-    const VirtualDisplay& m_display;
     OtherProgram m_other;
 };
 
@@ -405,7 +363,7 @@ int main(int argc, char** argv)
         return 1;
     qputenv("DISPLAY", display.name());
     QApplication app(argc, argv);
-    HotkeyX11Test test(display);
+    HotkeyX11Test test;
     return QTest::qExec(&test, argc, argv);
 }
 
