@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kStays = 7;
 const QLatin1String kCloseKey(ConfigKeys::kCloseButtonAction.key);
 
 void press(const MainWindow& window, const char* button)
@@ -23,30 +22,6 @@ QPoint middleOf(const MainWindow& window, const char* button)
 {
     const auto* widget = window.findChild<QAbstractButton*>(button);
     return widget->mapTo(&window, widget->rect().center());
-}
-
-/// What the user does to the dialog that the next press opens, if it opens one.
-template <typename Dialog, typename Answer>
-void answerNext(Answer answer)
-{
-    QTimer::singleShot(0, qApp, [answer] {
-        if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
-            answer(*dialog);
-    });
-}
-
-/// Whether the close button ends the event loop, with this answer to its question.
-template <typename Answer>
-bool quitsOnClose(const MainWindow& window, Answer answer)
-{
-    QObject still; // its event is not reached by a loop that ends
-    QTimer::singleShot(0, &window, [&] {
-        answerNext<QuitAskDialog>(answer);
-        press(window, "toolButton_close");
-        QMetaObject::invokeMethod(
-            &still, [] { QCoreApplication::exit(kStays); }, Qt::QueuedConnection);
-    });
-    return QCoreApplication::exec() != kStays;
 }
 
 // Of the window of 800 by 600 with a button on its title bar, and at 1.5 pixels a unit.
@@ -85,21 +60,9 @@ private slots:
         QTest::keyClick(&window, Qt::Key_N, Qt::AltModifier); // all off
         QTRY_COMPARE(switches.count(), 2);                    // the button shows the press first
         QCOMPARE(switches, QList<QVariantList>({{true}, {false}}));
-
-        window.showNewVersionBtn();
-        QSignalSpy orders(&window, &MainWindow::requestUpdateAppVersion);
-        for (const int choice : {1, 0}) { // no, then yes
-            press(window, "newVersionBtn");
-            LanguageManager::instance()->switchLanguage("en"); // the question waits
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            QCOMPARE(orders.count(), 0);
-            box->buttons().at(choice)->click();
-            QCOMPARE(window.findChild<QWidget*>("newVersionBtn")->isVisible(), choice == 1);
-        }
-        QCOMPARE(orders.count(), 1);
     }
 
-    void downloadShowsOnItsButtonAndIsEndedByItsMenuAlone()
+    void newVersionIsAskedAboutAndItsDownloadEndedByItsMenuAlone()
     {
         MainWindow window;
         window.show();
@@ -113,11 +76,10 @@ private slots:
             LanguageManager::instance()->switchLanguage(isOffered ? "ar" : "en");
             QVERIFY(button->isVisible() && button->text() == "42 %");
             const QImage picture = button->grab().toImage();
-            const int y = button->height() / 2;
-            const int fromEdge = button->width() / 8;
-            const QColor left = picture.pixel(fromEdge, y);
-            const QColor right = picture.pixel(picture.width() - fromEdge, y);
-            QVERIFY(isOffered ? right.value() > left.value() : left.value() > right.value());
+            const auto lightAt = [&](int eighth) {
+                return QColor(picture.pixel(picture.width() * eighth / 8, picture.height() / 2)).value();
+            };
+            QVERIFY(isOffered ? lightAt(7) > lightAt(1) : lightAt(1) > lightAt(7));
             press(window, "newVersionBtn");
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             QCOMPARE(ends.count(), int(isOffered));
@@ -127,7 +89,16 @@ private slots:
             window.setDownloadProgress(-1);
             QVERIFY(button->isVisible() == isOffered && button->text() == MainWindow::tr("new"));
         }
-        QVERIFY(orders.isEmpty() && !QApplication::activeModalWidget());
+        QVERIFY(!QApplication::activeModalWidget());
+        for (const int choice : {1, 0}) { // no, then yes
+            press(window, "newVersionBtn");
+            LanguageManager::instance()->switchLanguage("en"); // the question waits
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(orders.isEmpty());
+            box->buttons().at(choice)->click();
+            QCOMPARE(button->isVisible(), choice == 1);
+        }
+        QCOMPARE(orders.count(), 1);
     }
 
     void everyButtonIsInReachOnASmallScreenInEveryLanguage()
@@ -152,14 +123,12 @@ private slots:
             };
             for (const auto* button :
                  window.findChild<QWidget*>("titleBar")->findChildren<QAbstractButton*>()) {
-                const QString where = file + ' ' + button->objectName();
-                QVERIFY2(!placeOf(button).isEmpty(), qPrintable(where));
-                QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(where));
+                const bool isWhole = button->width() >= button->minimumSizeHint().width();
+                QVERIFY2(isWhole && !placeOf(button).isEmpty(), qPrintable(file + button->objectName()));
             }
             for (const auto* notice : {window.findChild<QLabel*>("noticeLabel", Qt::FindDirectChildrenOnly),
                                        window.homePage()->findChild<QLabel*>("noticeLabel")}) {
                 QVERIFY(!placeOf(notice).isEmpty() && notice->textFormat() == Qt::PlainText);
-                QVERIFY(notice->height() > 2 * notice->fontMetrics().height()); // is wrapped
                 QTRY_VERIFY(notice->height() >= notice->heightForWidth(notice->width()));
             }
             const auto* list = window.findChild<QScrollArea*>("controllerButtonScrollArea");
@@ -199,52 +168,55 @@ private slots:
         QCOMPARE(window.regionAt(right), WindowRegion::Caption);
     }
 
-    void closeButtonAsksOnce_data()
-    {
-        QTest::addColumn<QJsonValue>("stored");
-        QTest::addColumn<QString>("answer"); // a button of the dialog, a key or the tray; empty: not asked
-        QTest::addColumn<bool>("remember");
-        QTest::addColumn<bool>("isQuit");
-        QTest::addColumn<QJsonValue>("kept");
-        const QJsonValue none;
-        const QJsonValue quit("Quit the application");
-        const QJsonValue hide("Minimize to the system tray");
-        QTest::newRow("hide, for good") << none << "miniActBtn" << true << false << hide;
-        QTest::newRow("quit, for good") << none << "exitActBtn" << true << true << quit;
-        QTest::newRow("hide, this time") << none << "miniActBtn" << false << false << none;
-        QTest::newRow("header") << none << "toolButton" << true << false << none;
-        QTest::newRow("Escape") << none << "Escape" << true << false << none;
-        QTest::newRow("the program ends meanwhile") << none << "tray" << true << true << none;
-        QTest::newRow("stored quit") << quit << "" << false << true << quit;
-    }
     void closeButtonAsksOnce()
     {
-        QFETCH(QJsonValue, stored);
-        QFETCH(QString, answer);
-        QFETCH(bool, remember);
-        QFETCH(bool, isQuit);
-        auto* config = ConfigurationManager::instance();
-        config->setAppConfig(kCloseKey, stored);
-        MainWindow window;
-        window.show();
-        const bool hasTray = answer != "Escape";
-        window.setTrayAvailable(hasTray);
-        QString offered;
-        const bool hasQuit = quitsOnClose(window, [&](QuitAskDialog& dialog) {
-            offered = dialog.findChild<QAbstractButton*>("miniActBtn")->text();
-            dialog.findChild<QCheckBox*>("rememberCbx")->setChecked(remember);
-            if (auto* button = dialog.findChild<QAbstractButton*>(answer))
-                button->click();
-            else if (answer == "Escape")
-                QTest::keyClick(&dialog, Qt::Key_Escape);
-            else
-                QCoreApplication::quit();
-        });
-        QCOMPARE(hasQuit, isQuit);
-        QCOMPARE(offered, answer.isEmpty() ? "" : hasTray ? "最小化到托盘" : "最小化");
-        const bool isCancelled = answer == "toolButton" || answer == "Escape";
-        QCOMPARE(window.isVisible(), isQuit || isCancelled); // it goes with the program
-        QTEST(config->appConfig(kCloseKey), "kept");
+        const QJsonValue none, quit("Quit the application"), hide("Minimize to the system tray");
+        const struct
+        {
+            QJsonValue stored, kept;
+            QString answer; // a button of the dialog, a key or the program's end; empty: not asked
+            bool remember, isQuit;
+        } rows[] = {{none, hide, "miniActBtn", true, false},
+                    {none, quit, "exitActBtn", true, true},
+                    {none, none, "miniActBtn", false, false},
+                    {none, none, "toolButton", true, false},
+                    {none, none, "Escape", true, false},
+                    {none, none, "quit", true, true},
+                    {quit, quit, "", false, true}};
+        for (const auto& row : rows) {
+            auto* config = ConfigurationManager::instance();
+            config->setAppConfig(kCloseKey, row.stored);
+            MainWindow window;
+            window.show();
+            const bool hasTray = row.answer != "Escape";
+            window.setTrayAvailable(hasTray);
+            QString offered;
+            const auto answer = [&] {
+                auto* dialog = qobject_cast<QuitAskDialog*>(QApplication::activeModalWidget());
+                if (!dialog)
+                    return;
+                offered = dialog->findChild<QAbstractButton*>("miniActBtn")->text();
+                dialog->findChild<QCheckBox*>("rememberCbx")->setChecked(row.remember);
+                if (auto* button = dialog->findChild<QAbstractButton*>(row.answer))
+                    button->click();
+                else
+                    hasTray ? QCoreApplication::quit() : QTest::keyClick(dialog, Qt::Key_Escape);
+            };
+            constexpr int kStays = 7;
+            QObject still; // its event is not reached by a loop that ends
+            QTimer::singleShot(0, &window, [&] {
+                QTimer::singleShot(0, qApp, answer);
+                press(window, "toolButton_close");
+                QMetaObject::invokeMethod(
+                    &still, [] { QCoreApplication::exit(kStays); }, Qt::QueuedConnection);
+            });
+            const bool hasQuit = QCoreApplication::exec() != kStays;
+            QVERIFY2(hasQuit == row.isQuit, qPrintable(row.answer));
+            QCOMPARE(offered, row.answer.isEmpty() ? "" : hasTray ? "最小化到托盘" : "最小化");
+            const bool isHidden = row.answer == "miniActBtn"; // it goes with the program
+            QVERIFY2(window.isHidden() == isHidden, qPrintable(row.answer));
+            QCOMPARE(config->appConfig(kCloseKey), row.kept);
+        }
     }
 
     void dialogIsDraggedByItsHeaderButNotByItsCloseButton()
@@ -257,25 +229,23 @@ private slots:
             const auto isCaption = [&](QPoint at) {
                 return BaseDialog::isCaption(at, dialog.width(), dialog.headerSize(), direction);
             };
-            QVERIFY(!isCaption(close.center()));
-            QVERIFY(isCaption({dialog.width() - 1 - close.center().x(), close.center().y()}));
+            QVERIFY(!isCaption(close.center()) &&
+                    isCaption({dialog.width() - 1 - close.center().x(), close.center().y()}));
             QVERIFY(!isCaption({dialog.width() / 2, dialog.headerSize()}));
         }
     }
 
     void everyPointHasItsRegion()
     {
-        QCOMPARE(at(6, 49), WindowRegion::Caption);
-        QCOMPARE(at(400, 5), WindowRegion::None); // the line between the border and the caption
-        QCOMPARE(at(750, 25), WindowRegion::None);
-        QCOMPARE(at(750, 4), WindowRegion::Top); // the border goes over the button
-        QCOMPARE(at(4, 594), WindowRegion::Left);
-        QCOMPARE(at(796, 25), WindowRegion::Right);
-        QCOMPARE(at(400, 596), WindowRegion::Bottom);
-        QCOMPARE(at(5, 5), WindowRegion::TopLeft);
-        QCOMPARE(at(799, 5), WindowRegion::TopRight);
-        QCOMPARE(at(5, 595), WindowRegion::BottomLeft);
-        QCOMPARE(at(795, 595), WindowRegion::BottomRight);
+        using R = WindowRegion;
+        const QVector<QPair<QPoint, R>> points{
+            {{6, 49}, R::Caption},       {{400, 5}, R::None}, // the line between the border and the caption
+            {{750, 25}, R::None},        {{750, 4}, R::Top},  // the border goes over the button
+            {{4, 594}, R::Left},         {{796, 25}, R::Right},   {{5, 5}, R::TopLeft},
+            {{799, 5}, R::TopRight},     {{400, 596}, R::Bottom}, {{5, 595}, R::BottomLeft},
+            {{795, 595}, R::BottomRight}};
+        for (const auto& [point, region] : points)
+            QCOMPARE(at(point.x(), point.y()), region);
     }
 
     void draggedEdgeStopsAtTheSmallestSize()
@@ -291,27 +261,21 @@ private slots:
         QCOMPARE(drag(WindowRegion::BottomRight, -9999, -9999), QRect(start.topLeft(), least));
     }
 
-    void windowOpensLargeButInsideItsScreen()
+    void windowOpensLargeAndIsFittedOnlyWhenItLeavesItsScreen()
     {
         const QSize wanted(1280, 880);
         QCOMPARE(openingSize(wanted, {1920, 1080}), wanted);
-        QCOMPARE(openingSize(wanted, {1366, 728}), QSize(1280, 696)); // below a panel
-        QCOMPARE(openingSize(wanted, {1024, 600}), QSize(992, 568));
-    }
-
-    void windowIsFittedOnlyWhenItLeavesItsScreen()
-    {
+        QCOMPARE(openingSize(wanted, {1024, 728}), QSize(992, 696)); // below a panel
         const QRect screen(1920, 0, 1366, 769);
         const QSize least(500, 400);
-        QCOMPARE(fittedGeometry({1920, 0, 800, 600}, screen, least), QRect(1920, 0, 800, 600));
-        const QRect fitted = fittedGeometry({1900, 0, 800, 600}, screen, least);
-        QCOMPARE(fitted.size(), QSize(1092, 615)); // 1092.8 by 615.2
-        QCOMPARE(fitted.center(), screen.center());
-        // What cannot be 80 % keeps its own size.
-        const QRect large = fittedGeometry({0, 0, 800, 600}, screen, {1200, 700});
-        QCOMPARE(large.size(), QSize(1200, 700));
-        // Larger than the screen: the title bar stays on it.
-        QCOMPARE(fittedGeometry({0, 0, 800, 600}, screen, {1500, 800}).topLeft(), screen.topLeft());
+        const auto fitted = [&](QRect window, QSize smallest) {
+            return fittedGeometry(window, screen, smallest);
+        };
+        QCOMPARE(fitted({1920, 0, 800, 600}, least), QRect(1920, 0, 800, 600));
+        QCOMPARE(fitted({1900, 0, 800, 600}, least).size(), QSize(1092, 615)); // 1092.8 by 615.2
+        QCOMPARE(fitted({1900, 0, 800, 600}, least).center(), screen.center());
+        QCOMPARE(fitted({0, 0, 800, 600}, {1200, 700}).size(), QSize(1200, 700));    // cannot be 80 %
+        QCOMPARE(fitted({0, 0, 800, 600}, {1500, 800}).topLeft(), screen.topLeft()); // the title bar stays
     }
 
     void systemPositionIsRoundedFromTheScreensCorner()
@@ -320,9 +284,8 @@ private slots:
         QCOMPARE(logicalPosition(corner + QPoint(301, 302), corner, 2.0), corner + QPoint(151, 151));
         QCOMPARE(logicalPosition(corner - QPoint(301, 303), corner, 2.0), corner - QPoint(150, 151));
         // A press on the button at 150 %: taken in the system's pixels it would lie right of it.
-        const QPoint press = logicalPosition(QPoint(1065, 45), {0, 0}, 1.5);
-        QCOMPARE(press, QPoint(710, 30));
-        QCOMPARE(at(press.x(), press.y()), WindowRegion::None);
+        QCOMPARE(logicalPosition(QPoint(1065, 45), {0, 0}, 1.5), QPoint(710, 30));
+        QCOMPARE(at(710, 30), WindowRegion::None);
     }
 };
 
