@@ -71,15 +71,6 @@ private:
     std::unique_ptr<PipeWireSource> m_picture;
 };
 
-std::unique_ptr<StripSimulator> makeStrip(const QString& portsFile, int number)
-{
-    StripSimulator::Options options;
-    options.portsFile = portsFile;
-    options.portName = QString("ttySIM%1").arg(number);
-    options.serial[3] = static_cast<char>(number);
-    return std::make_unique<StripSimulator>(options);
-}
-
 QString idOf(const StripSimulator& strip)
 {
     return "LV0127:" + QString(strip.options().serial.toHex().toUpper());
@@ -154,7 +145,10 @@ private slots:
     {
         FakeScreenCast& portal = m_desktop.portal;
         startInside(2);
-        QTRY_VERIFY_WITH_TIMEOUT(worker(1)->effectProperty("notice").toString().contains("同意"), kWaitMs);
+        EffectsManager& effects = m_app->deviceManager().effects();
+        const QString other = idOf(*m_strips[1]);
+        QTRY_VERIFY_WITH_TIMEOUT(effects.effectProperty(other, "notice").toString().contains("同意"),
+                                 kWaitMs);
         QCOMPARE(portal.dialogs, 0); // the user has not come yet
         openPage();
         QTRY_VERIFY_WITH_TIMEOUT(portal.isDialogOpen() && tells("对话框", false), kWaitMs);
@@ -187,7 +181,11 @@ private:
     void plugIn(const QString& portsFile, int strips)
     {
         for (int i = 0; i < strips; ++i) {
-            m_strips.push_back(makeStrip(portsFile, i));
+            StripSimulator::Options options;
+            options.portsFile = portsFile;
+            options.portName = QString("ttySIM%1").arg(i);
+            options.serial[3] = static_cast<char>(i);
+            m_strips.push_back(std::make_unique<StripSimulator>(options));
             QVERIFY(m_strips.back()->plugIn());
         }
     }
@@ -223,10 +221,6 @@ private:
                part<QPushButton>("noticeButton")->isVisible() == hasButton;
     }
     void click() { QTest::mouseClick(part<QPushButton>("noticeButton"), Qt::LeftButton); }
-    QSharedPointer<IEffectWorker> worker(int strip)
-    {
-        return m_app->deviceManager().effects().boundWorker(idOf(*m_strips[strip]));
-    }
     bool show(LV_RGB color) const
     {
         return std::all_of(m_strips.begin(), m_strips.end(), [&](const auto& strip) {
