@@ -95,7 +95,8 @@ void LVController::waitUntilSent(QDeadlineTimer deadline)
 {
     const auto sent = std::make_shared<QSemaphore>();
     QMetaObject::invokeMethod(
-        m_serial, [serial = m_serial, sent] { serial->tellWhenSent(sent); }, Qt::QueuedConnection);
+        m_serial, [serial = m_serial, sent, deadline] { serial->tellWhenSent(sent, deadline); },
+        Qt::QueuedConnection);
     if (!sent->tryAcquire(1, static_cast<int>(deadline.remainingTime())))
         qWarning().noquote() << "[Controller]:" << m_options.id << "its line did not get through in time";
 }

@@ -161,15 +161,18 @@ void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
     emit errorOccurred(error, m_port->errorString());
 }
 
-void LVSerialPort::tellWhenSent(std::shared_ptr<QSemaphore> sent)
+void LVSerialPort::tellWhenSent(std::shared_ptr<QSemaphore> sent, QDeadlineTimer deadline)
 {
+    if (deadline.hasExpired())
+        return; // nobody waits any more, and the line may be stuck for good
     const bool isBusy = m_pacer.isWaiting() || m_port->bytesToWrite() > 0 || busyMs() > 0;
     if (m_state != State::Paced || !isBusy) {
         QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [sent] { sent->release(); });
         return;
     }
     const auto again = static_cast<int>(qMax<qint64>(kDrainPollMs, busyMs()));
-    QTimer::singleShot(again, Qt::PreciseTimer, this, [this, sent] { tellWhenSent(sent); });
+    QTimer::singleShot(again, Qt::PreciseTimer, this,
+                       [this, sent, deadline] { tellWhenSent(sent, deadline); });
 }
 
 void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,

@@ -41,8 +41,9 @@ public:
 
     /// From now on frames are paced by the line; called on the port's thread.
     void startPacing();
-    /// On the port's thread: releases it when the line has carried what was written before, or is gone.
-    void tellWhenSent(std::shared_ptr<QSemaphore> sent);
+    /// On the port's thread: releases it when the line has carried what was written before, or is gone; not
+    /// after the deadline.
+    void tellWhenSent(std::shared_ptr<QSemaphore> sent, QDeadlineTimer deadline);
     /// Last act, on the port's thread: `black` replaces whatever waits, is drained within the deadline, and
     /// the port is closed. An empty frame closes at once.
     void release(const QByteArray& black, QDeadlineTimer deadline, std::shared_ptr<PortRelease> result);
