@@ -51,6 +51,7 @@ MainWindow::MainWindow(QWidget* parent)
                       static_cast<qulonglong>(reinterpret_cast<quintptr>(static_cast<QWidget*>(this))));
     // The close button may only hide the window: that must not refuse the end of the user's desktop.
     QGuiApplication::setFallbackSessionManagementEnabled(false);
+    qApp->installEventFilter(this);
     m_frame = makeFrame();
     connect(windowHandle(), &QWindow::screenChanged, this, &MainWindow::followScreen);
     followScreen();
@@ -257,6 +258,15 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     on_toolButton_close_clicked();
     event->ignore();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != qApp || event->type() != QEvent::Quit)
+        return QWidget::eventFilter(watched, event);
+    // The session manager's last word. It would have the windows closed first, and this one ask.
+    QCoreApplication::quit();
+    return true;
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)

@@ -174,7 +174,7 @@ private slots:
         const struct
         {
             QJsonValue stored, kept;
-            QString answer; // a button of the dialog, a key or the program's end; empty: not asked
+            QString answer; // a button of the dialog, a key or the program's end; not asked: empty, session
             bool remember, isQuit;
         } rows[] = {{none, hide, "miniActBtn", true, false},
                     {none, quit, "exitActBtn", true, true},
@@ -182,7 +182,8 @@ private slots:
                     {none, none, "toolButton", true, false},
                     {none, none, "Escape", true, false},
                     {none, none, "quit", true, true},
-                    {quit, quit, "", false, true}};
+                    {quit, quit, "", false, true},
+                    {none, none, "session", false, true}};
         for (const auto& row : rows) {
             auto* config = ConfigurationManager::instance();
             config->setAppConfig(kCloseKey, row.stored);
@@ -190,6 +191,7 @@ private slots:
             window.show();
             const bool hasTray = row.answer != "Escape";
             window.setTrayAvailable(hasTray);
+            const bool isSession = row.answer == "session"; // whose manager ends it
             QString offered;
             const auto answer = [&] {
                 auto* dialog = qobject_cast<QuitAskDialog*>(QApplication::activeModalWidget());
@@ -206,13 +208,14 @@ private slots:
             QObject still; // its event is not reached by a loop that ends
             QTimer::singleShot(0, &window, [&] {
                 QTimer::singleShot(0, qApp, answer);
-                press(window, "toolButton_close");
+                QEvent end(QEvent::Quit);
+                isSession ? void(QCoreApplication::sendEvent(qApp, &end)) : press(window, "toolButton_close");
                 QMetaObject::invokeMethod(
                     &still, [] { QCoreApplication::exit(kStays); }, Qt::QueuedConnection);
             });
             const bool hasQuit = QCoreApplication::exec() != kStays;
             QVERIFY2(hasQuit == row.isQuit, qPrintable(row.answer));
-            QCOMPARE(offered, row.answer.isEmpty() ? "" : hasTray ? "最小化到托盘" : "最小化");
+            QCOMPARE(offered, row.answer.isEmpty() || isSession ? "" : hasTray ? "最小化到托盘" : "最小化");
             const bool isHidden = row.answer == "miniActBtn"; // it goes with the program
             QVERIFY2(window.isHidden() == isHidden, qPrintable(row.answer));
             QCOMPARE(config->appConfig(kCloseKey), row.kept);
