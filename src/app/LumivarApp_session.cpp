@@ -29,9 +29,7 @@ void LumivarApp::watchSession()
                 if (key == QLatin1String(ConfigKeys::kLightsOffWhileLocked.key) && !areLightsOffWhileLocked())
                     onScreenOffChanged(false);
             });
-    // By default a session manager has the windows closed, and ours would ask what closing is to mean. The
-    // end itself comes as any other request to quit, if the session does end.
-    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    onScreenOffChanged(m_session.isScreenOff()); // it may be so from the start
     connect(qApp, &QGuiApplication::commitDataRequest, this,
             [] { ConfigurationManager::instance()->save(); });
 }
