@@ -72,12 +72,13 @@ public:
     }
     SourceTrouble trouble() const override { return m_trouble; }
 
-    void become(SourceTrouble trouble)
+    void become(SourceTrouble trouble, bool isTold = true)
     {
         m_trouble = trouble;
         m_isOpen = false;
-        m_changed = true;
-        wake();
+        m_changed = isTold;
+        if (isTold)
+            wake();
     }
 
     QList<SourceRequest> requests;
@@ -276,11 +277,14 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(heard, expected, kPatienceMs);
         for (const auto trouble : {SourceTrouble::Refused, SourceTrouble::None, SourceTrouble::Withdrawn,
                                    SourceTrouble::Lost, SourceTrouble::None}) {
-            grabber->become(trouble);
+            grabber->become(trouble, expected.last() != SourceTrouble::Lost);
+            if (expected.last() == SourceTrouble::Lost)
+                manager.requestSources(SourceRequest::Again);
             expected += trouble;
             QTRY_COMPARE_WITH_TIMEOUT(heard, expected, kPatienceMs);
         }
-        QVERIFY(grabber->requests == QList<SourceRequest>{SourceRequest::Needed} && grabber->onMainThread);
+        QVERIFY(grabber->onMainThread);
+        QCOMPARE(grabber->requests, (QList<SourceRequest>{SourceRequest::Needed, SourceRequest::Again}));
     }
 
     void anEffectInNeedIsNotForgottenInAnotherMode()

@@ -284,6 +284,9 @@ private slots:
             QCOMPARE(manager.requests, expected);
         }
         QCOMPARE(notices.size(), int(SourceTrouble::Lost) + 1);
+        for (const bool isDark : {true, false})
+            worker->onCtlDarkChanged(isDark);
+        QCOMPARE(manager.requests, expected += SourceRequest::Again);
         for (const QString& id : all)
             bring(manager, id);
         worker->setEffectProperty("noticeAction", true);

@@ -301,7 +301,7 @@ private slots:
     {
         QTest::addColumn<QString>("what");
         QTest::addColumn<bool>("givesTokens");
-        for (const char* what : {"streams", "portal", "portal with a last word"}) {
+        for (const char* what : {"streams", "streams asleep", "portal", "portal with a last word"}) {
             QTest::addRow("%s", what) << what << true;
             QTest::addRow("%s, no token", what) << what << false;
         }
@@ -313,18 +313,24 @@ private slots:
         QFETCH(bool, givesTokens);
         Desk desk(m_bus);
         desk.portal.givesTokens = givesTokens;
+        const bool isAsleep = what == "streams asleep";
+        if (isAsleep)
+            desk.pace.leastAgainMs = desk.pace.mostAgainMs = kNeverMs;
+        desk.startProgram();
         desk.session->request(SourceRequest::Needed);
         TRY(desk.offers());
         for (int time = 0; time < 3; ++time) {
-            if (what == "streams")
+            if (what.startsWith("streams"))
                 desk.loseStreams();
             if (what == "portal with a last word")
                 desk.portal.endSession();
-            if (what != "streams")
+            if (what.startsWith("portal"))
                 desk.portal.leave();
             TRY_TROUBLE(desk, SourceTrouble::Lost);
-            if (what != "streams")
+            if (what.startsWith("portal"))
                 QVERIFY(desk.portal.come());
+            if (isAsleep)
+                desk.session->request(SourceRequest::Again);
             if (givesTokens) {
                 TRY(desk.offers());
                 continue;

@@ -435,6 +435,13 @@ cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
     return result;
 }
 
+void AbsScreenSync::onCtlDarkChanged(bool dark)
+{
+    WithProperties::onCtlDarkChanged(dark);
+    if (!dark && m_deskDuplManager && needsCapturer())
+        m_deskDuplManager->requestSources(SourceRequest::Again);
+}
+
 void AbsScreenSync::onCtlDirChanged(uint32_t dir)
 {
     m_direction = dir;

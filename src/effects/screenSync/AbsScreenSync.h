@@ -40,6 +40,7 @@ public slots:
     /// The user's choice of another capturer, stored at once; when it cannot be had, the old one stays.
     void setInputSourceIdx(QString sourceIdx);
     void onCtlDirChanged(uint32_t dir) override;
+    void onCtlDarkChanged(bool dark) override;
     /// 0.0 to 1.0, stored at once.
     void setBlurStrength(float strength);
     /// -1.0 to 1.0, stored at once.

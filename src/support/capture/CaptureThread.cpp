@@ -71,6 +71,8 @@ SourceTrouble CaptureThread::trouble() const
 void CaptureThread::request(SourceRequest request)
 {
     m_grabber->request(request);
+    m_isWanted = true;
+    m_grabber->wake();
 }
 
 void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
@@ -98,7 +100,8 @@ void CaptureThread::run()
     qint64 nextLookUs = 0;
     while (!m_stop) {
         const qint64 now = DeskCapture::nowUs();
-        const bool shouldLook = m_grabber->takeSourcesChanged() || now >= nextLookUs;
+        const bool shouldLook =
+            m_grabber->takeSourcesChanged() || m_isWanted.exchange(false) || now >= nextLookUs;
         if (now >= nextLookUs)
             nextLookUs = now + kLookUs;
         if (shouldLook && (m_grabber->isOpen() || openGrabber()))

@@ -30,7 +30,7 @@ public:
     CaptureSources sources() const;
     /// What is the matter while there are none.
     SourceTrouble trouble() const;
-    /// Main thread. Passed on to the grabber.
+    /// Main thread. Passed on to the grabber; a connection that is lost is tried again at once.
     void request(SourceRequest request);
     void attach(const QSharedPointer<DeskCapture>& capture);
     void detach(const QSharedPointer<DeskCapture>& capture);
@@ -54,7 +54,8 @@ private:
 
     const std::shared_ptr<ScreenGrabber> m_grabber;
     std::atomic<bool> m_stop{false};
-    std::atomic<bool> m_ended{false}; ///< orders the thread's last writes where nobody sees inside QThread
+    std::atomic<bool> m_isWanted{false}; ///< sources were requested since the last look
+    std::atomic<bool> m_ended{false};    ///< orders the thread's last writes where nobody sees inside QThread
     QSemaphore m_firstLook;
     mutable std::mutex m_mutex; // guards what follows
     CaptureSources m_sources;

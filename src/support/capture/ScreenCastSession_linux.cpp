@@ -241,6 +241,12 @@ ScreenCastSession::~ScreenCastSession()
 
 void ScreenCastSession::request(SourceRequest request)
 {
+    if (request == SourceRequest::Again) {
+        d->againMs = d->pace.leastAgainMs;
+        if (d->again.isActive())
+            d->again.start(0);
+        return;
+    }
     if (d->isOffering || (d->hasAnswered && request != SourceRequest::Wanted))
         return;
     const bool isDialogAllowed = request != SourceRequest::Needed || !wasStartedBySystem();

@@ -21,6 +21,7 @@ Q_DECLARE_METATYPE(SourceTrouble)
 enum class SourceRequest {
     Needed, ///< an effect came up; never a dialog in a run that the system started
     Shown,  ///< the user sees the page of an effect that needs them; asks unless he has answered in this run
-    Wanted  ///< the user wants to be asked
+    Wanted, ///< the user wants to be asked
+    Again   ///< an effect goes on after a pause; what is lost need not wait for its turn, nothing is asked
 };
 Q_DECLARE_METATYPE(SourceRequest)
