@@ -30,6 +30,9 @@ ScreenSavers::ScreenSavers(const QDBusConnection& bus, QObject* parent)
     m_gone.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&m_gone, &QDBusServiceWatcher::serviceUnregistered, this,
             [this](const QString& sender) { setActive(sender, false); });
+    m_bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(onBusGone()));
     // From whoever says it: who owns a name need not be asked for then, and on the user's own bus all are the
     // user's.
     for (const ScreenSaver& saver : kScreenSavers)
@@ -58,6 +61,13 @@ void ScreenSavers::ask()
 void ScreenSavers::onActiveChanged(bool active)
 {
     setActive(message().service(), active);
+}
+
+void ScreenSavers::onBusGone()
+{
+    const QSet<QString> active = m_active; // nobody would tell of their end
+    for (const QString& sender : active)
+        setActive(sender, false);
 }
 
 void ScreenSavers::setActive(const QString& sender, bool active)

@@ -24,6 +24,7 @@ signals:
 
 private slots:
     void onActiveChanged(bool active);
+    void onBusGone();
 
 private:
     void setActive(const QString& sender, bool active);

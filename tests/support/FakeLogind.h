@@ -10,58 +10,54 @@
 #include <QSocketNotifier>
 #include <unistd.h>
 
-/// As much of a log-in manager, and of a screen saver, as a session needs.
+/// As much of a log-in manager, and of a screen saver, as a session needs, on a bus of their own.
 class FakeLogind : public QDBusVirtualObject
 {
 public:
-    explicit FakeLogind(const PrivateBus& bus)
-        : m_bus(bus.connection("logind"))
+    FakeLogind()
     {
         m_bus.registerVirtualObject("/org/freedesktop", this, QDBusConnection::SubPath);
         m_bus.registerService(kSaver);
+        comes();
     }
     ~FakeLogind() override { QDBusConnection::disconnectFromBus("logind"); }
 
-    bool comes() { return m_bus.registerService(kService); }
+    void comes() { m_bus.registerService(kService); }
     void goes() { m_bus.unregisterService(kService); }
     void prepareFor(const QString& what, bool begins)
     {
-        isPreparing = begins;
-        send(kPath, kService + ".Manager", "PrepareFor" + what, {begins});
+        send(kPath, kService + ".Manager", "PrepareFor" + what, {isPreparing = begins});
     }
     void setLocked(bool locked)
     {
-        isLocked = locked;
-        send(kPath + "/session/_37", "org.freedesktop.DBus.Properties", "PropertiesChanged",
-             {kService + ".Session", QVariantMap{{"LockedHint", locked}}, QStringList()});
+        send(kSession, "org.freedesktop.DBus.Properties", "PropertiesChanged",
+             {kService + ".Session", QVariantMap{{"LockedHint", isLocked = locked}}, QStringList()});
     }
     void setSaverActive(bool active)
     {
-        isSaverActive = active;
-        send("/org/freedesktop/ScreenSaver", kSaver, "ActiveChanged", {active});
+        send("/org/freedesktop/ScreenSaver", kSaver, "ActiveChanged", {isSaverActive = active});
     }
 
+    PrivateBus bus;
     bool isLocked = false, isPreparing = false, isSaverActive = false, refuses = false;
-    int held = 0, taken = 0; ///< inhibitors, now and in all
-    int asked = 0;           ///< whether it still prepares for sleep
-    double releasedMs = 0;   ///< when the last one was closed, in the strips' time
+    int held = 0;          ///< inhibitors
+    double releasedMs = 0; ///< when the last one was closed, in the strips' time
+    int asked = 0;         ///< whether it still prepares for sleep
 
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
+        const auto property = [](bool value) { return QVariant::fromValue(QDBusVariant(value)); };
+        const QString word = message.arguments().value(1, message.member()).toString();
         if (message.member() == "Inhibit" && refuses)
             return connection.send(message.createErrorReply(QDBusError::AccessDenied, "no"));
-        QVariant answer(isSaverActive);
-        if (message.member() == "Inhibit") {
-            answer = inhibitor();
-        } else if (message.member() == "GetSession") {
-            answer = QVariant::fromValue(QDBusObjectPath(kPath + "/session/_37"));
-        } else if (message.member() == "Get") {
-            const bool aboutSleep = message.arguments().last() == "PreparingForSleep";
-            asked += aboutSleep;
-            answer = QVariant::fromValue(QDBusVariant(aboutSleep ? isPreparing : isLocked));
-        }
-        return connection.send(message.createReply(answer));
+        asked += word == "PreparingForSleep";
+        return connection.send(message.createReply(message.member() == "Inhibit" ? inhibitor()
+                                                   : message.member() == "GetSession"
+                                                       ? QVariant::fromValue(QDBusObjectPath(kSession))
+                                                   : word == "PreparingForSleep" ? property(isPreparing)
+                                                   : word == "LockedHint"        ? property(isLocked)
+                                                                                 : QVariant(isSaverActive)));
     }
 
 private:
@@ -71,7 +67,6 @@ private:
         if (pipe(ends) != 0)
             qFatal("no pipe");
         ++held;
-        ++taken;
         auto* end = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
         connect(end, &QSocketNotifier::activated, this, [this, end] { // nobody has the other end any more
             releasedMs = StripSimulator::nowMs();
@@ -91,6 +86,6 @@ private:
     }
 
     const QString kService = "org.freedesktop.login1", kPath = "/org/freedesktop/login1";
-    const QString kSaver = "org.freedesktop.ScreenSaver";
-    QDBusConnection m_bus;
+    const QString kSession = kPath + "/session/_37", kSaver = "org.freedesktop.ScreenSaver";
+    QDBusConnection m_bus = bus.start() ? bus.connection("logind") : QDBusConnection("");
 };
