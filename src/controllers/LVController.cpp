@@ -30,7 +30,7 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
         },
         Qt::QueuedConnection);
     m_thread = new QThread(this);
-    m_thread->setObjectName(QStringLiteral("serial ") + options.portName);
+    m_thread->setObjectName(threadName(options.portName));
     connect(m_thread, &QThread::started, m_thread, installCrashStackForThread, Qt::DirectConnection);
     m_serial->port()->moveToThread(m_thread);
     m_serial->moveToThread(m_thread);

@@ -22,6 +22,9 @@ public:
     /// Waits for the black-out: half a second at most.
     ~LVController() override;
 
+    /// Of the thread that drives the port; others on this computer can tell by it that one is driven.
+    static QString threadName(const QString& portName) { return QStringLiteral("serial ") + portName; }
+
     void writeColors(const QVector<LV_RGB>& colors) override;
     void rebuildHeader() override;
     void beginRelease() override;

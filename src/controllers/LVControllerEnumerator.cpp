@@ -7,9 +7,11 @@
 #include "support/config/ConfigurationManager.h"
 #include "support/log/Loggers.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QJsonObject>
 #include <QThread>
+#include <QThreadPool>
 
 #include <algorithm>
 
@@ -51,6 +53,18 @@ void releaseController(AbsRGBController* controller)
     if (controller->thread() == QThread::currentThread())
         controller->beginRelease();
     controller->deleteLater();
+}
+
+/// `then` comes on the main thread with what `look` returns; not once `context` has gone.
+template <typename Look, typename Then>
+void lookInBackground(QObject* context, const Look& look, const Then& then)
+{
+    QThreadPool::globalInstance()->start([look, then, guard = QPointer<QObject>(context)] {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [then, guard, found = look()] {
+            if (guard)
+                then(found);
+        });
+    });
 }
 
 } // namespace
@@ -191,15 +205,19 @@ QList<ProbeDialogue*> LVControllerEnumerator::dialogues() const
 
 void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)
 {
-    const QString portName = dialogue->portName();
-    PortFinding finding{portName, PortFinding::Kind::Silent};
+    const SerialPortRecord record = dialogue->record();
+    const auto warn = [record, error = dialogue->openErrorString()] {
+        logWarning(QStringLiteral("The serial port %1 cannot be opened: %2").arg(record.name, error));
+    };
     if (dialogue->openError() == QSerialPort::DeviceNotFoundError)
-        return forget(portName);
-    if (dialogue->openError() == QSerialPort::PermissionError)
-        finding = PortFinding::ofRefusal(dialogue->record(), holderBefore(portName));
-    if (note(finding))
-        logWarning(QStringLiteral("The serial port %1 cannot be opened: %2")
-                       .arg(portName, dialogue->openErrorString()));
+        forget(record.name);
+    else if (dialogue->openError() == QSerialPort::PermissionError)
+        find(
+            record.name,
+            [record, before = holderBefore(record.name)] { return PortFinding::ofRefusal(record, before); },
+            warn);
+    else if (note({record.name, PortFinding::Kind::Silent}))
+        warn();
 }
 
 /// Not while all is well: a device is there, and nothing was missed.
@@ -207,16 +225,33 @@ void LVControllerEnumerator::lookForAdapters()
 {
     const bool hasDevice = std::any_of(m_adopted.begin(), m_adopted.end(),
                                        [](const QPointer<LVController>& each) { return !each.isNull(); });
-    if (hasDevice && m_portless.isEmpty())
+    if ((hasDevice && m_portless.isEmpty()) || m_isLookingForAdapters)
         return;
-    PortFindings portless;
     const QList<PortlessAdapter> adapters = m_source->portlessAdapters();
-    for (const PortlessAdapter& adapter : adapters) {
-        const auto known = std::find_if(m_portless.begin(), m_portless.end(),
-                                        [&](const PortFinding& each) { return each.port == adapter.socket; });
-        portless.append(
-            PortFinding::ofAdapter(adapter, known == m_portless.end() ? PortHolder() : known->holder));
-    }
+    if (adapters.isEmpty())
+        return setPortless({});
+    m_isLookingForAdapters = true;
+    lookInBackground(
+        this,
+        [adapters, before = m_portless] {
+            PortFindings portless;
+            for (const PortlessAdapter& adapter : adapters) {
+                const auto known = std::find_if(before.begin(), before.end(), [&](const PortFinding& each) {
+                    return each.port == adapter.socket;
+                });
+                portless.append(
+                    PortFinding::ofAdapter(adapter, known == before.end() ? PortHolder() : known->holder));
+            }
+            return portless;
+        },
+        [this](const PortFindings& portless) {
+            m_isLookingForAdapters = false;
+            setPortless(portless);
+        });
+}
+
+void LVControllerEnumerator::setPortless(const PortFindings& portless)
+{
     if (portless == m_portless)
         return;
     m_portless = portless;
@@ -225,10 +260,25 @@ void LVControllerEnumerator::lookForAdapters()
     tellFindings();
 }
 
+void LVControllerEnumerator::find(const QString& portName, const std::function<PortFinding()>& look,
+                                  const std::function<void()>& then)
+{
+    if (m_lookedInto.contains(portName))
+        return;
+    m_lookedInto.insert(portName);
+    const auto tell = [this, portName, then, turn = m_turns.value(portName)](const PortFinding& finding) {
+        m_lookedInto.remove(portName);
+        if (turn == m_turns.value(portName) && note(finding) && then)
+            then();
+    };
+    lookInBackground(this, look, tell);
+}
+
 bool LVControllerEnumerator::note(const PortFinding& finding)
 {
+    ++m_turns[finding.port];
     const auto known = m_findings.constFind(finding.port);
-    if (known != m_findings.constEnd() && *known == finding)
+    if (known != m_findings.constEnd() && known->isLike(finding))
         return false; // told already, and tried again every few seconds
     m_findings.insert(finding.port, finding);
     tellFindings();
@@ -237,6 +287,7 @@ bool LVControllerEnumerator::note(const PortFinding& finding)
 
 void LVControllerEnumerator::forget(const QString& portName)
 {
+    ++m_turns[portName];
     if (m_findings.remove(portName) > 0)
         tellFindings();
 }
@@ -268,7 +319,9 @@ void LVControllerEnumerator::onTimedOut(ProbeDialogue* dialogue)
         line += QStringLiteral(", it will be given %1 ms once").arg(questions(portName) * m_timing.replyMs);
     if (silences <= 2)
         logInfo(line);
-    note(PortFinding::ofSilence(dialogue->record(), holderBefore(portName)));
+    find(portName, [record = dialogue->record(), before = holderBefore(portName)] {
+        return PortFinding::ofSilence(record, before);
+    });
     giveUp(dialogue);
 }
 
@@ -300,7 +353,10 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
 {
     ProbeReply reply = ProbeReply::parse(raw);
     if (!reply.isValid()) {
-        note(PortFinding::ofUnknownAnswer(dialogue->record(), raw, holderBefore(dialogue->portName())));
+        find(dialogue->portName(),
+             [record = dialogue->record(), raw, before = holderBefore(dialogue->portName())] {
+                 return PortFinding::ofUnknownAnswer(record, raw, before);
+             });
         refuse(dialogue);
         return;
     }

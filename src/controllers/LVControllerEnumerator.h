@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QSet>
 #include <QTimer>
+#include <functional>
 
 class LVController;
 class ProbeDialogue;
@@ -61,6 +62,11 @@ private:
     void noteOpenError(const ProbeDialogue* dialogue);
     void lookForAdapters();
     PortHolder holderBefore(const QString& portName) const { return m_findings.value(portName).holder; }
+    /// Tells of the port what `look` finds out in another thread, because it takes long to go through all
+    /// processes; unless something else is told of it meanwhile. `then`: told, and news.
+    void find(const QString& portName, const std::function<PortFinding()>& look,
+              const std::function<void()>& then = {});
+    void setPortless(const PortFindings& portless);
     /// False when it was so before.
     bool note(const PortFinding& finding);
     void forget(const QString& portName);
@@ -78,7 +84,10 @@ private:
     QSet<QString> m_pendingDevices;
     QHash<QString, int> m_silences;        ///< by port name, since it arrived
     QMap<QString, PortFinding> m_findings; ///< by port name
-    PortFindings m_portless;               ///< adapters that are no port
+    QHash<QString, int> m_turns;           ///< of findings, by port name: what is found out late is not told
+    QSet<QString> m_lookedInto;            ///< ports that another thread looks into
+    bool m_isLookingForAdapters = false;
+    PortFindings m_portless; ///< adapters that are no port
     QTimer m_scanTimer;
     bool m_isAsleep = false;
     int m_hastyScans = 0;                             ///< that are left

@@ -33,6 +33,12 @@ struct PortFinding
         return port == other.port && kind == other.kind && detail == other.detail && holder == other.holder;
     }
 
+    /// Says the same to the user: what talks by itself begins otherwise each time it is asked.
+    bool isLike(const PortFinding& other) const
+    {
+        return *this == other || (port == other.port && kind == Kind::Unknown && other.kind == kind);
+    }
+
     // All of them look for a holder first; `before` is who it was.
 
     /// Of a port that the system does not let this program open.

@@ -24,3 +24,6 @@ PortHolder certainHolderOf(const QString& location, const PortHolder& before = {
 
 /// Empty when there is no such process.
 QString processName(qint64 pid);
+
+/// Whether the process has a thread of this name, of which the system keeps the beginning.
+bool hasThread(qint64 pid, const QString& name);

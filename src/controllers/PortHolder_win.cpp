@@ -16,6 +16,11 @@ PortHolder holderOf(const QString&, const PortHolder&)
     return {};
 }
 
+bool hasThread(qint64, const QString&)
+{
+    return false;
+}
+
 QString processName(qint64 pid)
 {
     const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, DWORD(pid));

@@ -303,7 +303,7 @@ private slots:
         QVERIFY(other.open(QIODevice::ReadWrite));
         discovery.start();
         QTRY_VERIFY(attempts.count("Failed to open the serial port ttySIM0") >= 3);
-        QVERIFY(discovery.isFinding(Kind::Held));
+        QTRY_VERIFY(discovery.isFinding(Kind::Held));
         simulator.unplug();
         QTRY_VERIFY(discovery.findings.isEmpty());
         QVERIFY(simulator.plugIn());
@@ -330,6 +330,15 @@ private slots:
         device.simulator.setReplyMode(Mode::Garbage);
         QTRY_VERIFY(device.isFinding(Kind::Unknown));
         QVERIFY(!device.detail().isEmpty());
+        device.simulator.setReplyMode(Mode::Silent);
+        QTimer talk; // of another thing each time, as a receiver of positions does
+        connect(&talk, &QTimer::timeout, this,
+                [&] { device.simulator.send(QUuid::createUuid().toByteArray()); });
+        talk.start(60);
+        const int probes = device.simulator.counters().probes;
+        QTRY_VERIFY(device.simulator.counters().probes > probes + 2);
+        QVERIFY(device.told.count(Kind::Unknown) <= 2); // 2: it was silent once in between
+        talk.stop();
         device.simulator.setReplyMode(Mode::Normal);
         QTRY_VERIFY(device.findings.isEmpty());
         QCOMPARE(device.idAt(0), kId);
