@@ -1,6 +1,7 @@
 #include "app/Doctor.h"
 
 #include "controllers/ControllerDefaults.h"
+#include "controllers/LVController.h"
 #include "controllers/ProbeDialogue.h"
 #include "controllers/ProbeReply.h"
 #include "effects/EffectNotice.h"
@@ -20,6 +21,7 @@
 #include <QLocale>
 #include <QLockFile>
 #include <QStandardPaths>
+#include <QTextCodec>
 #include <QTextStream>
 #include <QTranslator>
 #include <algorithm>
@@ -46,24 +48,24 @@ qint64 runningProgram()
 }
 
 /// As the program has stored it; read here because its own reader sets broken files aside.
-bool isScreenConsentStored()
+template <typename Key>
+QString storedText(const Key& key)
 {
     QFile file(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                QStringLiteral("/Lumivar/app.json"));
     if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QJsonObject stored = QJsonDocument::fromJson(file.readAll()).object();
-    return !stored.value(QLatin1String(ConfigKeys::kScreenCastToken.key)).toString().isEmpty();
+        return {};
+    return QJsonDocument::fromJson(file.readAll()).object().value(QLatin1String(key.key)).toString();
 }
 
-/// The system's, else English.
+/// The one that the user has chosen in the program, else the system's, else English.
 void loadLanguage(QTranslator& translator)
 {
-    const QString language = QLocale::system().name().section(u'_', 0, 0);
     const auto load = [&](const QString& code) {
-        return translator.load(QStringLiteral(":/languages/lumivar_%1.qm").arg(code));
+        return !code.isEmpty() && translator.load(QStringLiteral(":/languages/lumivar_%1.qm").arg(code));
     };
-    if (load(language) || load(QStringLiteral("en")))
+    if (load(storedText(ConfigKeys::kLanguage)) || load(QLocale::system().name().section(u'_', 0, 0)) ||
+        load(QStringLiteral("en")))
         QCoreApplication::installTranslator(&translator);
 }
 
@@ -90,7 +92,11 @@ int Doctor::run(int& argc, char** argv)
     loadLanguage(translator);
     Doctor doctor;
     QCoreApplication::exec();
-    QTextStream(stdout) << doctor.report();
+    const QString report = doctor.report();
+    QTextStream out(stdout);
+    if (!QTextCodec::codecForLocale()->canEncode(report))
+        out.setCodec("UTF-8"); // better than question marks
+    out << report;
     return doctor.m_devices.isEmpty() ? 1 : 0;
 }
 
@@ -122,7 +128,10 @@ void Doctor::examinePorts()
             continue;
         const PortHolder holder = certainHolderOf(record.systemLocation);
         const QString own = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-        if (holder.isCertain() && (holder.pid == m_runningPid || holder.name == own))
+        const bool isProgram = holder.isCertain() && (holder.pid == m_runningPid || holder.name == own);
+        if (isProgram && !hasThread(holder.pid, LVController::threadName(record.name)))
+            m_findings.append({record.name, PortFinding::Kind::Asked}); // it has no answer either, so far
+        else if (isProgram)
             m_devices += tr("%1：由正在运行的 Lumivar 控制（%2）").arg(record.name).arg(holder.pid);
         else if (holder.isCertain())
             m_findings.append({record.name, PortFinding::Kind::Held, {}, holder});
@@ -188,8 +197,9 @@ void Doctor::examineScreen()
             m_screen = kGood + tr("可以直接读取");
             break;
         case ScreenWay::Portal:
-            m_screen = kGood + (isScreenConsentStored() ? tr("由桌面转交，您已同意")
-                                                        : tr("由桌面转交，首次使用时会征求您的同意"));
+            m_screen = kGood + (storedText(ConfigKeys::kScreenCastToken).isEmpty()
+                                    ? tr("由桌面转交，首次使用时会征求您的同意")
+                                    : tr("由桌面转交，您已同意"));
             break;
         case ScreenWay::PortalSilent:
             m_screen = kBad + tr("桌面的门户（xdg-desktop-portal）没有应答。请重新登录后再试。");

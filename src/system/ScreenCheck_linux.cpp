@@ -7,6 +7,11 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QFile>
+#include <QThread>
+#include <QTimer>
+
+#include <atomic>
+#include <memory>
 
 namespace {
 
@@ -34,15 +39,33 @@ ScreenWay wayOf(const QDBusPendingReply<QDBusVariant>& version)
     return isSlow || error == QDBusError::Timeout ? ScreenWay::PortalSilent : ScreenWay::NoPortal;
 }
 
+/// On a thread of its own: a server that takes the connection and says no more holds up who asks.
+void checkDisplay(QObject* context, const std::function<void(ScreenWay)>& then)
+{
+    const auto isReachable = std::make_shared<std::atomic<bool>>(false);
+    QThread* thread = QThread::create([isReachable] { *isReachable = isDisplayReachable(); });
+    auto* patience = new QTimer(context);
+    QObject::connect(patience, &QTimer::timeout, context, [patience, isReachable, then] {
+        patience->disconnect();
+        patience->deleteLater();
+        then(*isReachable ? ScreenWay::Direct : ScreenWay::NoDisplay);
+    });
+    QObject::connect(thread, &QThread::finished, patience, [patience] { patience->start(0); });
+    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    patience->setSingleShot(true);
+    patience->start(kPatienceMs);
+    thread->start();
+}
+
 } // namespace
 
 void checkScreen(QObject* context, const std::function<void(ScreenWay)>& then)
 {
-    if (!isWayland() || !hasBus()) {
-        const ScreenWay other = isDisplayReachable() ? ScreenWay::Direct : ScreenWay::NoDisplay;
-        const ScreenWay way = isWayland() ? ScreenWay::NoPortal : other;
+    if (!isWayland())
+        return checkDisplay(context, then);
+    if (!hasBus()) {
         QMetaObject::invokeMethod(
-            context, [then, way] { then(way); }, Qt::QueuedConnection);
+            context, [then] { then(ScreenWay::NoPortal); }, Qt::QueuedConnection);
         return;
     }
     QDBusMessage question =

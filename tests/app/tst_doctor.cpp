@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QTcpServer>
 #include <QtTest>
 
 namespace {
@@ -61,10 +62,13 @@ private slots:
         other.setStandardInputFile(strips.back()->location());
         other.start("sleep", {"100"});
         QVERIFY(other.waitForStarted());
-        QElapsedTimer clock;
-        clock.start();
+        // Its display takes connections and says nothing: that must not hold it up.
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        m_program->setDisplay("127.0.0.1:" + QByteArray::number(server.serverPort() - 6000));
         QString text = consult(1);
-        QVERIFY(clock.elapsed() < 20000); // side by side, even on a busy machine
+        QVERIFY(text.contains("There is no display"));
+        m_program->environment.remove("DISPLAY");
         for (const auto& row : rows)
             QVERIFY2(text.contains(row.second), qPrintable(text));
         QCOMPARE(strips.back()->counters().probes, 0); // somebody has it
@@ -73,9 +77,9 @@ private slots:
         strips.front()->unplug();
         text = consult(0);
         QVERIFY2(text.contains("ttySIM3: LV9999 is ready"), qPrintable(text));
-        QVERIFY(text.contains("not known yet: LV9999"));
-        QVERIFY(text.contains("There is no display") && text.contains("No sound server"));
-        QVERIFY(text.contains("The program is not running"));
+        for (const char* line :
+             {"not known yet: LV9999", "There is no display", "No sound server", "is not running"})
+            QVERIFY(text.contains(line));
         QVERIFY(!QFile::exists(m_program->configFile({}))); // stores nothing
         QVERIFY(QDir(m_program->path("run")).isEmpty());    // and locks nothing
     }
@@ -86,19 +90,17 @@ private slots:
         m_program->writeConfig("controllers.json",
                                {{kId, storedStrip("id.effect.singleColor.singleColor1", kLeds)}});
         m_program->start();
-        const auto isLit = [&] {
-            const QVector<LV_RGB> colors = strip->shownColors();
-            return colors.size() == kLeds && colors.first() != LV_RGB{};
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(isLit(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(strip->counters().frames > 2, kWaitMs);
+        const auto mute = plugIn(1, StripSimulator::ReplyMode::Silent);
+        QTRY_VERIFY_WITH_TIMEOUT(mute->counters().probes > 0,
+                                 kWaitMs); // the program has it open, and no device
         const auto before = strip->counters();
-        const QVector<LV_RGB> shown = strip->shownColors();
         const QString text = consult(0);
         QVERIFY2(text.contains("ttySIM0: driven by the running Lumivar"), qPrintable(text));
+        QVERIFY2(!text.contains("ttySIM1: driven") && text.contains("ttySIM1"), qPrintable(text));
         QVERIFY(text.contains(QString("running (%1)").arg(m_program->process().processId())));
         const auto present = strip->counters();
         QTRY_VERIFY_WITH_TIMEOUT(strip->counters().frames > present.frames, kWaitMs); // goes on
-        QCOMPARE(strip->shownColors(), shown);
         QCOMPARE(strip->counters().probes, before.probes);
         QVERIFY(!m_program->logText().contains("a second process was started"));
         QVERIFY(!m_program->logText().contains("Device has failed"));
@@ -125,11 +127,13 @@ private slots:
         QCOMPARE(portal.questions, QStringList({"Get", "Get", "Get"})); // no session, no dialog
     }
 
-    void speaksTheLanguageOfTheSystemAndStandsInTheHelp()
+    void speaksTheUsersLanguageAndStandsInTheHelp()
     {
         m_program->environment.insert("LC_ALL", "de_DE.UTF-8");
-        m_program->environment.insert("LANG", "de_DE.UTF-8");
         QVERIFY(consult(1).contains("Das Programm läuft nicht"));
+        m_program->environment.insert("LC_ALL", "C"); // as over ssh
+        m_program->writeConfig("app.json", {{"language", "zh"}});
+        QVERIFY(consult(1).contains("程序没有在运行"));
         const auto help = m_program->startAnother({"--help"});
         QVERIFY(ProgramUnderTest::endsWell(*help));
         QVERIFY(help->readAllStandardOutput().contains("--doctor"));
