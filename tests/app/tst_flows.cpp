@@ -1,4 +1,5 @@
 #include "FakeController.h"
+#include "LogCapture.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "app/LumivarApp.h"
@@ -13,6 +14,7 @@
 #include <QSerialPort>
 #include <QtTest>
 #include <QtWidgets>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -261,6 +263,36 @@ private slots:
         QVERIFY(file.remove());
         config()->save();
         QTRY_VERIFY(!ofWindow->isVisible());
+    }
+
+    void accessThatWasGrantedIsTriedAtOnce()
+    {
+        const QByteArray path = qgetenv("PATH");
+        const uid_t self = getuid();
+        const auto restore = qScopeGuard([&] {
+            qputenv("PATH", path);
+            setreuid(self, uid_t(-1));
+        });
+        QVERIFY(QFile::link("/bin/true", m_folder->filePath("pkexec"))); // an administrator who agrees
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755)));
+        qputenv("PATH", QFile::encodeName(m_folder->path())); // and nobody else is asked
+        StripSimulator strip({});
+        QVERIFY(strip.plugIn());
+        QSerialPort other(strip.location());
+        QVERIFY(other.open(QIODevice::ReadWrite) && QFile::setPermissions(strip.location(), {}));
+        const auto offered = [this] { return window().homePage()->findChild<QPushButton*>("accessButton"); };
+        QVERIFY(self != 0 || setreuid(65534, uid_t(-1)) == 0); // rights are those of the real user
+        start({});
+        QTRY_VERIFY_WITH_TIMEOUT(offered(), kWaitMs);
+        const LogCapture log;
+        const auto attempts = [&] { return log.count("Failed to open the serial port"); };
+        QTRY_VERIFY_WITH_TIMEOUT(attempts() == 1, kWaitMs); // the next one by itself is seconds away
+        QTest::mouseClick(offered(), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(!offered() || attempts() > 1, kWaitMs);
+        bool isOver = false;
+        QTimer::singleShot(2000, this, [&] { isOver = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(isOver || attempts() > 1, kWaitMs);
+        QVERIFY(attempts() > 1);
     }
 
     void pageSaysWhyNothingIsChosenOrShown()
