@@ -9,7 +9,6 @@
 #include "effects/dynamicMusic/PeakValues/AudioPeakValues.h"
 
 #include <QtTest>
-#include <limits>
 
 using namespace MusicTestKit;
 
@@ -23,17 +22,18 @@ using Sound = QVector<SoundChannel>;
 
 const QString kEffect = "id.effect.dynamicMusic.test";
 const LV_RGB kQuiet{0, 0, 255};
-constexpr float kNoNumber = std::numeric_limits<float>::quiet_NaN();
 
 SoundChannel tone(float level)
 {
     return {{{50, 0, level}}};
 }
 
-Fragment meter(int count, int dir = 0)
+Fragment meter(int end, int dir = 0, int begin = 0, int soundChannel = 0)
 {
     Fragment fragment;
-    fragment.endIndex = count;
+    fragment.beginIndex = begin;
+    fragment.endIndex = end;
+    fragment.soundChannel = soundChannel;
     fragment.maxFrequency = 200.0;
     fragment.dir = dir;
     return fragment;
@@ -95,6 +95,15 @@ Sound hum(float level)
     return {channel, channel};
 }
 
+/// What an effect shows of one sound, with a direction that is not taken over.
+template <typename Effect>
+Frame shown(unsigned nbLeds, const Sound& sound)
+{
+    Effect effect(kEffect, strip(nbLeds, 1));
+    effect.spectrumUpdate(sound);
+    return effect.last();
+}
+
 } // namespace
 
 class TestMusicEffects : public MusicTest
@@ -113,8 +122,7 @@ private slots:
     {
         for (const unsigned nbLeds : {1U, 9U}) { // an unknown strip is taken for one of 1 LED at first
             Meters effect(kEffect, strip(nbLeds));
-            if (nbLeds == 1)
-                effect.setStrength(0.5);
+            effect.setStrength(0.5);
             effect.spectrumUpdate(Sound{tone(79)}); // 1 is added
             QCOMPARE(lit(effect.last()), nbLeds == 1 ? Leds{0} : (Leds{2, 3, 4, 5, 6}));
             effect.unload();
@@ -122,22 +130,19 @@ private slots:
         QCOMPARE(stored(kEffect, "fragments")["left"]["mulEnhance"].toDouble(), 0.5);
     }
 
-    void meterRisesWithTheLevel()
+    void meterRisesWithTheLoudestPointOfItsBand()
     {
         QCOMPARE(lit(LevelMeter::colors(meter(4), 40.0)), (Leds{0, 1}));
         QCOMPARE(lit(LevelMeter::colors(meter(4, 1), 40.0)), (Leds{2, 3}));
         QCOMPARE(lit(LevelMeter::colors(meter(4, 2), 80.0)), Leds());
         const Frame high = LevelMeter::colors(meter(100), 80.0);
         QVERIFY(high.first() == (LV_RGB{0, 255, 0}) && high.last() == (LV_RGB{255, 0, 0}));
-    }
 
-    void fragmentHearsTheLoudestPointOfItsBand()
-    {
-        const SoundChannel all{{{20, 0, 10}, {100, 0, 50}, {150, 0, kNoNumber}, {300, 0, 70}}};
+        const SoundChannel all{{{20, 0, 10}, {100, 0, 50}, {150, 0, float(qQNaN())}, {300, 0, 70}}};
         QCOMPARE(LevelMeter::bandLevel(all, 20, 100), 50.0F);  // both ends belong to it
         QCOMPARE(LevelMeter::bandLevel(all, 110, 310), 70.0F); // begins with what is no number
         QCOMPARE(LevelMeter::bandLevel(all, 61, 99), 50.0F);   // none in it: the next one
-        QCOMPARE(LevelMeter::heard(meter(4), {tone(kNoNumber)}), 0.0);
+        QCOMPARE(LevelMeter::heard(meter(4), {tone(float(qQNaN()))}), 0.0);
 
         Fragment fragment = meter(4);
         fragment.dbEnhance = 5.0;
@@ -156,19 +161,16 @@ private slots:
 
     void fragmentsLieByTheirFirstLedAndBrokenOnesAreDropped()
     {
-        const auto from = [](int begin, int count, int soundChannel) {
-            Fragment fragment = meter(begin + count);
-            fragment.beginIndex = begin;
-            fragment.soundChannel = soundChannel;
-            return fragment.toJson();
-        };
         // Of two that begin together the name decides.
-        QJsonObject fragments{
-            {"a", from(10, 3, 1)}, {"b", from(2, 2, 2)}, {"d", from(-1, 1, 2)}, {"c", from(-1, 1, 1)}};
-        const QList<QPair<const char*, double>> broken{
-            {"maxFrequency", 10.0}, {"endIndex", 2}, {"beginIndex", 2.5}, {"beginIndex", -2147483648.0}};
-        for (const auto& [key, value] : broken) {
-            QJsonObject odd = from(2, 2, 1);
+        QJsonObject fragments{{"a", meter(13, 0, 10, 1).toJson()},
+                              {"b", meter(4, 0, 2, 2).toJson()},
+                              {"d", meter(0, 0, -1, 2).toJson()},
+                              {"c", meter(0, 0, -1, 1).toJson()}};
+        for (const auto& [key, value] : {std::pair("maxFrequency", 10.0),
+                                         {"endIndex", 2.0},
+                                         {"beginIndex", 2.5},
+                                         {"beginIndex", -2147483648.0}}) {
+            QJsonObject odd = meter(4, 0, 2, 1).toJson();
             odd[key] = value;
             fragments[QString("odd %1").arg(value)] = odd;
         }
@@ -197,11 +199,8 @@ private slots:
         QCOMPARE(Peaks(1, 20).at("0.2").at(9), (LV_RGB{16, 102, 86})); // never below 40 percent
         QCOMPARE(Peaks(5, 20).at("inf"), Frame(20, kBlack));
         QCOMPARE(Peaks(1, 0).at("1"), Frame());
-    }
 
-    void wholeStripWalksThroughColours()
-    {
-        Peaks effect(8, 3);
+        Peaks effect(8, 3); // the whole strip in one colour after the other
         QCOMPARE(effect.at("1"), Frame(3, LV_RGB{5, 0, 0}));
         for (int step = 0; step < 50 + 51 + 40 + 2; ++step) // two steps beyond the end of red
             effect.at("1");
@@ -218,17 +217,14 @@ private slots:
             const Frame shown = written ? Peaks(1, 10).at("1") : Frame();
             return file.remove() ? shown : Frame();
         };
-        const Frame eight =
-            frame(R"({"key_num": 8, "key_music": [{"id": 1, "start": 3, "stop": 5, "direction": 1}]})");
-        QVERIFY(eight.size() == 8 && lit(eight) == (Leds{2, 3}));
+        const Frame eight = frame(R"({"key_num": 8, "key_music": [{"id": 1, "start": 6, "stop": 11,
+            "direction": 1}, {"id": 2, "start": -1, "stop": 2, "direction": 0}]})");
+        QVERIFY(eight.size() == 8 && lit(eight) == (Leds{0, 1, 5, 6, 7})); // what lies on the strip
         QCOMPARE(lit(frame(R"({"key_num": 2147483647, "key_array": [[], {"id": 1, "x": 1e99, "y": 2}],
             "key_music": [7, {"id": 1, "start": 1.5, "stop": 5, "direction": 1},
             {"id": 2, "start": -4, "stop": 0, "direction": 0}, {"id": 3, "start": 1, "stop": 3, "direction": 0},
             {"id": 4, "start": -2147483648, "stop": 2147483647, "direction": 0}]})")),
                  (Leds{1, 2}));
-        QCOMPARE(lit(frame(R"({"key_music": [{"id": 1, "start": 8, "stop": 11, "direction": 1},
-            {"id": 2, "start": -1, "stop": 2, "direction": 0}]})")),
-                 (Leds{0, 1, 7, 8, 9}));                                             // what lies on the strip
         QCOMPARE(lit(frame(QByteArray(5000, '['))), (Leds{1, 2, 3, 4, 5, 6, 7, 8})); // of no use
     }
 
@@ -270,7 +266,7 @@ private slots:
     {
         PeakDecayFilter filter;
         const qint64 now = Q_INT64_C(1) << 40;
-        QCOMPARE(filter.filter(std::nan(""), now), 0.0);
+        QCOMPARE(filter.filter(qQNaN(), now), 0.0);
         QCOMPARE(filter.filter(1e9, now), 80.0);
         QCOMPARE(filter.filter(30.0, now + 125), 60.0); // held, and no new peak
         QCOMPARE(filter.filter(41.0, now + 250), 41.0); // one
@@ -279,15 +275,10 @@ private slots:
 
     void levelTakesItsColourFromTheGradient()
     {
-        const auto shown = [](float level) {
-            Blocks effect(kEffect, strip(5));
-            effect.spectrumUpdate(hum(level));
-            return effect.last();
-        };
-        QCOMPARE(shown(20), Frame(5, shade(21))); // 1 is added to all
-        QCOMPARE(shown(200), Frame(5, shade(80)));
+        QCOMPARE(shown<Blocks>(5, hum(20)), Frame(5, shade(21))); // 1 is added to all
+        QCOMPARE(shown<Blocks>(5, hum(200)), Frame(5, shade(80)));
         ConfigurationManager::instance()->setAppConfig("effects.musicQuietLevel", 40);
-        QCOMPARE(shown(39), Frame(5, shade(1)));
+        QCOMPARE(shown<Blocks>(5, hum(39)), Frame(5, shade(1)));
         FakeStrapList straps({plain(Qt::white)});
         Mood mood(&straps);
         mood.hear(hum(60));
@@ -315,11 +306,6 @@ private slots:
 
     void everyLedHasABandFromTheEndsToTheMiddle()
     {
-        const auto shown = [](int nbLeds, const Sound& sound) {
-            Bands effect(kEffect, strip(nbLeds, 1)); // the direction is not taken over
-            effect.spectrumUpdate(sound);
-            return effect.last();
-        };
         for (const int nbLeds : {1, 5, 24}) { // 24: as texts 10 comes before 2
             const int bands = (nbLeds + 1) / 2;
             for (int band = 0; band < bands; ++band) {
@@ -329,22 +315,14 @@ private slots:
                 right[nbLeds - 1 - band] = shade(2.0 * 3 * (band + 1)); // the gain grows from the end on
                 Frame left = 2 * band + 1 == nbLeds ? Frame(nbLeds, kQuiet) : right;
                 std::reverse(left.begin(), left.end()); // the middle hears the right channel alone
-                QCOMPARE(shown(nbLeds, {tone, {}}), left);
-                QCOMPARE(shown(nbLeds, {{}, tone}), right);
+                QCOMPARE(shown<Bands>(nbLeds, {tone, {}}), left);
+                QCOMPARE(shown<Bands>(nbLeds, {{}, tone}), right);
             }
         }
-        QCOMPARE(shown(0, hum(80)), Frame());
-    }
-
-    void onlyTheStrengthOfTheBandsIsChosen()
-    {
-        Bands first(kEffect, strip(1));
-        first.setEffectProperty("strength", "loud");
-        QCOMPARE(first.effectProperty(EffectProperties::kLook).toObject(), (QJsonObject{{"strength", 3.0}}));
-        first.setEffectProperty("strength", 0.5);
-        first.spectrumUpdate(hum(80));
-        QCOMPARE(first.last(), Frame(1, shade(40))); // and here the program may end without a word
-        QCOMPARE(Bands(kEffect, strip(1)).effectProperty("strength").toDouble(), 0.5);
+        QCOMPARE(shown<Bands>(0, hum(80)), Frame());
+        // Kept even if the program ends without a word.
+        Bands(kEffect, strip(1)).setEffectProperty("strength", 0.5);
+        QCOMPARE(shown<Bands>(1, hum(80)), Frame(1, shade(40)));
     }
 };
 
