@@ -11,9 +11,7 @@
 #include <new>
 #include <numeric>
 
-namespace {
-std::atomic<int> s_allocations{0};
-} // namespace
+static std::atomic<int> s_allocations{0};
 
 void* operator new(std::size_t size)
 {
@@ -33,7 +31,6 @@ void operator delete(void* memory, std::size_t) noexcept
 
 namespace {
 constexpr int kRate = 48000;
-constexpr double kTurn = 6.283185307179586;
 using Samples = std::vector<float>;
 
 Samples silence(int count)
@@ -45,7 +42,7 @@ Samples sine(double hertz, double amplitude, int rate, int count)
 {
     Samples samples = silence(count);
     for (int i = 0; i < count; ++i)
-        samples[size_t(i)] = float(amplitude * std::sin(kTurn * hertz * i / rate));
+        samples[size_t(i)] = float(amplitude * std::sin(2 * M_PI * hertz * i / rate));
     return samples;
 }
 
@@ -59,28 +56,24 @@ void feed(AudioAnalyser& analyser, const Samples& left, const Samples& right)
 float levelAt(const SoundChannel& channel, double hertz, double within = 30)
 {
     float loudest = -1;
-    for (const Spectrum& point : channel.spectrums) {
+    for (const Spectrum& point : channel.spectrums)
         if (std::abs(double(point.frequency) - hertz) < within)
             loudest = std::max(loudest, point.level);
-    }
     return loudest;
 }
 
 bool isSane(AudioAnalyser& analyser)
 {
-    for (const SoundChannel& channel : analyser.spectrum()) {
-        for (const Spectrum& point : channel.spectrums) {
-            if (!(point.level >= 0 && point.level <= 80) || !std::isfinite(point.amplitude))
-                return false;
-        }
-    }
+    bool isSane = true;
+    for (const SoundChannel& channel : analyser.spectrum())
+        for (const Spectrum& point : channel.spectrums)
+            isSane &= point.level >= 0 && point.level <= 80 && std::isfinite(point.amplitude);
     for (const QVector<QString>& peaks : analyser.peaks()) {
         bool isNumber = false;
         const double peak = peaks.at(0).toDouble(&isNumber);
-        if (!isNumber || !(peak >= 0 && peak <= 1))
-            return false;
+        isSane &= isNumber && peak >= 0 && peak <= 1;
     }
-    return true;
+    return isSane;
 }
 
 using Peaks = QVector<QVector<QString>>;
@@ -148,11 +141,12 @@ private slots:
     {
         QLocale::setDefault(QLocale(QLocale::German));
         AudioAnalyser analyser(kRate);
-        Samples left = silence(analyser.hop());
-        left[3] = -0.5F;
-        analyser.feed(left.data(), silence(analyser.hop()).data());
+        const Samples nothing = silence(analyser.hop());
+        Samples loud = nothing;
+        loud[3] = -0.5F;
+        analyser.feed(loud.data(), nothing.data());
         QCOMPARE(analyser.peaks(), Peaks({{"0.5000"}, {"0.0000"}}));
-        analyser.feed(silence(analyser.hop()).data(), left.data());
+        analyser.feed(nothing.data(), loud.data());
         QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.5000"}}));
         QLocale::setDefault(QLocale::c());
     }
@@ -182,12 +176,12 @@ private slots:
         Samples block = silence(1000), left = silence(SampleRing::kFrames), right = left;
         for (int turn = 0; turn < 100; ++turn) { // several times round
             std::iota(block.begin(), block.end(), float(turn) * 1000);
-            ring.write(block.data(), int(block.size()), 1);
+            ring.write(block.data(), 1000, 1);
             ring.read(left.data(), right.data(), ring.available());
             QVERIFY(std::equal(block.begin(), block.end(), left.begin()));
         }
         for (int turn = 0; turn < 100; ++turn)
-            ring.write(block.data(), int(block.size()), 1);
+            ring.write(block.data(), 1000, 1);
         QCOMPARE(ring.available(), SampleRing::kFrames);
         ring.skip(SampleRing::kFrames);
         ring.write(nullptr, 10, 2); // a hole

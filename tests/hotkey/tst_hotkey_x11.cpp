@@ -1,7 +1,6 @@
 // System-wide shortcuts with a real X server, real key presses and another program in the foreground.
 #include "LogCapture.h"
 #include "VirtualDisplay.h"
-#include "hotkey/HotkeySession_linux.h"
 #include "hotkey/KeyName.h"
 #include "hotkey/KeySymbols_x11.h"
 #include "hotkey/KeyboardMap_x11.h"
@@ -301,14 +300,6 @@ private slots:
         QCOMPARE(parseableKeyName("ß", Qt::Key_Question), "ß");  // with Shift
         QCOMPARE(parseableKeyName("End", Qt::Key_Home), "HOME"); // not the key of that name
         QCOMPARE(parseableKeyName("A", Qt::Key_AltGr) + parseableKeyName("0x1e", Qt::Key_Dead_Grave), "");
-    }
-    void sessionsWithoutGrabsAreKnown()
-    {
-        QProcessEnvironment session;
-        QVERIFY(obstacleToKeyGrabs("xcb", session).isEmpty());
-        QVERIFY(!obstacleToKeyGrabs("offscreen", session).isEmpty());
-        session.insert("WAYLAND_DISPLAY", "wayland-0"); // with an X server for old programs
-        QVERIFY(!obstacleToKeyGrabs("xcb", session).isEmpty());
     }
 
 private:
