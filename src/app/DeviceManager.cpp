@@ -4,6 +4,7 @@
 #include "app/LedCountSession.h"
 #include "controllers/LVControllerEnumerator.h"
 #include "controllers/VTControllerEnumerator.h"
+#include "effects/EffectNotice.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/plugins/GuardedCall.h"
@@ -287,8 +288,10 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
         qWarning() << "Cannot bind controller: " << id << " to effect: " << effectId;
         return;
     }
-    if (enable)
+    if (enable) { // the user's pick
         target->setEnable(true);
+        answerNotice(id, false);
+    }
     // The same worker comes back when the same effect is chosen again: one connection is enough.
     disconnect(worker.data(), &IEffectWorker::effectPropertyChanged, this, nullptr);
     connect(
@@ -297,6 +300,13 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
             onEffectPropertyChanged(id, effectId, key, val);
         },
         Qt::QueuedConnection);
+}
+
+void DeviceManager::answerNotice(const QString& id, bool isClicked)
+{
+    const QLatin1String key(EffectNotice::kActionKey);
+    if (!m_effects.effectProperty(id, key).toString().isEmpty())
+        m_effects.setEffectProperty(id, key, isClicked);
 }
 
 void DeviceManager::onEffectPropertyChanged(QString ctl, QString effect, QString key, QJsonValue val)

@@ -54,6 +54,9 @@ public:
     /// Binds an effect and makes it the device's choice; `enable` also turns the light on. What the worker
     /// changes by itself is announced from then on.
     void setControllerEffect(const QString& id, const QString& effectId, bool enable);
+    /// Has the effect do what its notice offers, if that offers anything: on the user's click, or unasked
+    /// because he sees the effect's page or has just picked it.
+    void answerNotice(const QString& id, bool isClicked);
     /// Asks the user for the LED count and returns at once; the device's effect rests until the answer. False
     /// for an unknown id.
     bool setControllerLayout(const QString& id);

@@ -105,7 +105,6 @@ private:
     void copyPropertyToOthers(const QString& key, const QJsonValue& val);
     void onOptWidActived();
     void showNotice();
-    void answerNotice(bool isClicked);
     void showNotices();
     void showFindings();
     void onAccessGrantChanged();

@@ -34,11 +34,6 @@ QJsonValue lookOf(EffectsManager& effects, const QString& controllerId)
     return effects.effectProperty(controllerId, EffectProperties::kLook);
 }
 
-QString noticeAction(EffectsManager& effects, const QString& controllerId)
-{
-    return effects.effectProperty(controllerId, QLatin1String(EffectNotice::kActionKey)).toString();
-}
-
 /// The choice between one device and all appears by itself when two are there for the first time, and stays.
 /// While it does not show, each device is on its own.
 bool isControlModeOffered(int controllers)
@@ -71,7 +66,7 @@ void LumivarApp::onHomePageDevClicked(QString id)
     m_mainWindow.switchToControlPage();
     controlPage().setControllerId(id);
     updateControlPageView();
-    answerNotice(false);
+    m_deviceManager.answerNotice(id, false);
 }
 
 void LumivarApp::updateControlPageView()
@@ -118,7 +113,9 @@ void LumivarApp::showNotice()
     QString action;
     if (text.isEmpty()) {
         text = effects.effectProperty(id, QLatin1String(EffectNotice::kKey)).toString();
-        action = text.isEmpty() ? text : noticeAction(effects, id);
+        action = text.isEmpty()
+                     ? text
+                     : effects.effectProperty(id, QLatin1String(EffectNotice::kActionKey)).toString();
     }
     const auto translated = [](const QString& source) {
         return source.isEmpty()
@@ -126,15 +123,6 @@ void LumivarApp::showNotice()
                    : QCoreApplication::translate(EffectNotice::kContext, source.toUtf8().constData());
     };
     controlPage().setNotice(translated(text), translated(action));
-}
-
-/// The user sees the page of an effect that may have to ask him something, or clicks what the page offers.
-void LumivarApp::answerNotice(bool isClicked)
-{
-    EffectsManager& effects = m_deviceManager.effects();
-    const QString id = controlPage().controllerId();
-    if (!noticeAction(effects, id).isEmpty())
-        effects.setEffectProperty(id, QLatin1String(EffectNotice::kActionKey), isClicked);
 }
 
 void LumivarApp::logControlPage() const
@@ -163,7 +151,6 @@ void LumivarApp::onCtlPageWorkGroupChanged(QString groupId)
     logUserAction(controlModeText(isSingleControlMode()));
     setEffect(target);
     fillWorkers(id);
-    answerNotice(false);
 }
 
 void LumivarApp::onCtlPageWorkerChanged(QString workerId)
@@ -173,7 +160,6 @@ void LumivarApp::onCtlPageWorkerChanged(QString workerId)
     logUserAction(controlModeText(isSingleControlMode()));
     setEffect(workerId);
     showNotice();
-    answerNotice(false);
 }
 
 void LumivarApp::setEffect(const QString& effectId)

@@ -83,7 +83,8 @@ void LumivarApp::connectControlPage()
             });
     connect(page, &ControlPage::sOptWidPropertyChanged, this, &LumivarApp::onSOptWidPropertyChanged);
     connect(page, &ControlPage::optWidActived, this, &LumivarApp::onOptWidActived);
-    connect(page, &ControlPage::noticeActionClicked, this, [this] { answerNotice(true); });
+    connect(page, &ControlPage::noticeActionClicked, this,
+            [this] { m_deviceManager.answerNotice(controlPage().controllerId(), true); });
 }
 
 void LumivarApp::rename(const QString& id, const QString& name)

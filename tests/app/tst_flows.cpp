@@ -338,6 +338,10 @@ private slots:
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(property(0, "noticeAction"), QJsonValue(true));
         QVERIFY(property(1, "noticeAction").isNull());
+        effects().setEffectProperty(id(0), "noticeAction", "请求屏幕画面");
+        manager().setControllerEffect(id(0), effects().boundEffectId(id(0)),
+                                      true); // in the tray, say
+        QCOMPARE(property(0, "noticeAction"), QJsonValue(false));
         effects().setEffectProperty(id(0), "noticeAction", QJsonValue());
         effects().setEffectProperty(id(0), "notice", "");
         // A plug-in that yields no worker, and back; then one that is gone, and one with its group.

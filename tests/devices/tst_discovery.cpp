@@ -53,7 +53,6 @@ struct Discovery
                          });
         QObject::connect(enumerator.get(), &IDeviceEnumerator::findingsChanged, enumerator.get(),
                          [this](const PortFindings& all) {
-                             isToldTwice = isToldTwice || (!told.isEmpty() && all == findings);
                              findings = all;
                              told.append(all.isEmpty() ? Kind::Asked : all.first().kind);
                          });
@@ -69,7 +68,6 @@ struct Discovery
     std::unique_ptr<LVControllerEnumerator> enumerator;
     PortFindings findings;
     QVector<Kind> told; ///< of the first finding, or Asked where all is well
-    bool isToldTwice = false;
     QList<AbsRGBControllerPtr> found;
     int count = 0;
     bool keep = true; ///< false: a device manager that refuses every controller
