@@ -65,7 +65,8 @@ void forgetChosenPlatform()
 void callWhenDisplayBreaks(void (*action)())
 {
     actionAtBreak = action;
-    handlerBefore = qInstallMessageHandler(hearLastWords);
+    handlerBefore = qInstallMessageHandler(nullptr); // known before another thread may speak
+    qInstallMessageHandler(hearLastWords);
 }
 
 bool chooseNoOpenGl()
