@@ -132,7 +132,8 @@ void HotKeyManager::followHotkey(const QString& id)
     const QString keys = entry.hotkey->desktopKeys();
 
     const bool mayBecomeFree = std::any_of(m_entries.cbegin(), m_entries.cend(), [](const Entry& each) {
-        return !each.hotkey->isRegistered() && each.hotkey->trouble() != HotkeyTrouble::NotAllowed;
+        const HotkeyTrouble why = each.hotkey->trouble();
+        return why == HotkeyTrouble::Taken || why == HotkeyTrouble::NoSuchKey;
     });
     if (!mayBecomeFree)
         m_retryTimer.stop();

@@ -39,6 +39,11 @@ QSet<QString> idsOf(const QVector<PortalShortcut>& shortcuts)
     return ids;
 }
 
+QSet<QString> idsOf(const QMap<QString, QHotkey::NativeShortcut>& shortcuts)
+{
+    return {shortcuts.keyBegin(), shortcuts.keyEnd()};
+}
+
 } // namespace
 
 PortalHotkeys::PortalHotkeys()
@@ -106,7 +111,7 @@ bool PortalHotkeys::unregisterShortcut(QHotkey::NativeShortcut)
 
 bool PortalHotkeys::canRegister(QHotkey::NativeShortcut shortcut)
 {
-    trouble = HotkeyTrouble::NotAllowed;
+    trouble = m_obstacle.isEmpty() ? HotkeyTrouble::NotGranted : HotkeyTrouble::NotAllowed;
     return m_obstacle.isEmpty() && !m_refused.contains(shortcut);
 }
 
@@ -144,21 +149,22 @@ void PortalHotkeys::update()
     Shortcuts wanted = registered();
     if (wanted == m_asked && !wanted.isEmpty())
         return;
-    if (!wanted.isEmpty() && !m_refused.isEmpty()) { // the user wants one now, so he may want all
+    const bool isReopened = !m_session.isEmpty() && m_asked.isEmpty();
+    if (!wanted.isEmpty() && !m_refused.isEmpty() && !isReopened) {
+        // The user wants one now, so he may want all.
         m_refused.clear();
         emit servesAgain();
         wanted = registered();
     }
-    if (m_isSpent || wanted.isEmpty()) {
-        m_isChange = m_isSpent;
+    m_isChange = !wanted.isEmpty() && (m_isChange || !m_asked.isEmpty());
+    if (m_isSpent || wanted.isEmpty())
         endSession();
-    }
     if (wanted.isEmpty())
         return;
     if (m_session.isEmpty())
         return open();
     m_asked = wanted;
-    m_isChange&& m_mayAsk ? bind() : list();
+    m_isChange ? bind() : list();
 }
 
 void PortalHotkeys::open()
@@ -193,13 +199,16 @@ void PortalHotkeys::list()
 void PortalHotkeys::onListed(const QVariant& listed)
 {
     take(listed);
-    const QStringList asked = m_asked.keys();
-    if (idsOf(shortcutsOf(listed)).contains(QSet<QString>(asked.begin(), asked.end())))
+    const QSet<QString> asked = idsOf(m_asked);
+    const QSet<QString> known = idsOf(shortcutsOf(listed)) & asked;
+    if (!known.isEmpty()) {
+        refuse(asked - known); // the user has left them out
         emit userDecided(true);
-    else if (m_mayAsk)
+    } else if (m_mayAsk) {
         bind();
-    else
+    } else {
         m_hasToWait = true;
+    }
 }
 
 void PortalHotkeys::bind()
@@ -230,8 +239,7 @@ void PortalHotkeys::onBound(Outcome outcome, const QVariant& bound)
         take(bound);
         granted = idsOf(shortcutsOf(bound));
     }
-    const QStringList asked = m_asked.keys();
-    refuse(QSet<QString>(asked.begin(), asked.end()) - granted);
+    refuse(idsOf(m_asked) - granted);
     if (outcome != Outcome::Failed)
         emit userDecided(!m_asked.isEmpty());
 }
@@ -252,7 +260,7 @@ void PortalHotkeys::take(const QVariant& shortcuts)
 /// Another request might ask the user the same again, so there is none unless he changes a shortcut.
 void PortalHotkeys::refuse(const QSet<QString>& ids)
 {
-    trouble = HotkeyTrouble::NotAllowed;
+    trouble = HotkeyTrouble::NotGranted;
     for (const QString& id : ids) {
         const QHotkey::NativeShortcut shortcut = m_asked.take(id);
         m_refused.insert(shortcut);
@@ -307,8 +315,10 @@ void PortalHotkeys::onSignal(const QDBusMessage& message)
     const QString what = message.member();
     const QVariantList arguments = message.arguments();
     if (what == QLatin1String("Closed")) {
-        if (message.path() == m_session)
+        if (message.path() == m_session) {
+            m_mayAsk = false; // the user may have withdrawn them, and is asked when he looks again
             fail(Outcome::Gone);
+        }
         return;
     }
     if (arguments.size() < 2 || m_session.isEmpty() ||

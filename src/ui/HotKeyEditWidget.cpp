@@ -168,6 +168,8 @@ QString HotKeyEditWidget::reason(HotkeyTrouble trouble)
         return tr("当前键盘上没有这个键。");
     case HotkeyTrouble::NotAllowed:
         return tr("当前桌面不允许程序占用按键，快捷键暂时不起作用。");
+    case HotkeyTrouble::NotGranted:
+        return tr("桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。");
     case HotkeyTrouble::NoKeysYet:
         return tr("桌面还没有给它分配按键，请在系统的键盘设置中分配。");
     }
@@ -196,9 +198,11 @@ void HotKeyEditWidget::showAll()
     ui->tableWidget->setHorizontalHeaderLabels({tr("功能"), tr("快捷键")});
     for (int row = 0; row < m_hotkeys.size(); ++row)
         showRow(row);
-    const bool isRefused = std::any_of(m_hotkeys.cbegin(), m_hotkeys.cend(), [](const HotkeyModel& hotkey) {
-        return hotkey.trouble == HotkeyTrouble::NotAllowed;
+    // What is likely to be the trouble of all.
+    const auto refused = std::find_if(m_hotkeys.cbegin(), m_hotkeys.cend(), [](const HotkeyModel& hotkey) {
+        return hotkey.trouble == HotkeyTrouble::NotAllowed || hotkey.trouble == HotkeyTrouble::NotGranted;
     });
-    ui->notAllowedNotice->setText(reason(HotkeyTrouble::NotAllowed));
-    ui->notAllowedNotice->setVisible(isRefused);
+    const QString notice = refused == m_hotkeys.cend() ? QString() : reason(refused->trouble);
+    ui->notAllowedNotice->setText(notice);
+    ui->notAllowedNotice->setHidden(notice.isEmpty());
 }

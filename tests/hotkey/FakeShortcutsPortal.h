@@ -35,11 +35,10 @@ public:
 
     void tell(const QString& signal, const QVariant& what, const QString& ofSession)
     {
-        QVariantList arguments{QVariant::fromValue(QDBusObjectPath(ofSession)), what};
-        if (signal != "ShortcutsChanged")
-            arguments += {quint64(1), QVariantMap()};
-        send(Portal::kPath, kInterface, signal, arguments);
+        send(Portal::kPath, kInterface, signal,
+             {QVariant::fromValue(QDBusObjectPath(ofSession)), what, quint64(1), QVariantMap()});
     }
+    void endSession() { send(session, Portal::kSession, "Closed", {QVariantMap()}); }
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override
     {
@@ -50,31 +49,26 @@ public:
         }
         calls += method;
         const QVariantMap options = qdbus_cast<QVariantMap>(message.arguments().last());
-        QString place = message.service().mid(1);
-        place = Portal::kPath + "/%1/" + place.replace('.', '_') + '/';
-        const QString request = place.arg("request") + options["handle_token"].toString();
+        const QString request = Portal::kPath + "/request/" + options["handle_token"].toString();
         m_bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(request))));
+        const uint answer = answers.value(method) % Twice;
         if (method == "CreateSession")
-            session = place.arg("session") + options["session_handle_token"].toString();
-        const Answer answer = answers.value(method);
-        if (method == "BindShortcuts")
-            askUser(qdbus_cast<PortalShortcuts>(message.arguments().at(1)), answer % Twice == Grant);
+            session = Portal::kPath + "/session/" + options["session_handle_token"].toString();
+        if (method == "BindShortcuts") {
+            asked = qdbus_cast<PortalShortcuts>(message.arguments().at(1));
+            bound.clear();
+            for (const auto& [id, properties] : answer == Grant ? asked : PortalShortcuts()) {
+                if (id != refused)
+                    bound.append({id, {{"trigger_description", chosen.value(id, "Ctrl+Alt+Shift+F10")}}});
+            }
+        }
         const QVariantMap results{{"session_handle", session}, {"shortcuts", QVariant::fromValue(bound)}};
-        for (int times = answer == Twice ? 2 : 1; times > 0; --times)
-            send(request, Portal::kRequest, "Response", {uint(answer % Twice), results});
+        for (int times = answers.value(method) == Twice ? 2 : 1; times > 0; --times)
+            send(request, Portal::kRequest, "Response", {answer, results});
         return true;
     }
 
 private:
-    void askUser(const PortalShortcuts& shortcuts, bool isGranted)
-    {
-        asked = shortcuts;
-        bound.clear();
-        for (const auto& [id, properties] : asked) {
-            if (isGranted && id != refused)
-                bound.append({id, {{"trigger_description", chosen.value(id, "Ctrl+Alt+Shift+F10")}}});
-        }
-    }
     void send(const QString& path, const QString& interface, const QString& signal,
               const QVariantList& arguments)
     {

@@ -174,7 +174,9 @@ private slots:
         }
 
         m_page->setTrouble("id.darker", HotkeyTrouble::NotAllowed);
-        QVERIFY(notice->isVisible() && !notice->text().isEmpty());
+        QVERIFY(notice->isVisible() && notice->text().contains("does not let programs"));
+        m_page->setTrouble("id.darker", HotkeyTrouble::NotGranted);
+        QVERIFY(notice->isVisible() && notice->text().contains("ask again"));
         m_page->setTrouble("id.darker", HotkeyTrouble::None);
         QVERIFY(isMarked(0) && !isMarked(2) && !notice->isVisible());
         click("okButton");

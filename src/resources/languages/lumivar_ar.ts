@@ -806,6 +806,10 @@
         <source>%1（由桌面设定）</source>
         <translation>%1 (حدّده سطح المكتب)</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>لم يُسمح بالاختصارات عندما سأل سطح المكتب. عدّل أحدها وسيسأل من جديد.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -806,6 +806,10 @@
         <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
         <translation>Der Desktop hat ihm noch keine Tasten zugewiesen. Das geht in den Tastatureinstellungen des Systems.</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>Die Tastenkürzel wurden nicht erlaubt, als der Desktop fragte. Wenn Sie eines ändern, fragt er erneut.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -806,6 +806,10 @@
         <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
         <translation>The desktop has not given it any keys yet. Please do so in the system’s keyboard settings.</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>The shortcuts were not allowed when the desktop asked. Edit one of them, and it will ask again.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -806,6 +806,10 @@
         <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
         <translation>El escritorio aún no le ha asignado teclas. Hágalo en los ajustes de teclado del sistema.</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>Los atajos no se permitieron cuando el escritorio preguntó. Edite uno y volverá a preguntar.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -806,6 +806,10 @@
         <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
         <translation>デスクトップがまだキーを割り当てていません。システムのキーボード設定で割り当ててください。</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>デスクトップの確認時に、ショートカットは許可されませんでした。どれか一つを編集すると、もう一度確認されます。</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

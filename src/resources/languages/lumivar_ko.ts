@@ -806,6 +806,10 @@
         <source>桌面还没有给它分配按键，请在系统的键盘设置中分配。</source>
         <translation>데스크톱이 아직 키를 지정하지 않았습니다. 시스템의 키보드 설정에서 지정하세요.</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>데스크톱이 물었을 때 단축키가 허용되지 않았습니다. 하나를 편집하면 다시 묻습니다.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>

@@ -806,6 +806,10 @@
         <source>%1（由桌面设定）</source>
         <translation>%1 (definido pelo ambiente)</translation>
     </message>
+    <message>
+        <source>桌面询问时，快捷键未获允许。修改任意一个，桌面会再次询问。</source>
+        <translation>Os atalhos não foram permitidos quando o ambiente perguntou. Edite um deles e ele voltará a perguntar.</translation>
+    </message>
 </context>
 <context>
     <name>HotkeyDescription</name>
