@@ -13,6 +13,7 @@ constexpr int kWaitMs = 20000;
 constexpr int kLeds = 60;
 constexpr LV_RGB kColor{0x4F, 0x24, 0xD3}; ///< of the single-colour effect
 const QString kStrip = "LV0127:01020304";
+const QString kEffect = "id.effect.singleColor.singleColor1";
 
 } // namespace
 
@@ -31,8 +32,7 @@ private slots:
         m_program->environment.insert("WAYLAND_DISPLAY", m_desktop->display());
         m_program->environment.insert("XDG_SESSION_TYPE", "wayland");
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus.address());
-        m_program->writeConfig("controllers.json",
-                               {{kStrip, storedStrip("id.effect.singleColor.singleColor1", kLeds)}});
+        m_program->writeConfig("controllers.json", {{kStrip, storedStrip(kEffect, kLeds)}});
         m_program->writeConfig("app.json", {{"runtime.closeButtonAction", "Minimize to the system tray"}});
         StripSimulator::Options options;
         options.portsFile = m_program->portsFile();
@@ -50,32 +50,25 @@ private slots:
     void userWorksWithTheWindow()
     {
         m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(window("Lumivar").isValid(), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor) && isSeen(), kWaitMs);
         const QJsonObject about = m_desktop->windows()["Lumivar"];
         QCOMPARE(about["app_id"].toString(), "org.lumivar.Lumivar");
         QCOMPARE(about["border"].toString(), "csd"); // the desktop draws none around ours
-        const QRect shown = window("Lumivar");
-        QVERIFY(QRect({}, WaylandDesktop::kScreen).contains(shown));
-        QTRY_VERIFY_WITH_TIMEOUT(isSeenAt(shown), kWaitMs);
-
-        drag({200, 25}, {50, 60});
-        QTRY_VERIFY_WITH_TIMEOUT(isNear(window("Lumivar"), shown.translated(50, 60)), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isSeenAt(window("Lumivar")), kWaitMs);
-        const QRect moved = window("Lumivar");
-        drag({1, 300}, {200, 0});
-        QTRY_VERIFY_WITH_TIMEOUT(isNear(window("Lumivar"), moved.adjusted(200, 0, 0, 0)), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isSeenAt(window("Lumivar")), kWaitMs);
+        QVERIFY(QRect({}, WaylandDesktop::kScreen).contains(window()));
+        drag({200, 25}, {50, 60}, window().translated(50, 60));
+        drag({1, 300}, {200, 0}, window().adjusted(200, 0, 0, 0));
 
         QVERIFY(m_desktop->input({"key", "alt+s"}));
         QTRY_VERIFY_WITH_TIMEOUT(window("Settings").isValid(), kWaitMs);
-        QVERIFY(window("Lumivar").contains(window("Settings").center()));
-        click(window("Settings").topLeft() + QPoint(410, 147)); // the list of languages, which opens below
-        const QPoint entry = window("Settings").topLeft() + QPoint(500, 200);
-        const auto yellow = [&] { return QColor(m_desktop->picture().pixel(entry)).saturation() > 200; };
-        QTRY_VERIFY_WITH_TIMEOUT(yellow(), kWaitMs);
+        const QPoint corner = window("Settings").topLeft();
+        QVERIFY(window().contains(window("Settings").center()));
+        pointer(corner + QPoint(410, 147), {"mousedown", "1", "mouseup", "1"}); // the languages' list
+        const auto isOpen = [&] {                                               // with its yellow entry
+            return QColor(m_desktop->picture().pixel(corner + QPoint(500, 200))).saturation() > 200;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isOpen(), kWaitMs);
         QVERIFY(m_desktop->input({"key", "Escape"}));
-        QTRY_VERIFY_WITH_TIMEOUT(!yellow(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!isOpen(), kWaitMs);
         QVERIFY(window("Settings").isValid());
         QVERIFY(m_desktop->input({"key", "Escape"}));
         QTRY_VERIFY_WITH_TIMEOUT(!window("Settings").isValid(), kWaitMs);
@@ -96,25 +89,30 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(m_desktop->windows().isEmpty(), kWaitMs);
 
         panel.clickItem();
-        QTRY_VERIFY_WITH_TIMEOUT(isSeenAt(window("Lumivar")), kWaitMs);
-        click(window("Lumivar").topRight() + QPoint(-25, 25)); // the close button
+        QTRY_VERIFY_WITH_TIMEOUT(isSeen(), kWaitMs);
+        pointer(window().topRight() + QPoint(-25, 25), {"mousedown", "1", "mouseup", "1"}); // closes it
         QTRY_VERIFY_WITH_TIMEOUT(m_desktop->windows().isEmpty(), kWaitMs);
         for (const char* workspace : {"1", "2"}) { // put away, and out of sight
             QVERIFY(m_desktop->tell(QStringLiteral("workspace ") + workspace));
             QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
-            QTRY_VERIFY_WITH_TIMEOUT(isSeenAt(window("Lumivar")), kWaitMs);
+            QTRY_VERIFY_WITH_TIMEOUT(isSeen(), kWaitMs);
         }
         QVERIFY(m_program->terminate());
     }
 
     void nothingIsLeftBurningWhereTheDesktopEnds()
     {
+        QJsonObject strip = storedStrip(kEffect, kLeds);
+        strip["enable"] = false;
+        m_program->writeConfig("controllers.json", {{kStrip, strip}});
         m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(shows({}) && isSeen(), kWaitMs);
+        QVERIFY(m_desktop->input({"key", "alt+o"}));
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(window("Lumivar").isValid(), kWaitMs);
-        m_desktop->stop();
+        m_desktop->stop(); // before the light that was switched on has been stored
         QTRY_VERIFY_WITH_TIMEOUT(!m_program->isRunning(), kWaitMs);
         QTRY_VERIFY(shows({}));
+        QVERIFY(m_program->readConfig("controllers.json")[kStrip].toObject()["enable"].toBool());
 
         m_program->start(); // the desktop cannot be reached
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
@@ -123,39 +121,42 @@ private slots:
     }
 
 private:
-    QRect window(const QString& title) const { return m_desktop->place(title); }
-    static bool isNear(const QRect& a, const QRect& b)
+    /// Nowhere where there is none of that title.
+    QRect window(const QString& title = "Lumivar") const
     {
-        constexpr int kPixels = 40; // the start of a drag is lost
-        return (a.topLeft() - b.topLeft()).manhattanLength() <= kPixels &&
-               (a.bottomRight() - b.bottomRight()).manhattanLength() <= kPixels;
+        const QJsonObject rect = m_desktop->windows().value(title)["rect"].toObject();
+        return {rect["x"].toInt(), rect["y"].toInt(), rect["width"].toInt(), rect["height"].toInt()};
     }
-    void click(QPoint at) const
+    /// Whether the picture has the window's darkness in its place, and the desktop around it.
+    bool isSeen() const
     {
-        QVERIFY(m_desktop->input({"mousemove", QString::number(at.x()), QString::number(at.y()), "sleep",
-                                  "0.3", "mousedown", "1", "sleep", "0.1", "mouseup", "1"}));
-    }
-    /// Whether the picture has the window's darkness within this place, and the desktop around it.
-    bool isSeenAt(const QRect& place) const
-    {
+        const QRect place = window();
         const QImage picture = m_desktop->picture();
-        const auto isBlue = [&](QPoint at) {
+        const auto isBlue = [&](int x, int y) {
+            const QPoint at = place.topLeft() + QPoint(x, y);
             return !picture.rect().contains(at) || picture.pixel(at) == WaylandDesktop::kBlue;
         };
-        return !isBlue(place.topLeft()) && qGray(picture.pixel(place.topLeft() + QPoint(220, 25))) < 60 &&
-               isBlue(place.topLeft() - QPoint(3, 3)) && isBlue({place.left() - 3, place.top() + 40}) &&
-               isBlue({place.left() + 40, place.top() - 3});
+        return place.isValid() && !isBlue(0, 0) && isBlue(-3, -3) && isBlue(-3, 40) && isBlue(40, -3) &&
+               qGray(picture.pixel(place.topLeft() + QPoint(220, 25))) < 60;
     }
-    void drag(QPoint grip, QPoint distance) const
+    void pointer(QPoint at, const QStringList& then) const
     {
-        const QPoint from = window("Lumivar").topLeft() + grip;
-        QStringList words{"mousemove", QString::number(from.x()), QString::number(from.y()), "sleep", "0.2"};
-        words += {"mousedown", "1", "sleep", "0.2"};
-        for (const int part : {4, 2, 1}) {
-            const QPoint to = from + distance / part;
-            words += {"mousemove", QString::number(to.x()), QString::number(to.y()), "sleep", "0.2"};
-        }
-        QVERIFY(m_desktop->input(words + QStringList{"mouseup", "1"}));
+        const QStringList move{"mousemove", QString::number(at.x()), QString::number(at.y()), "sleep", "0.3"};
+        QVERIFY(m_desktop->input(move + then));
+    }
+    void drag(QPoint grip, QPoint distance, const QRect& target) const
+    {
+        const QPoint from = window().topLeft() + grip;
+        pointer(from, {"mousedown", "1"});
+        for (const int part : {4, 2, 1})
+            pointer(from + distance / part, {});
+        pointer(from + distance, {"mouseup", "1"});
+        const auto isThere = [&] { // the start of a drag is lost
+            const QRect now = window();
+            return (now.topLeft() - target.topLeft()).manhattanLength() <= 40 &&
+                   (now.bottomRight() - target.bottomRight()).manhattanLength() <= 40 && isSeen();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(), kWaitMs);
     }
     bool shows(LV_RGB color) const
     {

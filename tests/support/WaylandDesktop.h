@@ -23,27 +23,24 @@ public:
     /// Waits until it shows its screen; false, with a warning, when it does not.
     bool start()
     {
-        if (!m_display.start())
-            return false;
-        const QString config = m_home.filePath("config");
+        const QString config = m_home.filePath("config"), home = m_home.path();
         ProgramUnderTest::writeFile(config, "output * resolution 1280x800\noutput * bg #204080 solid_color\n"
                                             "for_window [app_id=\".*\"] floating enable\n");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove("WAYLAND_DISPLAY");
-        environment.insert("DISPLAY", QString::fromLatin1(m_display.name()));
-        for (const char* name : {"HOME", "XDG_RUNTIME_DIR"})
-            environment.insert(name, m_home.path());
-        environment.insert("SWAYSOCK", m_home.filePath("ipc"));
-        environment.insert("WLR_BACKENDS", "x11");
-        environment.insert("WLR_RENDERER", "pixman");
-        m_server.setProcessEnvironment(environment);
         QStringList command{"sway", "-c", config};
         if (geteuid() == 0) { // which it refuses to be
-            constexpr uid_t kNobody = 65534;
-            if (chown(QFile::encodeName(m_home.path()).constData(), kNobody, kNobody) != 0)
-                return false;
             command = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"} + command;
+            if (chown(QFile::encodeName(home).constData(), 65534, 65534) != 0)
+                return false;
         }
+        if (!m_display.start())
+            return false;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove("WAYLAND_DISPLAY");
+        const QStringList values{"DISPLAY=" + m_display.name(), "HOME=" + home,     "XDG_RUNTIME_DIR=" + home,
+                                 "SWAYSOCK=" + home + "/ipc",   "WLR_BACKENDS=x11", "WLR_RENDERER=pixman"};
+        for (const QString& value : values)
+            environment.insert(value.section('=', 0, 0), value.section('=', 1));
+        m_server.setProcessEnvironment(environment);
         m_server.setProcessChannelMode(QProcess::MergedChannels);
         m_server.start(command.takeFirst(), command);
         for (QDeadlineTimer patience(kStartMs); !patience.hasExpired(); QThread::msleep(50)) {
@@ -60,21 +57,24 @@ public:
     QString display() const { return m_home.filePath("wayland-1"); }
     /// Pointer and keyboard, by the words of xdotool.
     bool input(const QStringList& words) const { return m_display.run("xdotool", words); }
-    /// Such as "output * scale 2".
+    /// Such as "workspace 2".
     bool tell(const QString& command) const { return !run("swaymsg", {command}).isEmpty(); }
 
     /// What sway tells of them, by title.
     QMap<QString, QJsonObject> windows() const
     {
         QMap<QString, QJsonObject> found;
-        collect(QJsonDocument::fromJson(run("swaymsg", {"-t", "get_tree"})).object(), found);
+        QJsonArray nodes{QJsonDocument::fromJson(run("swaymsg", {"-t", "get_tree"})).object()};
+        while (!nodes.isEmpty()) {
+            const QJsonObject node = nodes.takeAt(0).toObject();
+            if (node.contains("app_id"))
+                found.insert(node["name"].toString(), node);
+            for (const char* children : {"nodes", "floating_nodes"}) {
+                for (const QJsonValue& child : node[children].toArray())
+                    nodes += child;
+            }
+        }
         return found;
-    }
-    /// Nowhere where there is no such window.
-    QRect place(const QString& title) const
-    {
-        const QJsonObject rect = windows().value(title)["rect"].toObject();
-        return {rect["x"].toInt(), rect["y"].toInt(), rect["width"].toInt(), rect["height"].toInt()};
     }
     /// What the user sees.
     QImage picture() const
@@ -93,15 +93,6 @@ private:
         process.start(program, arguments);
         process.waitForFinished();
         return process.readAllStandardOutput();
-    }
-    static void collect(const QJsonObject& node, QMap<QString, QJsonObject>& found)
-    {
-        if (node.contains("app_id"))
-            found.insert(node["name"].toString(), node);
-        for (const char* children : {"nodes", "floating_nodes"}) {
-            for (const QJsonValue& child : node[children].toArray())
-                collect(child.toObject(), found);
-        }
     }
 
     VirtualDisplay m_display{kScreen};
