@@ -37,17 +37,12 @@ struct Editor : QWidget
     /// The i-th from the left, as it is seen; 0 is an end.
     GradientHandler* handle(int i) const
     {
-        QVector<GradientHandler*> found;
+        QMultiMap<int, QGraphicsItem*> found;
         for (QGraphicsItem* item : view->items())
-            found.append(dynamic_cast<GradientHandler*>(item));
-        std::sort(found.begin(), found.end(),
-                  [this](auto* a, auto* b) { return middle(a).x() < middle(b).x(); });
-        return found.at(i);
+            found.insert(view->mapFromScene(item->sceneBoundingRect().center()).x(), item);
+        return dynamic_cast<GradientHandler*>(found.values().at(i));
     }
-    QPoint middle(const GradientHandler* handle) const
-    {
-        return view->mapFromScene(handle->sceneBoundingRect().center());
-    }
+    QPoint middle(int i) const { return view->mapFromScene(handle(i)->sceneBoundingRect().center()); }
     void move(const QPoint& to)
     {
         QMouseEvent event(QEvent::MouseMove, to, viewport->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
@@ -56,26 +51,23 @@ struct Editor : QWidget
     void drag(const QPoint& from, int by)
     {
         QTest::mousePress(viewport, Qt::LeftButton, {}, from);
-        for (const int way : {by / 2, by})
-            move(from + QPoint(way, 0));
+        move(from + QPoint(by, 0));
         QTest::mouseRelease(viewport, Qt::LeftButton, {}, from + QPoint(by, 0));
     }
-    void drag(int i, int by) { drag(middle(handle(i)), by); }
+    void drag(int i, int by) { drag(middle(i), by); }
     void click(const QPoint& at) const { QTest::mouseClick(viewport, Qt::LeftButton, {}, at); }
     QMenu* menu(int i) const
     {
-        const QPoint at = middle(handle(i));
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, viewport->mapToGlobal(at));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, middle(i), viewport->mapToGlobal(middle(i)));
         QApplication::sendEvent(viewport, &event);
         return qobject_cast<QMenu*>(QApplication::activePopupWidget());
     }
     bool answer(const QColor& color)
     {
-        QColorDialog* asking = dialog();
-        if (!asking || !activate(asking))
+        if (!dialog() || !activate(dialog()))
             return false;
-        asking->setCurrentColor(color);
-        asking->accept();
+        dialog()->setCurrentColor(color);
+        dialog()->accept();
         return activate(this); // which a window manager would do
     }
     void keys(const QVector<Qt::Key>& keys, Qt::KeyboardModifiers modifiers = {})
@@ -104,7 +96,7 @@ private slots:
     {
         Editor editor({{0.5, Qt::red}, {0.25, Qt::blue}});
         const GradientHandler* red = editor.handle(2);
-        const QPoint from = editor.middle(red);
+        const QPoint from = editor.middle(2);
         QTest::mousePress(editor.viewport, Qt::LeftButton, {}, from);
         editor.move(from + QPoint(100, 15));
         QVERIFY(qFuzzyCompare(red->position(), 0.5 + 100 / kSceneWidth) && red->y() == 0);
@@ -118,10 +110,18 @@ private slots:
         QVERIFY(editor.pos(1) > 0.25);
 
         editor.widget.setKeyColors({{0.5, Qt::red}, {0.5, Qt::blue}}); // both are in reach
-        const QPoint middle = editor.middle(editor.handle(1));
+        const QPoint middle = editor.middle(1);
         editor.drag(middle, -100);
         editor.drag(middle, 100);
         QVERIFY(editor.pos(0) < 0.3 && editor.pos(1) > 0.7);
+
+        const QPointer<GradientHandler> dragged(editor.handle(1)); // who hears of it may set a gradient
+        const auto set = [&editor] { editor.widget.setKeyColors({{0.9, Qt::green}}); };
+        connect(&editor.widget, &GradientWidget::keyColorChanged, &editor, set);
+        editor.drag(1, 40);
+        QVERIFY(dragged && !dragged->scene()); // gone, but not under the feet of its own event
+        QTRY_VERIFY(!dragged);
+        QVERIFY(editor.stops() == (QGradientStops{{0.9, Qt::green}}) && !dialog());
     }
 
     void clickOnTheBareBarAddsAColorOnItsSide()
@@ -129,12 +129,8 @@ private slots:
         Editor editor({{0.5, Qt::red}});
         editor.setLayoutDirection(Qt::RightToLeft);
         const QPoint at(75, 20); // a quarter of the widget
-        editor.click(editor.middle(editor.handle(1)));
+        editor.click(editor.middle(1));
         QVERIFY(!dialog());
-        editor.click(at);
-        editor.click(QPoint(200, 20)); // one dialog is enough
-        QCOMPARE(editor.widget.findChildren<QColorDialog*>().size(), 1);
-        dialog()->reject();
         editor.click(at);
         QVERIFY(editor.answer(Qt::green));
         const GradientHandler* green = editor.handle(1); // seen on the side of the click
@@ -155,7 +151,7 @@ private slots:
         open->actions().first()->trigger();
         open->close();
         QVERIFY(editor.answer(Qt::yellow));
-        QTest::mouseDClick(editor.viewport, Qt::LeftButton, {}, editor.middle(editor.handle(1)));
+        QTest::mouseDClick(editor.viewport, Qt::LeftButton, {}, editor.middle(1));
         QVERIFY(dialog()->currentColor() == Qt::red && editor.answer(Qt::green));
         QCOMPARE(editor.widget.gradientStops(),
                  (QGradientStops{{0, Qt::yellow}, {0.3, Qt::green}, {0.6, Qt::blue}, {1, Qt::yellow}}));
@@ -192,17 +188,12 @@ private slots:
 
     void openDialogEndsWithWhatItWasOpenedFor()
     {
-        void (*const events[])(Editor&) = {
-            [](Editor& e) { e.widget.setKeyColors(e.stops()); }, // another one may look the same
-            [](Editor& e) { e.hide(); },
-            [](Editor& e) { e.keys({Qt::Key_Delete}); },
-        };
-        for (const auto event : events) {
+        for (const bool isHidden : {true, false}) {
             Editor editor({{0.3, Qt::red}, {0.6, Qt::blue}});
             editor.widget.setFocus();
             editor.keys({Qt::Key_Tab, Qt::Key_Return});
             const QPointer<QColorDialog> asking(dialog());
-            event(editor);
+            isHidden ? editor.hide() : editor.widget.setKeyColors(editor.stops()); // may look the same
             const QGradientStops after = editor.widget.gradientStops();
             QVERIFY(asking && !asking->isVisible());
             asking->setCurrentColor(Qt::cyan);
@@ -210,19 +201,6 @@ private slots:
             QCOMPARE(editor.widget.gradientStops(), after);
             QTRY_VERIFY(!asking);
         }
-    }
-
-    void gradientMayBeSetByWhoHearsOfADrag()
-    {
-        Editor editor({{0.3, Qt::red}, {0.6, Qt::blue}});
-        const QPointer<GradientHandler> dragged(editor.handle(1));
-        connect(&editor.widget, &GradientWidget::keyColorChanged, &editor, [&editor] {
-            editor.widget.setKeyColors({{0.9, Qt::green}});
-        });
-        editor.drag(1, 40);
-        QVERIFY(dragged && !dragged->scene()); // gone, but not under the feet of its own event
-        QTRY_VERIFY(!dragged);
-        QVERIFY(editor.stops() == (QGradientStops{{0.9, Qt::green}}) && !dialog());
     }
 };
 

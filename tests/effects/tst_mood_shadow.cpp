@@ -70,15 +70,14 @@ struct Page
     bool tells(IColorStrapManager& list, int current)
     {
         const auto* delegate = qobject_cast<ComboBoxDelegate*>(box->itemDelegate());
-        for (int i = 0; i < list.strapCount(); ++i) {
-            if (delegate->gradientStops(i) != strapStops(list.strap(i)))
-                return false;
-        }
+        bool isWhole = box->count() == list.strapCount();
+        for (int i = 0; i < list.strapCount(); ++i)
+            isWhole = isWhole && delegate->gradientStops(i) == strapStops(list.strap(i));
         // Colours that the editor has told stand in no certain order.
         QGradientStops stops = strapStops(list.strap(current));
         std::sort(stops.begin(), stops.end(), [](auto& a, auto& b) { return a.first < b.first; });
-        return box->count() == list.strapCount() && box->currentIndex() == current &&
-               worker.effectProperty("currentStrap") == current && editor->gradientStops() == stops;
+        return isWhole && box->currentIndex() == current && editor->gradientStops() == stops &&
+               worker.effectProperty("currentStrap") == current;
     }
 
     Mood worker;
@@ -98,11 +97,7 @@ class TestMoodShadow : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        qRegisterMetaType<QVector<LV_RGB>>("QVector<LV_RGB>");
-        ConfigurationManager::instance()->reset();
-    }
+    void init() { ConfigurationManager::instance()->reset(); }
 
     void everyFrameIsTheGradientDrawnAnew()
     {
@@ -192,8 +187,7 @@ private slots:
     void anAddedOrRemovedStrapReachesEveryPage()
     {
         FakeStrapList list({kFire, kWood, kSky});
-        Page page(list, 1);
-        Page other(list, 1);
+        Page page(list, 1), other(list, 1);
         page.rmButton->click(); // the next takes its place, wherever it was shown
         QVERIFY(page.tells(list, 1) && other.tells(list, 1));
         QCOMPARE(other.worker.after(0), drawn(kSky, 12, 6, 0));
