@@ -31,7 +31,7 @@ QString stripId(int number)
 
 /// A user's way through all that can be set on a page: the whole program but its main function, on a screen
 /// with a window manager, two strips on their lines, a real pointer and real keys. With LUMIVAR_WALK_PICTURES
-/// naming a folder, a picture of each step is left there.
+/// naming a folder, a picture after each step is left there.
 class WalkTest : public QObject
 {
     Q_OBJECT
@@ -76,13 +76,15 @@ private slots:
     {
         m_app.reset();
         m_strips.clear();
-        for (QProcess* each : {&m_tray, &m_windowManager}) {
-            each->kill();
-            each->waitForFinished();
-        }
     }
 
-    void cleanup() { picture(QTest::currentTestFunction()); }
+    void cleanup()
+    {
+        const QString folder = qEnvironmentVariable("LUMIVAR_WALK_PICTURES"),
+                      step = QTest::currentTestFunction();
+        if (!folder.isEmpty())
+            m_app->mainWindow().screen()->grabWindow(0).save(folder + '/' + step + ".png");
+    }
 
     void userMakesAGradient()
     {
@@ -94,7 +96,7 @@ private slots:
         click(widget("addBtn")); // it is green with one red key
         QTRY_VERIFY_WITH_TIMEOUT(isWithout(1, &LV_RGB::blue), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(hasLed(1, Qt::red) && hasLed(1, Qt::green), kWaitMs);
-        dragKey(0.5, 0.25);
+        drag(bar(0.5), bar(0.25));
         QTRY_COMPARE_WITH_TIMEOUT(qRound(straps().last()["keyColors"][0]["key"].toDouble() * 20), 5, kWaitMs);
         key("Return"); // the key has the focus since it was dragged
         chooseColor(Qt::blue);
@@ -122,7 +124,6 @@ private slots:
         drag(editor(cell), editor(opposite));
         QTRY_COMPARE_WITH_TIMEOUT(ledCell(kMovedLed), opposite, kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(opposite), kWaitMs);
-        picture("LED moved");
         key("ctrl+z");
         QTRY_VERIFY_WITH_TIMEOUT(showsSide(cell), kWaitMs);
         QCOMPARE(ledCell(kMovedLed), cell);
@@ -200,14 +201,7 @@ private:
     void openTrayPanel()
     {
         const QPoint icon(12, kScreen.height() - 12);
-        const auto isThere = [icon] { // trayer moves it there
-            const QWidgetList all = QApplication::topLevelWidgets();
-            return std::any_of(all.begin(), all.end(), [icon](QWidget* each) {
-                return each->inherits("QSystemTrayIconSys") && each->isVisible() &&
-                       each->rect().contains(each->mapFromGlobal(icon));
-            });
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(isThere(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(isAt(icon, "QSystemTrayIconSys"), kWaitMs); // trayer moves it there
         point(icon, {"click", "3"});
         QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget(), kWaitMs);
         xdotool({"key", "Down", "Right"}); // the first device, and its panel
@@ -244,9 +238,7 @@ private:
     void chooseColor(const QColor& color)
     {
         QTRY_VERIFY_WITH_TIMEOUT(qobject_cast<QColorDialog*>(QApplication::activeWindow()), kWaitMs);
-        picture("colour dialog");
-        key("alt+h"); // its field for the colour's code
-        xdotool({"key", "ctrl+a"});
+        xdotool({"key", "alt+h", "ctrl+a"}); // its field for the colour's code
         xdotool({"type", color.name()});
         key("Return");
         QTRY_VERIFY_WITH_TIMEOUT(m_app->mainWindow().isActiveWindow(), kWaitMs);
@@ -258,13 +250,11 @@ private:
             ->effectJsonValue("id.effect.colorful.colorStraps", ConfigKeys::kAllControllers, "colorStrapList")
             .toArray();
     }
-    void dragKey(double from, double to)
+    /// A place of the gradient's bar.
+    QPoint bar(double at)
     {
         const auto* view = widget("gradientEditor")->findChild<QGraphicsView*>();
-        const auto place = [view](double at) {
-            return view->viewport()->mapToGlobal(view->mapFromScene(at * view->sceneRect().width(), 8));
-        };
-        drag(place(from), place(to));
+        return view->viewport()->mapToGlobal(view->mapFromScene(at * view->sceneRect().width(), 8));
     }
 
     QJsonValue property(const QString& name)
@@ -316,6 +306,11 @@ private:
         });
     }
 
+    static bool isAt(QPoint place, const char* className)
+    {
+        const QWidget* there = QApplication::widgetAt(place);
+        return there && there->inherits(className);
+    }
     /// Of the window, a dialog or the tray's panel.
     static QWidget* widget(const char* name)
     {
@@ -336,17 +331,9 @@ private:
         return nullptr;
     }
 
-    void picture(const QString& step)
-    {
-        const QString folder = qEnvironmentVariable("LUMIVAR_WALK_PICTURES");
-        if (!folder.isEmpty())
-            m_app->mainWindow().screen()->grabWindow(0).save(QStringLiteral("%1/%2.png").arg(folder, step));
-    }
-
     const VirtualDisplay& m_display;
     QTemporaryDir m_folder;
-    QProcess m_windowManager;
-    QProcess m_tray;
+    MortalProcess m_windowManager, m_tray;
     std::map<int, std::unique_ptr<StripSimulator>> m_strips;
     std::unique_ptr<LumivarApp> m_app;
     int m_strapsBefore = 0;
