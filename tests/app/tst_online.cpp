@@ -35,13 +35,13 @@ private slots:
         m_server->setKey(m_key);
         QVERIFY(m_server->listen(m_port));
         m_port = static_cast<quint16>(m_server->address().port());
-        const QJsonObject product{{"service", m_server->address().toString()},
-                                  {"serviceKey", QString::fromLatin1(m_server->publicKey().toBase64())}};
-        const QString file = m_folder.filePath("product.json");
-        ProgramUnderTest::writeFile(file, QJsonDocument(product).toJson());
-        qputenv("LUMIVAR_PRODUCT", file.toLocal8Bit());
+        const QByteArray file = m_folder.filePath("product.json").toLocal8Bit();
+        ProgramUnderTest::writeFile(file, "{\"service\": \"" + m_server->address().toString().toLatin1() +
+                                              "\", \"serviceKey\": \"" + m_server->publicKey().toBase64() +
+                                              "\"}");
+        qputenv("LUMIVAR_PRODUCT", file);
         m_program = std::make_unique<ProgramUnderTest>();
-        m_program->environment.insert("SOCKET_WATCH", socketFile());
+        m_program->environment.insert("SOCKET_WATCH", m_program->path("sockets"));
         m_program->environment.insert("LD_PRELOAD", SOCKET_WATCH);
         m_program->environment.insert("ASAN_OPTIONS", "detect_leaks=0:verify_asan_link_order=0");
         auto* config = ConfigurationManager::instance();
@@ -62,9 +62,8 @@ private slots:
         m_program->environment.remove("LUMIVAR_PRODUCT");
         m_program->setDisplay(display.name());
         startAgreed();
-        const QStringList help{"search",      "--onlyvisible", "--name", "^Lumivar$",
-                               "windowfocus", "--sync",        "key",    "alt+e"};
-        QTRY_VERIFY_WITH_TIMEOUT(display.run("xdotool", help), kWaitMs);
+        const QString help = "xdotool search --onlyvisible --name ^Lumivar$ windowfocus --sync key alt+e";
+        QTRY_VERIFY_WITH_TIMEOUT(display.run("sh", {"-c", help}), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(m_program->logText().contains("HelpDialog Opnening"), kWaitMs);
         // A window manager learns whose it is, so that the window never covers it.
         const QString owners = "for each in $(xdotool search --class lumivar); "
@@ -72,7 +71,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(display.run("sh", {"-c", owners}), kWaitMs / 4);
         QVERIFY(m_program->terminate());
         QVERIFY(m_program->logText().contains("HelpDialog Closing"));
-        QCOMPARE(ProgramUnderTest::readFile(socketFile()), QByteArray());
+        QCOMPARE(sockets(), QByteArray());
         QCOMPARE(m_server->connectionCount(), 0);
     }
 
@@ -86,8 +85,7 @@ private slots:
         m_program->start();
         QTRY_VERIFY_WITH_TIMEOUT(asked(kVersion) == 1 && asked(kAd) == 1, kWaitMs);
         QVERIFY(m_program->terminate());
-        QVERIFY(QFile::exists(socketFile())); // the watch is one
-        QVERIFY(reports.isEmpty());
+        QVERIFY(!sockets().isEmpty() && reports.isEmpty()); // the watch is one
 
         startAgreed();
         QTRY_COMPARE_WITH_TIMEOUT(reports.size(), 1, kWaitMs);
@@ -113,7 +111,7 @@ private slots:
         startAgreed();
         const auto isDark = [&strip] { return strip.shownColors().count({}) == strip.shownColors().size(); };
         QTRY_VERIFY_WITH_TIMEOUT(!isDark() && asked(kUsage) == 1 && asked(kVersion) == 1, kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(ProgramUnderTest::readFile(socketFile()).contains("look-up"), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(sockets().contains("look-up"), kWaitMs);
         const QDeadlineTimer usual(kUsualTimeoutMs);
         QVERIFY(m_program->terminate() && !usual.hasExpired());
         QTRY_VERIFY(isDark());
@@ -152,7 +150,7 @@ private slots:
     void startShowsTheAdvertisementAndUserHearsHowFeedbackWent()
     {
         QBuffer png;
-        QImage picture(40, 40, QImage::Format_RGB32);
+        QPixmap picture(40, 40);
         picture.fill(Qt::red);
         picture.save(&png, "PNG");
         m_server->setFile("/red.png", png.data(), "image/png");
@@ -183,27 +181,28 @@ private slots:
         m_server->setFault(kFeedback, ServerFault::SilentAfterConnect);
         makeApp();
         sendFeedback();
-        QTRY_VERIFY_WITH_TIMEOUT(asked(kFeedback) == 1 && progress(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(asked(kFeedback) == 1 && box<FeedbackProgress>(), kWaitMs);
         QVERIFY(!QGuiApplication::overrideCursor()); // the box says it by now
-        progress()->findChild<QPushButton*>()->click();
+        box<FeedbackProgress>()->findChild<QPushButton*>()->click();
         find<QDialog>("HelpDialog")->reject();
-        QTRY_VERIFY(!progress() && !find<QDialog>("HelpDialog"));
+        QTRY_VERIFY(!QApplication::activeModalWidget() && !find<QDialog>("HelpDialog"));
         sendFeedback();
         QTRY_COMPARE_WITH_TIMEOUT(asked(kFeedback), 2, kWaitMs);
         m_app.reset();
-        QVERIFY(!box() && !progress());
+        QVERIFY(!QApplication::activeModalWidget());
     }
 
 private:
-    QString socketFile() const { return m_program->path("sockets"); }
+    QByteArray sockets() const { return ProgramUnderTest::readFile(m_program->path("sockets")); }
     int asked(const QByteArray& path) const { return m_server->requestCount(path); }
     void advertise(const QString& picture)
     {
-        m_server->setAdvertisement({{"enable", 1},
-                                    {"vertion", 3},
-                                    {"ad1_image_url", picture},
-                                    {"ad1_local_file_name", "red.png"},
-                                    {"ad1_image_href", ""}});
+        const QJsonObject place{{"ad1_image_url", picture},
+                                {"ad1_local_file_name", "red.png"},
+                                {"ad1_image_href", ""},
+                                {"enable", 1},
+                                {"vertion", 3}};
+        m_server->setAdvertisement(place);
     }
 
     void startAgreed()
@@ -221,10 +220,10 @@ private:
     {
         return m_app->mainWindow().findChild<T*>(QLatin1String(name));
     }
-    static QMessageBox* box() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
-    static FeedbackProgress* progress()
+    template <typename Box = QMessageBox>
+    static Box* box()
     {
-        return qobject_cast<FeedbackProgress*>(QApplication::activeModalWidget());
+        return qobject_cast<Box*>(QApplication::activeModalWidget());
     }
     /// Waits for a box that says so and closes it.
     static bool hears(const QString& text)
