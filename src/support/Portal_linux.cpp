@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QPointer>
 #include <QRandomGenerator>
@@ -17,15 +19,25 @@ void Portal::introduce()
     QDBusConnection bus = QDBusConnection::sessionBus();
     watcher = new QDBusServiceWatcher(kService, bus, QDBusServiceWatcher::WatchForOwnerChange,
                                       QCoreApplication::instance());
+    const auto forget = [] {
+        if (watcher)
+            watcher->deleteLater();
+        watcher.clear();
+    };
     QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, watcher,
-                     [](const QString&, const QString& oldOwner) {
-                         if (oldOwner.isEmpty() || !watcher)
-                             return;
-                         watcher->deleteLater();
-                         watcher.clear();
+                     [forget](const QString&, const QString& oldOwner) {
+                         if (!oldOwner.isEmpty())
+                             forget();
                      });
-    bus.send(call(QStringLiteral("org.freedesktop.host.portal.Registry"), QStringLiteral("Register"))
-             << QString::fromLatin1(kAppId) << QVariantMap());
+    const auto registered =
+        bus.asyncCall(call(QStringLiteral("org.freedesktop.host.portal.Registry"), QStringLiteral("Register"))
+                      << QString::fromLatin1(kAppId) << QVariantMap());
+    auto* reply = new QDBusPendingCallWatcher(registered, watcher);
+    QObject::connect(reply, &QDBusPendingCallWatcher::finished, watcher, [reply, forget] {
+        if (reply->error().type() == QDBusError::ServiceUnknown)
+            forget(); // nobody has heard it
+        reply->deleteLater();
+    });
 }
 
 QDBusMessage Portal::call(const QString& interface, const QString& method)

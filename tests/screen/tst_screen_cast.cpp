@@ -247,10 +247,12 @@ private slots:
             desk.session->request(SourceRequest::Needed);
             TRY_TROUBLE(desk, SourceTrouble::NoPortal);
             QVERIFY(desk.portal.come());
-            if (hasToken)
+            if (hasToken) {
                 TRY(desk.offers());
-            else
+                QVERIFY(desk.portal.calls.contains("Register"));
+            } else {
                 TRY_TROUBLE(desk, SourceTrouble::NotAsked);
+            }
             QCOMPARE(desk.portal.dialogs, 0);
         }
     }
