@@ -286,10 +286,13 @@ private slots:
         QCOMPARE(notices.size(), int(SourceTrouble::Lost) + 1);
         for (const bool isDark : {true, false})
             worker->onCtlDarkChanged(isDark);
-        QCOMPARE(manager.requests, expected += SourceRequest::Again);
+        emit manager.modeChanged();
+        expected += {SourceRequest::Again, SourceRequest::Shown};
+        QCOMPARE(manager.requests, expected);
         for (const QString& id : all)
             bring(manager, id);
         worker->setEffectProperty("noticeAction", true);
+        emit manager.modeChanged();
         QVERIFY(loaded<ProbeMode>(1, 0, &manager) && manager.requests == expected); // nobody lacks anything
     }
 

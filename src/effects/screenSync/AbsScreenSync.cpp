@@ -166,6 +166,7 @@ void AbsScreenSync::DIDeskDuplication(IDeskDuplManager* mgr)
     connect(mgr, &IDeskDuplManager::capturerReady, this, &AbsScreenSync::onCapturerReady);
     connect(mgr, &IDeskDuplManager::capturerFailed, this, &AbsScreenSync::onCapturerFailed);
     connect(mgr, &IDeskDuplManager::capturersChanged, this, &AbsScreenSync::onCapturersChanged);
+    connect(mgr, &IDeskDuplManager::modeChanged, this, &AbsScreenSync::onModeChanged);
 }
 
 void AbsScreenSync::setInputSourceIdx(QString sourceIdx)
@@ -264,6 +265,12 @@ void AbsScreenSync::onCapturersChanged()
     if (needsCapturer())
         setTrouble(lackOfSource()); // for another reason now
     announceSources();
+}
+
+void AbsScreenSync::onModeChanged()
+{
+    if (needsCapturer())
+        m_deskDuplManager->requestSources(SourceRequest::Shown); // by the user, who is there
 }
 
 bool AbsScreenSync::needsCapturer() const

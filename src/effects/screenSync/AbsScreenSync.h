@@ -75,6 +75,7 @@ private:
     void onCapturerReady(const QString& id);
     void onCapturerFailed(const QString& id);
     void onCapturersChanged();
+    void onModeChanged();
     void announceSources();
     bool bindCapturer(const QString& sourceIdx);
     bool needsCapturer() const;

@@ -67,7 +67,6 @@ QSharedPointer<IDeskCapture> DeskDuplManager::acquireCapturer(QString id)
             m_thread->attach(shared.capture);
     }
     ++shared.users;
-    m_isNeeded = true;
     return shared.capture;
 }
 
@@ -84,7 +83,6 @@ void DeskDuplManager::releaseCapturer(QString id)
     if (m_thread)
         m_thread->detach(it->capture);
     m_shared.erase(it);
-    m_isNeeded = !m_shared.isEmpty();
 }
 
 QString DeskDuplManager::capturerDesc(QString id)
@@ -99,10 +97,6 @@ QString DeskDuplManager::capturerDesc(QString id)
 
 void DeskDuplManager::requestSources(SourceRequest request)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isNeeded = true;
-    }
     QMetaObject::invokeMethod(this, [this, request] {
         if (m_thread)
             m_thread->request(request);
@@ -163,7 +157,6 @@ void DeskDuplManager::onSourcesChanged()
 
 void DeskDuplManager::onCurModeChanged(int mode)
 {
-    bool isNeeded = false;
     {
         const std::lock_guard lock(m_mutex);
         startThread(mode);
@@ -171,11 +164,9 @@ void DeskDuplManager::onCurModeChanged(int mode)
             if (m_thread)
                 m_thread->attach(shared.capture);
         }
-        isNeeded = m_isNeeded;
     }
     onSourcesChanged();
-    if (isNeeded)
-        requestSources(SourceRequest::Shown); // by the user, who is there
+    emit modeChanged();
 }
 
 void DeskDuplManager::startThread(int mode)

@@ -73,6 +73,5 @@ private:
     QString m_idPrefix;                      ///< of the present mode
     CaptureSources m_sources;
     SourceTrouble m_trouble = SourceTrouble::None;
-    bool m_isNeeded = false; ///< somebody has asked for sources or holds one, and not all were given back
     QHash<QString, Shared> m_shared;
 };

@@ -37,5 +37,7 @@ signals:
     /// The list, its order, a text in it or the reason why it is empty is another now; comes after the
     /// signals above.
     void capturersChanged();
+    /// The user has chosen another way to read the desktop: who has no source may ask for one, him too.
+    void modeChanged();
 };
 Q_DECLARE_METATYPE(IDeskDuplManager*)
