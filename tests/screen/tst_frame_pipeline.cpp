@@ -287,7 +287,7 @@ private slots:
         for (const bool isDark : {true, false})
             worker->onCtlDarkChanged(isDark);
         emit manager.modeChanged();
-        expected += {SourceRequest::Again, SourceRequest::Shown};
+        expected += {SourceRequest::Pausing, SourceRequest::Again, SourceRequest::Shown};
         QCOMPARE(manager.requests, expected);
         for (const QString& id : all)
             bring(manager, id);

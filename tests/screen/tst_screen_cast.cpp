@@ -356,6 +356,36 @@ private slots:
         TRY_TROUBLE(desk, SourceTrouble::Withdrawn);
     }
 
+    void aSessionThatTheLockOfTheScreenEndedComesBackWithTheLight_data()
+    {
+        QTest::addColumn<QString>("order");
+        QTest::addColumn<SourceTrouble>("trouble");
+        QTest::newRow("dark, ended") << "de" << SourceTrouble::None;
+        QTest::newRow("ended, dark") << "ed" << SourceTrouble::None;
+        QTest::newRow("ended by the user") << "dle" << SourceTrouble::Withdrawn;
+    }
+
+    void aSessionThatTheLockOfTheScreenEndedComesBackWithTheLight()
+    {
+        QFETCH(QString, order);
+        QFETCH(SourceTrouble, trouble);
+        Desk desk(m_bus, true);
+        desk.session->request(SourceRequest::Needed);
+        TRY(desk.offers());
+        for (const QChar event : order + 'l') {
+            if (event == 'e')
+                desk.portal.endSession();
+            if (event == 'e')
+                TRY_TROUBLE(desk, SourceTrouble::Withdrawn);
+            else
+                desk.session->request(event == 'd' ? SourceRequest::Pausing : SourceRequest::Again);
+        }
+        TRY(trouble != SourceTrouble::None || desk.offers());
+        desk.settle();
+        QCOMPARE(desk.feed->trouble(), trouble);
+        QCOMPARE(desk.portal.dialogs, 0);
+    }
+
     void streamsHaveNamesThatLastAndDiffer()
     {
         Desk desk(m_bus);

@@ -445,8 +445,8 @@ cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
 void AbsScreenSync::onCtlDarkChanged(bool dark)
 {
     WithProperties::onCtlDarkChanged(dark);
-    if (!dark && m_deskDuplManager && needsCapturer())
-        m_deskDuplManager->requestSources(SourceRequest::Again);
+    if (m_deskDuplManager && (dark || needsCapturer()))
+        m_deskDuplManager->requestSources(dark ? SourceRequest::Pausing : SourceRequest::Again);
 }
 
 void AbsScreenSync::onCtlDirChanged(uint32_t dir)

@@ -12,6 +12,7 @@
 #include <QJsonValue>
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -49,6 +50,9 @@ struct ScreenCastSession::Private
     void onFailed(Outcome outcome, Step step);
     void onClosed();
     void onStreamsLost();
+    bool wasJustClosed() const;
+    void pause();
+    void goOn();
     void onOwnerChanged(const QString& oldOwner, const QString& newOwner);
     void restoreLater();
 
@@ -61,7 +65,9 @@ struct ScreenCastSession::Private
     bool isDialogAllowed = false; ///< whether the present conversation may lead to one
     bool usesToken = false;       ///< whether it has one to show
     bool hasAnswered = false;     ///< the user said no, or ended it: only he can begin again
-    QTimer dialog;                ///< runs while a dialog is not likely
+    bool isPausing = false;
+    bool wasClosedInPause = false; ///< not by the user, then
+    QTimer dialog;                 ///< runs while a dialog is not likely
     QTimer again;
     int againMs;
     QElapsedTimer sinceOffer;
@@ -185,6 +191,7 @@ void ScreenCastSession::Private::onClosed()
 {
     endTalk();
     hasAnswered = true;
+    wasClosedInPause = isPausing;
     sinceClosed.start();
     show(SourceTrouble::Withdrawn);
 }
@@ -198,13 +205,34 @@ void ScreenCastSession::Private::onStreamsLost()
     restoreLater();
 }
 
+bool ScreenCastSession::Private::wasJustClosed() const
+{
+    constexpr int kLastWordMs = 2000;
+    return feed->trouble() == SourceTrouble::Withdrawn && sinceClosed.elapsed() < kLastWordMs;
+}
+
+void ScreenCastSession::Private::pause()
+{
+    isPausing = true;
+    wasClosedInPause = wasClosedInPause || wasJustClosed();
+}
+
+void ScreenCastSession::Private::goOn()
+{
+    isPausing = false;
+    againMs = pace.leastAgainMs;
+    if (std::exchange(wasClosedInPause, false) && feed->trouble() == SourceTrouble::Withdrawn) {
+        hasAnswered = false;
+        begin(false, storedToken());
+    } else if (again.isActive()) {
+        again.start(0);
+    }
+}
+
 void ScreenCastSession::Private::onOwnerChanged(const QString& oldOwner, const QString& newOwner)
 {
     // A portal that goes says of all sessions that they are closed.
-    constexpr int kLastWordMs = 2000;
-    const bool wasClosedByLeaving = feed->trouble() == SourceTrouble::Withdrawn && sinceClosed.isValid() &&
-                                    sinceClosed.elapsed() < kLastWordMs;
-    if (!oldOwner.isEmpty() && (isOffering || wasClosedByLeaving)) {
+    if (!oldOwner.isEmpty() && (isOffering || wasJustClosed())) {
         endTalk();
         hasAnswered = false;
         show(SourceTrouble::Lost);
@@ -241,12 +269,10 @@ ScreenCastSession::~ScreenCastSession()
 
 void ScreenCastSession::request(SourceRequest request)
 {
-    if (request == SourceRequest::Again) {
-        d->againMs = d->pace.leastAgainMs;
-        if (d->again.isActive())
-            d->again.start(0);
-        return;
-    }
+    if (request == SourceRequest::Pausing)
+        return d->pause();
+    if (request == SourceRequest::Again)
+        return d->goOn();
     if (d->isOffering || (d->hasAnswered && request != SourceRequest::Wanted))
         return;
     const bool isDialogAllowed = request != SourceRequest::Needed || !wasStartedBySystem();

@@ -19,9 +19,10 @@ Q_DECLARE_METATYPE(SourceTrouble)
 /// Who wants sources that the user may have to be asked for. Consent given once needs no dialog, whoever
 /// wants.
 enum class SourceRequest {
-    Needed, ///< an effect came up; never a dialog in a run that the system started
-    Shown,  ///< the user sees the page of an effect that needs them; asks unless he has answered in this run
-    Wanted, ///< the user wants to be asked
-    Again   ///< an effect goes on after a pause; what is lost need not wait for its turn, nothing is asked
+    Needed,  ///< an effect came up; never a dialog in a run that the system started
+    Shown,   ///< the user sees the page of an effect that needs them; asks unless he has answered in this run
+    Wanted,  ///< the user wants to be asked
+    Pausing, ///< an effect has a pause: the screen may be locked, for which desktops end what shares it
+    Again    ///< it goes on; what was lost or ended meanwhile need not wait for its turn, nothing is asked
 };
 Q_DECLARE_METATYPE(SourceRequest)
