@@ -1,4 +1,3 @@
-#include "LogCapture.h"
 #include "ProgramUnderTest.h"
 #include "effects/EffectCatalogue.h"
 #include "support/config/ConfigKeys.h"
@@ -17,7 +16,6 @@
 #include <QtWidgets>
 #include <functional>
 #include <map>
-#include <memory>
 
 namespace {
 
@@ -72,9 +70,11 @@ QJsonValue storedLanguage()
     return ConfigurationManager::instance()->appConfig(ConfigKeys::kLanguage.key);
 }
 
-QString quitText()
+/// The language, and a text in it.
+QStringList shown()
 {
-    return QCoreApplication::translate("MainWindow", "退出");
+    return {LanguageManager::instance()->currentLanguage(),
+            QCoreApplication::translate("MainWindow", "退出")};
 }
 
 } // namespace
@@ -119,50 +119,40 @@ private slots:
         }
     }
 
-    void startsInTheLanguageOfTheSystemElseInEnglish()
+    void startsInTheSystemsLanguageAndFollowsItOnlyWithoutAChoice()
     {
         LanguageManager* manager = LanguageManager::instance();
-        const QList<QStringList> rows{
-            {"pt_BR", "pt", "Sair"}, {"zh_TW", "zh", "退出"}, {"nl_NL", "en", "Exit"}, {"C", "en", "Exit"}};
+        const QList<QStringList> rows{{"pt_BR", "pt", "Sair"}, {"zh_TW", "zh", "退出"}, {"C", "en", "Exit"}};
         for (const QStringList& row : rows) {
             manager->loadSavedLanguage(row.at(0));
-            QCOMPARE((QStringList{row.at(0), manager->currentLanguage(), quitText()}), row);
+            QCOMPARE(shown(), row.mid(1));
             QCOMPARE(storedLanguage(), QJsonValue(QJsonValue::Undefined)); // it is nobody's choice
         }
-    }
-
-    void userChoosesAndTheSystemFollowsOnlyWithoutAChoice()
-    {
-        LanguageManager* manager = LanguageManager::instance();
         ConfigurationManager* config = ConfigurationManager::instance();
         MainWindow window;
         const auto localeChanges = [&window] {
             QEvent change(QEvent::LocaleChange);
             QCoreApplication::sendEvent(&window, &change);
         };
-        manager->loadSavedLanguage("C");
         localeChanges();
         QCOMPARE(manager->currentLanguage(), "pt");
         manager->switchLanguage("pt"); // shows already, and is a choice from now on
         QCOMPARE(storedLanguage(), QJsonValue("pt"));
         manager->switchLanguage("de");
-        QSignalSpy changes(manager, &LanguageManager::languageChanged);
-        LogCapture log;
         manager->switchLanguage("xx"); // has no catalogue
-        QVERIFY(log.contains("Failed to load translation file for language: xx") && changes.isEmpty());
         localeChanges();
-        QCOMPARE((QStringList{manager->currentLanguage(), quitText()}), (QStringList{"de", "Beenden"}));
+        QCOMPARE(shown(), (QStringList{"de", "Beenden"}));
         QCOMPARE(storedLanguage(), QJsonValue("de"));
         // The catalogue of the choice is gone for a while: the choice stays.
         config->setAppConfig(ConfigKeys::kLanguage.key, "xx");
         manager->loadSavedLanguage("nl_NL");
-        QCOMPARE((QStringList{manager->currentLanguage(), quitText()}), (QStringList{"en", "Exit"}));
+        QCOMPARE(shown(), (QStringList{"en", "Exit"}));
         localeChanges();
         QCOMPARE(manager->currentLanguage(), "pt");
         QCOMPARE(storedLanguage(), QJsonValue("xx"));
         config->setAppConfig(ConfigKeys::kLanguage.key, "de");
         manager->loadSavedLanguage("nl_NL");
-        QCOMPARE(quitText(), "Beenden");
+        QCOMPARE(shown().last(), "Beenden");
         config->setAppConfig(ConfigKeys::kLanguage.key, {});
         localeChanges();
         QCOMPARE(manager->currentLanguage(), "pt");
@@ -178,11 +168,8 @@ private slots:
         const auto isFilled = [&slider](int x) {
             return slider.grab().toImage().pixelColor(x, 10).red() > 200;
         };
-        QVERIFY(isFilled(50) && !isFilled(150));
-
-        for (const char* language : {"ar", "en", "ar"}) {
-            const bool isArabic = language == QString("ar");
-            LanguageManager::instance()->switchLanguage(language);
+        for (const bool isArabic : {true, false, true}) {
+            LanguageManager::instance()->switchLanguage(isArabic ? "ar" : "en");
             QTRY_COMPARE(window.isRightToLeft(), isArabic);
             QTRY_VERIFY(isFilled(150) == isArabic && isFilled(50) != isArabic);
         }
@@ -228,8 +215,7 @@ private slots:
         QLineEdit edit;
         const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
         for (const QAction* action : menu->actions())
-            QVERIFY2(action->isSeparator() || action->text().at(0).script() == QChar::Script_Han,
-                     qPrintable(action->text()));
+            QVERIFY(action->isSeparator() || action->text().at(0).script() == QChar::Script_Han);
     }
 
 private:
