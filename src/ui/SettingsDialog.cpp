@@ -22,7 +22,7 @@ constexpr double kRounding = 1e-6; ///< a step counts as reached so near: 0.29 *
 constexpr quintptr kNobody = 0x778331F3;
 /// The window system does not always tell where a window is, and one that changes its size then jumps into a
 /// corner: so large from the start that hardly a language asks for more.
-constexpr QSize kUsualSize(560, 580);
+constexpr QSize kUsualSize(560, 620);
 
 bool isAppFlag(const char* property)
 {
