@@ -9,11 +9,10 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QHash>
+#include <QLocalSocket>
 #include <QPoint>
 #include <QSize>
 #include <QTimer>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 /// A stream as the portal tells of it: "id", "position" (QPoint), "size" (QSize), each where it is known.
@@ -30,12 +29,9 @@ inline QDBusArgument& operator<<(QDBusArgument& to, const FakeStream& stream)
     to.endStructure();
     return to;
 }
-inline const QDBusArgument& operator>>(const QDBusArgument& from, FakeStream& stream)
+inline const QDBusArgument& operator>>(const QDBusArgument& from, FakeStream&)
 {
-    from.beginStructure();
-    from >> stream.node >> stream.properties;
-    from.endStructure();
-    return from;
+    return from; // nobody reads any here
 }
 
 /// A desktop's screen-cast portal and the user in front of it, who consents at once unless told otherwise.
@@ -85,16 +81,19 @@ public:
         m_start = QDBusMessage();
         openSessions = 0;
     }
+    bool isThere() const { return !m_name.isEmpty(); }
     QDBusConnection connection() const { return QDBusConnection(m_name); }
     bool isDialogOpen() const { return m_start.type() == QDBusMessage::MethodCallMessage; }
     /// 0: consent to what is asked, 1: refuse, 2: end it otherwise.
-    void answerDialog(uint response) { respond(std::exchange(m_start, {}), response, consent(response)); }
+    void answerDialog(uint response)
+    {
+        respond(std::exchange(m_start, {}), response, response == 0 ? consent() : QVariantMap());
+    }
     /// The user ends the sharing.
     void endSession()
     {
         --openSessions;
-        tell(m_client, std::exchange(m_session, {}), "org.freedesktop.portal.Session", "Closed",
-             {QVariantMap()});
+        tell(m_client, std::exchange(m_session, {}), "Session", "Closed", {QVariantMap()});
     }
 
     QString introspect(const QString&) const override { return {}; }
@@ -108,17 +107,17 @@ public:
         const bool isNonsense = way == Way::Nonsense;
         if (way == Way::Dies || way == Way::DiesAtOnce)
             QTimer::singleShot(0, this, [this] { leave(); });
-        if (way == Way::Silent || way == Way::DiesAtOnce)
+        if (way == Way::Silent || way == Way::DiesAtOnce || method == "Register")
             return true;
         if (way == Way::Error)
             connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
         else if (method == "GetAll")
-            connection.send(call.createReply(isNonsense ? QVariant(7) : QVariant(properties())));
+            connection.send(call.createReply(isNonsense ? QVariant(7) : kProperties));
         else if (method == "OpenPipeWireRemote")
             connection.send(call.createReply(isNonsense ? QVariant(7) : remote()));
         else if (method == "Close")
             onClose(call.path());
-        else if (method != "Register")
+        else
             onRequest(call, connection, way);
         return true;
     }
@@ -126,6 +125,7 @@ public:
 private:
     static constexpr char kService[] = "org.freedesktop.portal.Desktop";
     static constexpr char kPath[] = "/org/freedesktop/portal/desktop";
+    const QVariant kProperties = QVariantMap{{"AvailableSourceTypes", 7u}, {"AvailableCursorModes", 7u}};
 
     static QVariantMap optionsOf(const QDBusMessage& call)
     {
@@ -139,17 +139,13 @@ private:
     }
     static QString requestOf(const QDBusMessage& call, Way way)
     {
-        return way == Way::OwnPath ? QString("%1/request/own").arg(kPath)
-                                   : handleOf(call, "request", "handle_token");
+        return way == Way::OwnPath ? "/request/own" : handleOf(call, "request", "handle_token");
     }
-    static QVariantMap properties()
-    {
-        return {{"version", 5u}, {"AvailableSourceTypes", 7u}, {"AvailableCursorModes", 7u}};
-    }
-    void tell(const QString& client, const QString& path, const QString& interface, const QString& signal,
+    void tell(const QString& client, const QString& path, const char* kind, const char* signal,
               const QVariantList& arguments)
     {
-        QDBusMessage message = QDBusMessage::createTargetedSignal(client, path, interface, signal);
+        QDBusMessage message = QDBusMessage::createTargetedSignal(
+            client, path, QString("org.freedesktop.portal.%1").arg(kind), signal);
         message.setArguments(arguments);
         QDBusConnection(m_name).send(message);
     }
@@ -167,37 +163,30 @@ private:
             if (chokesOnTokens && selection.contains("restore_token"))
                 way = Way::Ended;
         } else if (call.member() == "Start") {
-            const bool isKnown =
-                !goodToken.isEmpty() && selection.value("restore_token").toString() == goodToken;
-            dialogs += isKnown ? 0 : 1;
-            if (!isKnown && isUserSlow) {
+            const bool asks = goodToken.isEmpty() || selection["restore_token"] != goodToken;
+            dialogs += asks ? 1 : 0;
+            if (asks && isUserSlow) {
                 m_start = call;
                 return;
             }
-            results = consent(0);
+            results = consent();
         }
-        if (way == Way::Dies)
-            return;
-        respond(call, way == Way::Refused ? 1 : way == Way::Ended ? 2 : 0, results, way);
+        if (way != Way::Dies)
+            respond(call, way == Way::Refused ? 1 : way == Way::Ended ? 2 : 0, results, way);
     }
-    QVariantMap consent(uint response)
+    QVariantMap consent()
     {
-        if (response != 0)
-            return {};
-        QVariantMap results{{"streams", QVariant::fromValue(streams)}};
-        if (givesTokens) {
-            goodToken = QString("token-%1").arg(++m_tokens);
-            results.insert("restore_token", goodToken);
-        }
-        return results;
+        const QVariant shown = QVariant::fromValue(streams);
+        if (!givesTokens)
+            return {{"streams", shown}};
+        goodToken = QString("token-%1").arg(++m_tokens);
+        return {{"streams", shown}, {"restore_token", goodToken}};
     }
     void respond(const QDBusMessage& call, uint response, const QVariantMap& results, Way way = Way::Well)
     {
-        const QVariantList arguments =
-            way == Way::Nonsense ? QVariantList{"yes"} : QVariantList{response, results};
         for (int times = way == Way::Twice ? 2 : 1; times > 0; --times)
-            tell(call.service(), requestOf(call, way), "org.freedesktop.portal.Request", "Response",
-                 arguments);
+            tell(call.service(), requestOf(call, way), "Request", "Response",
+                 way == Way::Nonsense ? QVariantList{"yes"} : QVariantList{response, results});
     }
     void onClose(const QString& path)
     {
@@ -209,16 +198,11 @@ private:
     }
     QVariant remote() const
     {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        qstrncpy(address.sun_path, socket.toLocal8Bit().constData(), sizeof(address.sun_path));
-        const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        if (!socket.isEmpty() &&
-            ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
-            qWarning() << "no PipeWire at" << socket;
-        const QDBusUnixFileDescriptor handle(descriptor); // a copy
-        ::close(descriptor);
-        return QVariant::fromValue(handle);
+        QLocalSocket connection;
+        connection.connectToServer(socket);
+        const int nothing = STDERR_FILENO;
+        return QVariant::fromValue(
+            QDBusUnixFileDescriptor(socket.isEmpty() ? nothing : int(connection.socketDescriptor())));
     }
 
     const PrivateBus& m_bus;

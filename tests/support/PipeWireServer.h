@@ -5,13 +5,11 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QLocalSocket>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QThread>
-#include <cstring>
 #include <fcntl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 /// A media server of the test's own (pipewire), and the session manager (wireplumber) that links the streams
@@ -30,25 +28,20 @@ public:
             environment.insert(variable, m_home.path());
         for (const char* variable : {"PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS"})
             environment.remove(variable);
-        for (MortalProcess* process : {&m_server, &m_manager}) {
+        for (MortalProcess* process : {&m_server, &m_manager})
             process->setProcessEnvironment(environment);
-            process->setProcessChannelMode(QProcess::MergedChannels);
-        }
         QFile::remove(m_socket); // a killed server leaves it
         QFile settings(m_home.filePath("server.conf"));
-        if (!settings.open(QIODevice::WriteOnly) || settings.write(kSettings) < 0)
-            return false;
+        const bool isWritten = settings.open(QIODevice::WriteOnly) && settings.write(kSettings) > 0;
         settings.close();
         m_server.start("pipewire", {"-c", settings.fileName()});
-        for (QDeadlineTimer patience(kStartMs); !patience.hasExpired(); QThread::msleep(5)) {
-            const int file = m_server.state() == QProcess::NotRunning ? -1 : connection();
-            if (file >= 0) {
-                ::close(file);
-                return startManager();
-            }
-            m_server.waitForFinished(0);
+        for (QDeadlineTimer patience(kStartMs); isWritten && !patience.hasExpired(); QThread::msleep(5)) {
+            if (const int file = connection(); file >= 0)
+                return ::close(file) == 0 && startManager();
+            if (m_server.waitForFinished(0))
+                break;
         }
-        qWarning() << "pipewire does not start:" << m_server.errorString() << m_server.readAll();
+        qWarning() << "pipewire does not start:" << m_server.errorString() << m_server.readAllStandardError();
         return false;
     }
     /// Kills both, as a crash would.
@@ -71,15 +64,9 @@ public:
     /// A new connection to the server, as a portal hands it out; -1 when there is none. The caller closes it.
     int connection() const
     {
-        const int file = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        const QByteArray path = QFile::encodeName(m_socket);
-        std::strncpy(address.sun_path, path.constData(), sizeof address.sun_path - 1);
-        if (::connect(file, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-            return file;
-        ::close(file);
-        return -1;
+        QLocalSocket socket;
+        socket.connectToServer(m_socket);
+        return fcntl(int(socket.socketDescriptor()), F_DUPFD_CLOEXEC, 0);
     }
 
 private:
@@ -87,12 +74,9 @@ private:
 context.properties = { core.daemon = true core.name = pipewire-0 log.level = 1 }
 context.spa-libs = { support.* = support/libspa-support }
 context.modules = [
-    { name = libpipewire-module-protocol-native }
-    { name = libpipewire-module-metadata }
-    { name = libpipewire-module-client-node }
-    { name = libpipewire-module-access }
-    { name = libpipewire-module-adapter }
-    { name = libpipewire-module-link-factory }
+    { name = libpipewire-module-protocol-native } { name = libpipewire-module-metadata }
+    { name = libpipewire-module-client-node } { name = libpipewire-module-access }
+    { name = libpipewire-module-adapter } { name = libpipewire-module-link-factory }
     { name = libpipewire-module-session-manager }
 ]
 )";

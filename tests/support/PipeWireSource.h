@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QDebug>
-#include <QImage>
-#include <QTransform>
+#include <QPainter>
+#include <QScopeGuard>
 #include <array>
-#include <cstring>
 #include <functional>
 #include <pipewire/pipewire.h>
 #include <spa/debug/types.h>
@@ -68,77 +67,64 @@ public:
     }
     Q_DISABLE_COPY(PipeWireSource)
 
+    auto locked() const
+    {
+        pw_thread_loop_lock(m_loop);
+        return qScopeGuard([this] { pw_thread_loop_unlock(m_loop); });
+    }
     /// The stream's number in the server; PW_ID_ANY until it has one.
     uint32_t node() const
     {
-        const Lock lock(m_loop);
+        const auto lock = locked();
         return pw_stream_get_node_id(m_stream);
     }
     /// Whether somebody reads.
     bool isRead() const
     {
-        const Lock lock(m_loop);
+        const auto lock = locked();
         return pw_stream_get_state(m_stream, nullptr) == PW_STREAM_STATE_STREAMING;
     }
     /// The picture as the user sees it, cropped and upright; it is stretched to its size.
     void show(const QImage& picture, const Spoil& spoil = {})
     {
-        const Lock lock(m_loop);
+        const auto lock = locked();
         const int turns = int(m_kind.transform & 3);
-        QImage turned = picture.mirrored((m_kind.transform & 4) != 0, false);
-        turned = turned.transformed(QTransform().rotate(-90 * turns));
+        const QImage turned = picture.mirrored((m_kind.transform & 4) != 0, false)
+                                  .transformed(QTransform().rotate(-90 * turns));
         const QRect whole(QPoint(), m_kind.size);
-        const QRect crop = m_kind.crop.isEmpty() ? whole : m_kind.crop & whole;
         m_picture = QImage(m_kind.size, QImage::Format_RGB32);
         m_picture.fill(Qt::magenta);
-        turned = turned.scaled(crop.size()).convertToFormat(QImage::Format_RGB32);
-        for (int y = 0; y < crop.height(); ++y)
-            std::memcpy(m_picture.scanLine(crop.y() + y) + size_t(crop.x()) * 4, turned.constScanLine(y),
-                        size_t(crop.width()) * 4);
+        QPainter(&m_picture).drawImage(m_kind.crop.isEmpty() ? whole : m_kind.crop & whole, turned);
         ++m_pictureNumber;
         send(spoil);
     }
     /// Sends the picture again and again; 0 to cease.
     void setRate(int framesPerSecond)
     {
-        const Lock lock(m_loop);
+        const auto lock = locked();
         timespec interval{0, framesPerSecond ? 1000000000 / framesPerSecond : 0};
         pw_loop_update_timer(pw_thread_loop_get_loop(m_loop), m_timer, &interval, &interval, false);
     }
     /// Frames that went out.
     int sent() const
     {
-        const Lock lock(m_loop);
+        const auto lock = locked();
         return m_sent;
     }
 
 private:
-    struct Lock
-    {
-        explicit Lock(pw_thread_loop* taken)
-            : loop(taken)
-        {
-            pw_thread_loop_lock(loop);
-        }
-        ~Lock() { pw_thread_loop_unlock(loop); }
-        Q_DISABLE_COPY(Lock)
-        pw_thread_loop* const loop;
-    };
-
     static PipeWireSource& self(void* data) { return *static_cast<PipeWireSource*>(data); }
     static void onTimer(void* data, uint64_t) { self(data).send({}); }
-    static void onState(void* data, pw_stream_state, pw_stream_state state, const char*)
+    static void onState(void* data, pw_stream_state, pw_stream_state, const char*)
     {
-        if (state == PW_STREAM_STATE_STREAMING && self(data).m_kind.sendsAtStart)
+        if (self(data).m_kind.sendsAtStart)
             self(data).send({});
     }
     static void onFormat(void* data, uint32_t id, const spa_pod* param)
     {
-        if (param && id == SPA_PARAM_Format)
-            self(data).offerBuffers();
-    }
-    void offerBuffers()
-    {
+        if (!param || id != SPA_PARAM_Format)
+            return;
+        const PipeWireSource& source = self(data);
         std::array<uint8_t, 1024> memory{};
         spa_pod_builder builder{};
         spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
@@ -151,11 +137,12 @@ private:
             static_cast<const spa_pod*>(spa_pod_builder_add_object(
                 &builder, SPA_TYPE_OBJECT_ParamBuffers, SPA_PARAM_Buffers, SPA_PARAM_BUFFERS_buffers,
                 SPA_POD_CHOICE_RANGE_Int(4, 2, 8), SPA_PARAM_BUFFERS_blocks, SPA_POD_Int(1),
-                SPA_PARAM_BUFFERS_size, SPA_POD_Int(bytes()), SPA_PARAM_BUFFERS_stride, SPA_POD_Int(m_stride),
-                SPA_PARAM_BUFFERS_dataType, SPA_POD_CHOICE_FLAGS_Int(1 << SPA_DATA_MemFd))),
+                SPA_PARAM_BUFFERS_size, SPA_POD_Int(source.bytes()), SPA_PARAM_BUFFERS_stride,
+                SPA_POD_Int(source.m_stride), SPA_PARAM_BUFFERS_dataType,
+                SPA_POD_CHOICE_FLAGS_Int(1 << SPA_DATA_MemFd))),
             meta(SPA_META_Header, sizeof(spa_meta_header)), meta(SPA_META_VideoCrop, sizeof(spa_meta_region)),
             meta(SPA_META_VideoTransform, sizeof(spa_meta_videotransform))};
-        pw_stream_update_params(m_stream, params, 4);
+        pw_stream_update_params(source.m_stream, params, 4);
     }
     static void onAddBuffer(void* data, pw_buffer* buffer)
     {
@@ -164,12 +151,8 @@ private:
         const int file = ::memfd_create("picture", MFD_CLOEXEC);
         if (file < 0 || ::ftruncate(file, off_t(bytes)) != 0)
             qFatal("no memory for pictures");
-        plane.type = SPA_DATA_MemFd;
-        plane.flags = SPA_DATA_FLAG_READWRITE;
-        plane.fd = file;
-        plane.mapoffset = 0;
-        plane.maxsize = uint32_t(bytes);
-        plane.data = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        void* memory = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        plane = {SPA_DATA_MemFd, SPA_DATA_FLAG_READWRITE, file, 0, uint32_t(bytes), memory, plane.chunk};
         buffer->user_data = nullptr;
     }
     static void onRemoveBuffer(void* data, pw_buffer* buffer)
@@ -192,20 +175,19 @@ private:
             paint(static_cast<uchar*>(plane.data));
         buffer->user_data = reinterpret_cast<void*>(m_pictureNumber);
         *plane.chunk = {0, uint32_t(bytes()), m_kind.tellsStride ? m_stride : 0, 0};
-        tellPlace(*buffer->buffer);
+        const spa_region place{{m_kind.crop.x(), m_kind.crop.y()},
+                               {uint32_t(m_kind.crop.width()), uint32_t(m_kind.crop.height())}};
+        *metaOf<spa_region>(buffer, SPA_META_VideoCrop) = place;
+        *metaOf<uint32_t>(buffer, SPA_META_VideoTransform) = m_kind.transform;
         if (spoil)
             spoil(plane);
         pw_stream_queue_buffer(m_stream, buffer);
         ++m_sent;
     }
-    void tellPlace(spa_buffer& buffer)
+    template <typename T>
+    static T* metaOf(pw_buffer* buffer, spa_meta_type type)
     {
-        const QRect& crop = m_kind.crop;
-        if (auto* meta = spa_buffer_find_meta(&buffer, SPA_META_VideoCrop))
-            static_cast<spa_meta_region*>(meta->data)->region = {
-                {crop.x(), crop.y()}, {uint32_t(crop.width()), uint32_t(crop.height())}};
-        if (auto* meta = spa_buffer_find_meta(&buffer, SPA_META_VideoTransform))
-            static_cast<spa_meta_videotransform*>(meta->data)->transform = m_kind.transform;
+        return static_cast<T*>(spa_buffer_find_meta(buffer->buffer, type)->data);
     }
     void paint(uchar* to) const
     {
