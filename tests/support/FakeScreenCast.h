@@ -113,6 +113,8 @@ public:
             connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
         else if (method == "GetAll")
             connection.send(call.createReply(isNonsense ? QVariant(7) : kProperties));
+        else if (method == "Get") // the version
+            connection.send(call.createReply(QVariant::fromValue(QDBusVariant(5u))));
         else if (method == "OpenPipeWireRemote")
             connection.send(call.createReply(isNonsense ? QVariant(7) : remote()));
         else if (method == "Close")
