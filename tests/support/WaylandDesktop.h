@@ -3,11 +3,10 @@
 #include "ProgramUnderTest.h"
 #include "VirtualDisplay.h"
 
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
-#include <QThread>
+#include <QtTest>
 #include <unistd.h>
 
 /// A Wayland desktop of the test's own (sway), blue, on which windows float. Its screen is a window of a
@@ -35,20 +34,18 @@ public:
         if (!m_display.start())
             return false;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove("WAYLAND_DISPLAY");
-        const QStringList values{"DISPLAY=" + m_display.name(), "HOME=" + home,     "XDG_RUNTIME_DIR=" + home,
-                                 "SWAYSOCK=" + home + "/ipc",   "WLR_BACKENDS=x11", "WLR_RENDERER=pixman"};
+        const QStringList values{"DISPLAY=" + m_display.name(), "HOME=" + home,
+                                 "XDG_RUNTIME_DIR=" + home,     "WAYLAND_DISPLAY=" + display(),
+                                 "SWAYSOCK=" + home + "/ipc",   "WLR_BACKENDS=x11",
+                                 "WLR_RENDERER=pixman"};
         for (const QString& value : values)
             environment.insert(value.section('=', 0, 0), value.section('=', 1));
         m_server.setProcessEnvironment(environment);
         m_server.setProcessChannelMode(QProcess::MergedChannels);
         m_server.start(command.takeFirst(), command);
-        for (QDeadlineTimer patience(kStartMs); !patience.hasExpired(); QThread::msleep(50)) {
-            if (QFile::exists(display()) && picture().pixel(1, 1) == kBlue)
-                return true;
-            if (m_server.state() == QProcess::NotRunning || m_server.waitForFinished(0))
-                break;
-        }
+        const auto isUp = [this] { return QFile::exists(display()) && picture().pixel(1, 1) == kBlue; };
+        if (QTest::qWaitFor(isUp, kStartMs))
+            return true;
         qWarning() << "sway does not start:" << m_server.errorString() << m_server.readAll();
         return false;
     }
@@ -69,10 +66,9 @@ public:
             const QJsonObject node = nodes.takeAt(0).toObject();
             if (node.contains("app_id"))
                 found.insert(node["name"].toString(), node);
-            for (const char* children : {"nodes", "floating_nodes"}) {
+            for (const char* children : {"nodes", "floating_nodes"})
                 for (const QJsonValue& child : node[children].toArray())
                     nodes += child;
-            }
         }
         return found;
     }
@@ -87,9 +83,7 @@ private:
     QByteArray run(const QString& program, const QStringList& arguments) const
     {
         QProcess process;
-        QProcessEnvironment environment = m_server.processEnvironment();
-        environment.insert("WAYLAND_DISPLAY", display());
-        process.setProcessEnvironment(environment);
+        process.setProcessEnvironment(m_server.processEnvironment());
         process.start(program, arguments);
         process.waitForFinished();
         return process.readAllStandardOutput();
