@@ -22,60 +22,6 @@ constexpr int kLeds = 120;
 constexpr LV_RGB kRed{255, 0, 0}, kGreen{0, 255, 0}, kDark{};
 const QString kEffect = "id.effect.screenSync.fullScreen";
 
-/// Of a desktop that hands out screens alone.
-class ScreenPortal : public FakeScreenCast
-{
-public:
-    using FakeScreenCast::FakeScreenCast;
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override
-    {
-        const bool isOfKeys = (call.interface() + call.arguments().value(0).toString()).contains("Shortcuts");
-        return !isOfKeys && FakeScreenCast::handleMessage(call, connection);
-    }
-};
-
-/// What stands between the program and the user's screen.
-class Desktop
-{
-public:
-    bool start() { return bus.start() && startPictures() && portal.come(); }
-    bool startPictures()
-    {
-        m_picture.reset();
-        if (!server.start())
-            return false;
-        portal.socket = server.socket();
-        return makePicture();
-    }
-    /// One a session, as compositors do.
-    bool makePicture()
-    {
-        m_picture = std::make_unique<PipeWireSource>(server.connection(), PipeWireSource::Kind());
-        show(Qt::red);
-        const bool isThere = QTest::qWaitFor([this] { return m_picture->node() != PW_ID_ANY; }, kWaitMs);
-        portal.streams = {{m_picture->node(), {{"id", "left"}}}};
-        return isThere;
-    }
-    void show(const QColor& color)
-    {
-        QImage image(2, 2, QImage::Format_RGB32);
-        image.fill(color);
-        m_picture->show(image);
-    }
-
-    PrivateBus bus;
-    PipeWireServer server;
-    ScreenPortal portal{bus};
-
-private:
-    std::unique_ptr<PipeWireSource> m_picture;
-};
-
-QString idOf(const StripSimulator& strip)
-{
-    return "LV0127:" + QString(strip.options().serial.toHex().toUpper());
-}
-
 } // namespace
 
 class WaylandScreenTest : public QObject
@@ -85,21 +31,29 @@ class WaylandScreenTest : public QObject
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_desktop.start());
-        m_desktop.bus.useAsSession();
+        QVERIFY(m_bus.start() && startPictures() && m_portal.come());
+        m_bus.useAsSession();
         qputenv("XDG_SESSION_TYPE", "wayland");
+        qputenv("LUMIVAR_SERIAL_PORTS", m_ports.toLocal8Bit());
+        for (int i = 0; i < 2; ++i) {
+            StripSimulator::Options options;
+            options.portName = QString("ttySIM%1").arg(i);
+            options.serial[3] = static_cast<char>(i);
+            m_strips.push_back(std::make_unique<StripSimulator>(options));
+            QVERIFY(m_strips.back()->plugIn());
+            m_stored.insert("LV0127:" + options.serial.toHex().toUpper(), storedStrip(kEffect, kLeds));
+        }
     }
     void init()
     {
-        m_desktop.portal.dialogs = 0;
-        m_desktop.portal.goodToken.clear();
-        m_desktop.portal.isUserSlow = true;
-        m_desktop.show(Qt::red);
+        m_portal.dialogs = 0;
+        m_portal.goodToken.clear();
+        m_portal.isUserSlow = true;
+        paint(Qt::red);
     }
     void cleanup()
     {
         m_app.reset();
-        m_strips.clear();
         QCoreApplication::instance()->setProperty("isAutoStartup", QVariant());
     }
 
@@ -108,63 +62,64 @@ private slots:
         ProgramUnderTest program;
         program.environment.insert("XDG_SESSION_TYPE", "wayland");
         program.environment.insert("QT_QPA_PLATFORM", "offscreen");
-        plugIn(program.portsFile(), 2);
-        QJsonObject stored;
-        for (const auto& strip : m_strips)
-            stored.insert(idOf(*strip), storedStrip(kEffect, kLeds));
-        program.writeConfig("controllers.json", stored);
-        FakeScreenCast& portal = m_desktop.portal;
+        program.environment.insert("LUMIVAR_SERIAL_PORTS", m_ports);
+        program.writeConfig("controllers.json", m_stored);
 
         program.start();
-        QTRY_VERIFY_WITH_TIMEOUT(portal.isDialogOpen(), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m_portal.isDialogOpen(), kWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(program.logText().count(" has connected to " + kEffect) == 2, kWaitMs);
-        portal.answerDialog(0);
+        m_portal.answerDialog(0);
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
-        m_desktop.show(Qt::green);
+        paint(Qt::green);
         QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
         QVERIFY(program.terminate());
-        QCOMPARE(program.readConfig("app.json")["runtime.screenCastToken"].toString(), portal.goodToken);
+        QCOMPARE(program.readConfig("app.json")["runtime.screenCastToken"].toString(), m_portal.goodToken);
 
         program.start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        m_desktop.server.stop();
+        m_server.stop();
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
-        QVERIFY(m_desktop.startPictures());
+        QVERIFY(startPictures());
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
-        portal.leave();
+        m_portal.leave();
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
-        QVERIFY(portal.come());
+        QVERIFY(m_portal.come());
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
-        QCOMPARE(portal.dialogs, 1);
+        QCOMPARE(m_portal.dialogs, 1);
         QVERIFY(program.terminate());
         QTRY_VERIFY(show(kDark));
-        QTRY_COMPARE(portal.openSessions, 0);
+        QTRY_COMPARE(m_portal.openSessions, 0);
     }
 
     void pageAsksAfterASilentStartAndOffersToAskAgain()
     {
-        FakeScreenCast& portal = m_desktop.portal;
-        startInside(2);
+        config()->reset();
+        LanguageManager::instance()->switchLanguage("zh");
+        QCoreApplication::instance()->setProperty("isAutoStartup", true);
+        for (const QString& id : m_stored.keys())
+            config()->controllerJsonObj(id) = m_stored[id].toObject();
+        m_app = std::make_unique<LumivarApp>(nullptr);
+        QTRY_COMPARE_WITH_TIMEOUT(m_app->deviceManager().controllerIds().size(), 2, kWaitMs);
+        m_app->mainWindow().showNormal();
         EffectsManager& effects = m_app->deviceManager().effects();
-        const QString other = idOf(*m_strips[1]);
-        QTRY_VERIFY_WITH_TIMEOUT(effects.effectProperty(other, "notice").toString().contains("同意"),
-                                 kWaitMs);
-        QCOMPARE(portal.dialogs, 0); // the user has not come yet
+        const auto notice = [&] { return effects.effectProperty(m_stored.keys()[1], "notice").toString(); };
+        QTRY_VERIFY_WITH_TIMEOUT(notice().contains("同意"), kWaitMs);
+        QCOMPARE(m_portal.dialogs, 0); // the user has not come yet
         openPage();
-        QTRY_VERIFY_WITH_TIMEOUT(portal.isDialogOpen() && tells("对话框", false), kWaitMs);
-        portal.answerDialog(1);
+        QTRY_VERIFY_WITH_TIMEOUT(m_portal.isDialogOpen() && tells("对话框", false), kWaitMs);
+        m_portal.answerDialog(1);
         QTRY_VERIFY_WITH_TIMEOUT(tells("您没有同意", true), kWaitMs);
         openPage(); // he has said no
         click();
-        QTRY_VERIFY_WITH_TIMEOUT(portal.isDialogOpen() && tells("对话框", false), kWaitMs);
-        QCOMPARE(portal.dialogs, 2);
-        portal.answerDialog(0);
+        QTRY_VERIFY_WITH_TIMEOUT(m_portal.isDialogOpen() && tells("对话框", false), kWaitMs);
+        QCOMPARE(m_portal.dialogs, 2);
+        m_portal.answerDialog(0);
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed) && tells("", false), kWaitMs);
 
-        portal.isUserSlow = false;
+        m_portal.isUserSlow = false;
         for (int times = 0; times < 2; ++times) {
-            portal.endSession();
-            QVERIFY(m_desktop.makePicture());
+            m_portal.endSession();
+            QVERIFY(makePicture());
             QTRY_VERIFY_WITH_TIMEOUT(show(kDark) && tells("已结束", true), kWaitMs);
             click();
             QTRY_VERIFY_WITH_TIMEOUT(show(kRed) && tells("", false), kWaitMs);
@@ -172,41 +127,38 @@ private slots:
         // The other way to read the desktop, which cannot be here, and back.
         DeskCaptureOption::current()->setCurMode(0);
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark) && tells("没有可以读取的屏幕", false), kWaitMs);
-        QVERIFY(m_desktop.makePicture());
+        QVERIFY(makePicture());
         DeskCaptureOption::current()->setCurMode(1);
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed) && tells("", false), kWaitMs);
     }
 
 private:
-    void plugIn(const QString& portsFile, int strips)
+    bool startPictures()
     {
-        for (int i = 0; i < strips; ++i) {
-            StripSimulator::Options options;
-            options.portsFile = portsFile;
-            options.portName = QString("ttySIM%1").arg(i);
-            options.serial[3] = static_cast<char>(i);
-            m_strips.push_back(std::make_unique<StripSimulator>(options));
-            QVERIFY(m_strips.back()->plugIn());
-        }
+        m_picture.reset();
+        const bool isServing = m_server.start();
+        m_portal.socket = m_server.socket();
+        return isServing && makePicture();
     }
-    /// The program in this process, as the system starts it.
-    void startInside(int strips)
+    /// One a session, as compositors do.
+    bool makePicture()
     {
-        config()->reset();
-        LanguageManager::instance()->switchLanguage("zh");
-        QCoreApplication::instance()->setProperty("isAutoStartup", true);
-        qputenv("LUMIVAR_SERIAL_PORTS", m_folder.filePath("ports.json").toLocal8Bit());
-        plugIn(m_folder.filePath("ports.json"), strips);
-        for (const auto& strip : m_strips)
-            config()->controllerJsonObj(idOf(*strip)) = storedStrip(kEffect, kLeds);
-        m_app = std::make_unique<LumivarApp>(nullptr);
-        QTRY_COMPARE_WITH_TIMEOUT(m_app->deviceManager().controllerIds().size(), strips, kWaitMs);
-        m_app->mainWindow().showNormal();
+        m_picture = std::make_unique<PipeWireSource>(m_server.connection(), PipeWireSource::Kind());
+        paint(Qt::red);
+        const bool isThere = QTest::qWaitFor([this] { return m_picture->node() != PW_ID_ANY; }, kWaitMs);
+        m_portal.streams = {{m_picture->node(), {{"id", "left"}}}};
+        return isThere;
+    }
+    void paint(const QColor& color)
+    {
+        QImage image(2, 2, QImage::Format_RGB32);
+        image.fill(color);
+        m_picture->show(image);
     }
     void openPage()
     {
         m_app->mainWindow().switchToHomePage();
-        emit m_app->mainWindow().homePage()->controllerEntryOrdered(idOf(*m_strips[0]));
+        emit m_app->mainWindow().homePage()->controllerEntryOrdered(m_stored.keys()[0]);
     }
     template <typename Widget>
     Widget* part(const char* name)
@@ -230,8 +182,13 @@ private:
     }
     static ConfigurationManager* config() { return ConfigurationManager::instance(); }
 
-    Desktop m_desktop;
+    PrivateBus m_bus;
+    PipeWireServer m_server;
+    FakeScreenCast m_portal{m_bus};
+    std::unique_ptr<PipeWireSource> m_picture;
     QTemporaryDir m_folder;
+    const QString m_ports = m_folder.filePath("ports.json");
+    QJsonObject m_stored;
     std::vector<std::unique_ptr<StripSimulator>> m_strips;
     std::unique_ptr<LumivarApp> m_app;
 };
