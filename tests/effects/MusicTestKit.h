@@ -45,13 +45,14 @@ inline EffectWorkerOptions entry(const QString& id)
     return options;
 }
 
-inline ControlOptions strip(unsigned nbLeds, unsigned direction = 0)
+inline ControlOptions strip(unsigned nbLeds, unsigned direction = 0, int ledPerUnit = 0)
 {
     ControlOptions options;
     options.model = "LVTEST";
     options.id = "LVTEST:01";
     options.nbLeds = nbLeds;
     options.installDirection = direction;
+    options.ledPerUnit = ledPerUnit;
     return options;
 }
 

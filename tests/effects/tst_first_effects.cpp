@@ -7,18 +7,10 @@
 
 #include <QtTest>
 #include <climits>
-#include <memory>
 
 using namespace MusicTestKit;
 
 namespace {
-
-ControlOptions stripOf(uint32_t nbLeds, int ledPerUnit = 1)
-{
-    ControlOptions options = strip(nbLeds);
-    options.ledPerUnit = ledPerUnit;
-    return options;
-}
 
 ConfigurationManager* store()
 {
@@ -36,14 +28,15 @@ class TestFirstEffects : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_folder;
+
 private slots:
+    void cleanupTestCase() { QDir::setCurrent(QDir::rootPath()); }
     void init()
     {
         qRegisterMetaType<QVector<LV_RGB>>("QVector<LV_RGB>");
         store()->reset();
-        m_folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(QDir::setCurrent(m_folder->path()));
-        QVERIFY(QDir().mkpath("effects/colorful"));
+        QVERIFY(QDir::setCurrent(m_folder.path()) && QDir().mkpath("effects/colorful"));
         QImage picture(4, 3, QImage::Format_RGB888);
         for (int y = 0; y < 3; ++y) {
             for (int x = 0; x < 4; ++x)
@@ -52,18 +45,16 @@ private slots:
         QVERIFY(picture.save("effects/colorful/ColorMap_3.png"));
     }
 
-    void cleanup() { QDir::setCurrent(QDir::rootPath()); }
-
-    void aRainbowRunsAlongTheStrip()
+    void aRainbowRunsAlongTheStripAsFastAsIsStored()
     {
-        Running<FlowingEffect> effect(kFlowing, stripOf(0));
+        Running<FlowingEffect> effect(kFlowing, strip(0));
         const auto step = [&effect] {
             QMetaObject::invokeMethod(&effect, "update", Qt::DirectConnection);
             return effect.last();
         };
         QCOMPARE(step(), Frame()); // nothing is sent before there are LEDs
 
-        effect.load(stripOf(6));
+        effect.load(strip(6));
         const Frame sixths{{255, 255, 0}, {0, 255, 0},   {0, 255, 255},
                            {0, 0, 255},   {255, 0, 255}, {255, 0, 0}};
         QCOMPARE(step(), sixths);
@@ -80,15 +71,10 @@ private slots:
             for (const LV_RGB& led : step()) // still a rainbow: full in one channel at least
                 QCOMPARE(qMax(led.red, qMax(led.green, led.blue)), uint8_t(255));
         }
-    }
-
-    void flowingSpeedIsClampedWhenRead()
-    {
-        FlowingEffect effect(entry(kFlowing), nullptr);
         const QPair<QJsonValue, int> speeds[] = {{0.9, 200}, {-1.0, 0}, {"fast", 0}, {0.025, 100}};
         for (const auto& [stored, speed] : speeds) {
             store()->setEffectJsonValue(kFlowing, "LVTEST:01", "speed", stored);
-            effect.load(stripOf(3));
+            effect.load(strip(3));
             QCOMPARE(effect.effectProperty("speed").toInt(-1), speed);
         }
         effect.setEffectProperty("", QJsonObject{{"speed", 50}});
@@ -110,7 +96,7 @@ private slots:
         for (const auto& [ledPerUnit, speed, seconds, shown] : rows) {
             store()->reset();
             Stepped<Marquee> effect(kMarquee);
-            effect.load(stripOf(10, ledPerUnit));
+            effect.load(strip(10, 0, ledPerUnit));
             QCOMPARE(effect.effectProperty("").toObject(), (QJsonObject{{"speed", 45}}));
             effect.setEffectProperty("speed", speed);
             QCOMPARE(lit(effect.after(seconds)), shown);
@@ -123,17 +109,14 @@ private slots:
 
     void colorMapSpreadsOneRow()
     {
-        const auto columnsOf = [](const QVector<LV_RGB>& picture) {
-            QVector<int> result;
-            for (const LV_RGB& led : picture)
-                result += led.red / 10;
-            return result;
-        };
-        const auto columns = [&](uint32_t nbLeds, int ledPerUnit) {
+        const auto columns = [](uint32_t nbLeds, int ledPerUnit) {
             Stepped<ColorMap> effect(kColorMap);
             effect.after(0.5); // before it is loaded
-            effect.load(stripOf(nbLeds, ledPerUnit));
-            return columnsOf(effect.after(0));
+            effect.load(strip(nbLeds, 0, ledPerUnit));
+            QVector<int> result;
+            for (const LV_RGB& led : effect.after(0))
+                result += led.red / 10;
+            return result;
         };
         QCOMPARE(columns(8, 1), (QVector<int>{0, 0, 1, 1, 2, 2, 3, 3}));
         // Units overlap by one LED: these begin at 0, 3 and 6; the last has its one LED twice.
@@ -144,10 +127,10 @@ private slots:
         QCOMPARE(columns(0, 1), QVector<int>());
         // Another picture in the place of one that a device is showing counts from the next device on.
         Stepped<ColorMap> earlier(kColorMap);
-        earlier.load(stripOf(3));
-        QImage mirrored = QImage("effects/colorful/ColorMap_3.png").mirrored(true, false);
+        earlier.load(strip(3));
         QFile file("effects/colorful/ColorMap_3.png");
-        QVERIFY(mirrored.save(file.fileName()) && file.open(QIODevice::ReadWrite));
+        QVERIFY(QImage(file.fileName()).mirrored(true, false).save(file.fileName()));
+        QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime));
         QCOMPARE(columns(3, 1), (QVector<int>{3, 2, 1}));
         QCOMPARE(earlier.after(0).at(2).red, 20);
@@ -158,7 +141,7 @@ private slots:
         // The seconds until the second row of three shows.
         for (const auto& [speed, seconds] : {std::pair(0, 1 / 15.0), {100, 1 / 30.0}, {200, 1 / 120.0}}) {
             Stepped<ColorMap> effect(kColorMap);
-            effect.load(stripOf(1));
+            effect.load(strip(1));
             effect.setEffectProperty("speed", speed);
             const auto rowAfter = [&effect](double step) { return effect.after(step).at(0).green / 10; };
             QCOMPARE(rowAfter(seconds * 0.98), 0);
@@ -171,26 +154,23 @@ private slots:
 
     void singleColorIsStoredShownAndRefreshed()
     {
-        const auto storedColor = [] {
-            return store()->effectVariant(kSingle, "LVTEST:01", "color").toUInt();
-        };
-        Running<SingleColor> effect(kSingle, stripOf(2));
+        const auto color = [] { return store()->effectVariant(kSingle, "LVTEST:01", "color").toUInt(); };
+        Running<SingleColor> effect(kSingle, strip(2));
         QCOMPARE(effect.last(), Frame(2, LV_RGB{79, 36, 211})); // the first use
-        QTRY_COMPARE(storedColor(), 0xFF4F24D3u);
+        QTRY_COMPARE(color(), 0xFF4F24D3u);
         effect.unload();
         store()->setEffectVariant(kSingle, "LVTEST:01", "color", 0xFF010203u);
-        effect.load(stripOf(1));
+        effect.load(strip(1));
         QCOMPARE(effect.last(), (Frame{{1, 2, 3}}));
-        effect.frames.clear();
         effect.setEffectProperty("color", QJsonArray{250, 20, 30});
-        QVERIFY(effect.frames.isEmpty()); // not at once
+        QCOMPARE(effect.last(), (Frame{{1, 2, 3}})); // not at once
         QTRY_COMPARE(effect.last(), (Frame{{250, 20, 30}}));
         effect.setEffectProperty("color", QJsonArray{-5, 999, "x"});
         QCOMPARE(effect.effectProperty("color").toArray(), (QJsonArray{0, 255, 0}));
         effect.setEffectProperty("", QJsonObject{{"color", QJsonArray{9, 8, 7}}});
         QCOMPARE(effect.effectProperty(EffectProperties::kLook).toObject().keys(), QStringList("color"));
         effect.unload();
-        QCOMPARE(storedColor(), 0xFF090807u);
+        QCOMPARE(color(), 0xFF090807u);
     }
 
     void propertiesAreAnsweredByTheirKind()
@@ -209,10 +189,7 @@ private slots:
         QJsonObject all{{"list", 1}, {"sources", 2}, {"colour", 5}};
         QCOMPARE(properties.read("").toObject(), all);
         QCOMPARE(properties.read(EffectProperties::kLook).toObject(), (QJsonObject{{"colour", 5}}));
-        QCOMPARE(properties.read("notice").toInt(), 3);
-        for (const char* unknown : {"reset", "Colour", " "})
-            QCOMPARE(properties.read(unknown), QJsonValue(QJsonValue::Null));
-
+        QVERIFY(properties.read("notice") == 3 && properties.read("reset").isNull());
         for (const char* key : {"notice", "reset", "unknown", "", EffectProperties::kLook})
             all[key] = 9;
         properties.write("", all);
@@ -223,9 +200,6 @@ private slots:
         properties.write("reset", 7);
         QCOMPARE(written.mid(2).join(""), "colour reset 7");
     }
-
-private:
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 QTEST_MAIN(TestFirstEffects)
