@@ -68,11 +68,8 @@ bool isSane(AudioAnalyser& analyser)
     for (const SoundChannel& channel : analyser.spectrum())
         for (const Spectrum& point : channel.spectrums)
             isSane &= point.level >= 0 && point.level <= 80 && std::isfinite(point.amplitude);
-    for (const QVector<QString>& peaks : analyser.peaks()) {
-        bool isNumber = false;
-        const double peak = peaks.at(0).toDouble(&isNumber);
-        isSane &= isNumber && peak >= 0 && peak <= 1;
-    }
+    for (const QVector<QString>& peaks : analyser.peaks())
+        isSane &= QRegularExpression("^(0\\.\\d{4}|1\\.0000)$").match(peaks.at(0)).hasMatch();
     return isSane;
 }
 
@@ -95,24 +92,23 @@ private slots:
             feed(analyser, tone, silence(rate / 2));
             const QVector<SoundChannel> channels = analyser.spectrum();
             QCOMPARE(channels.size(), 2);
-            const std::string name = std::to_string(hertz) + " Hz at " + std::to_string(rate);
-            QVERIFY2(std::abs(levelAt(channels[0], hertz) - (80 + decibels)) < 0.3, name.c_str());
+            qInfo("%g Hz at %d", hertz, rate); // is printed before what fails
+            QVERIFY(std::abs(levelAt(channels[0], hertz) - (80 + decibels)) < 0.3);
             for (const double other : {hertz / 4, hertz * 4})
-                QVERIFY2(other < 25 || other > std::min(16000., rate / 2.) || levelAt(channels[0], other) < 5,
-                         name.c_str());
-            QVERIFY2(levelAt(channels[1], hertz) == 0, name.c_str()); // each side by itself
+                QVERIFY(other < 25 || other > std::min(16000., rate / 2.) || levelAt(channels[0], other) < 5);
+            QCOMPARE(levelAt(channels[1], hertz), 0.F); // each side by itself
 
             const int updates = rate / analyser.hop();
             const QVector<Spectrum>& points = channels[1].spectrums;
             const float last = points.last().frequency;
-            QVERIFY2(updates >= 30 && updates <= 60 && points.first().frequency < 20, name.c_str());
-            QVERIFY2(last <= 20000 && last > std::min(20000., rate / 2.) - 2 * points[1].frequency,
-                     name.c_str());
+            QVERIFY(updates >= 30 && updates <= 60 && points.first().frequency < 20);
+            QVERIFY(last <= 20000 && last > std::min(20000., rate / 2.) - 2 * points[1].frequency);
         }
     }
 
     void keepsItsScaleWhateverComes()
     {
+        QLocale::setDefault(QLocale(QLocale::German)); // peaks have a point all the same
         AudioAnalyser analyser(kRate);
         QVERIFY(isSane(analyser)); // before the first sample
         QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.0000"}}));
@@ -135,20 +131,14 @@ private slots:
         feed(analyser, sine(440, 0.1, kRate, kRate), silence(kRate)); // it leaves nothing behind
         QVERIFY(std::abs(levelAt(analyser.spectrum()[0], 440) - 60) < 0.3);
         QCOMPARE(levelAt(analyser.spectrum()[0], 1760), 0.F);
-    }
 
-    void writesPeaksOfEachHopWithAPoint()
-    {
-        QLocale::setDefault(QLocale(QLocale::German));
-        AudioAnalyser analyser(kRate);
         const Samples nothing = silence(analyser.hop());
         Samples loud = nothing;
         loud[3] = -0.5F;
         analyser.feed(loud.data(), nothing.data());
         QCOMPARE(analyser.peaks(), Peaks({{"0.5000"}, {"0.0000"}}));
         analyser.feed(nothing.data(), loud.data());
-        QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.5000"}}));
-        QLocale::setDefault(QLocale::c());
+        QCOMPARE(analyser.peaks(), Peaks({{"0.0000"}, {"0.5000"}})); // of each hop by itself
     }
 
     void mixesAnyChannelsToTwo()
@@ -220,18 +210,14 @@ private slots:
         AudioCapturer capturer("source");
         QSignalSpy spectra(&capturer, &AudioCapturer::spectrumsChanged);
         capturer.setRate(kRate);
-        const auto run = [&capturer] {
+        for (int turn = 0; turn < 2; ++turn, QCoreApplication::processEvents()) {
+            spectra.clear();
             for (int i = 0; i < 100; ++i) {
                 capturer.write(nullptr, 1024, 2);
                 capturer.analyse(0);
             }
-        };
-        run();
-        QVERIFY(!spectra.isEmpty() && spectra.size() <= 10);
-        QCoreApplication::processEvents();
-        spectra.clear();
-        run();
-        QVERIFY(!spectra.isEmpty());
+            QVERIFY(!spectra.isEmpty() && spectra.size() <= 10);
+        }
     }
 
     void whatFailsForLongIsTriedSeldom()
@@ -258,11 +244,10 @@ private slots:
         AudioCapturer capturer("source");
         capturer.setWakeUp(std::make_shared<QSemaphore>());
         capturer.setRate(kRate);
-        const Samples block = sine(440, 0.5, kRate, kRate / 100);
-        capturer.write(block.data(), int(block.size() / 2), 2);
+        const Samples block(kRate / 50, 0.5F);
         const int before = s_allocations;
         for (int i = 0; i < 1000; ++i) // fills up on the way
-            capturer.write(block.data(), int(block.size() / 2), 2);
+            capturer.write(block.data(), kRate / 100, 2);
         QCOMPARE(s_allocations.load(), before);
         QVERIFY(capturer.analyse(0) > 0);
         QVERIFY(s_allocations > before); // it does count
