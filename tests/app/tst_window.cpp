@@ -92,10 +92,8 @@ private slots:
 
     void userWorksWithTheWindow()
     {
-        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
-        m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        startTray();
+        startWithWindow();
         QVERIFY(QRect(QPoint(), kScreen).contains(geometry()));
         drag(QPoint(200, 25), {-90, 60});
         drag(kCorner, {60, -70});
@@ -103,12 +101,10 @@ private slots:
         // The program goes on in the tray, and comes back from there.
         const QRect place = geometry();
         closeWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
-        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother()));
+        startAnother();
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QCOMPARE(geometry(), place);
         closeWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
         clickIcon("1");
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
         QVERIFY(shows(kColor));
@@ -121,23 +117,17 @@ private slots:
         m_program->start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
         QVERIFY(geometry().isEmpty());
-        clickInTaskbar();
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        closeWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
-        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother())); // it is away, not just minimised
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        closeWindow();
-
+        ask("xdotool search --name '^Lumivar$' windowactivate %@"); // a click in the task bar
+        closeInto(Away::Taskbar);
+        startAnother(); // it is away, not just minimised
+        closeInto(Away::Taskbar);
         for (int i = 0; i < 2; ++i) { // the second one when the first has gone
             QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
-            startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+            startTray();
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
             QVERIFY(geometry().isEmpty());
             clickIcon("1");
-            QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-            closeWindow();
-            QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
+            closeInto(Away::Tray);
             m_desktop.pop_back();
         }
     }
@@ -154,29 +144,24 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
             QTRY_VERIFY_WITH_TIMEOUT(!panel.item.isEmpty(), kWaitMs);
             panel.clickItem();
-            QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-            closeWindow();
-            QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty() && !isMinimised(), kWaitMs);
+            closeInto(Away::Tray);
         }
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
         const NotifierPanel watcher(bus); // alone it shows nothing
-        QVERIFY(watcher.isWatching && ProgramUnderTest::endsWell(*m_program->startAnother()));
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        closeWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        QVERIFY(watcher.isWatching);
+        startAnother();
+        closeInto(Away::Taskbar);
     }
 
     void panelThatNeverAnswersHoldsNothingUp()
     {
         const QString bus = startBus();
-        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        startTray();
         QThread neverStarted;
         auto panel = std::make_unique<NotifierPanel>(bus);
         panel->moveToThread(&neverStarted);
-        m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
-        closeWindow();
-        QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
+        startWithWindow();
+        closeInto(Away::Taskbar);
         panel.reset(); // what is left is the other tray
         QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
         panel = std::make_unique<NotifierPanel>(bus);
@@ -186,10 +171,8 @@ private slots:
 
     void userGivesAShortcutAnotherKey()
     {
-        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
-        m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        startTray();
+        startWithWindow();
         pressKeys({"alt+s"});
         QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
         pressKeys({"Right"});                           // to the page of shortcuts
@@ -221,13 +204,10 @@ private slots:
         const QString picture = m_program->configFile("pixel_source/mine.png");
         ProgramUnderTest::writeFile(picture, "mine");
         m_program->writeConfig("global.json", {{"mine", 1}});
-        m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        startWithWindow();
         pressKeys({"alt+s"});
         QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs);
-        pressKeys(
-            {"Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab"}); // to the last button of the first section
+        pressKeys(QVector<QString>(7, "Tab").toList()); // to the last button of the first section
         for (const bool isSure : {false, true}) {
             pressKeys({"space"});
             QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Lumivar", kWaitMs);
@@ -255,7 +235,7 @@ private slots:
 
     void panelShowsInTheMenuThatTheProgramDraws()
     {
-        startDesktop("trayer", {"--edge", "bottom", "--align", "left"});
+        startTray();
         m_program->start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
         clickIcon("3");
@@ -293,8 +273,7 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(popups().size(), 1, kWaitMs);
             menu->letKeysGo(); // and the pointer later
             QVERIFY(QRect(QPoint(), kScreen).contains(popups().constFirst()));
-            // The keys arrive once the popup holds them.
-            const auto isReached = [&] {
+            const auto isReached = [&] { // as above
                 pressKeys({isByKey ? "Right" : "Left"});
                 return shows(isByKey ? LV_RGB{} : kColor);
             };
@@ -320,6 +299,15 @@ private slots:
     }
 
 private:
+    enum class Away { Taskbar, Tray };
+
+    void startTray() { startDesktop("trayer", {"--edge", "bottom", "--align", "left"}); }
+    void startWithWindow() const
+    {
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor) && isActive(), kWaitMs);
+    }
+    void startAnother() const { QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother())); }
     void startDesktop(const QString& program, const QStringList& arguments)
     {
         m_desktop.push_back(std::make_unique<QProcess>());
@@ -356,10 +344,7 @@ private:
     {
         const QByteArray found =
             ask("xdotool search --onlyvisible --name '^Lumivar$' getwindowgeometry --shell %@");
-        QMap<QByteArray, int> values;
-        for (const QByteArray& line : found.split('\n'))
-            values[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
-        return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
+        return {number(found, "X="), number(found, "Y="), number(found, "WIDTH="), number(found, "HEIGHT=")};
     }
 
     /// The program's visible menus and panels, which no window manager knows, or its icon in the tray.
@@ -386,7 +371,7 @@ private:
     static int number(const QByteArray& text, const QByteArray& name)
     {
         const QByteArray rest = text.mid(text.indexOf(name) + name.size());
-        return rest.left(rest.indexOf('\n')).trimmed().toInt();
+        return text.contains(name) ? rest.left(rest.indexOf('\n')).trimmed().toInt() : 0;
     }
     /// Whether the task bar has the window, which cannot be seen.
     bool isMinimised() const
@@ -394,8 +379,18 @@ private:
         return ask("for each in $(xdotool search --name '^Lumivar$'); do xprop -id $each WM_STATE; done")
             .contains("Iconic");
     }
-    void clickInTaskbar() const { ask("xdotool search --name '^Lumivar$' windowactivate %@"); }
-    void closeWindow() const { click(geometry().topRight() + QPoint(-20, 25)); }
+    void closeWindow() const
+    {
+        click(geometry().topRight() + QPoint(-20, 25));
+        QTRY_VERIFY_WITH_TIMEOUT(geometry().isEmpty(), kWaitMs);
+    }
+    /// The window that comes.
+    void closeInto(Away place) const
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(), kWaitMs);
+        closeWindow();
+        QTRY_COMPARE_WITH_TIMEOUT(isMinimised(), place == Away::Taskbar, kWaitMs);
+    }
 
     void pointer(QPoint at, const QStringList& then = {}) const
     {
