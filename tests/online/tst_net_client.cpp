@@ -234,7 +234,7 @@ private slots:
         QVERIFY(client.check());
         bool isQuitting = false;
         const auto asked = connect(m_server.get(), &OnlineServer::requested, this, [&] { // it answers later
-            isQuitting = QMetaObject::invokeMethod(qApp, "aboutToQuit");
+            isQuitting = QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit");
         });
         client.manager.downloadLatestApp();
         client.manager.checkVersion();

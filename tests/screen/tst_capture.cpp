@@ -65,7 +65,7 @@ public:
     void abort() override {}
     void request(SourceRequest request) override
     {
-        onMainThread = onMainThread && QThread::currentThread() == qApp->thread();
+        onMainThread = onMainThread && QThread::currentThread() == QCoreApplication::instance()->thread();
         requests += request;
         if (m_trouble == SourceTrouble::NotAsked)
             become(SourceTrouble::Asking);
