@@ -142,6 +142,23 @@ void AbsRGBController::setDark(bool dark)
     emit darkChanged(dark);
 }
 
+void AbsRGBController::setCorrection(const ColorCorrection& correction)
+{
+    if (m_correction == correction)
+        return;
+    m_correction = correction;
+    internalUpdate();
+    emit correctionChanged();
+}
+
+void AbsRGBController::showWhite(bool white)
+{
+    if (m_showsWhite == white)
+        return;
+    m_showsWhite = white;
+    internalUpdate();
+}
+
 bool AbsRGBController::loadConfig()
 {
     using namespace ConfigKeys;
@@ -218,7 +235,8 @@ void AbsRGBController::internalUpdate()
     m_curve.prepare(m_options.brightness, m_options.gama);
     for (LV_RGB& led : out)
         led = {m_curve[led.red], m_curve[led.green], m_curve[led.blue]};
-    writeColors(m_options.enable ? out : m_blackColors);
+    m_sentColors = m_options.enable ? out : m_blackColors;
+    writeColors(m_sentColors);
     reportPace(out);
     m_refreshTimer.start();
 }

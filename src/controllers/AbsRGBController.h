@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/ColorCorrection.h"
 #include "controllers/ColorCurve.h"
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
@@ -39,6 +40,16 @@ public:
     void setDark(bool dark);
     bool isDark() const { return m_isDark; }
 
+    const ColorCorrection& correction() const { return m_correction; }
+    /// The user's choice: shown at once and stored.
+    void setCorrection(const ColorCorrection& correction);
+    /// All LEDs white instead of the effect's colours, to judge the correction by; stored nowhere.
+    void showWhite(bool white);
+    /// The last picture as it went to the transport, one entry per LED; black while the light is off.
+    const QVector<LV_RGB>& sentColors() const { return m_sentColors; }
+    /// The power limit has to hold pictures back now.
+    bool isPowerLimited() const { return m_isPowerLimited; }
+
     /// Overlays the stored settings of this device; false when nothing is stored.
     bool loadConfig();
     void saveProperty(const QString& key, const QVariant& value);
@@ -72,6 +83,8 @@ signals:
     void subModeChanged(QString subMode);
     void installDirectionChanged(uint32_t dir);
     void darkChanged(bool dark);
+    void correctionChanged();
+    void powerLimitedChanged(bool limited);
     void devActionActived(int action);
 
 protected:
@@ -96,6 +109,10 @@ private:
     QTimer m_refreshTimer;
     QVector<LV_RGB> m_rawColors;
     QVector<LV_RGB> m_blackColors;
+    QVector<LV_RGB> m_sentColors;
+    ColorCorrection m_correction;
+    bool m_isPowerLimited = false;
+    bool m_showsWhite = false;
     ColorCurve m_curve;
     QElapsedTimer m_updateTimer;
     qint64 m_updateMsSum = 0;

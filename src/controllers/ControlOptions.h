@@ -26,6 +26,7 @@ struct ControlOptions
     int ledPerUnit = 0;                 ///< LEDs that the hardware drives as one
     bool adjustableLength = false;
     QJsonArray unavailable_modes;
+    int frameSlotUs = 0; ///< how long the device's line is busy with one frame; 0: it has no pace of its own
 
     bool isValid() const { return !id.isEmpty(); }
     /// The key under which the controller saves itself; differs from id for a device without serial.

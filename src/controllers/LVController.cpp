@@ -2,6 +2,7 @@
 
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
+#include "controllers/LineBudget.h"
 #include "support/crash/CrashStack.h"
 #include "support/log/Loggers.h"
 
@@ -61,6 +62,7 @@ void LVController::writeColors(const QVector<LV_RGB>& colors)
 void LVController::rebuildHeader()
 {
     m_header = LedFrame::header(m_options.nbLeds);
+    m_options.frameSlotUs = static_cast<int>(LineBudget().costUs(LedFrame::build(m_header, {}).size()));
     QMetaObject::invokeMethod(
         m_serial,
         [serial = m_serial, leds = LedFrame::statedCount(m_header)] { serial->setCrashLedCount(leds); },

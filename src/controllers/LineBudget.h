@@ -16,6 +16,8 @@ public:
     {
     }
 
+    /// How long the line is busy with that many bytes.
+    qint64 costUs(int bytes) const { return static_cast<qint64>(bytes * m_usPerByte); }
     /// How long a frame of that size has to wait; 0: the line can take it now.
     qint64 delayUs(qint64 nowUs, int bytes) const
     {
@@ -26,8 +28,6 @@ public:
     void sent(qint64 nowUs, int bytes) { m_silentAtUs = qMax(nowUs, m_silentAtUs) + costUs(bytes); }
 
 private:
-    qint64 costUs(int bytes) const { return static_cast<qint64>(bytes * m_usPerByte); }
-
     double m_usPerByte;
     qint64 m_silentAtUs = 0;
 };

@@ -52,6 +52,15 @@ void AbsAnimatedEffect::stop()
     m_timer = nullptr;
 }
 
+void AbsAnimatedEffect::setUpdateInterval(int ms)
+{
+    if (ms == m_updateInterval)
+        return;
+    m_updateInterval = ms;
+    if (m_timer)
+        m_timer->setInterval(ms);
+}
+
 void AbsAnimatedEffect::tick()
 {
     update(m_frameClock.restart() / 1000.0);

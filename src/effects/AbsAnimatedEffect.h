@@ -34,6 +34,10 @@ public slots:
 protected:
     virtual void update(double seconds) = 0;
 
+    int updateInterval() const { return m_updateInterval; }
+    /// Milliseconds, from the next step on.
+    void setUpdateInterval(int ms);
+
     EffectWorkerOptions m_effectOptions;
 
 private:

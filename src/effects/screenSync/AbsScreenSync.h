@@ -2,6 +2,8 @@
 
 #include "effects/AbsAnimatedEffect.h"
 #include "effects/EffectProperties.h"
+#include "effects/screenSync/BorderTracker.h"
+#include "effects/screenSync/ColorSmoother.h"
 #include "support/log/LoopBrake.h"
 
 #include <QElapsedTimer>
@@ -19,7 +21,9 @@ class IDeskDuplManager;
 /// Base of the effects that follow the screen: binds one capturer, pulls a frame on every tick, conditions
 /// it, lets the mode turn it into one colour per LED and emits the colours. Lives on one thread; no failure
 /// reaches the caller. A frame that OpenCV refuses is skipped with one log line for each kind of failure.
-/// After 0.3 s without a picture that it can use the strip goes dark, and the property "notice" says why.
+/// Sources: AbsScreenSync.cpp (the road of a frame), AbsScreenSync_sources.cpp (what it looks at),
+/// AbsScreenSync_properties.cpp (what can be set). After 0.3 s without a picture that it can use the strip
+/// goes dark, and the property "notice" says why.
 class AbsScreenSync : public WithProperties<AbsAnimatedEffect>
 {
     Q_OBJECT
@@ -70,6 +74,17 @@ private slots:
 
 private:
     void listProperties();
+    void loadLook();
+    void setSmoothing(const QString& mode);
+    void setSaturationGate(int levels);
+    void setBorderMode(const QString& mode);
+    void setFrameInterval(int ms);
+    /// Keeps the choice for this device.
+    void storeLook(const char* appKey, const QJsonValue& value);
+    /// The device's own choice, or the application's.
+    QJsonValue storedLook(const char* appKey) const;
+    /// Brings the timer's period in line with the setting and the device's line.
+    void applyFrameInterval();
     static bool wipeDarkSideAllowed();
     void setWipeDarkSide(bool wipe);
     void onCapturerReady(const QString& id);
@@ -90,6 +105,9 @@ private:
     QString noticeAction() const;
     void askForSources(bool isWanted);
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
+    cv::Mat withoutBorder(const cv::Mat& frame);
+    /// From one colour per LED as the mode sees it to those that are shown.
+    void finishColors(QVector<LV_RGB>& colors);
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
     void reportOnce(const QString& kind, const QString& text);
@@ -111,6 +129,12 @@ private:
     LoopBrake m_frameBrake;
     int m_frameCount = 0;
     bool m_autoWipeDarkSide = false;
+    ColorSmoother m_smoother;
+    BorderTracker m_border;
+    QString m_smoothing;
+    int m_saturationGate = 0; ///< levels of chroma below which saturation is blended in; 0: none
+    bool m_stableBorder = false;
+    int m_frameInterval = 0; ///< ms, or ConfigKeys::kFrameIntervalOfLine; 0: that of all effects
     bool m_advancedMode = false;
     QSet<QString> m_reported;        ///< kinds of failure already in the log
     const char* m_trouble = nullptr; ///< why there is no picture now

@@ -39,6 +39,16 @@ inline constexpr Setting<bool> kScreenshotEnable{"runtime.screenshotEnable", fal
 inline constexpr Setting<bool> kLoopLogEnable{"runtime.loopLogEnable", false};
 inline constexpr Setting<bool> kScreenSyncAutoWipeDarkSide{"screenSyncAutoWipeDarkSide", false};
 inline constexpr Setting<bool> kExtraEffects{"effects.extra", false};
+/// How the screen effects look and how often they look; a device's own choice is in the effect store, under
+/// the part of the key behind the dot.
+inline constexpr Setting<const char*> kSmoothing{"screenSync.smoothing", "off"}; // off, responsive, calm
+inline constexpr Number<int> kSaturationGate{{"screenSync.saturationGate", 0}, 0, 64}; // levels; 0: none
+inline constexpr Setting<const char*> kBorderMode{"screenSync.borderMode", "classic"}; // classic, stable
+inline constexpr char kFrameIntervalMs[] = "screenSync.frameIntervalMs"; ///< absent: devUpdateInterval
+inline constexpr int kFrameIntervalOfLine = -1;                          ///< as fast as the line takes frames
+inline constexpr Number<int> kFixedFrameIntervalMs{{kFrameIntervalMs, 80}, 20, 200};
+/// What a device that was never seen before gets; stored with the device.
+inline constexpr Setting<const char*> kNewColorPipeline{"device.colorPipeline", "classic"};
 inline constexpr Number<double> kMusicQuietLevel{{"effects.musicQuietLevel", 0.0}, 0.0, 79.0};
 
 inline constexpr Setting<const char*> kCaptureMode{"runtime.captureMode", ""}; // none: the session's own
@@ -91,6 +101,13 @@ inline constexpr Setting<const char*> kWorkMode{"workMode", ""};
 inline constexpr Number<int> kNbLeds{{"nbLeds", 0}, 0, 10000}; // a frame of more takes seconds
 inline constexpr Setting<int> kLedPerUnit{"ledPerUnit", 1};
 inline constexpr Setting<bool> kAdjustableLength{"adjustableLength", false};
+inline constexpr Setting<const char*> kColorPipeline{"colorPipeline", "classic"}; // classic, linear
+inline constexpr Number<double> kWhiteRed{{"whiteRed", 1.0}, 0.0, 1.0};
+inline constexpr Number<double> kWhiteGreen{{"whiteGreen", 1.0}, 0.0, 1.0};
+inline constexpr Number<double> kWhiteBlue{{"whiteBlue", 1.0}, 0.0, 1.0};
+inline constexpr Number<int> kMinLight{{"minLight", 0}, 0, 20};                   // levels
+inline constexpr Number<int> kPowerLimitMa{{"powerLimitMa", 0}, 0, 1000000};      // 0: none
+inline constexpr Number<int> kLedMilliAmps{{"ledMilliAmps", 55}, 10, 100};        // of one LED at full white
 inline constexpr Setting<const char*> kUnavailableModes{"unavailable_modes", ""}; // an array, absent: empty
 
 // Effect store: keys below effect id and controller id.
