@@ -22,10 +22,12 @@ struct Case
     double maxResidentMb;
     double minFramesPerSecond;
     enum Sound { None, Playing } sound;
+    bool inTray = false; ///< the window was never shown
 };
 
 constexpr Case kCases[] = {
     {"screen synchronisation", "id.effect.screenSync.fullScreen", 4.0, 110, 1, Case::None},
+    {"the same in the tray", "id.effect.screenSync.fullScreen", 4.0, 55, 1, Case::None, true},
     {"still colour", "id.effect.singleColor.singleColor1", 1.0, 110, 1, Case::None},
     {"music", "id.effect.dynamicMusic.peakValues_7", 6.0, 110, 25, Case::Playing},
     {"music, no sound server", "id.effect.dynamicMusic.peakValues_7", 1.0, 110, 0, Case::None},
@@ -58,7 +60,7 @@ bool run(const Case& scenario, const VirtualDisplay& display, int seconds)
             return false;
         beat.start(QCoreApplication::applicationDirPath() + QStringLiteral("/beat-player"), {});
     }
-    program.start();
+    program.start(scenario.inTray ? QStringList{QStringLiteral("--auto_startup")} : QStringList{});
     QThread::sleep(kSettleSeconds);
 
     const auto pid = program.process().processId();

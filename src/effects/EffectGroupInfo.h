@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QImage>
+#include "effects/EffectPicture.h"
+
 #include <QSet>
 #include <QString>
 
@@ -10,7 +11,7 @@ struct EffectGroupInfo
     QString id;
     QString name; ///< already looked up once; source text in the translation context "GroupInformation"
     QString desc;
-    QImage icon;
+    EffectPicture icon;
     QSet<QString> workers; ///< ids of the effects in this group
     int order = 0;         ///< place in the sequence of groups
     QString defaultEffect; ///< effect id chosen when nothing else decides

@@ -68,7 +68,7 @@ void EffectRegistry::addGroup(const QJsonObject& record)
     group.desc = record.value(QLatin1String("desc")).toString(group.name);
     const QString icon = record.value(QLatin1String("icon")).toString();
     if (!icon.isEmpty())
-        group.icon = QImage(icon);
+        group.icon = EffectPicture::fromFile(icon);
     group.defaultEffect = record.value(QLatin1String("defaultEffect")).toString();
     group.order = record.value(QLatin1String("order")).toInt(0);
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QImage>
+#include "effects/EffectPicture.h"
+
 #include <QMetaType>
 #include <QString>
 
@@ -9,8 +10,8 @@ struct EffectWorkerOptions
 {
     QString id;   ///< id.effect.<group>.<name>; everything before the last dot is the group's id
     QString name; ///< source text in the translation context "EffectNames"
-    QImage icon;
-    QImage previewImage;
+    EffectPicture icon;
+    EffectPicture previewImage;
     QString detail;
     QString desc;
     int order = 0;      ///< place within its group, ascending

@@ -15,7 +15,7 @@ EffectWorkerOptions toOptions(const EffectRow& row, bool advancedMode)
     options.id = QString::fromLatin1(row.id);
     options.name = QString::fromUtf8(row.name);
     if (*row.icon != '\0')
-        options.icon = QImage(QString::fromLatin1(row.icon));
+        options.icon = EffectPicture::fromFile(QString::fromLatin1(row.icon));
     options.desc = options.name;
     options.order = row.order;
     options.sOptWidget = QString::fromLatin1(row.sOptWidget.name);

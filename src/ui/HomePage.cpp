@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QEvent>
 #include <QGridLayout>
+#include <QImageReader>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QUrl>
@@ -20,6 +21,7 @@ constexpr int kSpacing = 10;
 constexpr int kSixColumns = 760;
 constexpr int kLeastPictures = 180;
 constexpr int kMostPictures = 560;
+constexpr char kSecondPicture[] = "images/product01_h.png";
 } // namespace
 
 HomePage::HomePage(QWidget* parent)
@@ -29,10 +31,7 @@ HomePage::HomePage(QWidget* parent)
     ui->setupUi(this);
     ui->ADBox1->installEventFilter(this);
     ui->controllerButtonScrollArea->installEventFilter(this);
-    const QImage secondPicture(QStringLiteral("images/product01_h.png"));
-    ui->ADBox1->setImg(QImage(QStringLiteral("images/product00_h.png")));
-    ui->ADBox2->setImg(secondPicture);
-    ui->ADBox2Header->setVisible(!secondPicture.isNull());
+    ui->ADBox2Header->setVisible(QImageReader(QLatin1String(kSecondPicture)).canRead());
     connect(ui->findingList, &FindingList::accessOrdered, this, &HomePage::accessOrdered);
     setControllerList({});
 }
@@ -87,6 +86,27 @@ void HomePage::fitColumns()
         return;
     m_columns = columns;
     placeDeviceButtons();
+}
+
+/// Two megabytes each, which a window in the tray does without.
+void HomePage::showEvent(QShowEvent* event)
+{
+    if (m_hasPictures)
+        return QWidget::showEvent(event);
+    m_hasPictures = true;
+    ui->ADBox1->setImg(QImage(m_adBox1File));
+    ui->ADBox2->setImg(QImage(QLatin1String(kSecondPicture)));
+    QWidget::showEvent(event);
+}
+
+void HomePage::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (isHidden()) // another page shows, and this one is soon back
+        return;
+    m_hasPictures = false;
+    ui->ADBox1->ImageWidget::setImg({});
+    ui->ADBox2->ImageWidget::setImg({});
 }
 
 /// The pictures take what six columns of devices leave, within their limits.
@@ -182,6 +202,7 @@ void HomePage::setADBox1(QString imgFilename, QString clickUrl)
         return;
     }
     ui->ADBox1->setImg(picture);
+    m_adBox1File = imgFilename;
     m_adBox1Url = clickUrl;
     ui->ADBox1->setCursor(clickUrl.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
 }

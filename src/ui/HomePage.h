@@ -48,6 +48,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     static constexpr int kMostColumns = 6;
@@ -77,5 +79,7 @@ private:
     std::unique_ptr<Ui::HomePage> ui;
     QMap<QString, DeviceModel> m_devices;
     int m_columns = kMostColumns; ///< fewer on a narrow page
+    QString m_adBox1File = QStringLiteral("images/product00_h.png");
     QString m_adBox1Url;
+    bool m_hasPictures = false;
 };
