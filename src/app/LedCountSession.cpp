@@ -15,7 +15,8 @@ LedCountSession::LedCountSession(const AbsRGBControllerPtr& controller, QWidget*
     connect(m_dialog, &ControllerConfigDialog::nbLEDChanged, this, &LedCountSession::showCount);
     connect(m_dialog, &QDialog::accepted, this, [this] { answer(true); });
     connect(m_dialog, &QDialog::rejected, this, [this] { answer(false); });
-    showCount(m_dialog->nbLed()); // raises the mark to what may be lit by now
+    m_controller->showWhite(false); // would hide the pattern
+    showCount(m_dialog->nbLed());   // raises the mark to what may be lit by now
     // The effect is gone, but its last frames may be on their way, and would be repeated.
     const auto showAgain = [this] {
         if (m_controller)

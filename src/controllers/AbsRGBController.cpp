@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kRefreshMs = 800;
 constexpr qint64 kReportMs = 3000;
+constexpr int kPowerLimitHoldMs = 2000; ///< what is told to the user must not flicker with the picture
 
 template <typename T>
 QJsonValue member(const QJsonObject& object, const ConfigKeys::Setting<T>& setting)
@@ -73,7 +74,7 @@ void AbsRGBController::setEnable(bool enable)
     if (m_options.enable == enable)
         return;
     m_options.enable = enable;
-    m_blackColors = QVector<LV_RGB>(static_cast<int>(m_options.nbLeds));
+    m_blackColors = QVector<LV_RGB>(ledCount());
     internalUpdate();
     saveProperty(QLatin1String(ConfigKeys::kEnable.key), enable);
     emit enableChanged(enable);
@@ -105,6 +106,7 @@ void AbsRGBController::setNbLeds(uint32_t nbLeds)
     m_unusable.remove(QLatin1String(ConfigKeys::kNbLeds.key));
     rebuildHeader();
     saveConfig();
+    m_sentColors.resize(ledCount());
     if (m_isDark) // it may reach further now
         sendBlack();
 }
@@ -135,6 +137,7 @@ void AbsRGBController::setDark(bool dark)
     if (dark) {
         m_refreshTimer.stop();
         sendBlack();
+        followPowerLimit();
     } else {
         m_updateTimer.restart(); // the pause is no slow effect
         internalUpdate();
@@ -146,6 +149,17 @@ void AbsRGBController::setCorrection(const ColorCorrection& correction)
 {
     if (m_correction == correction)
         return;
+    auto* config = ConfigurationManager::instance();
+    QJsonObject& object = config->controllerJsonObj(m_options.storeKey());
+    const QJsonObject before = m_correction.toJson();
+    const QJsonObject now = correction.toJson();
+    for (auto each = now.begin(); each != now.end(); ++each) {
+        if (m_unusable.contains(each.key()) && before.value(each.key()) == each.value())
+            continue; // the default that stands in is no choice
+        m_unusable.remove(each.key());
+        object[each.key()] = each.value();
+    }
+    config->saveControllerJsonObj(m_options.storeKey());
     m_correction = correction;
     internalUpdate();
     emit correctionChanged();
@@ -188,7 +202,15 @@ bool AbsRGBController::loadConfig()
     m_options.ledPerUnit = member(object, kLedPerUnit).toInt(kLedPerUnit.fallback);
     m_options.adjustableLength = member(object, kAdjustableLength).toBool(kAdjustableLength.fallback);
     m_options.unavailable_modes = member(object, kUnavailableModes).toArray();
+    m_correction = ColorCorrection::fromJson(object, m_options.id, m_unusable);
     return true;
+}
+
+void AbsRGBController::startAsNew()
+{
+    m_correction.pipeline = ColorCorrection::pipelineOfNewDevices();
+    const QLatin1String key(ConfigKeys::kColorPipeline.key);
+    saveProperty(key, m_correction.toJson().value(key).toVariant());
 }
 
 void AbsRGBController::saveProperty(const QString& key, const QVariant& value)
@@ -231,14 +253,34 @@ void AbsRGBController::internalUpdate()
 {
     if (m_isDark)
         return;
-    QVector<LV_RGB> out = m_rawColors;
-    m_curve.prepare(m_options.brightness, m_options.gama);
-    for (LV_RGB& led : out)
-        led = {m_curve[led.red], m_curve[led.green], m_curve[led.blue]};
-    m_sentColors = m_options.enable ? out : m_blackColors;
-    writeColors(m_sentColors);
+    m_pipeline.prepare(m_options.brightness, m_options.gama, m_correction);
+    const QVector<LV_RGB> out = m_pipeline.apply(
+        m_showsWhite ? QVector<LV_RGB>(ledCount(), LV_RGB{255, 255, 255}) : m_rawColors, ledCount());
+    send(m_options.enable ? out : m_blackColors);
+    followPowerLimit();
     reportPace(out);
     m_refreshTimer.start();
+}
+
+void AbsRGBController::send(const QVector<LV_RGB>& colors)
+{
+    m_sentColors = colors;
+    if (colors.size() != ledCount())
+        m_sentColors.resize(ledCount());
+    writeColors(colors);
+}
+
+void AbsRGBController::followPowerLimit()
+{
+    if (!m_options.enable || m_isDark || m_correction.powerLimitMa == 0)
+        m_powerLimitHold = QDeadlineTimer();
+    else if (m_pipeline.isLimited())
+        m_powerLimitHold.setRemainingTime(kPowerLimitHoldMs);
+    const bool isLimited = !m_powerLimitHold.hasExpired();
+    if (m_isPowerLimited == isLimited)
+        return;
+    m_isPowerLimited = isLimited;
+    emit powerLimitedChanged(isLimited);
 }
 
 void AbsRGBController::reportPace(const QVector<LV_RGB>& out)

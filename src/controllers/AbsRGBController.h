@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controllers/ColorCorrection.h"
-#include "controllers/ColorCurve.h"
+#include "controllers/ColorPipeline.h"
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
 #include "support/log/LoopBrake.h"
@@ -43,15 +43,19 @@ public:
     const ColorCorrection& correction() const { return m_correction; }
     /// The user's choice: shown at once and stored.
     void setCorrection(const ColorCorrection& correction);
-    /// All LEDs white instead of the effect's colours, to judge the correction by; stored nowhere.
+    /// All LEDs white instead of the effect's colours, to judge the correction by, for as long as the light
+    /// is on; what the effect shows meanwhile comes with `false`. Stored nowhere.
     void showWhite(bool white);
-    /// The last picture as it went to the transport, one entry per LED; black while the light is off.
+    /// The last picture as it went to the transport, one entry per LED; black while the light is off, empty
+    /// before the first one. Amounts of light: as bytes of a screen they would look too dark.
     const QVector<LV_RGB>& sentColors() const { return m_sentColors; }
-    /// The power limit has to hold pictures back now.
+    /// The power limit has to hold pictures back, or had to within the last two seconds.
     bool isPowerLimited() const { return m_isPowerLimited; }
 
     /// Overlays the stored settings of this device; false when nothing is stored.
     bool loadConfig();
+    /// For a device of which nothing is stored: what the settings say of new ones becomes its own.
+    void startAsNew();
     void saveProperty(const QString& key, const QVariant& value);
     void saveConfig();
 
@@ -100,7 +104,11 @@ private slots:
 
 private:
     static float configuredGama();
-    void sendBlack() { writeColors(QVector<LV_RGB>(static_cast<int>(m_options.nbLeds))); }
+    int ledCount() const { return static_cast<int>(m_options.nbLeds); }
+    void sendBlack() { send(QVector<LV_RGB>(ledCount())); }
+    /// To the transport, and kept for sentColors().
+    void send(const QVector<LV_RGB>& colors);
+    void followPowerLimit();
     /// Refresh warning and the average interval, for the loop log.
     void reportPace(const QVector<LV_RGB>& out);
 
@@ -112,8 +120,9 @@ private:
     QVector<LV_RGB> m_sentColors;
     ColorCorrection m_correction;
     bool m_isPowerLimited = false;
+    QDeadlineTimer m_powerLimitHold; ///< runs while the limit counts as needed
     bool m_showsWhite = false;
-    ColorCurve m_curve;
+    ColorPipeline m_pipeline;
     QElapsedTimer m_updateTimer;
     qint64 m_updateMsSum = 0;
     qint64 m_updateCount = 0;

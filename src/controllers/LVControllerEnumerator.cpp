@@ -412,7 +412,8 @@ LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const Probe
 
     auto* controller = new LVController(options, dialogue->takePort(), nullptr);
     dialogue->deleteLater();
-    controller->loadConfig();
+    if (!controller->loadConfig())
+        controller->startAsNew();
     if (controller->options().kindName.isEmpty())
         controller->setKindName(controller->options().model);
     controller->rebuildHeader();

@@ -8,9 +8,14 @@
 #include <QUdpSocket>
 #include <QtTest>
 
+#include <QRandomGenerator>
+#include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace {
+
+using Pipeline = ColorCorrection::Pipeline;
 
 class RecordingController : public FakeController
 {
@@ -34,6 +39,92 @@ class ColourPipelineTest : public QObject
 
 private slots:
     void init() { ConfigurationManager::instance()->reset(); }
+
+    void withoutCorrectionEveryByteIsAsItWas()
+    {
+        ColorPipeline pipeline;
+        for (const float brightness : {0.05F, 0.3F, 0.8F, 1.0F})
+            for (const float gama : {0.5F, 1.0F, 1.3F, 5.0F})
+                for (int raw = 0; raw < 256; ++raw) {
+                    const double dimmed = static_cast<uint8_t>(static_cast<float>(raw) * brightness);
+                    const auto out = static_cast<uint8_t>(std::pow(dimmed / 256, double(gama)) * 256);
+                    pipeline.prepare(brightness, gama, {});
+                    QCOMPARE(pipeline.apply({{0, uint8_t(raw), 0}}, 1).first(), (LV_RGB{0, out, 0}));
+                }
+    }
+
+    void theLinearPipelineKeepsLevelsWhereItIsDim()
+    {
+        ColorPipeline pipeline;
+        for (const auto& [brightness, gama, firstLit, most] :
+             {std::tuple(0.05F, 1.0F, 59, 13), {0.2F, 1.0F, 32, 51}, {1.0F, 1 / 2.2F, 1, 255}}) {
+            pipeline.prepare(brightness, gama, {Pipeline::Linear, 1.0, 0.5});
+            QSet<int> levels;
+            for (int raw = 0; raw < 256; ++raw) {
+                const LV_RGB led = pipeline.apply({{uint8_t(raw), uint8_t(raw), 0}}, 1).first();
+                QVERIFY((led.red > 0) == (raw >= firstLit) && std::abs(led.red - 2 * led.green) <= 1);
+                levels += led.red;
+            }
+            QVERIFY(levels.size() == most + 1 && levels.contains(most));
+        }
+    }
+
+    void thePowerLimitIsNeverPassedAndKeepsTheHue()
+    {
+        QRandomGenerator random(7);
+        ColorPipeline pipeline;
+        const auto bytesOf = [&](const QVector<LV_RGB>& picture, const ColorCorrection& correction) {
+            pipeline.prepare(0.9F, 1.0F, correction);
+            const auto out = pipeline.apply(picture, picture.size());
+            const auto* first = reinterpret_cast<const uint8_t*>(out.constData());
+            return std::vector<int>(first, first + 3 * out.size());
+        };
+        for (int turn = 0; turn < 2000; ++turn) {
+            QVector<LV_RGB> picture(random.bounded(1, 300));
+            for (LV_RGB& led : picture)
+                led = {uint8_t(random.bounded(256)), uint8_t(random.bounded(256)), 0};
+            picture[0] = {255, 255, 255};
+            ColorCorrection correction{Pipeline(turn % 2), 1, 1, 1, random.bounded(20), 0, 10 + turn % 91};
+            const std::vector<int> free = bytesOf(picture, correction);
+            correction.powerLimitMa = random.bounded(1, 20 * picture.size() + 1);
+            const std::vector<int> held = bytesOf(picture, correction);
+            const int budget =
+                std::max(0, correction.powerLimitMa - picture.size()) * 765 / correction.ledMilliAmps;
+            const int wanted = std::accumulate(free.begin(), free.end(), 0);
+            const int given = std::accumulate(held.begin(), held.end(), 0);
+            QCOMPARE(pipeline.isLimited(), wanted > budget);
+            QVERIFY(given <= budget && given >= std::min(wanted, budget - int(held.size())));
+            for (std::size_t i = 0; i < held.size() && pipeline.isLimited(); ++i) // one factor, rounded down
+                QVERIFY(held[i] <= (free[i] + 0.5) * (held[0] + 1) / (free[0] - 0.5) &&
+                        held[i] >= (free[i] - 0.5) * held[0] / (free[0] + 0.5) - 1);
+        }
+    }
+
+    void whatTheUserCorrectsIsShownAtOnceAndNeverInTheDark()
+    {
+        RecordingController controller;
+        const QSignalSpy told(&controller, &AbsRGBController::powerLimitedChanged);
+        controller.setNbLeds(4);
+        controller.update({{0, 0, 0}, {4, 2, 0}, {9, 10, 0}});
+        controller.setCorrection({Pipeline::Classic, 1.0, 1.0, 0.5, 10, 100});
+        // As much white light for all three, tinted; the end that the effect leaves out stays black.
+        const QVector<LV_RGB> lit{{10, 10, 5}, {10, 8, 3}, {9, 10, 0}, {}};
+        QCOMPARE(controller.sentColors(), lit);
+        controller.showWhite(true);
+        QVERIFY(controller.isPowerLimited() && controller.sentColors() == QVector<LV_RGB>(4, {133, 133, 66}));
+        controller.setEnable(false);
+        controller.update({{4, 2, 0}});
+        QVERIFY(!controller.isPowerLimited() && controller.sentColors() == QVector<LV_RGB>(4));
+        controller.setEnable(true);
+        QVERIFY(controller.isPowerLimited());
+        controller.showWhite(false);
+        QVERIFY(controller.isPowerLimited()); // the page's notice does not flicker
+        QCOMPARE(controller.sentColors(), (QVector<LV_RGB>{{10, 8, 3}, {}, {}, {}}));
+        QTRY_VERIFY_WITH_TIMEOUT(!controller.isPowerLimited(), 20000);
+        QCOMPARE(told.size(), 4);
+        controller.setDark(true);
+        QCOMPARE(controller.sentColors(), QVector<LV_RGB>(4));
+    }
 
     void oneByteGoesThroughBrightnessThenGamma()
     {
