@@ -37,7 +37,7 @@ void ElidingComboBox::paintEvent(QPaintEvent*)
 
 bool ElidingComboBox::event(QEvent* event)
 {
-    if (event->type() == QEvent::ToolTip && !currentText().isEmpty()) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !currentText().isEmpty()) {
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), currentText(), this);
         return true;
     }

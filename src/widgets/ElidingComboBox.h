@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A combo box for texts of any length: it does not grow with them and ends them with an ellipsis; the tool
-/// tip has the whole text.
+/// A combo box for texts of any length: it does not grow with them and ends them with an ellipsis; without a
+/// tool tip of its own it has the whole text there.
 class ElidingComboBox : public QComboBox
 {
     Q_OBJECT

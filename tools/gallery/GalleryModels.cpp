@@ -76,6 +76,10 @@ QJsonObject galleryProperties()
             {"blur", 0.25},
             {"saturation", 0.8},
             {"wipeDarkSide", true},
+            {"borderMode", "stable"},
+            {"smoothing", "responsive"},
+            {"saturationGate", 16},
+            {"frameInterval", -1},
             {"enbWipeDarkSizeFunc", true},
             {"enbBlurAndSaturationAdjust", true}};
 }
@@ -94,6 +98,15 @@ QMap<QString, QJsonObject> galleryStates(const QString& optionWidget)
     states["source"]["captures"] =
         QJsonArray{QJsonObject{{"index", "DP-1"}, {"desc", longName}}, QJsonObject{{"index", "DP-2"}}};
     states["source"]["inputSource"] = "DP-1";
+    QJsonObject& look = states["look"];
+    look = states["sliders"];
+    look["smoothing"] = "calm";
+    look["saturationGate"] = 64;
+    look["frameInterval"] = 60;
+    states["border-off"] = look;
+    states["border-off"]["enbWipeDarkSizeFunc"] = true;
+    states["border-off"]["wipeDarkSide"] = false;
+    states["border-off"]["borderMode"] = "classic";
     return states;
 }
 

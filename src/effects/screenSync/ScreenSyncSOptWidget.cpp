@@ -10,7 +10,10 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -18,12 +21,29 @@ constexpr char kBlur[] = "blur";
 constexpr char kSaturation[] = "saturation";
 constexpr char kInputSource[] = "inputSource";
 constexpr char kWipeDarkSide[] = "wipeDarkSide";
+constexpr char kBorderMode[] = "borderMode";
+constexpr char kSmoothing[] = "smoothing";
+constexpr char kSaturationGate[] = "saturationGate";
+constexpr char kFrameInterval[] = "frameInterval";
 constexpr char kEnbAdjust[] = "enbBlurAndSaturationAdjust";
 constexpr const char* kAdvancedMode = ConfigKeys::kScreenSyncAdvancedMode.key;
 
 /// What the widget's height reckons with for a row. In the form it has 28, taken from the bottom margin and,
 /// row by row, from the spacing.
 constexpr int kRowHeight = 20;
+
+/// What the choices stand for, in the order of the form.
+constexpr const char* kBorderModes[] = {"stable", "classic"};
+constexpr const char* kSmoothings[] = {"off", "responsive", "calm"};
+constexpr int kFrameIntervalsMs[] = {ConfigKeys::kFrameIntervalOfLine, 80, 50, 33, 20};
+
+template <typename Values>
+void setChoices(QComboBox* box, const Values& values)
+{
+    int idx = 0;
+    for (const char* value : values)
+        box->setItemData(idx++, QLatin1String(value));
+}
 
 /// A worker keeps what the slider gave in single precision.
 double strengthOf(int value)
@@ -61,12 +81,45 @@ ScreenSyncSOptWidget::ScreenSyncSOptWidget(QWidget* parent)
 {
     qRegisterMetaType<qintptr>("qintptr");
     m_ui->setupUi(this);
+    setChoices(m_ui->borderModeComboBox, kBorderModes);
+    setChoices(m_ui->smoothingComboBox, kSmoothings);
+    listLookRows();
     listProperties();
     connectForm();
+    connectLookRows();
+    explainRows();
+    followWipeDarkSide();
     updateRows();
 }
 
 ScreenSyncSOptWidget::~ScreenSyncSOptWidget() = default;
+
+void ScreenSyncSOptWidget::listLookRows()
+{
+    m_lookRows = {{kBorderMode, m_ui->borderModeLabel, m_ui->borderModeComboBox},
+                  {kSmoothing, m_ui->smoothingLabel, m_ui->smoothingComboBox},
+                  {kSaturationGate, m_ui->saturationGateLabel, m_ui->saturationGateSlider},
+                  {kFrameInterval, m_ui->frameRateLabel, m_ui->frameRateComboBox}};
+}
+
+/// Not told, it is none of the widget's properties.
+QJsonValue ScreenSyncSOptWidget::ifTold(const QString& key, const QVariant& value) const
+{
+    return m_told.contains(key) ? QJsonValue::fromVariant(value) : QJsonValue(QJsonValue::Undefined);
+}
+
+EffectProperty ScreenSyncSOptWidget::choiceOf(const QString& key, QComboBox* box)
+{
+    return {key, [=] { return ifTold(key, box->currentData()); },
+            [=](const QJsonValue& val) {
+                const int idx = box->findData(val.toVariant());
+                if (idx < 0)
+                    return;
+                const QSignalBlocker blocker(box);
+                box->setCurrentIndex(idx);
+                m_told.insert(key);
+            }};
+}
 
 void ScreenSyncSOptWidget::listProperties()
 {
@@ -82,6 +135,26 @@ void ScreenSyncSOptWidget::listProperties()
          [this](const QJsonValue& val) {
              const QSignalBlocker blocker(m_ui->wipeDarkSideCBX);
              m_ui->wipeDarkSideCBX->setChecked(val.toBool(m_ui->wipeDarkSideCBX->isChecked()));
+             followWipeDarkSide();
+         }},
+        choiceOf(kBorderMode, m_ui->borderModeComboBox),
+        choiceOf(kSmoothing, m_ui->smoothingComboBox),
+        {kSaturationGate, [this] { return ifTold(kSaturationGate, m_ui->saturationGateSlider->value()); },
+         [this](const QJsonValue& val) {
+             const int levels = val.toInt(-1);
+             if (levels < 0 || levels > m_ui->saturationGateSlider->maximum())
+                 return;
+             const QSignalBlocker blocker(m_ui->saturationGateSlider);
+             m_ui->saturationGateSlider->setValue(levels);
+             m_told.insert(kSaturationGate);
+         }},
+        {kFrameInterval, [this] { return ifTold(kFrameInterval, m_ui->frameRateComboBox->currentData()); },
+         [this](const QJsonValue& val) {
+             const int ms = val.toInt();
+             if (ms != ConfigKeys::kFrameIntervalOfLine && ms <= 0)
+                 return;
+             showFrameInterval(ms);
+             m_told.insert(kFrameInterval);
          }},
         {"enbWipeDarkSizeFunc",
          {},
@@ -124,6 +197,82 @@ void ScreenSyncSOptWidget::connectForm()
             Qt::QueuedConnection);
 }
 
+void ScreenSyncSOptWidget::connectLookRows()
+{
+    const auto follow = [this](QComboBox* box, const char* key, const char* what) {
+        connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [=] {
+            logUserOption(what, box->currentData().toString());
+            emit effectPropertyChanged(key, QJsonValue::fromVariant(box->currentData()));
+        });
+    };
+    follow(m_ui->borderModeComboBox, kBorderMode, "Border mode changed to ");
+    follow(m_ui->smoothingComboBox, kSmoothing, "Smoothing changed to ");
+    follow(m_ui->frameRateComboBox, kFrameInterval, "Frame interval changed to ");
+    connect(m_ui->saturationGateSlider, &QSlider::valueChanged, this, [this](int value) {
+        logUserOption("Saturation gate changed to ", value);
+        emit effectPropertyChanged(kSaturationGate, value);
+    });
+}
+
+void ScreenSyncSOptWidget::explainRows()
+{
+    const QMap<QString, QString> texts{
+        {kBorderMode, tr("如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。"
+                         "经典：逐帧判断，适合需要立即去掉黑边时。")},
+        {kSmoothing, tr("让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，"
+                        "适合灯光太跳时。关：每一帧都原样显示。")},
+        {kSaturationGate, tr("避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，"
+                             "浅色显得发灰时调小，最小为关闭。")},
+        {kFrameInterval,
+         tr("每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。")}};
+    for (const LookRow& row : qAsConst(m_lookRows)) {
+        const QString& text = texts[row.key];
+        // Rich text is wrapped.
+        for (QWidget* each : std::initializer_list<QWidget*>{row.label, row.control})
+            each->setToolTip(QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped()));
+        row.control->setAccessibleDescription(text);
+    }
+}
+
+/// One that is not among the usual ones gets an entry of its own.
+void ScreenSyncSOptWidget::showFrameInterval(int ms)
+{
+    QList<int> intervals(std::begin(kFrameIntervalsMs), std::end(kFrameIntervalsMs));
+    if (!intervals.contains(ms))
+        intervals.insert(std::upper_bound(intervals.begin() + 1, intervals.end(), ms, std::greater<>()), ms);
+
+    QComboBox* box = m_ui->frameRateComboBox;
+    const QSignalBlocker blocker(box);
+    box->clear();
+    for (const int each : qAsConst(intervals))
+        box->addItem(QString(), each);
+    nameFrameRates();
+    box->setCurrentIndex(intervals.indexOf(ms));
+    // That of all effects may be one that a screen effect cannot be set to.
+    const auto& fixed = ConfigKeys::kFixedFrameIntervalMs;
+    const bool isChoosable =
+        ms == ConfigKeys::kFrameIntervalOfLine || (ms >= fixed.least && ms <= fixed.most);
+    qobject_cast<QStandardItemModel*>(box->model())->item(box->currentIndex())->setEnabled(isChoosable);
+}
+
+void ScreenSyncSOptWidget::nameFrameRates()
+{
+    QComboBox* box = m_ui->frameRateComboBox;
+    for (int i = 0; i < box->count(); ++i) {
+        const int ms = box->itemData(i).toInt();
+        const double rate = ms == 33 ? 30.0 : 1000.0 / ms; // milliseconds are whole, the usual rate is too
+        box->setItemText(i, ms == ConfigKeys::kFrameIntervalOfLine ? tr("自动")
+                                                                   : tr("每秒 %1 次").arg(rate, 0, 'g', 3));
+    }
+}
+
+/// How edges are found is of no use while they stay.
+void ScreenSyncSOptWidget::followWipeDarkSide()
+{
+    for (QWidget* each : std::initializer_list<QWidget*>{m_ui->borderModeLabel, m_ui->borderModeComboBox})
+        each->setEnabled(m_ui->wipeDarkSideCBX->isChecked());
+}
+
 QJsonValue ScreenSyncSOptWidget::effectProperty(const QString& key)
 {
     QJsonValue value = WithProperties::effectProperty(key);
@@ -136,7 +285,12 @@ QJsonValue ScreenSyncSOptWidget::effectProperty(const QString& key)
 
 void ScreenSyncSOptWidget::setEffectProperty(const QString& key, const QJsonValue& val)
 {
+    const QSet<QString> before = m_told;
+    if (key.isEmpty() && val.isObject())
+        m_told.clear(); // of another worker, perhaps
     WithProperties::setEffectProperty(key, val);
+    if (m_told != before)
+        updateRows();
     if (key.isEmpty())
         followAdvancedMode();
 }
@@ -185,9 +339,17 @@ void ScreenSyncSOptWidget::updateRows()
          std::initializer_list<QWidget*>{m_ui->blurLabel, m_ui->blurStrengthSlider, m_ui->saturationLabel,
                                          m_ui->saturationStrengthSlider})
         each->setVisible(m_enbAdjust);
-    m_ui->wipeDarkSideCBX->setVisible(m_enbWipeDarkSide);
+    for (QWidget* each : std::initializer_list<QWidget*>{m_ui->wipeDarkSideLabel, m_ui->wipeDarkSideCBX})
+        each->setVisible(m_enbWipeDarkSide);
 
-    const int rows = (m_showSources ? 1 : 0) + (m_enbAdjust ? 2 : 0) + (m_enbWipeDarkSide ? 1 : 0);
+    int rows = (m_showSources ? 1 : 0) + (m_enbAdjust ? 2 : 0) + (m_enbWipeDarkSide ? 1 : 0);
+    for (const LookRow& row : qAsConst(m_lookRows)) {
+        const bool isOfUse = m_enbWipeDarkSide || row.control != m_ui->borderModeComboBox;
+        const bool isShown = m_enbAdjust && m_told.contains(row.key) && isOfUse;
+        row.label->setVisible(isShown);
+        row.control->setVisible(isShown);
+        rows += isShown ? 1 : 0;
+    }
     if (rows == 0) {
         hide();
         emit visibleStatusChanged(false);
@@ -231,13 +393,17 @@ void ScreenSyncSOptWidget::onBlurChanged(int value)
 
 void ScreenSyncSOptWidget::onWipeDarkSideCBXChanged(bool b)
 {
+    followWipeDarkSide();
     logUserOption("Wipe dark side changed to ", b);
     emit effectPropertyChanged(kWipeDarkSide, b);
 }
 
 void ScreenSyncSOptWidget::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         m_ui->retranslateUi(this);
+        nameFrameRates();
+        explainRows();
+    }
     AbsWorkerWidget::changeEvent(event);
 }

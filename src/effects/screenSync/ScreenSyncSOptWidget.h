@@ -4,16 +4,21 @@
 #include "effects/EffectProperties.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <memory>
+
+class QComboBox;
+class QLabel;
 
 namespace Ui {
 class ScreenSyncSOptWidget;
 }
 
-/// Options of the screen effects: the source, range and saturation of the colours, removal of black edges. A
-/// row shows only while there is something to set; without any the widget hides and asks its host to do the
-/// same. What is set from outside is not reported back. A source that is not in the list is logged and
+/// Options of the screen effects: the source, range and saturation of the colours, removal of black edges
+/// and, where the worker knows them, how edges are found, smoothing, the protection of greys and the frame
+/// rate. A row shows only while there is something to set; without any the widget hides and asks its host to
+/// do the same. What is set from outside is not reported back. A source that is not in the list is logged and
 /// changes nothing, values of a wrong type are ignored.
 class ScreenSyncSOptWidget : public WithProperties<AbsWorkerWidget>
 {
@@ -36,8 +41,24 @@ private slots:
     void onWipeDarkSideCBXChanged(bool b);
 
 private:
+    /// One that shows in advanced mode, and only while the worker has told its value: others may not know it.
+    struct LookRow
+    {
+        QString key;
+        QLabel* label;
+        QWidget* control;
+    };
+
+    void listLookRows();
+    QJsonValue ifTold(const QString& key, const QVariant& value) const;
+    EffectProperty choiceOf(const QString& key, QComboBox* box);
     void listProperties();
     void connectForm();
+    void connectLookRows();
+    void explainRows();
+    void showFrameInterval(int ms);
+    void nameFrameRates();
+    void followWipeDarkSide();
     void showCaptures(const QJsonValue& list);
     void showSource(const QString& id);
     void followAdvancedMode();
@@ -48,5 +69,7 @@ private:
     bool m_enbWipeDarkSide = false;
     bool m_showSources = false;
     bool m_enbAdjust = false;
-    QString m_chosenId; ///< here, since the worker last said what is current
+    QList<LookRow> m_lookRows;
+    QSet<QString> m_told; ///< which of their values the worker has told
+    QString m_chosenId;   ///< here, since the worker last said what is current
 };

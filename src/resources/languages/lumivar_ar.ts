@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>饱和度</source>
         <translation>التشبّع</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>الحواف السوداء</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>التنعيم</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>حماية الرمادي</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>معدل الإطارات</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>ثابت</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>كلاسيكي</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>إيقاف</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>سريع الاستجابة</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>هادئ</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>طريقة التعرّف على الحواف السوداء. ثابت: تُزال الحافة بعد أن تبقى سوداء، فلا تخدعها الترجمة ولا التلاشي ولا الوميض. كلاسيكي: يُقيَّم كل إطار وحده، لمن يريد إزالة الحواف فورًا.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>يجعل تغيّر الألوان أنعم. سريع الاستجابة: يخفّف الوميض ويتبع التغيّرات الكبيرة فورًا. هادئ: كل تغيّر يحدث ببطء، إذا كان الضوء كثير التقلّب. إيقاف: يُعرض كل إطار كما هو.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>تمنع الأجزاء القريبة من الرمادي من التحوّل إلى ألوان زاهية. ارفعها إذا قفز الضوء في المشاهد الرمادية أو المظلمة، واخفضها إذا بدت الألوان الباهتة رمادية؛ وعند أدنى قيمة تكون متوقفة.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>عدد مرات قراءة الشاشة في الثانية. تلقائي: بقدر ما يستقبله الشريط. اخفض القيمة لتخفيف العبء عن المعالج.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>تلقائي</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 في الثانية</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

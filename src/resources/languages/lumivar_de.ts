@@ -1431,6 +1431,66 @@ Möchten Sie die Datei ersetzen?</translation>
         <source>饱和度</source>
         <translation>Sättigung</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Schwarze Ränder</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Glättung</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Grauschutz</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Stabil</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Klassisch</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Aus</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Reaktionsschnell</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Ruhig</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>Wie schwarze Ränder erkannt werden. Stabil: Ein Rand entfällt erst, wenn er schwarz geblieben ist; Untertitel, Überblendungen und Blitze stören nicht. Klassisch: Jedes Bild wird für sich beurteilt, wenn Ränder sofort entfallen sollen.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Macht Farbwechsel weicher. Reaktionsschnell: Flackern wird geglättet, großen Änderungen wird sofort gefolgt. Ruhig: Jede Änderung läuft langsam ab, falls das Licht zu unruhig ist. Aus: Jedes Bild wird unverändert gezeigt.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Verhindert, dass fast graue Bildteile zu kräftigen Farben werden. Höher stellen, wenn das Licht in grauen oder dunklen Szenen springt, niedriger, wenn blasse Farben grau wirken; ganz unten ist der Schutz aus.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>Wie oft pro Sekunde der Bildschirm gelesen wird. Automatisch: so oft, wie der Streifen es aufnimmt. Niedriger stellen, um den Prozessor zu schonen.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 pro Sekunde</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

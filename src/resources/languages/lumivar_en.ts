@@ -1431,6 +1431,66 @@ Do you want to replace it?</translation>
         <source>自动去黑边</source>
         <translation>Automatic black edge removal</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Black edges</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Smoothing</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Grey protection</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Frame rate</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Stable</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Classic</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Responsive</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Calm</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>How black edges are recognised. Stable: an edge goes once it has stayed black; subtitles, fades and flashes do not mislead it. Classic: each frame is judged by itself, for edges that should go at once.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Makes changes of colour softer. Responsive: flicker is evened out, and big changes are followed at once. Calm: every change is a slow one, for when the light is too restless. Off: every frame is shown as it is.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Keeps nearly grey parts of the picture from turning into vivid colours. Raise it if the light jumps in grey or dark scenes, lower it if pale colours look grey; at its lowest it is off.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>How many times a second the screen is read. Automatic: as often as the strip can take it. Lower it to spare the processor.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 per second</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>自动去黑边</source>
         <translation>Quitar los bordes negros</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Bordes negros</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Suavizado</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Protección de grises</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Frecuencia</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Estable</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Clásico</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Desactivado</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Ágil</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Tranquilo</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>Cómo se reconocen los bordes negros. Estable: un borde se quita solo cuando sigue negro un tiempo; los subtítulos, fundidos y destellos no lo confunden. Clásico: cada imagen se juzga por separado, para que los bordes se quiten al instante.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Suaviza los cambios de color. Ágil: reduce el parpadeo y sigue al instante los cambios grandes. Tranquilo: todo cambia despacio, por si la luz resulta inquieta. Desactivado: cada imagen se muestra tal cual.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Evita que las zonas casi grises se conviertan en colores vivos. Súbalo si la luz salta en escenas grises u oscuras y bájelo si los colores pálidos se ven grises; al mínimo está desactivado.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>Cuántas veces por segundo se lee la pantalla. Automático: tantas como admita la tira. Baje el valor para aliviar el procesador.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automático</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 por segundo</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>视频源</source>
         <translation>映像ソース</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>黒帯の判定</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>なめらかさ</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>グレー保護</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>フレームレート</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>安定</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>クラシック</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>オフ</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>すばやい</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>おだやか</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>黒帯の見分け方です。安定：黒い状態がしばらく続いてから取り除き、字幕やフェード、フラッシュに影響されません。クラシック：フレームごとに判定し、すぐに取り除きたいときに適しています。</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>色の変化をやわらかくします。すばやい：ちらつきを抑え、大きな変化にはすぐ追従します。おだやか：すべてゆっくり変化し、光が落ち着かないときに適しています。オフ：各フレームをそのまま表示します。</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>グレーに近い部分が鮮やかな色に変わるのを防ぎます。グレーや暗い場面で光が飛ぶときは大きく、淡い色が灰色に見えるときは小さくします。最小でオフになります。</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>1 秒間に画面を読み取る回数です。自動：LED テープが受け取れる限り多く読み取ります。プロセッサの負担を減らしたいときは小さくします。</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>毎秒 %1 回</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>饱和度</source>
         <translation>채도</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>검은 테두리</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>부드러움</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>회색 보호</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>프레임 속도</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>안정</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>기본</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>끔</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>빠르게</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>차분하게</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>검은 테두리를 알아보는 방법입니다. 안정: 계속 검은 상태일 때만 제거하며 자막, 페이드, 섬광에 흔들리지 않습니다. 기본: 프레임마다 따로 판단하며, 테두리를 바로 제거하고 싶을 때 적합합니다.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>색 변화를 부드럽게 합니다. 빠르게: 깜박임을 줄이고 큰 변화는 바로 따라갑니다. 차분하게: 모든 변화가 천천히 일어나며, 빛이 산만할 때 적합합니다. 끔: 모든 프레임을 그대로 표시합니다.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>회색에 가까운 부분이 선명한 색으로 바뀌지 않게 합니다. 회색이거나 어두운 장면에서 빛이 튀면 높이고, 옅은 색이 회색으로 보이면 낮추십시오. 가장 낮으면 꺼집니다.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>1초에 화면을 읽는 횟수입니다. 자동: LED 스트립이 받을 수 있는 만큼 읽습니다. 프로세서 부담을 줄이려면 낮추십시오.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>자동</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>초당 %1회</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Deseja substituí-lo?</translation>
         <source>取色范围</source>
         <translation>Faixa de cor</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Bordas pretas</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Suavização</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Proteção de cinzas</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Frequência</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Estável</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Clássico</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Desligada</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Ágil</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Calma</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>Como as bordas pretas são reconhecidas. Estável: uma borda só é removida depois de continuar preta por um tempo; legendas, transições e clarões não a confundem. Clássico: cada quadro é avaliado sozinho, para remover as bordas na hora.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Suaviza as mudanças de cor. Ágil: reduz a cintilação e segue na hora as mudanças grandes. Calma: tudo muda devagar, para quando a luz está agitada demais. Desligada: cada quadro é mostrado como é.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Evita que partes quase cinzas da imagem virem cores vivas. Aumente se a luz salta em cenas cinzas ou escuras e diminua se cores claras parecem cinzas; no mínimo, fica desligada.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>Quantas vezes por segundo a tela é lida. Automática: tantas quantas a fita aceita. Diminua para poupar o processador.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Automática</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 por segundo</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>饱和度</source>
         <translation>Насыщенность</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Чёрные края</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Сглаживание</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Защита серого</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Частота кадров</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Устойчиво</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Классически</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Выкл.</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Быстрое</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Спокойное</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>Как распознаются чёрные края. Устойчиво: край убирается, когда остаётся чёрным некоторое время; субтитры, затемнения и вспышки не мешают. Классически: каждый кадр оценивается отдельно, если края нужно убирать сразу.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Делает смену цветов мягче. Быстрое: мерцание сглаживается, а за большими изменениями свет следует сразу. Спокойное: всё меняется плавно, если свет слишком беспокойный. Выкл.: каждый кадр показывается как есть.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Не даёт почти серым участкам стать яркими цветами. Увеличьте, если свет скачет в серых или тёмных сценах, уменьшите, если бледные цвета кажутся серыми; при наименьшем значении выключено.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>Сколько раз в секунду считывается экран. Автоматически: так часто, как принимает лента. Уменьшите, чтобы разгрузить процессор.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Автоматически</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 в секунду</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Bạn có muốn thay thế không?</translation>
         <source>自动去黑边</source>
         <translation>Tự động bỏ viền đen</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>Viền đen</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>Làm mượt</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>Bảo vệ màu xám</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Tốc độ khung</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>Ổn định</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Cổ điển</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Tắt</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>Nhanh nhạy</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>Êm dịu</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>Cách nhận biết viền đen. Ổn định: chỉ bỏ viền khi nó đen liên tục, không bị phụ đề, mờ dần hay chớp sáng làm nhầm. Cổ điển: xét riêng từng khung hình, dùng khi muốn bỏ viền ngay.</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>Làm màu thay đổi mềm mại hơn. Nhanh nhạy: giảm nhấp nháy và theo ngay các thay đổi lớn. Êm dịu: mọi thay đổi đều chậm rãi, dùng khi ánh sáng quá xáo động. Tắt: mỗi khung hình hiện nguyên như vậy.</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>Giữ cho những phần gần như xám không biến thành màu rực. Tăng lên nếu đèn nhảy màu trong cảnh xám hoặc tối, giảm xuống nếu màu nhạt trông xám; ở mức thấp nhất là tắt.</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>Số lần đọc màn hình mỗi giây. Tự động: nhiều nhất mà dải LED nhận được. Giảm xuống để nhẹ bớt cho bộ xử lý.</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>Tự động</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>%1 lần mỗi giây</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

@@ -1431,6 +1431,66 @@ Do you want to replace it?</source>
         <source>自动去黑边</source>
         <translation>自动去黑边</translation>
     </message>
+    <message>
+        <source>黑边识别</source>
+        <translation>黑边识别</translation>
+    </message>
+    <message>
+        <source>平滑</source>
+        <translation>平滑</translation>
+    </message>
+    <message>
+        <source>灰色保护</source>
+        <translation>灰色保护</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>帧率</translation>
+    </message>
+    <message>
+        <source>稳定</source>
+        <translation>稳定</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>经典</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>关</translation>
+    </message>
+    <message>
+        <source>灵敏</source>
+        <translation>灵敏</translation>
+    </message>
+    <message>
+        <source>平缓</source>
+        <translation>平缓</translation>
+    </message>
+    <message>
+        <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
+        <translation>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</translation>
+    </message>
+    <message>
+        <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
+        <translation>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</translation>
+    </message>
+    <message>
+        <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
+        <translation>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</translation>
+    </message>
+    <message>
+        <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
+        <translation>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</translation>
+    </message>
+    <message>
+        <source>自动</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>每秒 %1 次</source>
+        <translation>每秒 %1 次</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>
