@@ -34,8 +34,7 @@ double cpuSeconds()
     QImage picture(2, 1, QImage::Format_RGB32);
     picture.fill(Qt::darkCyan);
     source.show(picture);
-    while (source.node() == PW_ID_ANY)
-        QThread::msleep(5);
+    source.waitForNode(20000);
     std::printf("%u\n", source.node());
     std::fflush(stdout);
     source.setRate(kFramesPerSecond);

@@ -1,5 +1,5 @@
-#include "FakeScreenCast.h"
 #include "ProgramUnderTest.h"
+#include "ScreenPortal.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
 
@@ -80,12 +80,12 @@ private slots:
         m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
         m_program->environment.insert("WAYLAND_DISPLAY", "wayland-9");
         QVERIFY(says(1, {"has no portal"}));
-        FakeScreenCast portal(bus);
+        ScreenPortal portal(bus);
         QVERIFY(portal.come());
         QVERIFY(says(1, {"asks you at the first use"}));
         m_program->writeConfig("app.json", {{"runtime.screenCastToken", "token"}});
         QVERIFY(says(1, {"with your consent"}));
-        portal.ways["Get"] = FakeScreenCast::Way::Silent;
+        portal.faults["Get"] = ScreenPortal::Fault::Silent;
         QVERIFY(says(1, {"does not answer"}));
         QCOMPARE(portal.calls, QStringList({"Get", "Get", "Get"})); // no session, no dialog
     }

@@ -1,11 +1,8 @@
-// The screen of a Wayland desktop: a picture in a real media server, handed out by a portal of the test's
-// own, and its colours on simulated strips.
-#include "FakeScreenCast.h"
-#include "PipeWireServer.h"
-#include "PipeWireSource.h"
+// The screen of a Wayland desktop, handed out by a portal, and its colours on simulated strips.
 #include "ProgramUnderTest.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
+#include "WaylandStage.h"
 #include "app/LumivarApp.h"
 #include "support/config/ConfigurationManager.h"
 #include "ui/ControlPage.h"
@@ -31,8 +28,8 @@ class WaylandScreenTest : public QObject
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_bus.start() && startPictures() && m_portal.come());
-        m_bus.useAsSession();
+        QVERIFY(m_stage.start());
+        m_stage.bus().useAsSession();
         qputenv("XDG_SESSION_TYPE", "wayland");
         qputenv("LUMIVAR_SERIAL_PORTS", m_ports.toLocal8Bit());
         for (int i = 0; i < 2; ++i) {
@@ -60,7 +57,7 @@ private slots:
     void userConsentsOnceAndEveryStripFollows()
     {
         ProgramUnderTest program;
-        program.environment.insert("XDG_SESSION_TYPE", "wayland");
+        m_stage.addTo(program.environment);
         program.environment.insert("QT_QPA_PLATFORM", "offscreen");
         program.environment.insert("LUMIVAR_SERIAL_PORTS", m_ports);
         program.writeConfig("controllers.json", m_stored);
@@ -77,14 +74,14 @@ private slots:
 
         program.start({"--auto_startup"});
         QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        m_server.stop();
+        m_stage.killServer();
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
-        QVERIFY(startPictures());
-        QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
+        QVERIFY(m_stage.startServer());
+        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
         m_portal.leave();
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
         QVERIFY(m_portal.come());
-        QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
         QCOMPARE(m_portal.dialogs, 1);
         QVERIFY(program.terminate());
         QTRY_VERIFY(show(kDark));
@@ -118,8 +115,7 @@ private slots:
 
         m_portal.isUserSlow = false;
         for (int times = 0; times < 2; ++times) {
-            m_portal.endSession();
-            QVERIFY(makePicture());
+            QVERIFY(m_stage.endSharing());
             QTRY_VERIFY_WITH_TIMEOUT(show(kDark) && tells("已结束", true), kWaitMs);
             click();
             QTRY_VERIFY_WITH_TIMEOUT(show(kRed) && tells("", false), kWaitMs);
@@ -127,33 +123,16 @@ private slots:
         // The other way to read the desktop, which cannot be here, and back.
         DeskCaptureOption::current()->setCurMode(0);
         QTRY_VERIFY_WITH_TIMEOUT(show(kDark) && tells("没有可以读取的屏幕", false), kWaitMs);
-        QVERIFY(makePicture());
         DeskCaptureOption::current()->setCurMode(1);
         QTRY_VERIFY_WITH_TIMEOUT(show(kRed) && tells("", false), kWaitMs);
     }
 
 private:
-    bool startPictures()
-    {
-        m_picture.reset();
-        const bool isServing = m_server.start();
-        m_portal.socket = m_server.socket();
-        return isServing && makePicture();
-    }
-    /// One a session, as compositors do.
-    bool makePicture()
-    {
-        m_picture = std::make_unique<PipeWireSource>(m_server.connection(), PipeWireSource::Kind());
-        paint(Qt::red);
-        const bool isThere = QTest::qWaitFor([this] { return m_picture->node() != PW_ID_ANY; }, kWaitMs);
-        m_portal.streams = {{m_picture->node(), {{"id", "left"}}}};
-        return isThere;
-    }
     void paint(const QColor& color)
     {
         QImage image(2, 2, QImage::Format_RGB32);
         image.fill(color);
-        m_picture->show(image);
+        m_stage.show(0, image);
     }
     void openPage()
     {
@@ -182,10 +161,8 @@ private:
     }
     static ConfigurationManager* config() { return ConfigurationManager::instance(); }
 
-    PrivateBus m_bus;
-    PipeWireServer m_server;
-    FakeScreenCast m_portal{m_bus};
-    std::unique_ptr<PipeWireSource> m_picture;
+    WaylandStage m_stage;
+    ScreenPortal& m_portal = m_stage.portal();
     QTemporaryDir m_folder;
     const QString m_ports = m_folder.filePath("ports.json");
     QJsonObject m_stored;

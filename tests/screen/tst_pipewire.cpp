@@ -71,8 +71,7 @@ struct Desktop
     {
         auto source = std::make_unique<PipeWireSource>(server.connection(), kind);
         source->show(picture(kQuarters));
-        for (QDeadlineTimer patience(kPatienceMs); source->node() == PW_ID_ANY && !patience.hasExpired();)
-            QThread::msleep(5);
+        source->waitForNode(kPatienceMs);
         return source;
     }
     /// Offers the sources as "a", "b" and so on.

@@ -1,18 +1,18 @@
 // The conversation with a desktop's screen-cast portal, with a fake of it on a bus of the test's own.
-#include "FakeScreenCast.h"
+#include "ScreenPortal.h"
 #include "support/capture/ScreenCastSession_linux.h"
 #include "support/capture/ScreenCastStreams_linux.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QDBusPendingCall>
+#include <QMetaEnum>
 #include <QScreen>
 #include <QtTest>
 #include <atomic>
 #include <fcntl.h>
 #include <future>
-
-using Way = FakeScreenCast::Way;
+#include <unistd.h>
 
 #define TRY(condition) QVERIFY(QTest::qWaitFor([&] { return bool(condition); }, kPatienceMs))
 
@@ -20,8 +20,6 @@ namespace {
 
 constexpr int kPatienceMs = 15000;
 constexpr int kNeverMs = 600000;
-const QStringList kWays{"Well",  "Error",    "Silent",  "Twice", "Refused",
-                        "Ended", "Nonsense", "OwnPath", "Dies",  "DiesAtOnce"};
 const QStringList kTroubles{"None",    "NoDisplay", "NotAsked", "Asking",
                             "Refused", "Withdrawn", "NoPortal", "Lost"};
 
@@ -99,7 +97,7 @@ struct Desk
         {"wanted", [this] { session->request(SourceRequest::Wanted); }},
         {"dark", [this] { session->request(SourceRequest::Pausing); }},
         {"light", [this] { session->request(SourceRequest::Again); }},
-        {"works", [this] { (portal.ways.clear(), portal.isThere() || portal.come()); }},
+        {"works", [this] { (portal.faults.clear(), portal.isThere() || portal.come()); }},
         {"ended", [this] { portal.endSession(); }},
         {"lost", [this] { feed->reportLost(feed->number()); }},
         {"gone", [this] { (portal.leave(), portal.calls.clear()); }},
@@ -112,18 +110,19 @@ struct Desk
         {"no", [this] { portal.answerDialog(1); }},
         {"timeout", [this] { portal.answerDialog(2); }},
     };
-    /// One of them, or how a method of the portal goes: "Start/Error".
+    /// One of them, or what goes wrong with a method of the portal: "Start/Error".
     void live(const QString& event)
     {
         if (events.contains(event))
             return events[event]();
-        const QString way = event.section('/', 1);
-        portal.ways[event.section('/', 0, 0)] = Way(kWays.indexOf(way));
-        pace.answerMs = way == "Silent" ? 1000 : kNeverMs;
+        const auto fault = ScreenPortal::Fault(QMetaEnum::fromType<ScreenPortal::Fault>().keyToValue(
+            event.section('/', 1).toLatin1().constData()));
+        portal.faults[event.section('/', 0, 0)] = fault;
+        pace.answerMs = fault == ScreenPortal::Fault::Silent ? 1000 : kNeverMs;
         startProgram();
     }
 
-    FakeScreenCast portal;
+    ScreenPortal portal;
     ScreenCastPace pace{kNeverMs, kNeverMs, 20, 200};
     std::shared_ptr<ScreenCastFeed> feed;
     quint64 takenAt = 0;

@@ -2,11 +2,9 @@
 
 #include "ServerProcess.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
-#include <QThread>
 
 /// A sound server of the test's own (pulseaudio) with one silent loudspeaker, "first", that is the default.
 /// Programs and the test itself reach it once useHere() has been called.
@@ -25,21 +23,11 @@ public:
         for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH"})
             environment.insert(variable, m_home.path());
         m_server.setProcessEnvironment(environment);
-        m_server.setProcessChannelMode(QProcess::MergedChannels);
         QFile::remove(m_socket); // a killed server leaves it
         m_server.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
                                       "--disable-shm=yes", "-L", nullSink("first", 48000, 2), "-L",
                                       "module-native-protocol-unix auth-anonymous=1 socket=" + m_socket});
-        for (QDeadlineTimer patience(kStartMs); !patience.hasExpired(); QThread::msleep(10)) {
-            if (m_server.state() == QProcess::NotRunning)
-                break;
-            if (QFile::exists(m_socket) && control({"info"}))
-                return true;
-            m_server.waitForFinished(0);
-        }
-        qWarning() << "pulseaudio does not start:" << m_server.errorString() << m_server.readAll();
-        stop();
-        return false;
+        return comesUp([this] { return QFile::exists(m_socket) && control({"info"}); });
     }
 
     QByteArray address() const { return "unix:" + QFile::encodeName(m_socket); }
