@@ -115,7 +115,7 @@ bool benchGrab(const VirtualDisplay& display, const QImage& picture, double limi
 
 CaptureMode modeOn(const VirtualDisplay& display)
 {
-    return [&display] { return std::make_shared<X11Grabber>(display.name()); };
+    return {QString(), [&display] { return std::make_shared<X11Grabber>(display.name()); }};
 }
 
 bool benchPull(const VirtualDisplay& display)
