@@ -15,10 +15,30 @@ const QRect kWhole(QPoint(), kScreen);
 const QColor kOrange(250, 120, 10);
 const QColor kBlue(20, 60, 230);
 
-CaptureMode modeOn(const VirtualDisplay& display)
+/// Counts how often it is asked for a picture.
+class CountingGrabber : public X11Grabber
+{
+public:
+    CountingGrabber(const QByteArray& display, std::shared_ptr<std::atomic<int>> looks)
+        : X11Grabber(display)
+        , m_looks(std::move(looks))
+    {
+    }
+    Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) override
+    {
+        ++*m_looks;
+        return X11Grabber::grab(source, outputSize, force, frame);
+    }
+
+private:
+    const std::shared_ptr<std::atomic<int>> m_looks;
+};
+
+CaptureMode modeOn(const VirtualDisplay& display,
+                   const std::shared_ptr<std::atomic<int>>& looks = std::make_shared<std::atomic<int>>(0))
 {
     const QByteArray name = display.name();
-    return {{}, [name] { return std::make_shared<X11Grabber>(name); }};
+    return {{}, [name, looks] { return std::make_shared<CountingGrabber>(name, looks); }};
 }
 
 /// The pixel at the given part of the frame, as the effects read it; invalid without a frame.
@@ -107,7 +127,7 @@ struct CapturedScreen
         if (!display.start())
             qFatal("no X server");
         fill(kWhole, color);
-        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{modeOn(display)});
+        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{modeOn(display, looks)});
         id = manager->defaultCapturer();
         capture = manager->acquireCapturer(id);
     }
@@ -117,6 +137,7 @@ struct CapturedScreen
     }
 
     VirtualDisplay display{kScreen};
+    const std::shared_ptr<std::atomic<int>> looks = std::make_shared<std::atomic<int>>(0);
     std::unique_ptr<DeskDuplManager> manager;
     QString id;
     QSharedPointer<IDeskCapture> capture;
@@ -144,19 +165,37 @@ private slots:
         }
     }
 
-    void restsOnAStillScreenAndSeesItsChanges()
+    void whoRestsOnAStillScreenIsToldOfItsChanges()
     {
-        const CapturedScreen screen(kOrange);
-        for (const QColor& color : {kBlue, kOrange, QColor(Qt::green)}) {
-            // While nothing changes, far fewer frames are grabbed than pulled.
-            const auto grabsOfTenPulls = [&screen] {
-                const quint64 before = screen.capture->frameCount();
-                pull(*screen.capture, 10);
-                return screen.capture->frameCount() - before;
-            };
-            QTRY_VERIFY_WITH_TIMEOUT(grabsOfTenPulls() <= 1, kPatienceMs);
-            screen.fill(kWhole, color);
-            QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*screen.capture), color, kPatienceMs);
+        for (const bool isTold : {true, false}) { // or it has to look
+            CapturedScreen screen(kOrange, isTold ? QStringList() : QStringList{"-extension", "DAMAGE"});
+            IDeskCapture& capture = *screen.capture;
+            int changes = 0;
+            connect(
+                &capture, &IDeskCapture::changed, this, [&] { ++changes; }, Qt::QueuedConnection);
+            QTRY_COMPARE_WITH_TIMEOUT(pulledColor(capture), kOrange, kPatienceMs);
+            for (const QColor& color : {kBlue, QColor(Qt::green)}) {
+                const quint64 frame = capture.frameCount();
+                const auto looksWhileResting = [&] {
+                    const int before = *screen.looks;
+                    for (int i = 0; i < 15; ++i, QTest::qWait(20))
+                        capture.awaitChange(&screen, frame, 20);
+                    return *screen.looks - before;
+                };
+                QTRY_VERIFY_WITH_TIMEOUT(isTold ? looksWhileResting() <= 1 : looksWhileResting() > 5,
+                                         kPatienceMs);
+                QCOMPARE(capture.frameCount(), frame); // the same picture is no new one
+                QCOMPARE(std::exchange(changes, 0), 0);
+                screen.fill(kWhole, color);
+                QTRY_COMPARE_WITH_TIMEOUT(changes, 1, kPatienceMs);
+                QCOMPARE(pulledColor(capture), color);
+                capture.awaitChange(&screen, frame, 20); // of which it has heard too late
+                QTRY_COMPARE(changes, 2);
+                changes = 0;
+            }
+            capture.awaitChange(&screen, capture.frameCount(), 20);
+            screen.manager->releaseCapturer(screen.id);
+            QTRY_COMPARE(changes, 1); // lost
         }
     }
 

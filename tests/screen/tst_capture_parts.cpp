@@ -6,6 +6,7 @@
 #include <QtTest>
 #include <opencv2/imgproc.hpp>
 #include <random>
+#include <utility>
 
 namespace {
 constexpr qint64 kMs = 1000;
@@ -89,28 +90,52 @@ private slots:
         QVERIFY(scaleFrame({pixel, 4, QSize(1, 1)}, QSize(0, 5)).empty());
     }
 
-    void predictsEachPuller()
+    void eachPullerGetsAFreshFrameAtItsOwnPace()
     {
-        const std::tuple<int, QList<int>, int> pullers[] = {
-            {80, {0}, 3}, {3000, {0}, 5}, {80, {0, 20, 21}, 0}}; // unsteady, slow, two of three at once
-        for (const auto& [periodMs, phasesMs, jitterMs] : pullers) {
+        const QList<QList<int>> rooms{{33}, {34, 83}, {34, 34, 80}, {20, 200}};
+        for (const QList<int>& periodsMs : rooms) {
             GrabPlan plan;
-            const qint64 accuracy = (2 * jitterMs + 2) * kMs;
-            qint64 last = 0;
-            for (int i = 0; i < 30 * phasesMs.size(); ++i) {
-                const int cycle = i / phasesMs.size();
-                const int phase = phasesMs[i % phasesMs.size()];
-                const int jitter = (cycle * 7 + phase) % (2 * jitterMs + 1) - jitterMs;
-                const qint64 now = (cycle * qint64(periodMs) + phase + jitter + 1000) * kMs;
-                if (cycle > 6 && now - last >= 4 * kMs) { // closer ones share a frame
-                    const qint64 due = plan.dueUs(last);
-                    const QString missed = QString("cycle %1: %2 for %3").arg(cycle).arg(due).arg(now);
-                    QVERIFY2(qAbs(due + kLeadUs - now) <= accuracy, qPrintable(missed));
+            qint64 grabbedUs = 0, beforeUs = 0;
+            int grabs = 0, pulls = 0;
+            QVector<qint64> nextUs;
+            for (int i = 0; i < periodsMs.size(); ++i)
+                nextUs += (1000 + 7 * i) * kMs;
+            for (qint64 now = 1000 * kMs; now < 4000 * kMs; now += kMs / 4) {
+                const qint64 due = plan.dueUs(now);
+                if (due >= 0 && due <= now) {
+                    plan.done(due, now + 2 * kMs);
+                    beforeUs = std::exchange(grabbedUs, now + 2 * kMs);
+                    ++grabs;
                 }
-                plan.pull(last = now);
-                if (plan.dueUs(now) == now) // who comes first has to wait
+                for (int i = 0; i < periodsMs.size(); ++i) {
+                    const qint64 late = (now / kMs * 7 + i) % 5 * kMs / 2; // of a busy machine
+                    if (now < nextUs[i] + late)
+                        continue;
+                    const qint64 age = now - (grabbedUs <= now ? grabbedUs : beforeUs);
+                    QVERIFY2(now < 1300 * kMs || age <= 11 * kMs, qPrintable(QString::number(age)));
+                    nextUs[i] += periodsMs[i] * kMs;
+                    plan.pull(now, &nextUs[i], nextUs[i], periodsMs[i] * kMs);
+                    ++pulls;
+                }
+            }
+            QVERIFY2(grabs <= pulls + 1, qPrintable(QString("%1 for %2").arg(grabs).arg(pulls)));
+        }
+    }
+
+    void strangersAreServedByTheShorterGap()
+    {
+        for (const int gapMs : {80, 3000}) {
+            GrabPlan plan;
+            qint64 now = 0;
+            for (int i = 0; i < 3; ++i) {
+                plan.pull(now += gapMs * kMs);
+                plan.pull(now + kMs); // at once with it
+                if (plan.dueUs(now) == now)
                     plan.done(now - kLeadUs / 2, now);
             }
+            QCOMPARE(plan.dueUs(now), now + gapMs * kMs - kLeadUs);
+            plan.pull(now += gapMs * kMs / 4);
+            QCOMPARE(plan.dueUs(now), now + gapMs * kMs / 4 - kLeadUs);
         }
     }
 
@@ -130,7 +155,7 @@ private slots:
         QVERIFY(plan.dueUs(now + 78 * kMs) > now + 140 * kMs);
     }
 
-    void fallsAsleepAfterASecondWithoutPulls()
+    void grabsNothingForWhoPullsNoMore()
     {
         GrabPlan plan;
         plan.hurry(0);
@@ -143,8 +168,41 @@ private slots:
         QCOMPARE(plan.dueUs(8 * kMs), 8 * kMs);
         plan.done(8 * kMs, 9 * kMs);
         plan.pull(85 * kMs);
-        QVERIFY(plan.dueUs(1000 * kMs) >= 0);
-        QCOMPARE(plan.dueUs(1100 * kMs), qint64(-1));
+        for (int grabs = 0; plan.dueUs(85 * kMs) >= 0; ++grabs) {
+            QVERIFY(grabs < 2);
+            plan.done(plan.dueUs(85 * kMs), plan.dueUs(85 * kMs) + kMs);
+        }
+    }
+
+    void whoRestsHasTheSourceLookedAt()
+    {
+        GrabPlan plan;
+        const int first = 0, second = 0;
+        plan.pull(0, &first, 34 * kMs, 34 * kMs);
+        plan.done(0, 2 * kMs);
+        qint64 now = 36 * kMs;
+        plan.pull(now, &first, now + 1000 * kMs, 1000 * kMs);
+        plan.rest(now, &first, 34 * kMs);
+        plan.done(now, now);
+        QVERIFY(plan.isAwaited(now));
+        QCOMPARE(plan.takeDueUs(now, false), now + 34 * kMs);
+        QVERIFY(qAbs(plan.takeDueUs(now, true) - (now + 1000 * kMs - kLeadUs)) < kMs);
+        // Another one pulls meanwhile, and goes: that ends no rest.
+        plan.pull(now, &second, now + 80 * kMs, 80 * kMs);
+        QCOMPARE(plan.dueUs(now), now);
+        plan.done(now, now);
+        QVERIFY(qAbs(plan.dueUs(now) - (now + 80 * kMs - kLeadUs)) < kMs);
+        // A change: who rests is there again at its pace, and does not have to wake anybody for that.
+        now += 500 * kMs;
+        QVERIFY(plan.takeAwaited(now) && !plan.takeAwaited(now) && !plan.isAwaited(now));
+        plan.done(now, now);
+        const qint64 due = plan.takeDueUs(now, false);
+        QVERIFY(qAbs(due - (now + 34 * kMs)) <= kLeadUs);
+        plan.pull(now + kMs, &first, now + 34 * kMs, 34 * kMs);
+        QVERIFY(!plan.takeWake(now + kMs));
+        // Who says no more has gone.
+        plan.rest(now, &first, 34 * kMs);
+        QVERIFY(plan.isAwaited(now + 2000 * kMs) && !plan.isAwaited(now + 3000 * kMs));
     }
 };
 

@@ -199,6 +199,14 @@ private slots:
         };
         QVERIFY(comes([&] { return source->isRead(); }) && grabs(Result::Unchanged));
         QVERIFY(comes([&] { return shows(Qt::blue); }));
+        QVERIFY(comes([&] { return grabs(Result::Unchanged) && grabber.tellsOfChange(place); }));
+        QElapsedTimer clock;
+        clock.start();
+        source->show(picture({Qt::yellow}));
+        while (grabber.tellsOfChange(place))
+            grabber.wait(std::chrono::milliseconds(kPatienceMs));
+        QVERIFY(clock.elapsed() < kPatienceMs && grabs(Result::Frame));
+        QVERIFY(comes([&] { return shows(Qt::blue); }));
         QVERIFY(comes([&] { return !source->isRead(); })); // nobody has grabbed for a while
         QVERIFY(comes([&] { return grabs(Result::Unchanged); }) && comes([&] { return source->isRead(); }));
         QVERIFY(grabs(Result::Frame, true) && frame.at<cv::Vec4b>(40, 5) == toPixel(Qt::blue));

@@ -9,6 +9,7 @@
 
 namespace {
 constexpr qint64 kLookUs = 2000000; // between two tries to open, and between two looks at the sources
+constexpr qint64 kNearUs = 500;     // not worth a wait of its own
 constexpr int kFirstLookMs = 1000;
 constexpr unsigned long kEndMs = 500;
 
@@ -170,15 +171,26 @@ qint64 CaptureThread::grabWhatIsDue()
 {
     qint64 earliest = -1;
     for (const QSharedPointer<DeskCapture>& capture : captures()) {
-        qint64 due = capture->nextGrabUs();
-        if (due >= 0 && due <= DeskCapture::nowUs()) {
+        qint64 due = nextGrabUs(*capture);
+        if (due >= 0 && due <= DeskCapture::nowUs() + kNearUs) {
             grab(*capture, due);
-            due = capture->nextGrabUs();
+            due = nextGrabUs(*capture);
         }
         if (due >= 0)
             earliest = earliest < 0 ? due : qMin(earliest, due);
     }
     return earliest;
+}
+
+qint64 CaptureThread::nextGrabUs(DeskCapture& capture)
+{
+    bool tellsOfChange = false;
+    if (capture.isAwaited()) {
+        const CaptureSources all = sources();
+        const CaptureSource* source = findSource(all, capture.id());
+        tellsOfChange = source && m_grabber->tellsOfChange(*source);
+    }
+    return capture.nextGrabUs(tellsOfChange);
 }
 
 void CaptureThread::grab(DeskCapture& capture, qint64 dueUs)

@@ -50,6 +50,7 @@ private:
     void setSources(const CaptureSources& sources);
     /// Returns when the earliest of the next grabs is due; -1 for none.
     qint64 grabWhatIsDue();
+    qint64 nextGrabUs(DeskCapture& capture);
     void grab(DeskCapture& capture, qint64 dueUs);
 
     const std::shared_ptr<ScreenGrabber> m_grabber;

@@ -3,11 +3,13 @@
 #include "support/capture/ScreenGrabber.h"
 
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 namespace {
 constexpr int kMaxOutputPx = 4096;
 constexpr int kDefaultWidthPx = 120;
+constexpr qint64 kUsPerMs = 1000;
 
 QSize defaultOutputSize(QSize source)
 {
@@ -22,6 +24,12 @@ qint64 DeskCapture::nowUs()
 {
     using namespace std::chrono;
     return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+bool DeskCapture::isSame(const cv::Mat& a, const cv::Mat& b)
+{
+    return a.size() == b.size() && !a.empty() && a.isContinuous() && b.isContinuous() &&
+           std::memcmp(a.data, b.data, a.total() * a.elemSize()) == 0;
 }
 
 DeskCapture::DeskCapture(QString id, QSize sourceSize)
@@ -45,22 +53,47 @@ QSize DeskCapture::sourceSize()
 
 cv::Mat DeskCapture::grabFrame()
 {
+    Lock lock(m_mutex);
+    const qint64 now = nowUs();
+    m_plan.pull(now);
+    return takeFrame(lock, now);
+}
+
+cv::Mat DeskCapture::pullFrame(const void* puller, int nextMs, int periodMs)
+{
+    Lock lock(m_mutex);
+    const qint64 now = nowUs();
+    m_plan.pull(now, puller, now + nextMs * kUsPerMs, periodMs * kUsPerMs);
+    return takeFrame(lock, now);
+}
+
+cv::Mat DeskCapture::takeFrame(Lock& lock, qint64 nowUs)
+{
+    if (m_lost)
+        return {};
     cv::Mat frame;
     cv::Mat kept;
-    {
-        std::unique_lock lock(m_mutex);
-        const qint64 now = nowUs();
-        m_plan.pull(now);
-        if (m_lost)
-            return {};
-        if (!m_ready.empty())
-            std::swap(frame, m_ready);
-        else
-            kept = m_frame;
-        wakeWhenEarlier(lock, now);
-    }
+    if (!m_ready.empty())
+        std::swap(frame, m_ready);
+    else
+        kept = m_frame;
+    wakeWhenEarlier(lock, nowUs);
+    if (lock.owns_lock())
+        lock.unlock();
     // Pullers may write into their frame, so no two get the same one.
     return frame.empty() ? kept.clone() : frame;
+}
+
+bool DeskCapture::awaitChange(const void* puller, quint64 seen, int paceMs)
+{
+    Lock lock(m_mutex);
+    const qint64 now = nowUs();
+    m_plan.rest(now, puller, paceMs * kUsPerMs);
+    if (m_lost || m_frameCount != seen)
+        tellOfChange(lock);
+    else
+        wakeWhenEarlier(lock, now);
+    return true;
 }
 
 quint64 DeskCapture::frameCount()
@@ -92,25 +125,33 @@ void DeskCapture::setGrabber(const std::shared_ptr<ScreenGrabber>& grabber)
 
 void DeskCapture::setSource(QSize size)
 {
-    const std::lock_guard lock(m_mutex);
+    Lock lock(m_mutex);
     if (m_lost)
         m_plan.hurry(nowUs());
     m_lost = false;
-    m_sourceSize = size;
+    if (std::exchange(m_sourceSize, size) != size)
+        tellOfChange(lock);
 }
 
 void DeskCapture::setLost()
 {
-    const std::lock_guard lock(m_mutex);
+    Lock lock(m_mutex);
     m_lost = true;
     m_frame.release();
     m_ready.release();
+    tellOfChange(lock);
 }
 
-qint64 DeskCapture::nextGrabUs()
+bool DeskCapture::isAwaited()
 {
     const std::lock_guard lock(m_mutex);
-    return m_lost ? -1 : m_plan.takeDueUs(nowUs());
+    return m_plan.isAwaited(nowUs());
+}
+
+qint64 DeskCapture::nextGrabUs(bool tellsOfChange)
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lost ? -1 : m_plan.takeDueUs(nowUs(), tellsOfChange);
 }
 
 bool DeskCapture::needsNewFrame()
@@ -121,19 +162,21 @@ bool DeskCapture::needsNewFrame()
 
 void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
 {
-    std::unique_lock lock(m_mutex);
+    Lock lock(m_mutex);
     const qint64 now = nowUs();
     m_plan.done(dueUs, now);
     if (m_lost)
         return;
-    if (!frame.empty()) {
-        if (frame.cols != m_outputSize.width() || frame.rows != m_outputSize.height()) {
-            m_plan.hurry(now);
-            return;
-        }
+    if (!frame.empty() && (frame.cols != m_outputSize.width() || frame.rows != m_outputSize.height())) {
+        m_plan.hurry(now);
+        return;
+    }
+    if (!frame.empty() && !isSame(frame, m_frame)) {
         m_frame = std::move(frame);
         m_ready.release();
         ++m_frameCount;
+        tellOfChange(lock);
+        lock.lock();
     }
     // The copy for the next pull is made here, so that a pull is a mere exchange.
     if (!m_ready.empty())
@@ -146,11 +189,19 @@ void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
         m_ready = std::move(ready);
 }
 
-void DeskCapture::wakeWhenEarlier(std::unique_lock<std::mutex>& lock, qint64 nowUs)
+void DeskCapture::wakeWhenEarlier(Lock& lock, qint64 nowUs)
 {
     const std::shared_ptr<ScreenGrabber> grabber = m_grabber.lock();
     if (m_lost || !grabber || !m_plan.takeWake(nowUs))
         return;
     lock.unlock();
     grabber->wake();
+}
+
+void DeskCapture::tellOfChange(Lock& lock)
+{
+    const bool isAwaited = m_plan.takeAwaited(nowUs());
+    lock.unlock();
+    if (isAwaited)
+        emit changed();
 }

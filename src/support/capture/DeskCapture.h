@@ -18,12 +18,15 @@ class DeskCapture : public IDeskCapture
 public:
     /// The steady clock of all times here.
     static qint64 nowUs();
+    static bool isSame(const cv::Mat& a, const cv::Mat& b);
 
     DeskCapture(QString id, QSize sourceSize);
 
     QSize outputSize() override;
     QSize sourceSize() override;
     cv::Mat grabFrame() override;
+    cv::Mat pullFrame(const void* puller, int nextMs, int periodMs) override;
+    bool awaitChange(const void* puller, quint64 seen, int paceMs) override;
     quint64 frameCount() override;
     /// At least one pixel and at most 4096 in each direction.
     void setOutputSize(int width, int height) override;
@@ -38,8 +41,11 @@ public:
     void setSource(QSize size);
     /// The source is gone: no frames until it is set again.
     void setLost();
-    /// When the next grab is to begin, -1 while none is wanted. The caller comes back then or when woken.
-    qint64 nextGrabUs();
+    /// Somebody rests until there is a change.
+    bool isAwaited();
+    /// When the next grab is to begin, -1 while none is wanted. The caller comes back then or when woken, and
+    /// at a change where the source tells of it.
+    qint64 nextGrabUs(bool tellsOfChange);
     /// False as long as the last frame may be handed out again if the picture is the same.
     bool needsNewFrame();
     /// Ends the grab that was due at `dueUs`. An empty frame leaves the last one; a frame of another than the
@@ -47,8 +53,13 @@ public:
     void finishGrab(cv::Mat frame, qint64 dueUs);
 
 private:
-    /// May end the lock.
-    void wakeWhenEarlier(std::unique_lock<std::mutex>& lock, qint64 nowUs);
+    using Lock = std::unique_lock<std::mutex>;
+
+    /// Both may end the lock.
+    cv::Mat takeFrame(Lock& lock, qint64 nowUs);
+    void wakeWhenEarlier(Lock& lock, qint64 nowUs);
+    /// Ends the lock. Who rests is told.
+    void tellOfChange(Lock& lock);
 
     const QString m_id;
     std::mutex m_mutex;

@@ -1,53 +1,96 @@
 #include "support/capture/GrabPlan.h"
 
-#include <limits>
+#include <algorithm>
 
 namespace {
-constexpr qint64 kBurstUs = 4000; // pulls closer together are one: they can share a frame
+constexpr qint64 kBurstUs = 4000; // pulls of strangers that are closer together are one
+constexpr qint64 kShareUs = 6000; // expected pulls closer together than this share a frame
+constexpr qint64 kLeadUs = 2000;  // for an early pull
+constexpr qint64 kDearestUs = 100000;
 constexpr qint64 kIdleUs = 1000000;
+constexpr qint64 kLookAnywayUs = 1000000; // at a source that tells of changes: not all of them do
+constexpr qint64 kRestUs = 2500000;       // after which resting is over unless it is repeated
 constexpr qint64 kSlowestUs = 10000000;
-constexpr int kCycles = 3; // equal cycles that make a rhythm
-constexpr int kRecentGaps = 8;
-constexpr qint64 kLeadUs = 2000; // for an early pull
-
-qint64 toleranceUs(qint64 periodUs)
-{
-    return qMax<qint64>(4000, periodUs / 8);
-}
 } // namespace
+
+void GrabPlan::pull(qint64 nowUs, const void* puller, qint64 nextUs, qint64 periodUs)
+{
+    Puller& known = find(puller, nowUs);
+    m_urgent = m_urgent || isGone(known, nowUs);
+    known.lastUs = nowUs;
+    known.nextUs = nextUs;
+    known.periodUs = periodUs;
+    known.restPaceUs = 0;
+}
 
 void GrabPlan::pull(qint64 nowUs)
 {
-    if (isAsleep(nowUs)) { // the old rhythm is over, but slow pullers have one as well
-        m_urgent = true;
-        m_count = 0;
-        m_used = 0;
-        m_periodUs = 0;
-        if (m_lastUs >= 0 && nowUs - m_lastUs < kSlowestUs)
-            m_pulls[m_count++] = m_lastUs;
-    }
-    m_lastUs = nowUs;
-    if (m_count > 0 && nowUs - at(0) < kBurstUs)
+    const Puller& known = find(nullptr, nowUs);
+    const bool isNew = nowUs - known.lastUs > kSlowestUs;
+    const qint64 gapUs = isNew ? 0 : nowUs - known.lastUs;
+    if (!isNew && gapUs < kBurstUs)
         return;
-    m_pulls[m_count++ % kHistory] = nowUs;
-    learn();
+    // Where several pull, the shorter gap is the one between them.
+    const qint64 periodUs = m_gapUs > 0 ? qMin(gapUs, m_gapUs) : gapUs;
+    m_gapUs = gapUs;
+    pull(nowUs, nullptr, nowUs + periodUs, periodUs);
+}
+
+void GrabPlan::rest(qint64 nowUs, const void* puller, qint64 paceUs)
+{
+    Puller& known = find(puller, nowUs);
+    known.lastUs = nowUs;
+    known.restPaceUs = qMax<qint64>(1, paceUs);
+}
+
+bool GrabPlan::isAwaited(qint64 nowUs) const
+{
+    return std::any_of(m_pullers.begin(), m_pullers.end(),
+                       [nowUs](const Puller& puller) { return isResting(puller, nowUs); });
+}
+
+bool GrabPlan::takeAwaited(qint64 nowUs)
+{
+    bool isAny = false;
+    for (Puller& puller : m_pullers) {
+        if (!isResting(puller, nowUs))
+            continue;
+        isAny = true;
+        puller.nextUs = nowUs;
+        puller.periodUs = puller.restPaceUs;
+        puller.restPaceUs = 0;
+    }
+    return isAny;
 }
 
 void GrabPlan::hurry(qint64 nowUs)
 {
-    m_urgent = m_urgent || !isAsleep(nowUs);
+    m_urgent = m_urgent || std::any_of(m_pullers.begin(), m_pullers.end(),
+                                       [nowUs](const Puller& puller) { return !isGone(puller, nowUs); });
 }
 
 qint64 GrabPlan::dueUs(qint64 nowUs) const
 {
     if (m_urgent)
         return nowUs;
-    if (isAsleep(nowUs))
-        return -1;
-    // Expected pulls closer together than this are one.
-    const qint64 apartUs = qMin(qMax<qint64>(6000, m_periodUs / 16), m_periodUs / 4);
-    const qint64 next = nextPullUs(qMax(m_lastUs, m_targetUs) + apartUs);
-    return next < 0 ? -1 : next - leadUs();
+    qint64 earliest = -1;
+    const auto consider = [&earliest](qint64 dueUs) {
+        earliest = earliest < 0 ? dueUs : qMin(earliest, dueUs);
+    };
+    for (const Puller& puller : m_pullers) {
+        const qint64 expected = expectedUs(puller);
+        if (expected >= 0)
+            consider(expected - qMin(leadUs(), puller.periodUs / 2));
+        if (isResting(puller, nowUs))
+            consider(qMax(nowUs, m_grabbedUs + (m_tellsOfChange ? kLookAnywayUs : puller.restPaceUs)));
+    }
+    return earliest;
+}
+
+qint64 GrabPlan::takeDueUs(qint64 nowUs, bool tellsOfChange)
+{
+    m_tellsOfChange = tellsOfChange;
+    return m_plannedUs = dueUs(nowUs);
 }
 
 bool GrabPlan::takeWake(qint64 nowUs)
@@ -61,61 +104,52 @@ bool GrabPlan::takeWake(qint64 nowUs)
 
 void GrabPlan::done(qint64 dueUs, qint64 nowUs)
 {
-    m_targetUs = m_urgent ? nowUs : qMax(nowUs, dueUs + leadUs());
+    m_servedUs = (m_urgent ? nowUs : qMax(nowUs, dueUs + leadUs())) + kShareUs;
+    m_grabbedUs = nowUs;
     // From the due time on, so that a busy machine's late wake-ups count. It rises fast and falls slowly.
-    const qint64 cost = nowUs - dueUs;
+    const qint64 cost = qMin(nowUs - dueUs, kDearestUs);
     m_costUs += (cost - m_costUs) / (cost > m_costUs ? 2 : 16);
     m_urgent = false;
 }
 
-bool GrabPlan::isAsleep(qint64 nowUs) const
+GrabPlan::Puller& GrabPlan::find(const void* name, qint64 nowUs)
 {
-    return m_lastUs < 0 || nowUs - m_lastUs > qMax(kIdleUs, m_periodUs * 5 / 2);
+    const auto known = std::find_if(m_pullers.begin(), m_pullers.end(),
+                                    [name](const Puller& puller) { return puller.name == name; });
+    if (known != m_pullers.end())
+        return *known;
+    m_pullers.erase(
+        std::remove_if(m_pullers.begin(), m_pullers.end(),
+                       [nowUs](const Puller& puller) { return nowUs - puller.lastUs > kSlowestUs; }),
+        m_pullers.end());
+    Puller added;
+    added.name = name;
+    m_pullers.push_back(added);
+    return m_pullers.back();
 }
 
-void GrabPlan::learn()
+bool GrabPlan::isGone(const Puller& puller, qint64 nowUs)
 {
-    for (int pulls = 1; pulls * kCycles < known(); ++pulls) {
-        if (!repeatsEvery(pulls))
-            continue;
-        m_used = pulls * kCycles;
-        m_periodUs = (at(0) - at(m_used)) / kCycles;
-        return;
-    }
-    qint64 shortest = 0;
-    for (int age = 0; age + 1 < known() && age < kRecentGaps; ++age) {
-        const qint64 gap = at(age) - at(age + 1);
-        shortest = shortest ? qMin(shortest, gap) : gap;
-    }
-    if (shortest) {
-        m_used = 1;
-        m_periodUs = shortest;
-    }
+    return nowUs - puller.lastUs > qMax(kIdleUs, puller.periodUs * 5 / 2);
 }
 
-bool GrabPlan::repeatsEvery(int pulls) const
+bool GrabPlan::isResting(const Puller& puller, qint64 nowUs)
 {
-    const qint64 period = at(0) - at(pulls);
-    for (int age = 1; age <= pulls * (kCycles - 1); ++age) {
-        if (qAbs(at(age) - at(age + pulls) - period) > toleranceUs(period))
-            return false;
-    }
-    return true;
+    return puller.restPaceUs > 0 && nowUs - puller.lastUs < kRestUs;
 }
 
-qint64 GrabPlan::nextPullUs(qint64 afterUs) const
+qint64 GrabPlan::expectedUs(const Puller& puller) const
 {
-    if (m_periodUs <= 0 || m_used == 0)
+    if (puller.periodUs <= 0)
         return -1;
-    qint64 next = std::numeric_limits<qint64>::max();
-    for (int age = 0; age < m_used; ++age) {
-        const qint64 periods = qMax<qint64>(0, afterUs - at(age)) / m_periodUs + 1;
-        next = qMin(next, at(age) + periods * m_periodUs);
+    for (const qint64 expected : {puller.nextUs, puller.nextUs + puller.periodUs}) {
+        if (expected > m_servedUs)
+            return expected;
     }
-    return next;
+    return -1;
 }
 
 qint64 GrabPlan::leadUs() const
 {
-    return qMin(m_costUs + kLeadUs, m_periodUs / 2);
+    return m_costUs + kLeadUs;
 }

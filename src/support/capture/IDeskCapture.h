@@ -17,7 +17,33 @@ public:
     /// The newest finished frame at the output size, 8-bit red, green, blue, alpha; empty when none is ready.
     /// The frame owns its pixels.
     virtual cv::Mat grabFrame() = 0;
-    /// Frames grabbed since the capture exists. It stands still while nobody pulls.
+    /// Frames since the capture exists that differ from the one before. It stands still while nobody pulls.
     virtual quint64 frameCount() = 0;
     virtual void setOutputSize(int width, int height) = 0;
+
+    // The last two are for those who know their rhythm; a capture need not care for it.
+
+    /// grabFrame() for the one who pulls next in `nextMs` and then every `periodMs`: its frames are grabbed
+    /// shortly before. `puller` is nothing but a name.
+    virtual cv::Mat pullFrame(const void* puller, int nextMs, int periodMs)
+    {
+        Q_UNUSED(puller)
+        Q_UNUSED(nextMs)
+        Q_UNUSED(periodMs)
+        return grabFrame();
+    }
+    /// The puller rests until changed() tells of a newer frame than number `seen`, of another source size or
+    /// of the source's loss: where the system does not tell, the screen is looked at every `paceMs`. To be
+    /// repeated every second. False: nothing would be told, so go on pulling.
+    virtual bool awaitChange(const void* puller, quint64 seen, int paceMs)
+    {
+        Q_UNUSED(puller)
+        Q_UNUSED(seen)
+        Q_UNUSED(paceMs)
+        return false;
+    }
+
+signals:
+    /// From any thread, also from within a call; to be connected queued.
+    void changed();
 };

@@ -6,7 +6,8 @@
 #include <mutex>
 #include <unistd.h>
 
-PipeWireConnection::PipeWireConnection(const ScreenCastFeed::Offer& offer)
+PipeWireConnection::PipeWireConnection(const ScreenCastFeed::Offer& offer,
+                                       const PipeWireStream::Listener& changed)
 {
     static std::once_flag once; // and for good: others in the process may use the library
     std::call_once(once, [] { pw_init(nullptr, nullptr); });
@@ -16,7 +17,7 @@ PipeWireConnection::PipeWireConnection(const ScreenCastFeed::Offer& offer)
         return;
     }
     for (const ScreenCastStream& stream : offer.streams)
-        m_streams.push_back(std::make_unique<PipeWireStream>(m_core, stream));
+        m_streams.push_back(std::make_unique<PipeWireStream>(m_core, stream, changed));
 }
 
 PipeWireConnection::~PipeWireConnection()

@@ -10,8 +10,8 @@
 class PipeWireConnection
 {
 public:
-    /// Takes the offer's remote over.
-    explicit PipeWireConnection(const ScreenCastFeed::Offer& offer);
+    /// Takes the offer's remote over; `changed` is for its streams.
+    PipeWireConnection(const ScreenCastFeed::Offer& offer, const PipeWireStream::Listener& changed);
     ~PipeWireConnection();
     Q_DISABLE_COPY(PipeWireConnection)
 

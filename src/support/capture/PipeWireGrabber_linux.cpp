@@ -82,7 +82,7 @@ bool PipeWireGrabber::open()
     if (!offer)
         return false;
     d->number = offer->number;
-    d->connection = std::make_unique<PipeWireConnection>(*offer);
+    d->connection = std::make_unique<PipeWireConnection>(*offer, [wakeUp = d->wakeUp] { wakeUp->set(); });
     d->reportLoss();
     return isOpen();
 }
@@ -119,6 +119,12 @@ bool PipeWireGrabber::takeSourcesChanged()
     const quint64 number = d->feed->number();
     const bool isNew = std::exchange(d->seenNumber, number) != number;
     return (isOpen() && d->connection->takeChanged()) || isNew;
+}
+
+bool PipeWireGrabber::tellsOfChange(const CaptureSource& source)
+{
+    PipeWireStream* stream = d->find(source.id);
+    return stream && stream->tellsOfChange();
 }
 
 ScreenGrabber::Result PipeWireGrabber::grab(const CaptureSource& source, QSize outputSize, bool force,

@@ -22,6 +22,7 @@ public:
     bool isOpen() const override;
     CaptureSources sources() override;
     bool takeSourcesChanged() override;
+    bool tellsOfChange(const CaptureSource& source) override;
     Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) override;
     void wait(std::chrono::microseconds time) override;
     void wake() override;

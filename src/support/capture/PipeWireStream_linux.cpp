@@ -25,8 +25,9 @@ struct Builder
 };
 } // namespace
 
-PipeWireStream::PipeWireStream(pw_core* core, const ScreenCastStream& place)
+PipeWireStream::PipeWireStream(pw_core* core, const ScreenCastStream& place, Listener changed)
     : m_place(place)
+    , m_changed(std::move(changed))
     , m_startedUs(DeskCapture::nowUs())
     , m_grabbedUs(m_startedUs)
 {
@@ -138,6 +139,15 @@ void PipeWireStream::onFrames()
         if (picture.buffer)
             pw_stream_queue_buffer(m_stream, picture.buffer);
     }
+    if (m_newest.buffer && std::exchange(m_isAwaited, false))
+        m_changed();
+}
+
+bool PipeWireStream::tellsOfChange()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isAwaited = m_isActive && m_isFresh && !m_isOver && !m_newest.buffer;
+    return m_isAwaited;
 }
 
 void PipeWireStream::onBufferCame()

@@ -4,6 +4,7 @@
 #include "support/capture/ScreenCastFeed_linux.h"
 #include "support/capture/ScreenGrabber.h"
 
+#include <functional>
 #include <mutex>
 #include <pipewire/pipewire.h>
 
@@ -12,8 +13,11 @@
 class PipeWireStream
 {
 public:
-    /// Begins to read, so that the first picture is there when it is asked for.
-    PipeWireStream(pw_core* core, const ScreenCastStream& place);
+    using Listener = std::function<void()>;
+
+    /// `changed` is called from any thread, under a lock, and does next to nothing. Begins to read, so that
+    /// the first picture is there when it is asked for.
+    PipeWireStream(pw_core* core, const ScreenCastStream& place, Listener changed);
     ~PipeWireStream();
     Q_DISABLE_COPY(PipeWireStream)
 
@@ -25,6 +29,8 @@ public:
     void end(const char* reason);
     /// Whether size() or isOver() is another since the last call.
     bool takeChanged();
+    /// The latest grab's picture is the newest; `changed` is called when that ends.
+    bool tellsOfChange();
     ScreenGrabber::Result grab(QSize outputSize, bool force, cv::Mat& frame);
     /// Pauses when nobody has grabbed for a while.
     void rest();
@@ -53,6 +59,7 @@ private:
     void setSize(QSize size);
 
     const ScreenCastStream m_place;
+    const Listener m_changed;
     pw_stream* m_stream = nullptr;
     spa_hook m_listener{};
     Picture m_held; ///< the latest that was grabbed
@@ -70,4 +77,5 @@ private:
     std::mutex m_mutex;    // guards what follows, and which buffers are given back
     SourcePixels m_format; ///< only size and places of the colours
     Picture m_newest;      ///< since the latest grab
+    bool m_isAwaited = false;
 };

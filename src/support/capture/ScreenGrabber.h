@@ -30,6 +30,9 @@ public:
     /// Whether the system reported a change since the last call; also of a grabber that is not open, which is
     /// then opened at once.
     virtual bool takeSourcesChanged() = 0;
+    /// Whether the source's last frame still shows it and a change of that will end wait(). Asked only where
+    /// somebody rests until then.
+    virtual bool tellsOfChange(const CaptureSource&) { return false; }
     /// Fills `frame` with the source at the given size. Only without `force` may it be unchanged.
     virtual Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) = 0;
 

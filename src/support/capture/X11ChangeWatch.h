@@ -16,12 +16,15 @@ class X11ChangeWatch
 public:
     X11ChangeWatch(xcb_connection_t* connection, uint32_t drawable);
 
+    /// Whether an event will tell when the source's last frame does not show the screen any more.
+    bool tellsOfChange(const QString& id) const;
     /// Whether the source's last frame still shows the screen, after the events that have come so far.
     bool isUnchanged(const QString& id) const;
     void beforeGrab(const QString& id);
     /// `frame` is kept: it must not be written to. To be called after the events up to the grab were read.
     void afterGrab(const QString& id, const cv::Mat& frame);
-    void handleEvent(int type, uint32_t sequence);
+    /// True for the one that tells of a change.
+    bool handleEvent(int type, uint32_t sequence);
     /// Gives Damage up when nobody has grabbed for a while.
     void rest();
 

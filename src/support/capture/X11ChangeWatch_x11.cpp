@@ -5,7 +5,6 @@
 #include <QDebug>
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 
@@ -13,12 +12,6 @@ namespace {
 constexpr int kStillFrames = 8;
 constexpr qint64 kLookAnywayUs = 1000000;
 constexpr qint64 kRestUs = 1500000;
-
-bool isSame(const cv::Mat& a, const cv::Mat& b)
-{
-    return a.size() == b.size() && !a.empty() && a.isContinuous() && b.isContinuous() &&
-           std::memcmp(a.data, b.data, a.total() * a.elemSize()) == 0;
-}
 } // namespace
 
 X11ChangeWatch::X11ChangeWatch(xcb_connection_t* connection, uint32_t drawable)
@@ -35,11 +28,15 @@ X11ChangeWatch::X11ChangeWatch(xcb_connection_t* connection, uint32_t drawable)
     free(version);
 }
 
-bool X11ChangeWatch::isUnchanged(const QString& id) const
+bool X11ChangeWatch::tellsOfChange(const QString& id) const
 {
     const auto it = m_sources.find(id);
-    return m_damage && it != m_sources.end() && it->watched &&
-           DeskCapture::nowUs() - it->grabbedUs < kLookAnywayUs;
+    return m_damage && it != m_sources.end() && it->watched;
+}
+
+bool X11ChangeWatch::isUnchanged(const QString& id) const
+{
+    return tellsOfChange(id) && DeskCapture::nowUs() - m_sources.constFind(id)->grabbedUs < kLookAnywayUs;
 }
 
 void X11ChangeWatch::beforeGrab(const QString& id)
@@ -51,7 +48,7 @@ void X11ChangeWatch::beforeGrab(const QString& id)
 void X11ChangeWatch::afterGrab(const QString& id, const cv::Mat& frame)
 {
     Source& source = m_sources[id];
-    const bool same = isSame(frame, source.frame);
+    const bool same = DeskCapture::isSame(frame, source.frame);
     if (!same && source.watched && m_damage && frame.size() == source.frame.size()) {
         qInfo() << "[DeskDuplManager]: The display does not report all changes, every frame is grabbed";
         disarm();
@@ -63,13 +60,14 @@ void X11ChangeWatch::afterGrab(const QString& id, const cv::Mat& frame)
     source.grabbedUs = m_lastGrabUs = DeskCapture::nowUs();
 }
 
-void X11ChangeWatch::handleEvent(int type, uint32_t sequence)
+bool X11ChangeWatch::handleEvent(int type, uint32_t sequence)
 {
     if (!m_damage || type != m_event || int32_t(sequence - m_armedSequence) < 0)
-        return;
+        return false;
     disarm();
     for (Source& source : m_sources)
         source.sameFrames = 0;
+    return true;
 }
 
 void X11ChangeWatch::rest()

@@ -25,6 +25,7 @@ public:
     bool isOpen() const override;
     CaptureSources sources() override;
     bool takeSourcesChanged() override;
+    bool tellsOfChange(const CaptureSource& source) override;
     Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) override;
     void wait(std::chrono::microseconds time) override;
     void wake() override;
@@ -51,5 +52,6 @@ private:
     bool m_hasMonitors = false;
     int m_randrEvent = -1; ///< first event code; -1 without the extension
     bool m_sourcesChanged = false;
-    QString m_refused; ///< said already
+    bool m_pictureChanged = false; ///< as was told since whoever grabs asked for changes of the sources
+    QString m_refused;             ///< said already
 };

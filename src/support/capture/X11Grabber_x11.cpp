@@ -203,8 +203,14 @@ bool X11Grabber::takeSourcesChanged()
     if (!isOpen())
         return false;
     readEvents();
+    m_pictureChanged = false;
     m_watch->rest();
     return std::exchange(m_sourcesChanged, false);
+}
+
+bool X11Grabber::tellsOfChange(const CaptureSource& source)
+{
+    return m_watch->tellsOfChange(source.id);
 }
 
 ScreenGrabber::Result X11Grabber::grab(const CaptureSource& source, QSize outputSize, bool force,
@@ -237,7 +243,7 @@ void X11Grabber::wait(std::chrono::microseconds time)
     if (isOpen()) {
         xcb_flush(m_connection);
         readEvents();
-        if (m_sourcesChanged)
+        if (m_sourcesChanged || m_pictureChanged)
             return;
     }
     pollfd files[2] = {{m_wakeFile, POLLIN, 0}, {-1, POLLIN, 0}};
@@ -269,7 +275,7 @@ void X11Grabber::readEvents()
         if (m_randrEvent >= 0 && (type == m_randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
                                   type == m_randrEvent + XCB_RANDR_NOTIFY))
             m_sourcesChanged = true;
-        m_watch->handleEvent(type, event->full_sequence);
+        m_pictureChanged = m_watch->handleEvent(type, event->full_sequence) || m_pictureChanged;
     }
 }
 
