@@ -45,8 +45,10 @@ public:
     using AbsScreenSync::update;
 
     cv::Mat seen;
+    qint64 us = 0;
 
 protected:
+    qint64 nowUs() const override { return us; }
     QVector<LV_RGB> frameToColors(cv::Mat frame) override
     {
         seen = frame.clone();
@@ -382,6 +384,58 @@ private slots:
         next.load(controller);
         QCOMPARE(next.effectProperty("wipeDarkSide"), QJsonValue(true));
         QCOMPARE(next.effectProperty("saturation"), QJsonValue(1.0));
+    }
+
+    void filtersFollowTheClockAndForgetWhatIsOver()
+    {
+        config()->setAppConfig("screenSync.smoothing", "calm");
+        config()->setAppConfig("screenSync.borderMode", "stable");
+        FakeDeskDuplManager manager;
+        const auto worker = loaded<ProbeMode>(1, 0, &manager);
+        const auto shown = [&](int level) {
+            worker->us += 75000;
+            return int(colorsOf(*worker, cv::Mat(67, 120, CV_8UC4, cv::Scalar::all(level))).value(0).red);
+        };
+        for (int event = 0; event < 4; ++event) {
+            QCOMPARE(shown(100), 100);
+            QCOMPARE(shown(142), 114); // a third of the way
+            if (event == 0)
+                worker->onCtlDarkChanged(false);
+            else if (event == 1)
+                worker->onCtlDirChanged(1);
+            else
+                worker->setInputSourceIdx(event == 2 ? "B" : "A");
+        }
+        worker->setEffectProperty("wipeDarkSide", true);
+        cv::Mat frame(67, 120, CV_8UC4, cv::Scalar::all(0)), picture = frame.rowRange(9, 58);
+        picture.setTo(cv::Scalar::all(90));
+        for (const auto& [mode, isCut] : {std::pair("stable", true), {"classic", false}, {"stable", true}}) {
+            worker->setEffectProperty("borderMode", mode);
+            for (int i = 0; i < 30; ++i) {
+                worker->us += 75000;
+                worker->frameInput(frame);
+                QCOMPARE(worker->seen.at<cv::Vec4b>(0, 0)[0] == 90, isCut && i > 26);
+            }
+        }
+    }
+
+    void storedRubbishLeavesWhatIsSetForAllAndStaysStored()
+    {
+        const QJsonObject bad{{"smoothing", "wild"}, {"saturationGate", 65}, {"borderMode", true}};
+        const QJsonObject good{{"smoothing", "calm"}, {"saturationGate", 8}, {"borderMode", "stable"}};
+        for (const QString& key : bad.keys()) {
+            config()->setEffectJsonValue(kEffect, kController, key, bad[key]);
+            for (const bool isGood : {true, false}) {
+                config()->setAppConfig("screenSync." + key, isGood ? good[key] : bad[key]);
+                const auto worker = loaded<ProbeMode>(1);
+                const QJsonValue read = worker->effectProperty(key);
+                QVERIFY(isGood ? read == good[key] : read == 0 || read == "off" || read == "classic");
+                worker->setEffectProperty(key, bad[key]);
+                worker->unload();
+                QCOMPARE(worker->effectProperty(key), read);
+                QCOMPARE(config()->effectJsonValue(kEffect, kController, key), bad[key]);
+            }
+        }
     }
 };
 

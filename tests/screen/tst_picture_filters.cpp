@@ -1,34 +1,56 @@
+#include "effects/screenSync/BorderTracker.h"
 #include "effects/screenSync/ColorSmoother.h"
+#include "effects/screenSync/FrameFilters.h"
 
 #include <QtTest>
 #include <cmath>
 #include <functional>
+#include <opencv2/core.hpp>
 #include <random>
 
 namespace {
 
 using Mode = ColorSmoother::Mode;
-using Frame = QVector<LV_RGB>;
+using Byte = std::uint8_t;
 
-Frame gray(int level)
+/// Seconds between frames; 0 stands for ticks that come when they like.
+constexpr double kPaces[]{0.0, 1 / 60.0, 0.034, 0.04, 0.08};
+
+std::mt19937 dice(7);
+
+double tick(double pace)
 {
-    const auto byte = static_cast<std::uint8_t>(level);
-    return Frame(2, {byte, byte, byte});
+    return pace > 0.0 ? pace : std::uniform_real_distribution(0.016, 0.083)(dice);
 }
 
-int shown(ColorSmoother& smoother, int level, double seconds)
+int shown(ColorSmoother& smoother, int level, double seconds, int leds = 2)
 {
-    Frame colors = gray(level);
+    QVector<LV_RGB> colors(leds, {Byte(level), Byte(level), Byte(level)});
     smoother.step(colors, seconds);
     return colors.last().green;
 }
 
-/// Seconds between frames; 0 stands for ticks that come when they like.
-constexpr double kPaces[]{0.02, 0.034, 0.04, 0.08, 0.0};
+const cv::Rect kAll(0, 0, 120, 67), kLetter(0, 9, 120, 49), kPillar(15, 0, 90, 67), kBoth(15, 8, 90, 51);
 
-double tick(double pace, std::mt19937& random)
+/// Light on two parts of what is nearly black.
+cv::Mat lit(const cv::Rect& part, const cv::Rect& other = {}, int level = 90)
 {
-    return pace > 0.0 ? pace : std::uniform_real_distribution(0.016, 0.083)(random);
+    cv::Mat frame(kAll.size(), CV_8UC4, cv::Scalar(12, 11, 12, 255));
+    for (const cv::Rect& each : {part, other})
+        frame(each).setTo(cv::Scalar(level, level / 2, level / 3, 255));
+    return frame;
+}
+
+using Scene = std::function<cv::Mat(double)>;
+
+/// For how many seconds of a scene, at most, what the tracker says is this, or is not.
+double secondsOf(BorderTracker& tracker, double pace, const Scene& scene, const cv::Rect& is, bool really,
+                 double atMost = 12.0)
+{
+    double now = 0.0;
+    for (double step = 0.0; now < atMost && (tracker.step(scene(now), step) == is) == really; now += step)
+        step = tick(pace);
+    return now;
 }
 
 } // namespace
@@ -38,126 +60,114 @@ class TestPictureFilters : public QObject
     Q_OBJECT
 
 private slots:
-    void colorsFollowTheSameCurveAtEveryPace()
+    void colorsFollowTheSameCurveAtEveryPaceAndNoNoise()
     {
-        struct Way
-        {
-            Mode mode;
-            int from, to;
-        };
-        const Way ways[]{{Mode::Calm, 10, 250},
-                         {Mode::Calm, 250, 1},
-                         {Mode::Calm, 100, 101},
-                         {Mode::Responsive, 100, 102},
-                         {Mode::Responsive, 100, 99}};
-        for (const auto [mode, from, to] : ways) {
-            std::mt19937 random(1);
+        using Way = std::tuple<Mode, int, int>;
+        for (const auto& [mode, from, to] : {Way(Mode::Calm, 10, 250), Way(Mode::Responsive, 100, 98)}) {
             for (const double pace : kPaces) {
                 ColorSmoother smoother;
                 smoother.setMode(mode);
-                QCOMPARE(shown(smoother, from, 0.0), from);
-                int last = from;
+                int last = shown(smoother, from, 0.0);
                 for (double now = 0.0, step = 0.0; now < 1.2; now += step) {
-                    step = tick(pace, random);
+                    step = tick(pace);
                     const int level = shown(smoother, to, step);
                     const double expected = to + (from - to) * std::exp(-(now + step) / 0.150);
                     QVERIFY(std::abs(level - expected) <= 1.0 + 0.1 * std::abs(to - from));
-                    QVERIFY(level == last || (level > last) == (to > from)); // never back
-                    QVERIFY(to > from ? level <= to : level >= to);          // nor too far
+                    QVERIFY(to > from ? last <= level && level <= to : last >= level && level >= to);
                     QCOMPARE(smoother.isSettled(), level == to);
                     last = level;
                 }
                 QCOMPARE(last, to);
-            }
-        }
-    }
-
-    void largeDifferencesPassAtOnceAndSmallOnesSettle()
-    {
-        ColorSmoother smoother;
-        smoother.setMode(Mode::Responsive);
-        shown(smoother, 100, 0.0);
-        QCOMPARE(shown(smoother, 120, 0.02), 116); // 4/5 of the way, with a time constant of 5 ms
-        QCOMPARE(shown(smoother, 102, 0.02), 105);
-        smoother.snap();
-        shown(smoother, 100, 0.02);
-        QCOMPARE(shown(smoother, 107, 0.0775), 104); // 77.5 ms: half the way
-    }
-
-    void noiseOfOneLevelChangesNothing()
-    {
-        std::mt19937 random(7);
-        for (const Mode mode : {Mode::Responsive, Mode::Calm}) {
-            for (const double pace : kPaces) {
-                for (const bool alternates : {true, false}) {
-                    ColorSmoother smoother;
-                    smoother.setMode(mode);
-                    for (const int before : {40, 60, 10}) { // comes from elsewhere
-                        shown(smoother, before, 0.04);
-                        shown(smoother, 20, 0.04);
-                    }
-                    for (int i = 0; i < 40; ++i)
-                        shown(smoother, 20, 0.04);
-                    for (int i = 0; i < 1000; ++i) {
-                        const int noise = alternates ? i % 2 : static_cast<int>(random() % 2);
-                        QCOMPARE(shown(smoother, 20 + noise, tick(pace, random)), 20);
-                    }
-                    for (double now = 0.0; now < 2.1; now += 0.04)
-                        shown(smoother, 21, 0.04);
-                    QCOMPARE(shown(smoother, 21, 0.04), 21); // no noise any more
-                }
+                for (unsigned i = 0; i < 2000; ++i)
+                    QCOMPARE(shown(smoother, to + int((i < 999 ? i : dice()) % 2), tick(pace)), to);
+                for (double now = 0.0; now < 2.1; now += 0.04)
+                    last = shown(smoother, to + 1, 0.04);
+                QCOMPARE(last, to + 1); // no noise any more
             }
         }
     }
 
     void cutsAndBlackAndWhatBeginsAnewAreShownAtOnce()
     {
-        const auto after = [](Mode mode, const std::function<int(ColorSmoother&)>& what) {
+        for (const bool calm : {false, true}) {
             ColorSmoother smoother;
-            smoother.setMode(mode);
-            shown(smoother, 100, 0.04);
-            shown(smoother, 110, 0.04);
-            return what(smoother);
-        };
-        const auto step = [](int to, double seconds) {
-            return [=](ColorSmoother& smoother) { return shown(smoother, to, seconds); };
-        };
-        for (const Mode mode : {Mode::Responsive, Mode::Calm}) {
-            QCOMPARE(after(mode, step(200, 0.04)) == 200, mode == Mode::Responsive); // a cut
-            QCOMPARE(after(mode, step(0, 0.04)), 0);
-            QCOMPARE(after(mode, step(120, 0.6)), 120); // a gap
-            const auto snapped = [&](ColorSmoother& smoother) {
+            smoother.setMode(calm ? Mode::Calm : Mode::Responsive);
+            const auto then = [&](int level, double seconds) {
                 smoother.snap();
-                return shown(smoother, 115, 0.04);
+                shown(smoother, 100, 0.04);
+                shown(smoother, 101, 0.01); // on its way
+                return shown(smoother, level, seconds);
             };
-            QCOMPARE(after(mode, snapped), 115);
-            const auto inAnotherMode = [&](ColorSmoother& smoother) {
-                for (const Mode other : {Mode::Off, mode})
-                    smoother.setMode(other);
-                return shown(smoother, 115, 0.04);
-            };
-            QCOMPARE(after(mode, inAnotherMode), 115);
-            const auto ofMoreLeds = [](ColorSmoother& smoother) {
-                Frame colors = gray(115) + gray(115);
-                smoother.step(colors, 0.04);
-                return colors == gray(115) + gray(115) ? 115 : 0;
-            };
-            QCOMPARE(after(mode, ofMoreLeds), 115);
-            // Nothing moved in the pause: the change is as young as after a tick.
-            const auto rested = [](ColorSmoother& smoother) {
-                for (int i = 0; i < 40; ++i)
-                    shown(smoother, 110, 0.04);
-                return smoother.isSettled() ? shown(smoother, 113, 60.0) : 0;
-            };
-            QCOMPARE(after(mode, rested), 111);
-            const auto changesColor = [](ColorSmoother& smoother) {
-                Frame colors(2, {140, 110, 80}); // of the same lightness
-                smoother.step(colors, 0.02);
-                return int(colors[0].red);
-            };
-            QCOMPARE(after(mode, changesColor) == 140, mode == Mode::Responsive);
+            QCOMPARE(then(200, 0.04), calm ? 121 : 200); // a cut
+            QCOMPARE(then(120, 0.02), calm ? 102 : 116);
+            QCOMPARE(then(0, 0.04), 0);
+            QCOMPARE(then(120, 0.6), 120);                // a gap
+            QCOMPARE(shown(smoother, 123, 60.0), 121);    // nothing moved meanwhile
+            QCOMPARE(shown(smoother, 115, 0.04, 3), 115); // another strip
+            smoother.setMode(Mode::Off);
+            smoother.setMode(calm ? Mode::Calm : Mode::Responsive);
+            QCOMPARE(shown(smoother, 120, 0.04, 3), 120);
         }
-        QCOMPARE(after(Mode::Off, step(111, 0.04)), 111);
+    }
+
+    void grayDoesNotJump()
+    {
+        for (const int noise : {1, -1, 0}) { // 0: by turns
+            ColorSmoother smoother;
+            smoother.setMode(Mode::Responsive);
+            LV_RGB last{0, 0, 0};
+            for (int i = 1; i < 508; ++i) { // up and down again
+                const int gray = i < 255 ? i : 509 - i;
+                const int blue = gray + (noise ? noise : i % 2 * 2 - 1);
+                QVector<LV_RGB> colors(1, {Byte(gray), Byte(gray), Byte(blue)});
+                smoother.step(colors, 0.033);
+                const LV_RGB now =
+                    FrameFilters::adjustSaturation(colors[0], FrameFilters::saturationShare(colors[0], 16));
+                for (const auto channel : {&LV_RGB::red, &LV_RGB::green, &LV_RGB::blue})
+                    QVERIFY(std::abs(now.*channel - last.*channel) <= 8);
+                last = now;
+            }
+        }
+        const std::tuple<int, int, double> shares[]{{16, 2, 0.0}, {16, 9, 0.5}, {2, 2, 1.0}, {1, 1, 1.0}};
+        for (const auto& [gate, chroma, share] : shares)
+            QCOMPARE(FrameFilters::saturationShare({9, Byte(9 + chroma), 9}, gate), share);
+    }
+
+    void bordersStayThroughSubtitlesFadesFlashesAndDarkScenes()
+    {
+        const cv::Rect text(28, 60, 64, 4);
+        for (const double pace : {0.0, 1 / 60.0, 1 / 12.0}) {
+            for (const cv::Rect& film : {kLetter, kPillar, kBoth, kAll}) {
+                const Scene whole = [](double) { return lit(kAll); };
+                const Scene bordered = [&](double) { return lit(film); };
+                struct Act
+                {
+                    Scene scene;
+                    bool isFilm = true;
+                    double after = 0.0, seconds = 6.0; // borders are as there, and stay
+                };
+                const Act acts[]{{whole, false},
+                                 {[&](double) { return lit(film, text); }, true, 2.0},
+                                 {[&](double) { return lit(text); }},
+                                 {[&](double now) { return lit(film, {}, std::abs(90 - int(30 * now))); }},
+                                 {[&](double now) { return lit(fmod(now, 2.0) < 0.33 ? kAll : film); }},
+                                 {[&](double now) {
+                                     return lit({54 + int(20 * sin(now)), 28, 12, 10});
+                                 }},
+                                 {[&](double) { return lit(film - cv::Size(0, 20)); }},
+                                 {whole, false, 0.4},
+                                 {bordered, true, 0.3, 1.0},
+                                 {whole, false, 0.4, 26.0},
+                                 {bordered, true, 2.0}};
+                BorderTracker tracker;
+                for (const auto& [scene, isFilm, after, seconds] : acts) {
+                    const cv::Rect& expected = isFilm ? film : kAll;
+                    const double taken = secondsOf(tracker, pace, scene, expected, false);
+                    QVERIFY(film == kAll ? taken == 0.0 : after - 0.01 <= taken && taken <= after + 0.2);
+                    QVERIFY(secondsOf(tracker, pace, scene, expected, true, seconds) >= seconds);
+                }
+            }
+        }
     }
 };
 

@@ -15,6 +15,7 @@
 #include <QThreadPool>
 #include <algorithm>
 #include <opencv2/core.hpp>
+#include <utility>
 
 namespace {
 
@@ -57,6 +58,7 @@ AbsScreenSync::AbsScreenSync(const EffectWorkerOptions& options, QObject* parent
         m_screenshotTimer.start();
     }
     m_frameTimer.start();
+    m_clock.start();
     m_darkTimer.setSingleShot(true);
     m_darkTimer.setInterval(kDarkAfterMs);
     connect(&m_darkTimer, &QTimer::timeout, this, &AbsScreenSync::goDark);
@@ -168,7 +170,9 @@ QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
 {
     // The modes read pixels of four bytes.
     CV_Assert(frame.type() == CV_8UC4);
-    const cv::Mat work = m_autoWipeDarkSide ? withoutBorder(frame) : frame;
+    const qint64 now = nowUs();
+    const double seconds = static_cast<double>(now - std::exchange(m_lastStepUs, now)) / 1e6;
+    const cv::Mat work = m_autoWipeDarkSide ? withoutBorder(frame, seconds) : frame;
     // No UMat: a frame this small gains nothing from an accelerator, and the first one would load its
     // runtime.
     cv::Mat out = blurFrame(work, m_blurStrength);
@@ -176,19 +180,45 @@ QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
     if (m_direction == 1)
         cv::flip(out, out, 1);
     QVector<LV_RGB> result = frameToColors(out);
-    finishColors(result);
+    finishColors(result, seconds);
     return result;
 }
 
-cv::Mat AbsScreenSync::withoutBorder(const cv::Mat& frame)
+cv::Mat AbsScreenSync::withoutBorder(const cv::Mat& frame, double seconds)
 {
-    return wipeDarkSide(frame);
+    if (!m_stableBorder)
+        return wipeDarkSide(frame);
+    const cv::Rect picture = m_border.step(frame, seconds);
+    if (picture.size() == frame.size())
+        return frame;
+    cv::Mat part = frame(picture);
+    FrameFilters::enlarge(part, frame.size());
+    return part;
 }
 
-void AbsScreenSync::finishColors(QVector<LV_RGB>& colors)
+void AbsScreenSync::finishColors(QVector<LV_RGB>& colors, double seconds)
 {
+    m_smoother.step(colors, seconds);
+    // Taking saturation away makes no jumps.
+    const int gate = m_saturationStrength > 0.0 ? m_saturationGate : 0;
     for (LV_RGB& color : colors)
-        color = adjustSaturation(color, m_saturationStrength);
+        color = adjustSaturation(color, m_saturationStrength * FrameFilters::saturationShare(color, gate));
+}
+
+bool AbsScreenSync::isSettled() const
+{
+    return m_smoother.isSettled() && (!m_autoWipeDarkSide || !m_stableBorder || m_border.isSettled());
+}
+
+void AbsScreenSync::beginAnew()
+{
+    m_smoother.snap();
+    m_border.forget();
+}
+
+qint64 AbsScreenSync::nowUs() const
+{
+    return m_clock.nsecsElapsed() / 1000;
 }
 
 void AbsScreenSync::takeScreenshot(const cv::Mat& frame)
@@ -252,6 +282,7 @@ cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
 void AbsScreenSync::onCtlDirChanged(uint32_t dir)
 {
     m_direction = dir;
+    m_smoother.snap();
 }
 
 void AbsScreenSync::setBlurStrength(float strength)

@@ -60,6 +60,8 @@ protected:
     virtual cv::Mat blurFrame(cv::Mat src, double strength);
     virtual cv::UMat blurFrame(cv::UMat src, double strength);
     virtual cv::Mat wipeDarkSide(cv::Mat frame);
+    /// Microseconds of a clock that never goes back; a test may turn it.
+    virtual qint64 nowUs() const;
 
     QString effectId() const { return m_effectOptions.id; }
     QString controllerId() const { return m_ctlOptions.id; }
@@ -81,8 +83,10 @@ private:
     void setFrameInterval(int ms);
     /// Keeps the choice for this device.
     void storeLook(const char* appKey, const QJsonValue& value);
-    /// The device's own choice, or the application's.
-    QJsonValue storedLook(const char* appKey) const;
+    /// The device's own choice, then the application's, then what ships, as far as there are any.
+    QVector<QJsonValue> storedLook(const char* appKey) const;
+    /// What comes now has nothing to do with what was before.
+    void beginAnew();
     /// Brings the timer's period in line with the setting and the device's line.
     void applyFrameInterval();
     static bool wipeDarkSideAllowed();
@@ -105,9 +109,12 @@ private:
     QString noticeAction() const;
     void askForSources(bool isWanted);
     QVector<LV_RGB> conditionedColors(const cv::Mat& frame);
-    cv::Mat withoutBorder(const cv::Mat& frame);
+    /// Both: `seconds` after the frame before.
+    cv::Mat withoutBorder(const cv::Mat& frame, double seconds);
     /// From one colour per LED as the mode sees it to those that are shown.
-    void finishColors(QVector<LV_RGB>& colors);
+    void finishColors(QVector<LV_RGB>& colors, double seconds);
+    /// The same frame again would change nothing.
+    bool isSettled() const;
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
     void reportOnce(const QString& kind, const QString& text);
@@ -131,7 +138,8 @@ private:
     bool m_autoWipeDarkSide = false;
     ColorSmoother m_smoother;
     BorderTracker m_border;
-    QString m_smoothing;
+    QElapsedTimer m_clock;
+    qint64 m_lastStepUs = 0;
     int m_saturationGate = 0; ///< levels of chroma below which saturation is blended in; 0: none
     bool m_stableBorder = false;
     int m_frameInterval = 0; ///< ms, or ConfigKeys::kFrameIntervalOfLine; 0: that of all effects

@@ -6,24 +6,39 @@
 #include "support/config/ConfigurationManager.h"
 #include "support/config/StoredNumber.h"
 
+#include <QDebug>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace {
 
 constexpr int kFastestFrameMs = 33;
 
-std::optional<ColorSmoother::Mode> smoothingOf(const QString& name)
+/// In the order of ColorSmoother::Mode.
+constexpr std::array kSmoothings{"off", "responsive", "calm"};
+/// In the order of false and true.
+constexpr std::array kBorderModes{"classic", "stable"};
+
+/// The place of a text in a list.
+template <std::size_t size>
+std::optional<int> placeOf(const QString& name, const std::array<const char*, size>& names)
 {
-    using Mode = ColorSmoother::Mode;
-    if (name == QLatin1String("off"))
-        return Mode::Off;
-    if (name == QLatin1String("responsive"))
-        return Mode::Responsive;
-    if (name == QLatin1String("calm"))
-        return Mode::Calm;
+    for (std::size_t i = 0; i < size; ++i)
+        if (name == QLatin1String(names[i]))
+            return static_cast<int>(i);
+    return std::nullopt;
+}
+
+/// What the first usable value says.
+template <typename Read>
+auto firstUsable(const QVector<QJsonValue>& values, Read read) -> decltype(read(QJsonValue()))
+{
+    for (const QJsonValue& value : values)
+        if (const auto usable = read(value))
+            return usable;
     return std::nullopt;
 }
 
@@ -52,11 +67,11 @@ void AbsScreenSync::listProperties()
         {"saturation", [this] { return static_cast<double>(static_cast<float>(m_saturationStrength)); },
          [this, toFloat](const QJsonValue& val) { setSaturationStrength(toFloat(val)); },
          EffectProperty::Look},
-        {"smoothing", [this] { return m_smoothing; },
+        {"smoothing", [this] { return QLatin1String(kSmoothings[std::size_t(m_smoother.mode())]); },
          [this](const QJsonValue& val) { setSmoothing(val.toString()); }, EffectProperty::Look},
         {"saturationGate", [this] { return m_saturationGate; },
          [this](const QJsonValue& val) { setSaturationGate(val.toInt(-1)); }, EffectProperty::Look},
-        {"borderMode", [this] { return QLatin1String(m_stableBorder ? "stable" : "classic"); },
+        {"borderMode", [this] { return QLatin1String(kBorderModes[m_stableBorder]); },
          [this](const QJsonValue& val) { setBorderMode(val.toString()); }, EffectProperty::Look},
         {"frameInterval", [this] { return m_frameInterval ? m_frameInterval : updateInterval(); },
          [this](const QJsonValue& val) { setFrameInterval(val.toInt()); }, EffectProperty::Look},
@@ -67,27 +82,39 @@ void AbsScreenSync::listProperties()
 
 void AbsScreenSync::loadLook()
 {
-    m_smoothing = storedLook(ConfigKeys::kSmoothing.key).toString(ConfigKeys::kSmoothing.fallback);
-    m_smoother.setMode(smoothingOf(m_smoothing).value_or(ColorSmoother::Mode::Off));
+    const auto placeOfStored = [this](const auto& setting, const auto& names) {
+        const auto read = [&](const QJsonValue& value) {
+            const std::optional<int> place = placeOf(value.toString(), names);
+            if (!place)
+                qWarning() << "[AbsScreenSync]: The stored" << setting.key << "does not count:" << value;
+            return place;
+        };
+        return firstUsable(storedLook(setting.key), read).value_or(*placeOf(setting.fallback, names));
+    };
+    m_smoother.setMode(static_cast<ColorSmoother::Mode>(placeOfStored(ConfigKeys::kSmoothing, kSmoothings)));
+    m_stableBorder = placeOfStored(ConfigKeys::kBorderMode, kBorderModes) == 1;
     const auto& gate = ConfigKeys::kSaturationGate;
-    m_saturationGate = storedNumber(storedLook(gate.key), gate).value_or(gate.fallback);
-    m_stableBorder = storedLook(ConfigKeys::kBorderMode.key).toString() == QLatin1String("stable");
-    m_frameInterval = 0;
-    const QJsonValue interval = storedLook(ConfigKeys::kFrameIntervalMs);
-    if (interval.toInt() == ConfigKeys::kFrameIntervalOfLine)
-        m_frameInterval = ConfigKeys::kFrameIntervalOfLine;
-    else if (!interval.isUndefined())
-        m_frameInterval = storedNumber(interval, ConfigKeys::kFixedFrameIntervalMs).value_or(0);
+    const auto readGate = [&gate](const QJsonValue& value) { return storedNumber(value, gate); };
+    m_saturationGate = firstUsable(storedLook(gate.key), readGate).value_or(gate.fallback);
+    const auto readInterval = [](const QJsonValue& value) {
+        return value == ConfigKeys::kFrameIntervalOfLine
+                   ? std::optional(ConfigKeys::kFrameIntervalOfLine)
+                   : storedNumber(value, ConfigKeys::kFixedFrameIntervalMs);
+    };
+    m_frameInterval = firstUsable(storedLook(ConfigKeys::kFrameIntervalMs), readInterval).value_or(0);
 }
 
-QJsonValue AbsScreenSync::storedLook(const char* appKey) const
+QVector<QJsonValue> AbsScreenSync::storedLook(const char* appKey) const
 {
     auto* config = ConfigurationManager::instance();
-    const QJsonValue own = config->effectJsonValue(effectId(), controllerId(), ownKey(appKey));
-    if (!own.isNull() && !own.isUndefined())
-        return own;
-    const QJsonValue general = config->appConfig(QLatin1String(appKey));
-    return general.isNull() ? QJsonValue(QJsonValue::Undefined) : general;
+    const QString key = QLatin1String(appKey);
+    QVector<QJsonValue> stored{config->effectJsonValue(effectId(), controllerId(), ownKey(appKey)),
+                               config->appConfig(key), config->shippedConfig(key)};
+    stored.erase(
+        std::remove_if(stored.begin(), stored.end(),
+                       [](const QJsonValue& value) { return value.isNull() || value.isUndefined(); }),
+        stored.end());
+    return stored;
 }
 
 void AbsScreenSync::storeLook(const char* appKey, const QJsonValue& value)
@@ -99,11 +126,10 @@ void AbsScreenSync::storeLook(const char* appKey, const QJsonValue& value)
 
 void AbsScreenSync::setSmoothing(const QString& mode)
 {
-    const auto known = smoothingOf(mode);
-    if (!known)
+    const std::optional<int> place = placeOf(mode, kSmoothings);
+    if (!place)
         return;
-    m_smoothing = mode;
-    m_smoother.setMode(*known);
+    m_smoother.setMode(static_cast<ColorSmoother::Mode>(*place));
     storeLook(ConfigKeys::kSmoothing.key, mode);
 }
 
@@ -117,9 +143,11 @@ void AbsScreenSync::setSaturationGate(int levels)
 
 void AbsScreenSync::setBorderMode(const QString& mode)
 {
-    if (mode != QLatin1String("stable") && mode != QLatin1String("classic"))
+    const std::optional<int> place = placeOf(mode, kBorderModes);
+    if (!place)
         return;
-    m_stableBorder = mode == QLatin1String("stable");
+    m_stableBorder = *place == 1;
+    m_border.forget();
     storeLook(ConfigKeys::kBorderMode.key, mode);
 }
 
@@ -153,6 +181,7 @@ void AbsScreenSync::setWipeDarkSide(bool wipe)
     if (wipe == m_autoWipeDarkSide && !wipeDarkSideAllowed())
         return;
     m_autoWipeDarkSide = wipe;
+    m_border.forget();
     ConfigurationManager::instance()->setAppConfig(ConfigKeys::autoWipeDarkSideKey(controllerId()), wipe);
 }
 

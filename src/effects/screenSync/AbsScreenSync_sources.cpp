@@ -116,6 +116,7 @@ void AbsScreenSync::releaseCapturer()
 
 void AbsScreenSync::adaptOutputSize()
 {
+    beginAnew();
     m_sourceSize = m_capturer->sourceSize();
     if (m_sourceSize.isEmpty()) {
         qWarning().noquote() << "[AbsScreenSync]: Capturer" << m_sourceIdx
@@ -212,6 +213,7 @@ void AbsScreenSync::setTrouble(const char* trouble)
 void AbsScreenSync::goDark()
 {
     m_dark = true;
+    m_smoother.snap();
     emit updateColors(QVector<LV_RGB>(m_colors.size(), LV_RGB{}));
     emit effectPropertyChanged(EffectNotice::kKey, notice());
 }
@@ -224,6 +226,7 @@ QString AbsScreenSync::notice() const
 void AbsScreenSync::onCtlDarkChanged(bool dark)
 {
     WithProperties::onCtlDarkChanged(dark);
+    m_smoother.snap();
     if (m_deskDuplManager && (dark || needsCapturer()))
         m_deskDuplManager->requestSources(dark ? SourceRequest::Pausing : SourceRequest::Again);
 }

@@ -20,6 +20,7 @@ public:
 
     /// The next step begins anew when the mode is another.
     void setMode(Mode mode);
+    Mode mode() const { return m_mode; }
     /// The next colours are taken as they are: the first ones, or those after a rest.
     void snap() { m_shouldSnap = true; }
     /// Replaces the colours by those to be shown `seconds` after the step before. Another number of LEDs and

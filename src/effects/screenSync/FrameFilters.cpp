@@ -15,6 +15,8 @@ constexpr double kKernelLimitPx = 750.0;
 /// Grey values above this are bright.
 constexpr int kBrightGray = 128;
 constexpr int kMostPixelsIgnored = 2;
+/// Levels that noise and rounding put between the colours of grey.
+constexpr int kChromaOfNoise = 2;
 /// cv::GaussianBlur rounds its weights for 8-bit pixels to multiples of 1/256.
 constexpr int kKernelBits = 8;
 constexpr double kKernelSum = 1 << kKernelBits;
@@ -100,7 +102,24 @@ void wipeDarkSide(const cv::Mat& frame, cv::Mat& result)
     if (cv::countNonZero(bright) <= kMostPixelsIgnored)
         return;
     result = frame(cv::boundingRect(bright));
-    cv::resize(result, result, frame.size(), 0, 0, cv::INTER_LINEAR);
+    enlarge(result, frame.size());
+}
+
+void enlarge(cv::Mat& part, const cv::Size& size)
+{
+    cv::resize(part, part, size, 0, 0, cv::INTER_LINEAR);
+}
+
+double saturationShare(LV_RGB color, int gate)
+{
+    const auto [least, most] = std::minmax({color.red, color.green, color.blue});
+    const int chroma = most - least;
+    if (chroma >= gate)
+        return 1.0;
+    if (chroma <= kChromaOfNoise)
+        return 0.0;
+    const double share = static_cast<double>(chroma - kChromaOfNoise) / (gate - kChromaOfNoise);
+    return share * share * (3.0 - 2.0 * share);
 }
 
 LV_RGB adjustSaturation(LV_RGB color, double strength)

@@ -20,6 +20,13 @@ cv::UMat blur(const cv::UMat& src, double strength);
 /// steps before it have left.
 void wipeDarkSide(const cv::Mat& frame, cv::Mat& result);
 
+/// Brings a part of a frame to the size of the whole one.
+void enlarge(cv::Mat& part, const cv::Size& size);
+
+/// How much of the saturation a colour gets, 0.0 to 1.0: none of it up to a chroma of 2 levels, all of it
+/// from `gate` levels on. Without it a level of noise would make full red of grey. Gate 0: all for everyone.
+double saturationShare(LV_RGB color, int gate);
+
 /// Adds `strength` (-1.0 to 1.0) to the HSV saturation; hue and value stay. Grey has no hue and stays grey.
 LV_RGB adjustSaturation(LV_RGB color, double strength);
 

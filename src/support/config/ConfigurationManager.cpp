@@ -152,8 +152,13 @@ QJsonValue ConfigurationManager::appConfig(const QString& key) const
     QJsonValue stored = d->app.values().value(key);
     if (!stored.isUndefined() && !stored.isNull())
         return stored;
-    const QJsonValue shipped = d->shippedValues().value(key);
+    const QJsonValue shipped = shippedConfig(key);
     return shipped.isUndefined() ? stored : shipped;
+}
+
+QJsonValue ConfigurationManager::shippedConfig(const QString& key) const
+{
+    return d->shippedValues().value(key);
 }
 
 void ConfigurationManager::setAppConfig(const QString& key, const QJsonValue& value)

@@ -26,6 +26,8 @@ public:
     /// The user's value. Where there is none, or null, the one that the product ships, which never becomes
     /// the user's by itself; what ships is read at first use.
     QJsonValue appConfig(const QString& key) const;
+    /// What ships, whatever the user has.
+    QJsonValue shippedConfig(const QString& key) const;
     /// Emits appConfigChanged, also for the value that is there already. Null clears the key for its readers:
     /// they are back at what ships.
     void setAppConfig(const QString& key, const QJsonValue& value);
