@@ -17,9 +17,8 @@ constexpr double kMemoryS = 24.0;
 /// What counts of the time since the frame before: nobody saw what was in a longer gap.
 constexpr double kLongestStepS = 0.2;
 constexpr double kSmallestPicture = 0.4;
-/// Edges waver by a line where scaling mixes it; a film's bars may differ by one more.
+/// Edges waver by a line where scaling mixes it.
 constexpr int kSameLines = 1;
-constexpr int kPairLines = 2;
 /// Parts of a line at its two ends that subtitles do not reach.
 constexpr int kCornersOfLine = 8;
 /// A mouse pointer or a bad pixel is no light.
@@ -38,9 +37,9 @@ std::size_t opposite(std::size_t side)
     return side ^ 1U;
 }
 
-bool isNear(int a, int b, int lines = kSameLines)
+bool isNear(int a, int b)
 {
-    return std::abs(a - b) <= lines;
+    return std::abs(a - b) <= kSameLines;
 }
 
 } // namespace
@@ -184,7 +183,7 @@ void BorderTracker::propose(std::size_t at, const std::array<Edge, 4>& edges, do
     const Edge& edge = edges[at];
     const Edge& other = edges[opposite(at)];
     // Subtitles may fill one bar all the time: then the other one speaks for both.
-    const bool isPaired = other.isSharp && other.isClean && isNear(edge.line, other.line, kPairLines);
+    const bool isPaired = other.isSharp && other.isClean && isNear(edge.line, other.line);
     if (!edge.isSharp || !(edge.isClean || isPaired)) {
         if (edge.line >= 0 && edge.line < side.candidate - kSameLines)
             side.candidate = -1;
@@ -208,7 +207,7 @@ void BorderTracker::takeProposal(std::size_t at)
         return known.age < kMemoryS && isNear(known.depth, side.candidate);
     });
     const bool isAlone =
-        side.candidate > side.depth && !isNear(side.candidate, m_sides[opposite(at)].candidate, kPairLines);
+        side.candidate > side.depth && !isNear(side.candidate, m_sides[opposite(at)].candidate);
     const double needed = isKnown ? kTakenAgainAfterS : isAlone ? kTakenAloneAfterS : kTakenAfterS;
     if (side.agreed < needed)
         return;

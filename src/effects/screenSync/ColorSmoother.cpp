@@ -51,55 +51,68 @@ void ColorSmoother::step(QVector<LV_RGB>& colors, double seconds)
     static_assert(sizeof(LV_RGB) == 3, "read as bytes");
     if (m_mode == Mode::Off)
         return;
-    const auto count = static_cast<std::size_t>(colors.size()) * sizeof(LV_RGB);
-    const bool begins = m_shouldSnap || count != m_channels.size() || (seconds > kGapS && !m_isSettled) ||
-                        isBlack(colors) || isCut(colors);
+    const bool begins = m_shouldSnap || static_cast<std::size_t>(colors.size()) != m_leds.size() ||
+                        (seconds > kGapS && !m_isSettled) || isBlack(colors) || isCut(colors);
     const double elapsed = m_isSettled ? std::min(seconds, kTickS) : seconds;
     const auto dt = static_cast<float>(std::max(elapsed, 0.0));
     m_shouldSnap = false;
-    m_isSettled = true;
-    m_channels.resize(count);
-    auto* bytes = reinterpret_cast<std::uint8_t*>(colors.data());
-    for (std::size_t i = 0; i < count; ++i) {
-        Channel& channel = m_channels[i];
-        if (begins) {
-            channel = {static_cast<float>(bytes[i]), 0.0F, 0.0F, bytes[i], bytes[i]};
-            continue;
-        }
-        aim(channel, bytes[i], dt);
-        follow(channel, dt);
-        bytes[i] = channel.shown;
-        m_isSettled = m_isSettled && channel.shown == channel.target;
+    m_leds.resize(static_cast<std::size_t>(colors.size()));
+    bool isSettled = true;
+    auto* color = colors.data();
+    for (Led& led : m_leds) {
+        if (begins)
+            led = {Channel(color->red), Channel(color->green), Channel(color->blue)};
+        else
+            isSettled &= follow(led, *color, dt);
+        ++color;
     }
+    m_isSettled = isSettled;
 }
 
-void ColorSmoother::aim(Channel& channel, std::uint8_t target, float seconds)
+bool ColorSmoother::follow(Led& led, LV_RGB& color, float seconds) const
 {
-    if (target == channel.target) {
-        channel.targetAge += seconds;
+    std::uint8_t* const bytes[]{&color.red, &color.green, &color.blue};
+    // One time constant for all three, so that a colour does not turn on its way.
+    float distance = 0.0F;
+    for (std::size_t i = 0; i < led.size(); ++i) {
+        led[i].aim(*bytes[i], seconds);
+        distance = std::max(distance, std::abs(led[i].difference()));
+    }
+    const float tau = m_mode == Mode::Calm ? kSlowS : timeConstant(distance);
+    const float share = seconds / (seconds + tau);
+    int awayFromTarget = 0;
+    for (std::size_t i = 0; i < led.size(); ++i) {
+        led[i].follow(share);
+        *bytes[i] = led[i].shown;
+        awayFromTarget |= led[i].shown ^ led[i].target;
+    }
+    return awayFromTarget == 0;
+}
+
+void ColorSmoother::Channel::aim(std::uint8_t wanted, float seconds)
+{
+    if (wanted == target) {
+        targetAge += seconds;
         return;
     }
-    channel.target = target;
-    channel.targetAge = 0.0F;
-    const int away = std::abs(target - channel.shown);
+    target = wanted;
+    targetAge = 0.0F;
+    const int away = std::abs(target - shown);
     if (away > 1)
-        channel.lasting = kLastingS;
+        lasting = kLastingS;
     else
-        channel.lasting = away == 0 ? kLastingNoiseS : std::max(channel.lasting, kLastingNearS);
+        lasting = away == 0 ? kLastingNoiseS : std::max(lasting, kLastingNearS);
 }
 
-void ColorSmoother::follow(Channel& channel, float seconds) const
+void ColorSmoother::Channel::follow(float share)
 {
-    const float difference = static_cast<float>(channel.target) - channel.level;
-    const float distance = std::abs(difference);
-    if (distance >= kDeadBand) {
-        const float tau = m_mode == Mode::Calm ? kSlowS : timeConstant(distance);
-        channel.level += difference * seconds / (seconds + tau);
-    }
-    if (distance < 1.0F && channel.targetAge >= channel.lasting)
-        channel.level = channel.shown = channel.target;
-    else if (std::abs(channel.level - static_cast<float>(channel.shown)) > kDeadBand)
-        channel.shown = static_cast<std::uint8_t>(std::lround(channel.level));
+    const float distance = std::abs(difference());
+    if (distance >= kDeadBand)
+        level += share * difference();
+    if (distance < 1.0F && targetAge >= lasting)
+        level = shown = target;
+    else if (std::abs(level - static_cast<float>(shown)) > kDeadBand)
+        shown = static_cast<std::uint8_t>(level + 0.5F);
 }
 
 bool ColorSmoother::isCut(const QVector<LV_RGB>& colors) const
@@ -108,10 +121,10 @@ bool ColorSmoother::isCut(const QVector<LV_RGB>& colors) const
         return false;
     std::array<float, 3> moved{};
     for (int i = 0; i < colors.size(); ++i) {
-        const auto* channel = &m_channels[static_cast<std::size_t>(i) * moved.size()];
-        moved[0] += static_cast<float>(colors[i].red) - channel[0].level;
-        moved[1] += static_cast<float>(colors[i].green) - channel[1].level;
-        moved[2] += static_cast<float>(colors[i].blue) - channel[2].level;
+        const Led& led = m_leds[static_cast<std::size_t>(i)];
+        moved[0] += static_cast<float>(colors[i].red) - led[0].level;
+        moved[1] += static_cast<float>(colors[i].green) - led[1].level;
+        moved[2] += static_cast<float>(colors[i].blue) - led[2].level;
     }
     return std::any_of(moved.begin(), moved.end(),
                        [&](float sum) { return std::abs(sum) > kCut * static_cast<float>(colors.size()); });

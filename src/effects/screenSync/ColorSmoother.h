@@ -3,6 +3,7 @@
 #include "controllers/LV_RGB.h"
 
 #include <QVector>
+#include <array>
 #include <vector>
 
 /// Lets the colours of a strip follow what they should be in time, so that noise and jumps of the picture do
@@ -32,19 +33,32 @@ public:
 private:
     struct Channel
     {
+        Channel() = default;
+        explicit Channel(std::uint8_t byte)
+            : level(byte)
+            , target(byte)
+            , shown(byte)
+        {
+        }
+        void aim(std::uint8_t wanted, float seconds);
+        /// By a share of the way.
+        void follow(float share);
+        float difference() const { return static_cast<float>(target) - level; }
+
         float level = 0.0F;      ///< where the curve is
         float targetAge = 0.0F;  ///< s
         float lasting = 0.0F;    ///< s: the target is taken exactly at this age
         std::uint8_t target = 0; ///< what it should be
         std::uint8_t shown = 0;  ///< what the strip has
     };
+    using Led = std::array<Channel, 3>;
 
-    static void aim(Channel& channel, std::uint8_t target, float seconds);
-    void follow(Channel& channel, float seconds) const;
+    /// Whether the LED shows what it should.
+    bool follow(Led& led, LV_RGB& color, float seconds) const;
     bool isCut(const QVector<LV_RGB>& colors) const;
 
     Mode m_mode = Mode::Off;
     bool m_shouldSnap = true;
     bool m_isSettled = true;
-    std::vector<Channel> m_channels; ///< red, green, blue of the first LED, then of the next
+    std::vector<Led> m_leds;
 };
