@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and starts the program; where there is no LED device or no display, the
 # demo: a simulated strip in this terminal that the program lights for real.
-# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix] [--online]
-#        [arguments of the program]
+# Usage: ./run.sh [--app | --demo] [--seconds N] [--plain] [--virtual] [--music | --matrix | --wayland[=ANSWER]]
+#        [--online] [arguments of the program]
 #   --doctor     tells in the terminal what stands in the way of light
 #   --app        only the program, whatever is connected
 #   --demo       the demo, even with a device
@@ -12,12 +12,16 @@
 #   --music      the demo follows a beat that it plays on a sound server of its own, unheard; with a device and
 #                a display the program itself starts and hears what your loudspeaker plays: choose music there
 #   --matrix     the demo plays pictures on an LED matrix, which a window shows as well where there is a display
+#   --wayland    the demo follows the screen of a Wayland desktop without one: its portal asks you here, keys end the
+#                sharing and kill what stands behind it, and the window says what a user would be told; ANSWER, one of
+#                ask, yes, no and restored, says how you answer
 #   --online     the demo has an online service on this machine beside it: the program looks there for its latest
 #                version and for the picture of the home page, and feedback can be sent from its help
 set -eu
 cd "$(dirname "$0")"
 
 mode=auto
+stage=""
 demo=()
 while [ $# -gt 0 ]; do
     case $1 in
@@ -25,11 +29,13 @@ while [ $# -gt 0 ]; do
     --doctor) mode=app; break ;;
     --demo) mode=demo ;;
     --plain | --virtual | --matrix | --online) mode=demo; demo+=("$1") ;;
+    --wayland | --wayland=ask | --wayland=yes | --wayland=no | --wayland=restored)
+        mode=demo; stage=stage; demo+=("$1") ;;
     --music) demo+=("$1") ;; # a device has its own way to show it
     --seconds)
         [[ ${2:-} =~ ^[0-9]+$ ]] || { echo "run.sh: --seconds needs a number" >&2; exit 2; }
         mode=demo; demo+=(--seconds "$2"); shift ;;
-    -h | --help) sed -n '2,16s/^# \{0,1\}//p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,19s/^# \{0,1\}//p' "$0"; exit 0 ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -45,8 +51,9 @@ have_device() {
 }
 have_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
 
-scripts/deps.sh build run
-scripts/build.sh release lumivar strip-simulator moving-picture beat-player light-viewer online-server
+# shellcheck disable=SC2086  # a group, or none
+scripts/deps.sh build run $stage
+scripts/build.sh release lumivar strip-simulator moving-picture beat-player light-viewer online-server wayland-stage
 
 if [ "$mode" = app ] || { [ "$mode" = auto ] && have_device && have_display; }; then
     exec build/release/bin/lumivar "$@"

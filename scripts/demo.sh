@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Shows the program without hardware: a simulated strip, drawn in the terminal, follows the screen; with --music
 # a beat on a sound server of the demo's own; with --matrix it is an LED matrix, drawn in a window as well, that
-# plays pictures. With --online a server of the online service, on this machine, answers the program. Probe, capture,
+# plays pictures. With --wayland the screen is one that a Wayland desktop hands out, whose part is played by
+# wayland-stage: its portal asks, here, or answers by itself. With --online a server of the online service, on this machine, answers the program. Probe, capture,
 # colour pipeline, serial line and online clients are the program's own. Nothing of the user's is touched.
-# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music | --matrix] [--online]
-#        [-- program's arguments]
+# Usage: scripts/demo.sh BIN_FOLDER [--seconds N] [--plain] [--virtual] [--music | --matrix | --wayland[=ANSWER]]
+#        [--online] [-- program's arguments]
+# ANSWER is ask, yes, no, or restored by an earlier consent; ask with a terminal, else yes, where it is left out.
 # Without a terminal it prints a line a second; without a display as well it ends after 10 seconds. With a limit
 # it fails unless the light moved and, with --online, the service was asked for version and picture.
 set -u
@@ -16,14 +18,16 @@ plain=""
 virtual=""
 music=""
 matrix=""
+wayland=""
 online=""
 while [ $# -gt 0 ]; do
     case $1 in
     --seconds) seconds=$2; shift ;;
     --plain) plain=yes ;;
     --virtual) virtual=yes ;;
-    --music) music=yes; matrix="" ;;
-    --matrix) matrix=yes; music="" ;;
+    --music) music=yes; matrix=""; wayland="" ;;
+    --matrix) matrix=yes; music=""; wayland="" ;;
+    --wayland | --wayland=*) wayland=${1#--wayland}; wayland=${wayland#=}; wayland=${wayland:-auto}; music=""; matrix="" ;;
     --online) online=yes ;;
     --) shift; break ;;
     *) break ;;
@@ -41,10 +45,15 @@ effect=id.effect.screenSync.fullScreen
 if [ ! -t 1 ]; then
     plain=yes
     if [ -z "$virtual" ]; then
-        [ -n "$music$matrix" ] || effect=id.effect.colorful.ColorMap_3 # moves by itself
+        [ -n "$music$matrix$wayland" ] || effect=id.effect.colorful.ColorMap_3 # moves by itself
     else
         seconds=${seconds:-10}
     fi
+fi
+
+if [ "$wayland" = auto ]; then
+    wayland=yes
+    [ ! -t 0 ] || wayland=ask
 fi
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/lumivar-demo.XXXXXX") || exit 1
@@ -190,6 +199,8 @@ JSON
 
 use_private_folders
 viewer=""
+simulation=strip-simulator
+stage=()
 if [ -n "$matrix" ]; then
     cp -r "$bin/effects/graphics" "$work/config/Lumivar/pixel_source" || fail "no pictures to play"
     if [ -n "$virtual" ]; then
@@ -202,6 +213,14 @@ if [ -n "$matrix" ]; then
 elif [ -n "$music" ]; then
     start_beat
     [ -z "$virtual" ] || set -- --auto_startup "$@" # who reads lines wants no window
+elif [ -n "$wayland" ]; then
+    simulation=wayland-stage
+    stage=(--answer "$wayland")
+    if [ "$wayland" = restored ]; then
+        stage=(--answer no --token consent)
+        echo '{"runtime.screenCastToken": "consent"}' >"$work/config/Lumivar/app.json"
+    fi
+    [ -z "$virtual" ] || export QT_QPA_PLATFORM=offscreen
 elif [ -n "$virtual" ]; then
     start_virtual_screen
     set -- --auto_startup "$@" # its window would cover what there is to follow
@@ -212,10 +231,13 @@ fi
 arguments=(--ports "$work/ports.json" --model "$model" --serial 01020304 --leds "$leds" --rate 11520
     --log "$work/program.log" $viewer)
 [ -n "$plain" ] && arguments+=(--plain)
-[ -n "$seconds" ] && arguments+=(--quit-after "${seconds}s" --patience 60s --check)
+if [ -n "$seconds" ]; then
+    arguments+=(--quit-after "${seconds}s" --patience 60s)
+    [ "$wayland" = no ] || arguments+=(--check)
+fi
 
 # In the background, because only then a signal to this script is handled at once.
-"$bin/strip-simulator" "${arguments[@]}" -- "$bin/lumivar" "$@" <&0 &
+"$bin/$simulation" "${arguments[@]}" ${stage[@]+"${stage[@]}"} -- "$bin/lumivar" "$@" <&0 &
 simulator=$!
 wait "$simulator"
 status=$?

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, test, package, format, lint,
-# bench.
+# The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, stage, test, package, format,
+# lint, bench.
 # Installs what is missing; where it cannot, it names what is missing and fails.
 set -u
 
@@ -11,9 +11,10 @@ packages[build]="g++ cmake ninja-build ccache pkg-config git
     libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev
     libqt5x11extras5-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev"
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio qtwayland5"
-packages[test]="xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-utils dbus-daemon openssl fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
+packages[stage]="dbus-daemon pipewire pipewire-bin wireplumber" # the stand-in for a Wayland desktop
+packages[test]="${packages[stage]} xvfb x11-utils x11-xserver-utils openbox trayer xdotool x11-xkb-utils openssl fonts-liberation fonts-dejavu-core fonts-noto-cjk python3
     pulseaudio pulseaudio-utils
-    pipewire pipewire-bin wireplumber sway grim qtwayland5
+    sway grim qtwayland5
     g++-mingw-w64-x86-64-posix"
 packages[package]="debhelper lintian appstream desktop-file-utils debootstrap"
 packages[format]="clang-format-14"

@@ -1,7 +1,5 @@
 #include "GuestProgram.h"
 
-#include <QTimer>
-
 #include <csignal>
 
 #include <sys/prctl.h>
@@ -14,17 +12,25 @@ constexpr int kPatienceMs = 5000;
 GuestProgram::GuestProgram(QObject* parent)
     : QProcess(parent)
 {
+    m_patience.setSingleShot(true);
+    connect(&m_patience, &QTimer::timeout, this, &QProcess::kill);
+    connect(this, QOverload<int, ExitStatus>::of(&QProcess::finished), &m_patience, &QTimer::stop);
 }
 
-bool GuestProgram::launch(const QStringList& command, const QString& portsFile, const QString& logFile)
+bool GuestProgram::launch(const QStringList& command, const QString& logFile)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LUMIVAR_SERIAL_PORTS"), portsFile);
-    setProcessEnvironment(environment);
+    m_logFile = logFile.isEmpty() ? QProcess::nullDevice() : logFile;
     setProcessChannelMode(QProcess::MergedChannels);
     setStandardInputFile(QProcess::nullDevice());
-    setStandardOutputFile(logFile.isEmpty() ? QProcess::nullDevice() : logFile);
+    setStandardOutputFile(m_logFile);
     start(command.first(), command.mid(1));
+    return waitForStarted();
+}
+
+bool GuestProgram::launchAgain()
+{
+    setStandardOutputFile(m_logFile, QIODevice::Append);
+    start();
     return waitForStarted();
 }
 
@@ -33,7 +39,7 @@ void GuestProgram::end()
     if (state() == QProcess::NotRunning)
         return;
     terminate();
-    QTimer::singleShot(kPatienceMs, this, &QProcess::kill);
+    m_patience.start(kPatienceMs);
 }
 
 void GuestProgram::setupChildProcess()

@@ -1,5 +1,6 @@
 #include "SimulatorApp.h"
 
+#include "Scenery.h"
 #include "SerialPortsFile.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,7 @@ constexpr int kDrainMs = 300;   // for what the line still carries when the prog
 constexpr int kSampledLeds = 8; // colours in a line of text
 constexpr int kFewestChanges = 5;
 constexpr quint16 kViewerPort = 65330;
+const QString kScenery = QStringLiteral("desktop"); // as lines name it
 
 void print(FILE* stream, const QString& line)
 {
@@ -40,9 +42,12 @@ QString sample(const QVector<LV_RGB>& colors)
 
 } // namespace
 
-SimulatorApp::SimulatorApp(const SimulatorOptions& options)
+SimulatorApp::SimulatorApp(const SimulatorOptions& options, Scenery* scenery)
     : m_options(options)
+    , m_scenery(scenery)
 {
+    if (m_scenery)
+        connect(m_scenery, &Scenery::happened, this, [this](const QString& what) { say(kScenery, what); });
     for (const StripSimulator::Options& strip : m_options.strips)
         addStrip(strip);
     connect(&m_guest, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
@@ -70,9 +75,7 @@ bool SimulatorApp::start()
             return false;
         }
     }
-    if (!m_options.guest.isEmpty() &&
-        !m_guest.launch(m_options.guest, SerialPortsFile(m_options.strips.first().portsFile).path(),
-                        m_options.guestLog)) {
+    if (!m_options.guest.isEmpty() && !launchGuest()) {
         print(stderr, QStringLiteral("Can't start %1").arg(m_options.guest.first()));
         return false;
     }
@@ -99,6 +102,25 @@ bool SimulatorApp::start()
     return true;
 }
 
+bool SimulatorApp::launchGuest()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LUMIVAR_SERIAL_PORTS"),
+                       SerialPortsFile(m_options.strips.first().portsFile).path());
+    if (m_scenery)
+        m_scenery->addTo(environment);
+    m_guest.setProcessEnvironment(environment);
+    return m_guest.launch(m_options.guest, m_options.guestLog);
+}
+
+void SimulatorApp::restartGuest()
+{
+    if (m_quitting || m_guest.state() == QProcess::NotRunning)
+        return;
+    m_restarting = true;
+    m_guest.end();
+}
+
 void SimulatorApp::addStrip(const StripSimulator::Options& options)
 {
     m_strips.push_back(std::make_unique<Strip>());
@@ -109,11 +131,12 @@ void SimulatorApp::addStrip(const StripSimulator::Options& options)
         strip->label += QLatin1Char(':') + QString::fromLatin1(options.serial.toHex().toUpper());
     const StripSimulator* device = strip->device.get();
     connect(device, &StripSimulator::plugged, this, [this, strip](const QString& location) {
-        say(*strip, QStringLiteral("plugged in at ") + location);
+        say(strip->label, QStringLiteral("plugged in at ") + location);
     });
     connect(device, &StripSimulator::unplugged, this,
-            [this, strip] { say(*strip, QStringLiteral("unplugged")); });
-    connect(device, &StripSimulator::probed, this, [this, strip] { say(*strip, QStringLiteral("probed")); });
+            [this, strip] { say(strip->label, QStringLiteral("unplugged")); });
+    connect(device, &StripSimulator::probed, this,
+            [this, strip] { say(strip->label, QStringLiteral("probed")); });
     connect(device, &StripSimulator::frameReceived, this,
             [this, strip](const StripFrame& frame) { onFrame(*strip, frame); });
 }
@@ -136,15 +159,8 @@ void SimulatorApp::readInput()
     }
     m_line += QByteArray(buffer, static_cast<int>(got));
     if (m_screen && Terminal::isInput()) {
-        for (const char key : qAsConst(m_line)) {
-            const bool plugged = m_strips.front()->device->isPlugged();
-            if (key == 'b')
-                execute(QStringLiteral("button"));
-            else if (key == 'u')
-                execute(plugged ? QStringLiteral("unplug") : QStringLiteral("plug"));
-            else if (key == 'q' || key == '\x04')
-                execute(QStringLiteral("quit"));
-        }
+        for (const char key : qAsConst(m_line))
+            onKey(key);
         m_line.clear();
         return;
     }
@@ -154,12 +170,31 @@ void SimulatorApp::readInput()
     }
 }
 
+void SimulatorApp::onKey(char key)
+{
+    const bool plugged = m_strips.front()->device->isPlugged();
+    if (key == 'b')
+        execute(QStringLiteral("button"));
+    else if (key == 'u')
+        execute(plugged ? QStringLiteral("unplug") : QStringLiteral("plug"));
+    else if (key == 'r')
+        execute(QStringLiteral("restart"));
+    else if (key == 'q' || key == '\x04')
+        execute(QStringLiteral("quit"));
+    else if (m_scenery && !m_scenery->commandOf(key).isEmpty())
+        execute(m_scenery->commandOf(key));
+}
+
 void SimulatorApp::execute(const QString& command)
 {
     const QString verb = command.section(QLatin1Char(' '), 0, 0);
     const QString number = command.section(QLatin1Char(' '), 1);
     if (verb == QLatin1String("quit"))
         return quit();
+    if (verb == QLatin1String("restart"))
+        return restartGuest();
+    if (m_scenery && m_scenery->execute(command))
+        return;
     for (size_t i = 0; i < m_strips.size(); ++i) {
         if (number.isEmpty() || number.toUInt() == i)
             apply(verb, *m_strips[i]);
@@ -169,13 +204,13 @@ void SimulatorApp::execute(const QString& command)
 void SimulatorApp::apply(const QString& verb, Strip& strip)
 {
     if (verb == QLatin1String("button") && strip.device->pressButton())
-        say(strip, QStringLiteral("button pressed"));
+        say(strip.label, QStringLiteral("button pressed"));
     else if (verb == QLatin1String("unplug"))
         strip.device->unplug();
     else if (verb == QLatin1String("plug"))
         strip.device->plugIn();
     else
-        say(strip, QStringLiteral("can't do \"%1\"").arg(verb));
+        say(strip.label, QStringLiteral("can't do \"%1\"").arg(verb));
 }
 
 void SimulatorApp::onFrame(Strip& strip, const StripFrame& frame)
@@ -190,7 +225,7 @@ void SimulatorApp::onFrame(Strip& strip, const StripFrame& frame)
     if (m_options.viewer && &strip == m_strips.front().get())
         sendToViewer(strip.device->shownColors());
     if (first || wasBlack != strip.meter.isBlack())
-        say(strip, strip.meter.isBlack() ? QStringLiteral("black") : QStringLiteral("lit"));
+        say(strip.label, strip.meter.isBlack() ? QStringLiteral("black") : QStringLiteral("lit"));
 }
 
 /// Three bytes a LED; nobody may listen.
@@ -203,6 +238,12 @@ void SimulatorApp::sendToViewer(const QVector<LV_RGB>& colors)
 void SimulatorApp::onGuestFinished(int exitCode, QProcess::ExitStatus status)
 {
     const bool crashed = status == QProcess::CrashExit;
+    if (m_restarting && !m_quitting && !crashed && exitCode == 0) {
+        m_restarting = false;
+        say(QStringLiteral("program"), QStringLiteral("is started again"));
+        if (m_guest.launchAgain())
+            return;
+    }
     const QString how = crashed ? QStringLiteral("by a crash") : QStringLiteral("with %1").arg(exitCode);
     if (!m_quitting || crashed || exitCode != 0)
         m_summary += QStringLiteral("The program ended ") + how;
@@ -238,7 +279,10 @@ void SimulatorApp::draw()
         }
         views.append(view);
     }
-    m_screen->draw(views);
+    StripScreen::Surroundings around;
+    if (m_scenery)
+        around = {m_scenery->picture(), m_scenery->facts(), m_scenery->keys()};
+    m_screen->draw(views, around);
 }
 
 void SimulatorApp::printLines()
@@ -257,13 +301,13 @@ void SimulatorApp::printLines()
 }
 
 /// Tells an event in the log and, where lines are printed, in a line.
-void SimulatorApp::say(const Strip& strip, const QString& what)
+void SimulatorApp::say(const QString& who, const QString& what)
 {
-    m_log.event(strip.label, what);
+    m_log.event(who, what);
     if (!m_screen && m_options.jsonFile != QLatin1String("-"))
         print(stdout, QStringLiteral("%1 s  %2  %3")
                           .arg(static_cast<double>(m_clock.elapsed()) / 1000, 6, 'f', 1)
-                          .arg(strip.label, what));
+                          .arg(who, what));
 }
 
 /// The program ends first, so that the strips can show how it leaves them.

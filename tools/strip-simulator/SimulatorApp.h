@@ -14,6 +14,7 @@
 #include <vector>
 
 class QSocketNotifier;
+class Scenery;
 
 /// The simulator as a program: strips, what is shown of them, and the commands that come from keys, lines,
 /// the script and signals.
@@ -22,7 +23,8 @@ class SimulatorApp : public QObject
     Q_OBJECT
 
 public:
-    explicit SimulatorApp(const SimulatorOptions& options);
+    /// The scenery lives longer.
+    explicit SimulatorApp(const SimulatorOptions& options, Scenery* scenery = nullptr);
     ~SimulatorApp() override;
 
     /// Plugs everything in. False, with a message on standard error, when something could not start.
@@ -38,9 +40,12 @@ private:
         StripMeter meter;
     };
 
+    bool launchGuest();
+    void restartGuest();
     void addStrip(const StripSimulator::Options& options);
     void watchInput();
     void readInput();
+    void onKey(char key);
     void execute(const QString& command);
     void apply(const QString& verb, Strip& strip);
     void onFrame(Strip& strip, const StripFrame& frame);
@@ -49,11 +54,12 @@ private:
     void onNoFrame();
     void draw();
     void printLines();
-    void say(const Strip& strip, const QString& what);
+    void say(const QString& who, const QString& what);
     void leave();
     void failIf(bool failed, const QString& why);
 
     SimulatorOptions m_options;
+    Scenery* m_scenery;
     std::vector<std::unique_ptr<Strip>> m_strips;
     std::unique_ptr<StripScreen> m_screen; ///< null when there is no terminal to draw in
     FrameLog m_log;
@@ -66,5 +72,6 @@ private:
     QStringList m_summary; ///< printed when the terminal is itself again
     bool m_sawFrame = false;
     bool m_quitting = false;
+    bool m_restarting = false;
     int m_exitCode = 0;
 };

@@ -9,12 +9,6 @@ const QStringList kReplyModes{QStringLiteral("normal"),  QStringLiteral("silent"
                               QStringLiteral("hang-up"), QStringLiteral("bytes"),
                               QStringLiteral("endless")};
 
-const QString kAbout = QStringLiteral(
-    "A fake LED strip on a pseudo terminal. It adds itself to the list of serial ports that the program\n"
-    "watches, answers the probe, shows what it is told to show and has a button.\n\n"
-    "In a terminal: b presses the button, u unplugs and plugs in, q quits. Without one the lines button,\n"
-    "unplug, plug and quit on standard input do the same, with the number of a strip behind them if wanted.");
-
 /// "250ms", "3s" or "3"; negative when it is no time.
 int parseMs(QString text)
 {
@@ -42,8 +36,21 @@ bool parseScript(const QString& text, QVector<TimedCommand>& script)
     return true;
 }
 
-void addOptions(QCommandLineParser& parser)
+/// The serial with the strip's number added to its last byte.
+QByteArray serialOf(const QByteArray& base, int strip)
 {
+    QByteArray serial = base;
+    if (!serial.isEmpty())
+        serial[serial.size() - 1] = static_cast<char>(serial.back() + strip);
+    return serial;
+}
+
+} // namespace
+
+void SimulatorOptions::addTo(QCommandLineParser& parser)
+{
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    parser.addHelpOption();
     const auto add = [&parser](const char* name, const char* description, const char* value = "",
                                const char* fallback = "") {
         parser.addOption(QCommandLineOption(QString::fromLatin1(name), QString::fromLatin1(description),
@@ -76,26 +83,8 @@ void addOptions(QCommandLineParser& parser)
                                  QStringLiteral("[-- program [arguments]]"));
 }
 
-/// The serial with the strip's number added to its last byte.
-QByteArray serialOf(const QByteArray& base, int strip)
+std::optional<SimulatorOptions> SimulatorOptions::of(const QCommandLineParser& parser, QString& error)
 {
-    QByteArray serial = base;
-    if (!serial.isEmpty())
-        serial[serial.size() - 1] = static_cast<char>(serial.back() + strip);
-    return serial;
-}
-
-} // namespace
-
-std::optional<SimulatorOptions> SimulatorOptions::parse(const QStringList& arguments, QString& error)
-{
-    QCommandLineParser parser;
-    parser.setApplicationDescription(kAbout);
-    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
-    parser.addHelpOption();
-    addOptions(parser);
-    parser.process(arguments);
-
     const auto text = [&parser](const char* name) { return parser.value(QLatin1String(name)); };
     const auto refuse = [&error, &text](const char* name) {
         error = QStringLiteral("--%1 does not understand \"%2\"").arg(QLatin1String(name), text(name));

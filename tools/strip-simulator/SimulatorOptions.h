@@ -6,8 +6,10 @@
 
 #include <optional>
 
-/// Something to do at a time after the start: button, unplug, plug or quit, with the number of a strip
-/// behind it or without one for all.
+class QCommandLineParser;
+
+/// Something to do at a time after the start: button, unplug or plug, with the number of a strip behind it or
+/// without one for all, restart, quit, and what the scenery knows.
 struct TimedCommand
 {
     int atMs;
@@ -29,7 +31,8 @@ struct SimulatorOptions
     QStringList guest; ///< program and arguments
     QString guestLog;
 
-    /// Reads the command line; on nonsense the result is empty and the error says why. Prints the help and
-    /// ends the process when asked for it.
-    static std::optional<SimulatorOptions> parse(const QStringList& arguments, QString& error);
+    /// What the command line may say of strips and their program.
+    static void addTo(QCommandLineParser& parser);
+    /// What it does say; on nonsense the result is empty and the error says why.
+    static std::optional<SimulatorOptions> of(const QCommandLineParser& parser, QString& error);
 };

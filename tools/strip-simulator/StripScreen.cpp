@@ -31,15 +31,17 @@ StripScreen::StripScreen(const LedMap& map)
 {
 }
 
-void StripScreen::draw(const QVector<View>& strips)
+void StripScreen::draw(const QVector<View>& strips, const Surroundings& around)
 {
     fitTerminal();
     m_canvas.fill(kWall);
     if (m_glow && strips.size() == 1)
-        drawAroundScreen(strips.first());
+        drawAroundScreen(strips.first(), around);
     else
         drawBars(strips);
-    drawKeys();
+    if (!m_glow || strips.size() != 1)
+        m_canvas.text(1, m_canvas.rows() - 4, around.facts.join(QStringLiteral("    ")), kLabelInk);
+    drawKeys(around.keys);
     Terminal::write(m_canvas.render(m_shown));
 }
 
@@ -82,24 +84,52 @@ void StripScreen::layOutFrame()
     m_glow = std::make_unique<GlowPicture>(m_canvas.width(), m_canvas.height(), leds, reach, m_screen);
 }
 
-void StripScreen::drawAroundScreen(const View& strip)
+void StripScreen::drawAroundScreen(const View& strip, const Surroundings& around)
 {
     m_glow->paint(strip.colors, kWall, m_canvas);
+    drawScreen(around.picture);
+    drawTexts(QStringList{strip.label} + strip.facts + around.facts, !around.picture.isNull());
+}
+
+void StripScreen::drawScreen(const QImage& picture)
+{
+    const QRect inside = m_screen.adjusted(1, 1, -1, -1);
+    const QImage shown = picture.isNull() || inside.isEmpty()
+                             ? QImage()
+                             : picture.scaled(inside.size()).convertToFormat(QImage::Format_RGB32);
     for (int y = m_screen.top(); y <= m_screen.bottom(); ++y) {
         for (int x = m_screen.left(); x <= m_screen.right(); ++x) {
-            const bool edge = x == m_screen.left() || x == m_screen.right() || y == m_screen.top() ||
-                              y == m_screen.bottom();
-            m_canvas.setPixel(x, y, edge ? kBezel : kScreenGround);
+            if (!inside.contains(x, y)) {
+                m_canvas.setPixel(x, y, kBezel);
+            } else if (shown.isNull()) {
+                m_canvas.setPixel(x, y, kScreenGround);
+            } else {
+                const QRgb color = shown.pixel(QPoint(x, y) - inside.topLeft());
+                m_canvas.setPixel(
+                    x, y,
+                    {std::uint8_t(qRed(color)), std::uint8_t(qGreen(color)), std::uint8_t(qBlue(color))});
+            }
         }
     }
+}
+
+/// The first one is the label. On a picture they need a ground of their own.
+void StripScreen::drawTexts(const QStringList& texts, bool onPanel)
+{
     // A strip with LEDs all over leaves the last lines for the texts.
-    const QPoint middle =
-        m_screen.isNull()
-            ? QPoint(m_canvas.columns() / 2, m_canvas.rows() - 3 - strip.facts.size())
-            : QPoint(m_screen.center().x() + 1, m_screen.center().y() / 2 - strip.facts.size() / 2);
-    m_canvas.text(middle.x() - strip.label.size() / 2, middle.y(), strip.label, kLabelInk);
-    for (int i = 0; i < strip.facts.size(); ++i)
-        m_canvas.text(middle.x() - strip.facts[i].size() / 2, middle.y() + 1 + i, strip.facts[i], kFactInk);
+    const QPoint top =
+        m_screen.isNull() ? QPoint(m_canvas.columns() / 2, m_canvas.rows() - 2 - texts.size())
+                          : QPoint(m_screen.center().x() + 1, (m_screen.center().y() + 1 - texts.size()) / 2);
+    int widest = 0;
+    for (const QString& text : texts)
+        widest = std::max(widest, text.size());
+    const QRect panel(top.x() - widest / 2 - 2, 2 * top.y() - 1, widest + 4, 2 * texts.size() + 2);
+    for (int y = panel.top(); onPanel && y <= panel.bottom(); ++y) {
+        for (int x = panel.left(); x <= panel.right(); ++x)
+            m_canvas.setPixel(x, y, kScreenGround);
+    }
+    for (int i = 0; i < texts.size(); ++i)
+        m_canvas.text(top.x() - texts[i].size() / 2, top.y() + i, texts[i], i == 0 ? kLabelInk : kFactInk);
 }
 
 void StripScreen::drawBars(const QVector<View>& strips)
@@ -134,8 +164,10 @@ int StripScreen::drawBar(int row, const View& strip, bool tall)
     return row;
 }
 
-void StripScreen::drawKeys()
+void StripScreen::drawKeys(const QString& more)
 {
-    const QString keys = QStringLiteral("b button    u unplug / plug in    q quit");
-    m_canvas.text((m_canvas.columns() - keys.size()) / 2, m_canvas.rows() - 1, keys, kKeysInk);
+    int row = m_canvas.rows() - 1;
+    for (const QString& keys :
+         {QStringLiteral("b button    u unplug / plug in    r restart    q quit"), more})
+        m_canvas.text((m_canvas.columns() - keys.size()) / 2, row--, keys, kKeysInk);
 }

@@ -5,6 +5,7 @@
 #include "Terminal.h"
 #include "TerminalCanvas.h"
 
+#include <QImage>
 #include <QStringList>
 
 #include <memory>
@@ -20,17 +21,27 @@ public:
         QVector<LV_RGB> colors;
     };
 
+    /// What else there is to see.
+    struct Surroundings
+    {
+        QImage picture; ///< of the screen that the light is behind; null for a dark one
+        QStringList facts;
+        QString keys;
+    };
+
     explicit StripScreen(const LedMap& map);
 
-    void draw(const QVector<View>& strips);
+    void draw(const QVector<View>& strips, const Surroundings& around);
 
 private:
     void fitTerminal();
     void layOutFrame();
-    void drawAroundScreen(const View& strip);
+    void drawAroundScreen(const View& strip, const Surroundings& around);
+    void drawScreen(const QImage& picture);
+    void drawTexts(const QStringList& texts, bool onPanel);
     void drawBars(const QVector<View>& strips);
     int drawBar(int row, const View& strip, bool tall);
-    void drawKeys();
+    void drawKeys(const QString& more);
 
     Terminal m_terminal;
     LedMap m_map;

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr char kService[] = "org.freedesktop.portal.Desktop";
+constexpr char kFailed[] = "org.freedesktop.portal.Error.Failed";
 constexpr char kPath[] = "/org/freedesktop/portal/desktop";
 constexpr uint kVersion = 5;
 constexpr uint kEverything = 7; // monitors, windows, virtual screens; cursors hidden, drawn in, told of
@@ -115,14 +116,14 @@ bool ScreenPortal::handleMessage(const QDBusMessage& call, const QDBusConnection
     if (fault == Fault::Silent || fault == Fault::DiesAtOnce || method == "Register")
         return true;
     if (fault == Fault::Error) {
-        connection.send(call.createErrorReply("org.freedesktop.portal.Error.Failed", "no"));
+        connection.send(call.createErrorReply(kFailed, "no"));
     } else if (method == "GetAll") {
         const QVariantMap all{{"AvailableSourceTypes", kEverything}, {"AvailableCursorModes", kEverything}};
         connection.send(call.createReply(isNonsense ? QVariant(7) : all));
     } else if (method == "Get") {
         connection.send(call.createReply(QVariant::fromValue(QDBusVariant(kVersion))));
     } else if (method == "OpenPipeWireRemote") {
-        connection.send(call.createReply(isNonsense ? QVariant(7) : remote()));
+        connection.send(isNonsense ? call.createReply(QVariant(7)) : replyWithRemote(call));
     } else if (method == "Close") {
         onClose(call.path());
     } else {
@@ -161,7 +162,10 @@ void ScreenPortal::onRequest(const QDBusMessage& call, const QDBusConnection& co
             return;
         }
         results = consent();
-        emit answered(0);
+        if (asks)
+            emit answered(0);
+        else
+            emit restored();
     }
     if (fault != Fault::Dies)
         respond(call, fault == Fault::Refused ? 1 : fault == Fault::Ended ? 2 : 0, results, fault);
@@ -185,19 +189,21 @@ void ScreenPortal::respond(const QDBusMessage& call, uint response, const QVaria
 
 void ScreenPortal::onClose(const QString& path)
 {
+    const bool isNews = isDialogOpen() || path == m_session;
     m_start = QDBusMessage();
     if (path == m_session) {
         --openSessions;
         m_session.clear();
     }
-    emit closed();
+    if (isNews)
+        emit closed();
 }
 
-QVariant ScreenPortal::remote() const
+QDBusMessage ScreenPortal::replyWithRemote(const QDBusMessage& call) const
 {
     QLocalSocket server;
     server.connectToServer(socket);
-    const int nothing = STDERR_FILENO;
-    return QVariant::fromValue(
-        QDBusUnixFileDescriptor(socket.isEmpty() ? nothing : int(server.socketDescriptor())));
+    const QDBusUnixFileDescriptor remote(socket.isEmpty() ? STDERR_FILENO : int(server.socketDescriptor()));
+    return remote.isValid() ? call.createReply(QVariant::fromValue(remote))
+                            : call.createErrorReply(kFailed, "no media server");
 }

@@ -77,7 +77,8 @@ public:
 
 signals:
     void asked();            ///< a dialog has opened
-    void answered(uint how); ///< by the user, or by a consent of his: see answerDialog()
+    void answered(uint how); ///< by the user, see answerDialog()
+    void restored();         ///< a consent of his counts again
     void closed();           ///< the program needs its session no more, or takes back its question
 
 private:
@@ -88,7 +89,7 @@ private:
     void respond(const QDBusMessage& call, uint response, const QVariantMap& results,
                  Fault fault = Fault::None);
     void onClose(const QString& path);
-    QVariant remote() const;
+    QDBusMessage replyWithRemote(const QDBusMessage& call) const;
 
     const PrivateBus& m_bus;
     QString m_name;       ///< of the connection; empty while it is not there

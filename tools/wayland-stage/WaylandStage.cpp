@@ -46,7 +46,7 @@ bool WaylandStage::isRead(int screen) const
 bool WaylandStage::endSharing()
 {
     m_portal.endSession();
-    return publish();
+    return !hasServer() || publish();
 }
 
 bool WaylandStage::startServer()

@@ -18,7 +18,7 @@ class QProcessEnvironment;
 class WaylandStage
 {
 public:
-    static constexpr QSize kScreen{640, 480}; ///< of each, side by side
+    static constexpr QSize kScreen{640, 360}; ///< of each, side by side
 
     explicit WaylandStage(int screens = 1);
     ~WaylandStage();
@@ -30,6 +30,7 @@ public:
 
     const PrivateBus& bus() const { return m_bus; }
     ScreenPortal& portal() { return m_portal; }
+    const ScreenPortal& portal() const { return m_portal; }
 
     /// From now on it shows this, stretched.
     void show(int screen, const QImage& picture);
