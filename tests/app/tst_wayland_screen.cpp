@@ -1,5 +1,4 @@
 // The screen of a Wayland desktop, handed out by a portal, and its colours on simulated strips.
-#include "ProgramUnderTest.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "WaylandStage.h"
@@ -16,7 +15,7 @@ namespace {
 
 constexpr int kWaitMs = 30000;
 constexpr int kLeds = 120;
-constexpr LV_RGB kRed{255, 0, 0}, kGreen{0, 255, 0}, kDark{};
+constexpr LV_RGB kRed{255, 0, 0}, kDark{};
 const QString kEffect = "id.effect.screenSync.fullScreen";
 
 } // namespace
@@ -52,40 +51,6 @@ private slots:
     {
         m_app.reset();
         QCoreApplication::instance()->setProperty("isAutoStartup", QVariant());
-    }
-
-    void userConsentsOnceAndEveryStripFollows()
-    {
-        ProgramUnderTest program;
-        m_stage.addTo(program.environment);
-        program.environment.insert("QT_QPA_PLATFORM", "offscreen");
-        program.environment.insert("LUMIVAR_SERIAL_PORTS", m_ports);
-        program.writeConfig("controllers.json", m_stored);
-
-        program.start();
-        QTRY_VERIFY_WITH_TIMEOUT(m_portal.isDialogOpen(), kWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(program.logText().count(" has connected to " + kEffect) == 2, kWaitMs);
-        m_portal.answerDialog(0);
-        QTRY_VERIFY_WITH_TIMEOUT(show(kRed), kWaitMs);
-        paint(Qt::green);
-        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        QVERIFY(program.terminate());
-        QCOMPARE(program.readConfig("app.json")["runtime.screenCastToken"].toString(), m_portal.goodToken);
-
-        program.start({"--auto_startup"});
-        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        m_stage.killServer();
-        QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
-        QVERIFY(m_stage.startServer());
-        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        m_portal.leave();
-        QTRY_VERIFY_WITH_TIMEOUT(show(kDark), kWaitMs);
-        QVERIFY(m_portal.come());
-        QTRY_VERIFY_WITH_TIMEOUT(show(kGreen), kWaitMs);
-        QCOMPARE(m_portal.dialogs, 1);
-        QVERIFY(program.terminate());
-        QTRY_VERIFY(show(kDark));
-        QTRY_COMPARE(m_portal.openSessions, 0);
     }
 
     void pageAsksAfterASilentStartAndOffersToAskAgain()
