@@ -1,6 +1,7 @@
-#include "FakeLogind.h"
+#include "LoginManager.h"
 #include "ProgramUnderTest.h"
 #include "StoredStrip.h"
+#include "StripSimulator.h"
 #include "VirtualDisplay.h"
 #include "controllers/PortHolder.h"
 
@@ -15,10 +16,11 @@ class SessionTest : public QObject
 private slots:
     void init()
     {
-        m_logind = std::make_unique<FakeLogind>();
+        QVERIFY(m_bus.start());
+        m_logind = std::make_unique<LoginManager>(m_bus);
         m_program = std::make_unique<ProgramUnderTest>();
         for (const char* bus : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
-            m_program->environment.insert(bus, m_logind->bus.address());
+            m_program->environment.insert(bus, m_bus.address());
         m_program->writeConfig("controllers.json",
                                {{"LV0127:01020304", storedStrip("id.effect.singleColor.singleColor1", 120)}});
         m_options.portsFile = m_program->portsFile();
@@ -31,6 +33,7 @@ private slots:
         m_strip.reset();
         m_program.reset();
         m_logind.reset();
+        m_bus.stop();
     }
 
     void everySleepWaitsForTheStripAndEndsInLight()
@@ -75,11 +78,11 @@ private slots:
 
     void nothingIsDarkForGoodWhereNobodyTellsOfTheEnd()
     {
-        m_logind->goes();
+        m_logind->leave();
         m_logind->isLocked = m_logind->refuses = true;
         m_program->start();
         TRY(isLit());
-        m_logind->comes(); // late
+        m_logind->come(); // late
         TRY(!isLit());
         m_logind->setLocked(false);
         TRY(isLit());
@@ -91,13 +94,13 @@ private slots:
         m_logind->refuses = m_logind->isPreparing = false; // without a word
         TRY(isLit() && m_logind->held == 1);
         sleep();
-        m_logind->goes();
+        m_logind->leave();
         TRY(isLit());
-        m_logind->comes();
+        m_logind->come();
         TRY(m_logind->held == 1);
         m_logind->setSaverActive(true);
         sleep();
-        m_logind->bus.stop();
+        m_bus.stop();
         TRY(isLit());
         QVERIFY(m_program->terminate());
     }
@@ -174,7 +177,8 @@ private:
     void resume() { m_logind->prepareFor("Sleep", false); }
 
     StripSimulator::Options m_options;
-    std::unique_ptr<FakeLogind> m_logind;
+    PrivateBus m_bus;
+    std::unique_ptr<LoginManager> m_logind;
     std::unique_ptr<ProgramUnderTest> m_program;
     std::unique_ptr<StripSimulator> m_strip;
 };

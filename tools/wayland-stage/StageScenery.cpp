@@ -31,6 +31,10 @@ bool StageScenery::start()
 {
     if (!m_stage.start())
         return false;
+    connect(&m_stage.logins(), &LoginManager::released, this, [this] {
+        if (m_stage.logins().isPreparing)
+            emit happened("may sleep: nobody needs more time");
+    });
     m_clock.start();
     m_pace.start(kPaintMs);
     paint();
@@ -56,6 +60,8 @@ const QVector<StageScenery::Deed>& StageScenery::deeds()
         {"forget", 'f', "forget the consent", &StageScenery::forgetConsent},
         {"server", 'm', "media server", &StageScenery::killOrBringServer},
         {"portal", 'p', "portal", &StageScenery::killOrBringPortal},
+        {"sleep", 's', "sleep", &StageScenery::sleepOrWake},
+        {"lock", 'l', "lock", &StageScenery::lockOrUnlock},
     };
     return all;
 }
@@ -97,6 +103,8 @@ QStringList StageScenery::facts() const
     QStringList all{portal.openSessions == 0 ? "no screen is shared"
                     : m_isRead               ? "the screens are shared"
                                              : "the screens are shared, nobody reads them"};
+    if (m_stage.logins().isPreparing || m_stage.logins().isLocked)
+        all += m_stage.logins().isPreparing ? "asleep: s wakes it" : "locked: l unlocks it";
     if (!m_stage.hasServer())
         all += {"there is no media server", "m brings it back"};
     return all;
@@ -145,6 +153,20 @@ void StageScenery::forgetConsent()
 {
     m_stage.portal().goodToken.clear();
     emit happened("has forgotten the user's consent");
+}
+
+void StageScenery::sleepOrWake()
+{
+    const bool sleeps = !m_stage.logins().isPreparing;
+    emit happened(sleeps ? "is going to sleep" : "is awake again");
+    m_stage.logins().prepareFor("Sleep", sleeps);
+}
+
+void StageScenery::lockOrUnlock()
+{
+    const bool locks = !m_stage.logins().isLocked;
+    emit happened(locks ? "is locked" : "is unlocked");
+    m_stage.logins().setLocked(locks);
 }
 
 void StageScenery::onAsked()

@@ -49,6 +49,8 @@ private:
     void killOrBringServer();
     void killOrBringPortal();
     void forgetConsent();
+    void sleepOrWake();
+    void lockOrUnlock();
 
     void onAsked();
     void onAnswered(uint how);

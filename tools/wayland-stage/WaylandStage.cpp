@@ -23,12 +23,16 @@ WaylandStage::~WaylandStage() = default;
 bool WaylandStage::start()
 {
     m_portal.socket = m_server.socket();
-    return m_bus.start() && startServer() && m_portal.come();
+    if (!m_bus.start() || !startServer())
+        return false;
+    m_logins = std::make_unique<LoginManager>(m_bus);
+    return m_portal.come();
 }
 
 void WaylandStage::addTo(QProcessEnvironment& environment) const
 {
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus.address());
+    for (const char* bus : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
+        environment.insert(bus, m_bus.address());
     environment.insert("XDG_SESSION_TYPE", "wayland");
 }
 

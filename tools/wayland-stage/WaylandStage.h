@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LoginManager.h"
 #include "PipeWireServer.h"
 #include "PrivateBus.h"
 #include "ScreenPortal.h"
@@ -13,8 +14,8 @@ class QImage;
 class QProcessEnvironment;
 
 /// What a Wayland desktop hands out of its screens, without the desktop: a bus, a media server with a stream
-/// for each screen, and the portal that leads there. It is all real but the portal, which is ScreenPortal.
-/// Needs the event loop of its thread.
+/// for each screen, the portal that leads there, and who tells of sleep and lock. Bus and server are real
+/// ones. Needs the event loop of its thread.
 class WaylandStage
 {
 public:
@@ -25,9 +26,12 @@ public:
 
     /// Black screens and a portal; false, with a warning, where something does not start.
     bool start();
-    /// Has programs find the stage: its bus, and a session that is Wayland's.
+    /// Has programs find the stage: its bus in place of the session's and the system's, and a session that is
+    /// Wayland's.
     void addTo(QProcessEnvironment& environment) const;
 
+    LoginManager& logins() { return *m_logins; }
+    const LoginManager& logins() const { return *m_logins; }
     const PrivateBus& bus() const { return m_bus; }
     ScreenPortal& portal() { return m_portal; }
     const ScreenPortal& portal() const { return m_portal; }
@@ -51,6 +55,7 @@ private:
     PrivateBus m_bus;
     PipeWireServer m_server;
     ScreenPortal m_portal{m_bus};
+    std::unique_ptr<LoginManager> m_logins;
     QVector<QImage> m_pictures;
     std::vector<std::unique_ptr<PipeWireSource>> m_sources;
 };

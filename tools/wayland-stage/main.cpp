@@ -12,13 +12,13 @@
 namespace {
 
 const QString kAbout = QStringLiteral(
-    "A Wayland desktop's way to its screens, without the desktop: a bus of its own, a media server with a\n"
-    "moving picture for each screen, the portal that asks the user, and the program on it with fake "
-    "strips.\n\n"
-    "In a terminal: y and n answer, e ends the sharing, f has the desktop forget the consent, m kills the\n"
-    "media server or brings it back, p does so with the portal, and the keys of strip-simulator. Without "
-    "one\n"
-    "the lines yes, no, end, forget, server and portal on standard input do the same, and its own.\n\n"
+    "A Wayland desktop's way to its screens, without the desktop: a bus of its own, a media server with\n"
+    "a moving picture for each screen, the portal that asks the user, a log-in manager, and the program\n"
+    "on it with fake strips.\n\n"
+    "In a terminal: y and n answer, e ends the sharing, f has the desktop forget the consent, m kills\n"
+    "the media server or brings it back, p does so with the portal, s has the machine sleep or wake,\n"
+    "l locks the session or unlocks it; and the keys of strip-simulator. Without one the lines yes, no,\n"
+    "end, forget, server, portal, sleep and lock on standard input do the same, and its own.\n\n"
     "The options are those of strip-simulator and:");
 
 constexpr int kMostScreens = 8;
