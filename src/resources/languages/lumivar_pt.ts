@@ -1469,7 +1469,7 @@ Deseja substituí-lo?</translation>
     </message>
     <message>
         <source>如何识别画面的黑边。稳定：边缘持续变黑后才去掉，不受字幕、淡入淡出和闪光影响。经典：逐帧判断，适合需要立即去掉黑边时。</source>
-        <translation>Como as bordas pretas são reconhecidas. Estável: uma borda só é removida depois de continuar preta por um tempo; legendas, transições e clarões não a confundem. Clássico: cada quadro é avaliado sozinho, para remover as bordas na hora.</translation>
+        <translation>Como as bordas pretas são reconhecidas. Estável: uma borda só é removida depois de continuar preta por um tempo. Legendas, transições e clarões não a confundem. Clássico: cada quadro é avaliado sozinho, para remover as bordas na hora.</translation>
     </message>
     <message>
         <source>让颜色的变化更柔和。灵敏：抹平闪烁，大的变化立即跟上。平缓：所有变化都慢慢过渡，适合灯光太跳时。关：每一帧都原样显示。</source>
@@ -1477,7 +1477,7 @@ Deseja substituí-lo?</translation>
     </message>
     <message>
         <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
-        <translation>Evita que partes quase cinzas da imagem virem cores vivas. Aumente se a luz salta em cenas cinzas ou escuras e diminua se cores claras parecem cinzas; no mínimo, fica desligada.</translation>
+        <translation>Evita que partes quase cinzas da imagem virem cores vivas. Aumente se a luz salta em cenas cinzas ou escuras e diminua se cores claras parecem cinzas. No mínimo, fica desligada.</translation>
     </message>
     <message>
         <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>

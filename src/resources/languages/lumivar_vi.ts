@@ -1477,7 +1477,7 @@ Bạn có muốn thay thế không?</translation>
     </message>
     <message>
         <source>避免接近灰色的画面变成鲜艳的颜色。灯光在灰色或暗的场景中乱跳时调大，浅色显得发灰时调小，最小为关闭。</source>
-        <translation>Giữ cho những phần gần như xám không biến thành màu rực. Tăng lên nếu đèn nhảy màu trong cảnh xám hoặc tối, giảm xuống nếu màu nhạt trông xám; ở mức thấp nhất là tắt.</translation>
+        <translation>Giữ cho những phần gần như xám không biến thành màu rực. Tăng lên nếu đèn nhảy màu trong cảnh xám hoặc tối, giảm xuống nếu màu nhạt trông xám. Ở mức thấp nhất là tắt.</translation>
     </message>
     <message>
         <source>每秒读取屏幕画面的次数。自动：与灯带能接收的一样快。需要减轻处理器负担时可以调低。</source>
