@@ -12,7 +12,7 @@ constexpr char kLinear[] = "linear";
 
 std::optional<ColorCorrection::Pipeline> pipelineOf(const QJsonValue& stored, const QString& name)
 {
-    if (stored.isUndefined() || stored.isNull() || stored == QLatin1String(kClassic))
+    if (stored.isUndefined() || stored == QLatin1String(kClassic))
         return ColorCorrection::Pipeline::Classic;
     if (stored == QLatin1String(kLinear))
         return ColorCorrection::Pipeline::Linear;
@@ -66,5 +66,6 @@ QJsonObject ColorCorrection::toJson() const
 ColorCorrection::Pipeline ColorCorrection::pipelineOfNewDevices()
 {
     const QLatin1String key(ConfigKeys::kNewColorPipeline.key);
-    return pipelineOf(ConfigurationManager::instance()->appConfig(key), key).value_or(Pipeline::Classic);
+    const QJsonValue stored = ConfigurationManager::instance()->appConfig(key);
+    return stored.isNull() ? Pipeline::Classic : pipelineOf(stored, key).value_or(Pipeline::Classic);
 }

@@ -130,6 +130,7 @@ private slots:
         for (const auto& strip : strips)
             QTRY_VERIFY(isAll(*strip));
         QCOMPARE(m_program->readConfig("controllers.json").size(), 10);
+        QCOMPARE(m_program->readConfig("controllers.json")[kStripId].toObject()["colorPipeline"], "linear");
 
         m_program->start();
         QTRY_VERIFY_WITH_TIMEOUT(lit(*m_strip) > 0, kWaitMs);

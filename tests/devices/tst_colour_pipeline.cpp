@@ -40,16 +40,19 @@ class ColourPipelineTest : public QObject
 private slots:
     void init() { ConfigurationManager::instance()->reset(); }
 
-    void withoutCorrectionEveryByteIsAsItWas()
+    void oneByteGoesThroughBrightnessThenGamma()
     {
-        ColorPipeline pipeline;
-        for (const float brightness : {0.05F, 0.3F, 0.8F, 1.0F})
-            for (const float gama : {0.5F, 1.0F, 1.3F, 5.0F})
+        RecordingController controller;
+        for (const float brightness :
+             {0.0F, 0.05F, 0.5F, 0.7F, 1.0F, std::numeric_limits<float>::quiet_NaN()})
+            for (const float gama : {0.5F, 1.0F, 1.3F, 2.0F, 5.0F})
                 for (int raw = 0; raw < 256; ++raw) {
-                    const double dimmed = static_cast<uint8_t>(static_cast<float>(raw) * brightness);
-                    const auto out = static_cast<uint8_t>(std::pow(dimmed / 256, double(gama)) * 256);
-                    pipeline.prepare(brightness, gama, {});
-                    QCOMPARE(pipeline.apply({{0, uint8_t(raw), 0}}, 1).first(), (LV_RGB{0, out, 0}));
+                    const float scaled = std::fmax(float(raw) * brightness, 0.0F); // no number is black
+                    const auto out = uint8_t(std::pow(uint8_t(scaled) / 256.0, double(gama)) * 256.0);
+                    controller.record().brightness = brightness;
+                    controller.record().gama = gama;
+                    controller.update({{0, uint8_t(raw), 0}});
+                    QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{0, out, 0}}));
                 }
     }
 
@@ -73,34 +76,31 @@ private slots:
     {
         QRandomGenerator random(7);
         ColorPipeline pipeline;
-        const auto bytesOf = [&](const QVector<LV_RGB>& picture, const ColorCorrection& correction) {
-            pipeline.prepare(0.9F, 1.0F, correction);
-            const auto out = pipeline.apply(picture, picture.size());
-            const auto* first = reinterpret_cast<const uint8_t*>(out.constData());
-            return std::vector<int>(first, first + 3 * out.size());
+        const auto sum = [](const QVector<LV_RGB>& all) {
+            const auto* first = reinterpret_cast<const uint8_t*>(all.constData());
+            return std::accumulate(first, first + 3 * all.size(), 0);
         };
         for (int turn = 0; turn < 2000; ++turn) {
-            QVector<LV_RGB> picture(random.bounded(1, 300));
-            for (LV_RGB& led : picture)
-                led = {uint8_t(random.bounded(256)), uint8_t(random.bounded(256)), 0};
-            picture[0] = {255, 255, 255};
+            const int leds = random.bounded(1, 300);
+            QVector<LV_RGB> picture(leds, {255, 255, 255});
+            auto* bytes = reinterpret_cast<uint8_t*>(picture.data());
+            random.generate(bytes + 3, bytes + 3 * leds);
             ColorCorrection correction{Pipeline(turn % 2), 1, 1, 1, random.bounded(20), 0, 10 + turn % 91};
-            const std::vector<int> free = bytesOf(picture, correction);
-            correction.powerLimitMa = random.bounded(1, 20 * picture.size() + 1);
-            const std::vector<int> held = bytesOf(picture, correction);
-            const int budget =
-                std::max(0, correction.powerLimitMa - picture.size()) * 765 / correction.ledMilliAmps;
-            const int wanted = std::accumulate(free.begin(), free.end(), 0);
-            const int given = std::accumulate(held.begin(), held.end(), 0);
-            QCOMPARE(pipeline.isLimited(), wanted > budget);
-            QVERIFY(given <= budget && given >= std::min(wanted, budget - int(held.size())));
-            for (std::size_t i = 0; i < held.size() && pipeline.isLimited(); ++i) // one factor, rounded down
-                QVERIFY(held[i] <= (free[i] + 0.5) * (held[0] + 1) / (free[0] - 0.5) &&
-                        held[i] >= (free[i] - 0.5) * held[0] / (free[0] + 0.5) - 1);
+            pipeline.prepare(0.9F, 1.0F, correction);
+            const QVector<LV_RGB> free = pipeline.apply(picture, leds);
+            correction.powerLimitMa = random.bounded(1, 20 * leds + 1);
+            pipeline.prepare(0.9F, 1.0F, correction);
+            const QVector<LV_RGB> held = pipeline.apply(picture, leds);
+            const int budget = std::max(0, correction.powerLimitMa - leds) * 765 / correction.ledMilliAmps;
+            QVERIFY(sum(held) <= budget && sum(held) >= std::min(sum(free), budget - 3 * leds));
+            const double factor = double(held[0].red) / free[0].red;
+            for (int i = 0; i < leds; ++i) // rounded down
+                QVERIFY(std::abs(held[i].red - factor * free[i].red) <= 2 &&
+                        std::abs(held[i].blue - factor * free[i].blue) <= 2);
         }
     }
 
-    void whatTheUserCorrectsIsShownAtOnceAndNeverInTheDark()
+    void correctedLightIsShownAtOnceAndOffIsBlack()
     {
         RecordingController controller;
         const QSignalSpy told(&controller, &AbsRGBController::powerLimitedChanged);
@@ -108,50 +108,18 @@ private slots:
         controller.update({{0, 0, 0}, {4, 2, 0}, {9, 10, 0}});
         controller.setCorrection({Pipeline::Classic, 1.0, 1.0, 0.5, 10, 100});
         // As much white light for all three, tinted; the end that the effect leaves out stays black.
-        const QVector<LV_RGB> lit{{10, 10, 5}, {10, 8, 3}, {9, 10, 0}, {}};
-        QCOMPARE(controller.sentColors(), lit);
+        QCOMPARE(controller.sentColors(), (QVector<LV_RGB>{{10, 10, 5}, {10, 8, 3}, {9, 10, 0}, {}}));
         controller.showWhite(true);
         QVERIFY(controller.isPowerLimited() && controller.sentColors() == QVector<LV_RGB>(4, {133, 133, 66}));
         controller.setEnable(false);
         controller.update({{4, 2, 0}});
-        QVERIFY(!controller.isPowerLimited() && controller.sentColors() == QVector<LV_RGB>(4));
+        QVERIFY(!controller.isPowerLimited() && controller.written.last() == QVector<LV_RGB>(4));
         controller.setEnable(true);
-        QVERIFY(controller.isPowerLimited());
         controller.showWhite(false);
         QVERIFY(controller.isPowerLimited()); // the page's notice does not flicker
         QCOMPARE(controller.sentColors(), (QVector<LV_RGB>{{10, 8, 3}, {}, {}, {}}));
         QTRY_VERIFY_WITH_TIMEOUT(!controller.isPowerLimited(), 20000);
         QCOMPARE(told.size(), 4);
-        controller.setDark(true);
-        QCOMPARE(controller.sentColors(), QVector<LV_RGB>(4));
-    }
-
-    void oneByteGoesThroughBrightnessThenGamma()
-    {
-        const float nan = std::numeric_limits<float>::quiet_NaN();
-        RecordingController controller;
-        for (const auto& [brightness, gama, raw, out] :
-             {std::tuple<float, float, uint8_t, uint8_t>(0.5F, 2.0F, 255, 63), // gamma on top of brightness
-              {0.7F, 1.0F, 10, 7},                                             // in single precision
-              {nan, 1.0F, 200, 0},
-              {0.0F, -1.0F, 200, 0}}) {
-            controller.record().brightness = brightness;
-            controller.record().gama = gama;
-            controller.update({{raw, 0, 0}, {0, raw, 0}, {0, 0, raw}});
-            QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{out, 0, 0}, {0, out, 0}, {0, 0, out}}));
-        }
-    }
-
-    void aSwitchedOffDeviceGetsBlackOfItsLength()
-    {
-        RecordingController controller;
-        controller.setNbLeds(3);
-        controller.setEnable(false);
-        QCOMPARE(controller.written.last(), QVector<LV_RGB>(3));
-        controller.update({{9, 9, 9}});
-        QCOMPARE(controller.written.last(), QVector<LV_RGB>(3));
-        controller.setEnable(true);
-        QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{9, 9, 9}}));
     }
 
     void aDeviceThatIsKeptDarkGetsOneBlackPictureAndThenNothing()
@@ -169,6 +137,7 @@ private slots:
         QCOMPARE(controller.written, (QVector<QVector<LV_RGB>>{QVector<LV_RGB>(3)}));
         controller.setNbLeds(4); // as far as it reaches now
         QCOMPARE(controller.written.last(), QVector<LV_RGB>(4));
+        QCOMPARE(controller.sentColors(), QVector<LV_RGB>(4));
         controller.setDark(false);
         QCOMPARE(controller.written.last(), (QVector<LV_RGB>{{4, 4, 4}}));
         QTRY_VERIFY_WITH_TIMEOUT(controller.written.size() > 3, 20000);
@@ -208,6 +177,13 @@ private slots:
         QCOMPARE(controller.options().kindName, "LV0127"); // a port name is no name
         QVERIFY(controller.options().brightness == 0.0F && !controller.options().enable);
         QCOMPARE(controller.options().nbLeds, 7U);
+        QVERIFY(!object.contains("whiteRed") && !object.contains("colorPipeline")); // nobody chose
+        for (const ColorCorrection& choice :
+             {ColorCorrection{Pipeline::Linear, 0.1, 0.2, 0.3, 4, 5000, 60}, ColorCorrection()}) {
+            controller.setCorrection(choice);
+            RecordingController again;
+            QVERIFY(again.loadConfig() && again.correction() == choice);
+        }
     }
 
     void whatIsNoUsableNumberDoesNotDarkenTheStrip()
@@ -216,18 +192,21 @@ private slots:
         auto& object = config->controllerJsonObj("LV0127:AB");
         for (const QJsonValue& bad : {QJsonValue("nan"), QJsonValue(), QJsonValue(-1), QJsonValue(1e300)}) {
             const LogCapture log;
-            object = {{"brightness", bad}, {"nbLeds", bad}};
+            object = {{"brightness", bad}, {"nbLeds", bad}, {"minLight", bad}, {"colorPipeline", bad}};
             config->setAppConfig("runtime.gama", bad);
             RecordingController controller;
             controller.record().nbLeds = 120; // of the model
             QVERIFY(controller.loadConfig() && controller.loadConfig());
             QVERIFY(controller.options().brightness == 0.8F && controller.options().gama == 1.0F);
             QCOMPARE(controller.options().nbLeds, 120U);
-            // One line for each setting, however often it is read; null in the settings is none.
-            QCOMPARE(log.count("does not count"), bad.isNull() ? 2 : 3);
+            QVERIFY(controller.correction() == ColorCorrection());
+            // One line for each number, however often it is read; null in the settings is none.
+            QCOMPARE(log.count("does not count"), bad.isNull() ? 5 : 6);
             // What the user wrote stays until the user chooses something else.
             controller.saveConfig();
+            controller.setCorrection({Pipeline::Linear});
             QVERIFY(object.value("brightness") == bad && object.value("nbLeds") == bad);
+            QVERIFY(object.value("minLight") == bad && object.value("colorPipeline") == "linear");
             controller.setNbLeds(7);
             QCOMPARE(object.value("nbLeds").toInt(), 7);
         }

@@ -169,6 +169,7 @@ private slots:
     void devicesAreFoundWithTheirIdentityAndSettings()
     {
         ConfigurationManager::instance()->controllerJsonObj(kId) = {{"nbLeds", 30}, {"kindName", "desk"}};
+        ConfigurationManager::instance()->setAppConfig("device.colorPipeline", "linear");
         // Silence long enough for a sender that a busy machine holds up, and longer than the answer may take.
         Discovery discovery;
         auto options = discovery.options(1);
@@ -187,6 +188,8 @@ private slots:
         QCOMPARE(modem.counters().bytes, 0); // never opened
         QVERIFY(discovery.enumerator->pendingDevices().isEmpty());
         QCOMPARE(discovery.found.at(1)->options().kindName, "desk");
+        QCOMPARE(discovery.found.at(0)->correction().pipeline, ColorCorrection::Pipeline::Linear);
+        QCOMPARE(discovery.found.at(1)->correction().pipeline, ColorCorrection::Pipeline::Classic);
         for (int i = 3; i <= 5; ++i) { // a replug gives a new controller beside the old one
             const AbsRGBControllerPtr old = discovery.found.last();
             old->update(QVector<LV_RGB>(30, LV_RGB{255, 255, 255}));
