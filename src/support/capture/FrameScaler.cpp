@@ -1,24 +1,24 @@
 #include "support/capture/FrameScaler.h"
 
-#include <algorithm>
 #include <opencv2/core.hpp>
 #include <opencv2/core/hal/intrin.hpp>
 #include <vector>
 
 namespace {
 constexpr int kChannels = 4;
-constexpr int kMaxRows = 240;   // whole rows in one sum
+// Reading a picture that another process has just written is nearly all the time of a frame, and it costs by
+// the row: memory is fetched ahead, so that parts of rows cost nearly what whole ones do. Of many rows some
+// are read.
+constexpr int kEnoughRows = 8;  // of one output row, where it has twice as many at least
 constexpr int kMaxWeight = 257; // of this many rows of white, sums of 16 bits are full
 constexpr int kMaxWeightShift = 7;
-constexpr int kRowsAtOnce = 16; // more rows push each other out of the cache
 
 /// The rows that one output row averages.
 struct RowPlan
 {
-    int shift = 0;                  ///< a whole row weighs 1 << shift
-    std::vector<const uchar*> full; ///< whole rows
-    const uchar* top = nullptr;     ///< cut by the area's border, as is bottom
-    const uchar* bottom = nullptr;
+    std::vector<int> full; ///< whole rows
+    int top = 0;           ///< cut by the area's border, as is bottom
+    int bottom = 0;
     int topWeight = 0;
     int bottomWeight = 0;
     int totalWeight = 0;
@@ -34,39 +34,47 @@ struct ColumnPlan
     float totalWeight = 0;
 };
 
-/// Rows spread over [from, to) with a spacing that no regular pattern shares for long.
-void planSampledRows(const SourcePixels& source, int from, int to, RowPlan& plan)
+/// What is read for a size, and where it is summed up. Kept from frame to frame.
+struct ScalePlan
 {
-    constexpr unsigned kGoldenFraction = 40503; // of 65536
-    const int rows = to - from;
-    for (int i = 0; i < kMaxRows; ++i) {
-        const int begin = from + i * rows / kMaxRows;
-        const int end = from + (i + 1) * rows / kMaxRows;
-        const unsigned fraction = (unsigned(i + from) * kGoldenFraction) & 0xFFFFu;
-        const int row = begin + int(unsigned(end - begin) * fraction >> 16);
-        plan.full.push_back(source.data + row * source.stride);
+    QSize from;
+    QSize to;
+    int shift = 0; ///< a whole row weighs 1 << shift
+    std::vector<RowPlan> rows;
+    std::vector<ColumnPlan> columns;
+    std::vector<ushort> sums; ///< of one output row
+};
+
+/// Some rows of the area, one out of each group of neighbours, at a place in it that differs from group to
+/// group, so that no regular pattern gets more than its share for long. They stay the same: a picture that
+/// stands still does, too.
+RowPlan planSomeRows(int sourceRows, int index, int count)
+{
+    constexpr unsigned kNextPlace = 57409; // of 65536: about 7/8, so that an output row has all places
+    const auto firstOf = [=](int group) {
+        return int(qint64(sourceRows) * group / (qint64(count) * kEnoughRows));
+    };
+    RowPlan plan;
+    plan.totalWeight = kEnoughRows;
+    for (int group = index * kEnoughRows; group < (index + 1) * kEnoughRows; ++group) {
+        const int begin = firstOf(group);
+        const unsigned place = (unsigned(group) * kNextPlace) & 0xFFFFU;
+        plan.full.push_back(begin + int(unsigned(firstOf(group + 1) - begin) * place >> 16));
     }
-    plan.totalWeight = kMaxRows << plan.shift;
+    return plan;
 }
 
-void planRows(const SourcePixels& source, int index, int count, RowPlan& plan)
+RowPlan planRows(int sourceRows, int index, int count, int shift)
 {
-    plan.full.clear();
-    plan.topWeight = plan.bottomWeight = 0;
-    const int fullWeight = 1 << plan.shift;
-    const qint64 height = qint64(source.size.height()) * fullWeight;
+    const int fullWeight = 1 << shift;
+    const qint64 height = qint64(sourceRows) * fullWeight;
     const int begin = int((height * index + count / 2) / count);
     const int end = int((height * (index + 1) + count / 2) / count);
-    const auto row = [&source](int y) {
-        return source.data + qMin(y, source.size.height() - 1) * source.stride;
-    };
+    const auto row = [sourceRows](int y) { return qMin(y, sourceRows - 1); };
 
+    RowPlan plan;
     const int firstFull = (begin + fullWeight - 1) / fullWeight;
     const int endFull = end / fullWeight;
-    if (endFull - firstFull > kMaxRows) {
-        planSampledRows(source, firstFull, endFull, plan);
-        return;
-    }
     plan.totalWeight = end - begin;
     if (end <= begin) { // an area thinner than the weights can tell
         plan.full.push_back(row(begin / fullWeight));
@@ -82,12 +90,13 @@ void planRows(const SourcePixels& source, int index, int count, RowPlan& plan)
         plan.bottom = row(endFull);
         plan.bottomWeight = end - endFull * fullWeight;
     }
+    return plan;
 }
 
 /// How finely rows can be weighed without an overflow.
 int weightShift(int height, int count)
 {
-    const int rows = qMin(height / count + 2, kMaxRows + 1);
+    const int rows = height / count + 2;
     int shift = 0;
     while (shift < kMaxWeightShift && rows << (shift + 1) <= kMaxWeight)
         ++shift;
@@ -114,11 +123,33 @@ std::vector<ColumnPlan> planColumns(int width, int count)
     return plans;
 }
 
-/// Sums up to kRowsAtOnce rows byte by byte, times `weight`, onto the sums so far.
-void addRows(const uchar* const* rows, int count, int weight, int bytes, ushort* sums)
+void planFor(QSize from, QSize to, ScalePlan& plan)
+{
+    if (plan.from == from && plan.to == to)
+        return;
+    plan.from = from;
+    plan.to = to;
+    plan.rows.clear();
+    const int rows = from.height();
+    const bool readsAll = rows < 2 * kEnoughRows * qint64(to.height());
+    plan.shift = readsAll ? weightShift(rows, to.height()) : 0;
+    for (int y = 0; y < to.height(); ++y)
+        plan.rows.push_back(readsAll ? planRows(rows, y, to.height(), plan.shift)
+                                     : planSomeRows(rows, y, to.height()));
+    plan.columns = planColumns(from.width(), to.width());
+    plan.sums.resize(size_t(from.width()) * kChannels);
+}
+
+/// Sums whole rows byte by byte, all of them at once: memory answers several askers faster than one.
+void sumRows(const SourcePixels& source, const RowPlan& plan, int shift, std::vector<ushort>& sums)
 {
     using namespace cv;
-    const v_uint16x8 weights = v_setall_u16(ushort(weight));
+    const uchar* rows[2 * kEnoughRows + 1];
+    const int count = int(plan.full.size());
+    CV_DbgAssert(count <= 2 * kEnoughRows + 1);
+    for (int i = 0; i < count; ++i)
+        rows[i] = source.data + plan.full[size_t(i)] * source.stride;
+    const int bytes = int(sums.size());
     int x = 0;
     for (; x + 32 <= bytes; x += 32) {
         v_uint16x8 sum[4] = {v_setzero_u16(), v_setzero_u16(), v_setzero_u16(), v_setzero_u16()};
@@ -129,30 +160,23 @@ void addRows(const uchar* const* rows, int count, int weight, int bytes, ushort*
             for (int i = 0; i < 4; ++i)
                 sum[i] = v_add_wrap(sum[i], part[i]);
         }
-        for (int i = 0; i < 4; ++i) {
-            ushort* to = sums + x + 8 * i;
-            v_store(to, v_add_wrap(v_load(to), v_mul_wrap(sum[i], weights)));
-        }
+        for (int i = 0; i < 4; ++i)
+            v_store(&sums[size_t(x + 8 * i)], sum[i] << shift);
     }
     for (; x < bytes; ++x) {
         int sum = 0;
         for (int row = 0; row < count; ++row)
             sum += rows[row][x];
-        sums[x] = ushort(sums[x] + sum * weight);
+        sums[size_t(x)] = ushort(sum << shift);
     }
 }
 
-void sumRows(const RowPlan& plan, int bytes, std::vector<ushort>& sums)
+/// One row more, which counts less than a whole one.
+void addRow(const SourcePixels& source, int row, int weight, std::vector<ushort>& sums)
 {
-    std::fill(sums.begin(), sums.end(), ushort(0));
-    const int count = int(plan.full.size());
-    for (int row = 0; row < count; row += kRowsAtOnce)
-        addRows(&plan.full[size_t(row)], std::min(kRowsAtOnce, count - row), 1 << plan.shift, bytes,
-                sums.data());
-    if (plan.topWeight)
-        addRows(&plan.top, 1, plan.topWeight, bytes, sums.data());
-    if (plan.bottomWeight)
-        addRows(&plan.bottom, 1, plan.bottomWeight, bytes, sums.data());
+    const uchar* from = source.data + row * source.stride;
+    for (size_t x = 0; weight && x < sums.size(); ++x)
+        sums[x] = ushort(sums[x] + from[x] * weight);
 }
 
 void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeight,
@@ -182,16 +206,15 @@ void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeigh
 
 cv::Mat averageAreas(const SourcePixels& source, QSize outputSize)
 {
+    static thread_local ScalePlan plan;
+    planFor(source.size, outputSize, plan);
     cv::Mat frame(outputSize.height(), outputSize.width(), CV_8UC4);
-    const std::vector<ColumnPlan> columns = planColumns(source.size.width(), outputSize.width());
-    const int bytes = source.size.width() * kChannels;
-    std::vector<ushort> sums(static_cast<size_t>(bytes));
-    RowPlan rows;
-    rows.shift = weightShift(source.size.height(), outputSize.height());
     for (int y = 0; y < outputSize.height(); ++y) {
-        planRows(source, y, outputSize.height(), rows);
-        sumRows(rows, bytes, sums);
-        averageColumns(source, sums.data(), rows.totalWeight, columns, frame.ptr(y));
+        const RowPlan& rows = plan.rows[size_t(y)];
+        sumRows(source, rows, plan.shift, plan.sums);
+        addRow(source, rows.top, rows.topWeight, plan.sums);
+        addRow(source, rows.bottom, rows.bottomWeight, plan.sums);
+        averageColumns(source, plan.sums.data(), rows.totalWeight, plan.columns, frame.ptr(y));
     }
     return frame;
 }

@@ -22,6 +22,6 @@ struct SourcePixels
 };
 
 /// The upright picture at another size, in red, green, blue and alpha 255, every pixel the mean of the area
-/// it covers. Areas of more than 240 rows are averaged over rows spread across them. Empty without pixels or
+/// it covers. Of areas of 16 rows and more eight are read, spread across them. Empty without pixels or
 /// size.
 cv::Mat scaleFrame(const SourcePixels& source, QSize outputSize);
