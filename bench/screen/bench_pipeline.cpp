@@ -1,4 +1,6 @@
 // The way from a captured frame of 120x67 to 300 colours, as a whole and in its steps.
+#include "effects/screenSync/BorderTracker.h"
+#include "effects/screenSync/ColorSmoother.h"
 #include "effects/screenSync/FrameFilters.h"
 #include "effects/screenSync/LedMap.h"
 #include "effects/screenSync/ScreenBand.h"
@@ -10,6 +12,8 @@
 #include <QStandardPaths>
 #include <benchmark/benchmark.h>
 #include <opencv2/core.hpp>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -90,6 +94,37 @@ void wipeDarkSide(benchmark::State& state)
     }
 }
 BENCHMARK(wipeDarkSide)->Unit(benchmark::kMicrosecond);
+
+/// A picture with noise.
+void smoothingOfAllLeds(benchmark::State& state)
+{
+    std::vector<QVector<LV_RGB>> noisy(64, QVector<LV_RGB>(kLeds));
+    std::mt19937 random;
+    for (QVector<LV_RGB>& colors : noisy)
+        for (LV_RGB& color : colors)
+            color = {static_cast<std::uint8_t>(100 + random() % 4), static_cast<std::uint8_t>(random() % 4),
+                     0};
+    ColorSmoother smoother;
+    smoother.setMode(ColorSmoother::Mode::Responsive);
+    std::size_t frame = 0;
+    for (auto _ : state) {
+        QVector<LV_RGB> colors = noisy[++frame % noisy.size()];
+        smoother.step(colors, 0.033);
+        benchmark::DoNotOptimize(colors.data());
+    }
+}
+BENCHMARK(smoothingOfAllLeds)->Unit(benchmark::kMicrosecond);
+
+void borderOfFrame(benchmark::State& state)
+{
+    cv::Mat frame = desktopFrame();
+    frame.rowRange(0, 8).setTo(0);
+    frame.rowRange(59, 67).setTo(0);
+    BorderTracker tracker;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(tracker.step(frame, 0.033));
+}
+BENCHMARK(borderOfFrame)->Unit(benchmark::kMicrosecond);
 
 void saturationOfAllLeds(benchmark::State& state)
 {
