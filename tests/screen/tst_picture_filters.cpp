@@ -78,7 +78,7 @@ private slots:
                     last = level;
                 }
                 QCOMPARE(last, to);
-                for (unsigned i = 0; i < 2000; ++i)
+                for (unsigned i = 0; i < 20000; ++i)
                     QCOMPARE(shown(smoother, to + int((i < 999 ? i : dice()) % 2), tick(pace)), to);
                 for (double now = 0.0; now < 2.1; now += 0.04)
                     last = shown(smoother, to + 1, 0.04);

@@ -205,11 +205,6 @@ void AbsScreenSync::finishColors(QVector<LV_RGB>& colors, double seconds)
         color = adjustSaturation(color, m_saturationStrength * FrameFilters::saturationShare(color, gate));
 }
 
-bool AbsScreenSync::isSettled() const
-{
-    return m_smoother.isSettled() && (!m_autoWipeDarkSide || !m_stableBorder || m_border.isSettled());
-}
-
 void AbsScreenSync::beginAnew()
 {
     m_smoother.snap();

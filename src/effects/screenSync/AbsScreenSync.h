@@ -113,8 +113,6 @@ private:
     cv::Mat withoutBorder(const cv::Mat& frame, double seconds);
     /// From one colour per LED as the mode sees it to those that are shown.
     void finishColors(QVector<LV_RGB>& colors, double seconds);
-    /// The same frame again would change nothing.
-    bool isSettled() const;
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
     void reportOnce(const QString& kind, const QString& text);
