@@ -457,11 +457,7 @@ private:
             page().findChild<QSpinBox*>(box)->setValue(value);
     }
 
-    bool shows(int strip, LV_RGB color)
-    {
-        const QVector<LV_RGB> shown = m_strips[strip]->lastFrame().colors;
-        return shown.size() == kLeds && shown.count(color) == kLeds;
-    }
+    bool shows(int strip, LV_RGB color) { return m_strips[strip]->shows(color, kLeds); }
     bool showAll(LV_RGB color) { return shows(0, color) && shows(1, color) && shows(2, color); }
 
     const QString m_dataFolder = QDir::currentPath();

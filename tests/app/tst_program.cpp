@@ -22,11 +22,6 @@ const QString kStripId = "LV0127:01020304";
 constexpr TonePlayer::Tone kTone{440, 0.6F};
 constexpr int kLitByTone = 70; ///< two bars of 59 steps each, 0.6 of them
 
-bool isAll(const StripSimulator& strip, LV_RGB color = {})
-{
-    const QVector<LV_RGB> shown = strip.shownColors();
-    return !shown.isEmpty() && shown.count(color) == shown.size();
-}
 /// How many LEDs have light.
 int lit(const StripSimulator& strip)
 {
@@ -62,7 +57,7 @@ private slots:
         m_program->setDisplay(display.name());
         store("id.effect.screenSync.fullScreen");
         m_program->start({"--auto_startup"}); // no window on the screen that is looked at
-        QTRY_VERIFY_WITH_TIMEOUT(isAll(*m_strip, {kFull, 0, 0}), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->shows({kFull, 0, 0}), kWaitMs);
         QCOMPARE(m_strip->shownColors().size(), kLeds);
 
         screen.fill({0, 0, kScreen.width() / 2, kScreen.height()}, Qt::green);
@@ -75,11 +70,11 @@ private slots:
         screen.fill(QRect(QPoint(), kScreen), Qt::green);
         m_strip->clear();
         QVERIFY(m_strip->plugIn());
-        QTRY_VERIFY_WITH_TIMEOUT(isAll(*m_strip, kGreen), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->shows(kGreen), kWaitMs);
 
         for (const LV_RGB color : {LV_RGB{}, kGreen}) {
             m_strip->pressButton();
-            QTRY_VERIFY_WITH_TIMEOUT(isAll(*m_strip, color), kWaitMs);
+            QTRY_VERIFY_WITH_TIMEOUT(m_strip->shows(color), kWaitMs);
         }
         endAndGoDark();
         const QJsonObject stored = m_program->readConfig("controllers.json")[kStripId].toObject();
@@ -87,10 +82,10 @@ private slots:
         QVERIFY(stored["enable"].toBool());
 
         m_program->start({"--auto_startup"});
-        QTRY_VERIFY_WITH_TIMEOUT(isAll(*m_strip, kGreen), kWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(m_strip->shows(kGreen), kWaitMs);
         display.stop(); // and the toolkit ends the process
         QTRY_VERIFY_WITH_TIMEOUT(!m_program->isRunning(), kWaitMs);
-        QTRY_VERIFY(isAll(*m_strip));
+        QTRY_VERIFY(m_strip->shows({}));
     }
 
     void stripFollowsTheSoundUntilTheEnd()
@@ -128,7 +123,7 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(strip->counters().frames > 3, kWaitMs);
         QVERIFY(m_program->terminate());
         for (const auto& strip : strips)
-            QTRY_VERIFY(isAll(*strip));
+            QTRY_VERIFY(strip->shows({}));
         QCOMPARE(m_program->readConfig("controllers.json").size(), 10);
         QCOMPARE(m_program->readConfig("controllers.json")[kStripId].toObject()["colorPipeline"], "linear");
 
@@ -137,7 +132,7 @@ private slots:
         ::kill(static_cast<pid_t>(m_program->process().processId()), SIGSEGV);
         QTRY_VERIFY_WITH_TIMEOUT(!m_program->isRunning(), kWaitMs);
         QCOMPARE(m_program->process().exitStatus(), QProcess::CrashExit);
-        QTRY_VERIFY(isAll(*m_strip));
+        QTRY_VERIFY(m_strip->shows({}));
     }
 
     void runsPluginsFromItsFolders()
@@ -186,7 +181,7 @@ private:
     void endAndGoDark() const
     {
         QVERIFY(m_program->terminate());
-        QTRY_VERIFY(isAll(*m_strip));
+        QTRY_VERIFY(m_strip->shows({}));
     }
     /// What the program finds as the strip's last effect.
     void store(const QString& effect) const

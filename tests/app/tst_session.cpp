@@ -47,7 +47,7 @@ private slots:
                     break;
                 m_strip->pressButton();
                 TRY(m_program->logText().contains(QString("enable status changed to ") + enable));
-                QVERIFY(!isLit());
+                QVERIFY(!m_strip->isLit());
             }
             if (round == kBack || round == kLate) {
                 m_strip->unplug();
@@ -59,7 +59,7 @@ private slots:
             }
             resume();
             QVERIFY(m_strip->isPlugged() || m_strip->plugIn());
-            TRY(isLit() && m_logind->held == 1);
+            TRY(m_strip->isLit() && m_logind->held == 1);
         }
     }
 
@@ -73,7 +73,7 @@ private slots:
         QVERIFY(!certainHolderOf(m_strip->location()).isCertain());
         m_strip->setReplyMode(StripSimulator::ReplyMode::Normal);
         resume();
-        TRY(isLit());
+        TRY(m_strip->isLit());
     }
 
     void nothingIsDarkForGoodWhereNobodyTellsOfTheEnd()
@@ -81,27 +81,27 @@ private slots:
         m_logind->leave();
         m_logind->isLocked = m_logind->refuses = true;
         m_program->start();
-        TRY(isLit());
+        TRY(m_strip->isLit());
         m_logind->come(); // late
-        TRY(!isLit());
+        TRY(!m_strip->isLit());
         m_logind->setLocked(false);
-        TRY(isLit());
+        TRY(m_strip->isLit());
         m_logind->prepareFor("Sleep", true); // waits for nobody, and it is dark all the same
-        TRY(!isLit() && m_logind->asked > 0);
+        TRY(!m_strip->isLit() && m_logind->asked > 0);
         m_logind->asked = 0;
         TRY(m_logind->asked > 0);
-        QVERIFY(!isLit());
+        QVERIFY(!m_strip->isLit());
         m_logind->refuses = m_logind->isPreparing = false; // without a word
-        TRY(isLit() && m_logind->held == 1);
+        TRY(m_strip->isLit() && m_logind->held == 1);
         sleep();
         m_logind->leave();
-        TRY(isLit());
+        TRY(m_strip->isLit());
         m_logind->come();
         TRY(m_logind->held == 1);
         m_logind->setSaverActive(true);
         sleep();
         m_bus.stop();
-        TRY(isLit());
+        TRY(m_strip->isLit());
         QVERIFY(m_program->terminate());
     }
 
@@ -118,13 +118,13 @@ private slots:
         for (const StripFrame& frame : m_strip->frames())
             QCOMPARE(frame.colors.count(LV_RGB{}), frame.colors.size());
         m_logind->setLocked(false);
-        TRY(isLit());
+        TRY(m_strip->isLit());
         m_logind->setLocked(true);
-        TRY(!isLit());
+        TRY(!m_strip->isLit());
         sleep();
         m_logind->isLocked = false; // unheard
         resume();
-        TRY(isLit());
+        TRY(m_strip->isLit());
     }
 
     void lockNeedNotWaitForADialog()
@@ -140,7 +140,7 @@ private slots:
         TRY(unknown.counters().frames > 0);
         for (const bool locked : {true, false}) {
             m_logind->setLocked(locked);
-            TRY(isLit() != locked);
+            TRY(m_strip->isLit() != locked);
         }
     }
 
@@ -151,28 +151,23 @@ private slots:
         m_logind->setLocked(true);
         m_strip->clear();
         TRY(m_strip->frames().size() > 2);
-        QVERIFY(isLit());
+        QVERIFY(m_strip->isLit());
         sleep("Shutdown");
         QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
     }
 
 private:
-    bool isLit() const
-    {
-        const QVector<LV_RGB> shown = m_strip->shownColors();
-        return shown.count(LV_RGB{}) < shown.size();
-    }
     void start()
     {
         m_program->start();
-        TRY(isLit() && m_logind->held == 1);
+        TRY(m_strip->isLit() && m_logind->held == 1);
     }
     /// Black is on the strip before the machine may go on.
     void sleep(const QString& what = "Sleep")
     {
         m_logind->prepareFor(what, true);
         TRY(m_logind->held == 0);
-        QVERIFY(!isLit() && m_strip->lastFrame().lastByteMs <= m_logind->releasedMs);
+        QVERIFY(!m_strip->isLit() && m_strip->lastFrame().lastByteMs <= m_logind->releasedMs);
     }
     void resume() { m_logind->prepareFor("Sleep", false); }
 

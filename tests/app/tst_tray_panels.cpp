@@ -5,7 +5,6 @@
 #include "ui/DeviceControlWidget.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
-#include "ui/PanelPopup.h"
 #include "ui/TrayMenu.h"
 #include "ui/WorkerListView.h"
 
@@ -134,16 +133,6 @@ private slots:
         QVERIFY(panel->isVisible());
         QTest::keyClick(panel->focusWidget(), Qt::Key_Escape);
         QVERIFY(!panel->isVisible() && m_menu->isVisible());
-    }
-
-    void popupStandsWhollyOnItsScreen()
-    {
-        const auto place = [](int x, int y) {
-            return PanelPopup::placeBeside({x, y}, {200, 300}, {100, 20, 1600, 580});
-        };
-        QCOMPARE(place(1700, 599), QPoint(1500, 299));
-        QCOMPARE(place(700, -5), QPoint(700, 20));  // from a bar above
-        QCOMPARE(place(700, 310), QPoint(700, 20)); // too high for either side
     }
 
 private:

@@ -119,10 +119,8 @@ private:
     void click() { QTest::mouseClick(part<QPushButton>("noticeButton"), Qt::LeftButton); }
     bool show(LV_RGB color) const
     {
-        return std::all_of(m_strips.begin(), m_strips.end(), [&](const auto& strip) {
-            const QVector<LV_RGB> shown = strip->shownColors();
-            return shown.size() == kLeds && shown.count(color) == kLeds;
-        });
+        return std::all_of(m_strips.begin(), m_strips.end(),
+                           [&](const auto& strip) { return strip->shows(color, kLeds); });
     }
     static ConfigurationManager* config() { return ConfigurationManager::instance(); }
 

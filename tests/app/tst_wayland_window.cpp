@@ -136,11 +136,7 @@ private:
         };
         QTRY_VERIFY_WITH_TIMEOUT(isThere(window()), kWaitMs);
     }
-    bool shows(LV_RGB color) const
-    {
-        const QVector<LV_RGB> shown = m_strip.lastFrame().colors;
-        return shown.size() == kLeds && shown.count(color) == kLeds;
-    }
+    bool shows(LV_RGB color) const { return m_strip.shows(color, kLeds); }
 
     PrivateBus m_bus;
     WaylandDesktop m_desktop;

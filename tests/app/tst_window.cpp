@@ -1,4 +1,5 @@
 #include "NotifierPanel.h"
+#include "PrivateBus.h"
 #include "ProgramUnderTest.h"
 #include "StoredStrip.h"
 #include "StripSimulator.h"
@@ -87,6 +88,7 @@ private slots:
         m_program.reset();
         m_strip.reset();
         m_desktop.clear();
+        m_bus.stop();
         m_display.reset();
     }
 
@@ -134,11 +136,11 @@ private slots:
 
     void windowGoesToTheNotifiersOfALatePanel()
     {
-        const QString bus = startBus();
+        startBus();
         m_program->start({"--auto_startup"});
         for (int i = 0; i < 2; ++i) { // as when the panel is restarted
             QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
-            NotifierPanel panel(bus);
+            NotifierPanel panel(m_bus.address());
             QVERIFY(panel.isWatching);
             panel.show();
             QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
@@ -147,7 +149,7 @@ private slots:
             closeInto(Away::Tray);
         }
         QTRY_VERIFY_WITH_TIMEOUT(isMinimised(), kWaitMs);
-        const NotifierPanel watcher(bus); // alone it shows nothing
+        const NotifierPanel watcher(m_bus.address()); // alone it shows nothing
         QVERIFY(watcher.isWatching);
         startAnother();
         closeInto(Away::Taskbar);
@@ -155,16 +157,16 @@ private slots:
 
     void panelThatNeverAnswersHoldsNothingUp()
     {
-        const QString bus = startBus();
+        startBus();
         startTray();
         QThread neverStarted;
-        auto panel = std::make_unique<NotifierPanel>(bus);
+        auto panel = std::make_unique<NotifierPanel>(m_bus.address());
         panel->moveToThread(&neverStarted);
         startWithWindow();
         closeInto(Away::Taskbar);
         panel.reset(); // what is left is the other tray
         QTRY_VERIFY_WITH_TIMEOUT(!isMinimised(), kWaitMs);
-        panel = std::make_unique<NotifierPanel>(bus);
+        panel = std::make_unique<NotifierPanel>(m_bus.address());
         panel->moveToThread(&neverStarted);
         QVERIFY(m_program->terminate());
     }
@@ -258,8 +260,8 @@ private slots:
 
     void panelShowsBesideAMenuThatTheDesktopDraws()
     {
-        const QString bus = startBus();
-        NotifierPanel panel(bus);
+        startBus();
+        NotifierPanel panel(m_bus.address());
         panel.show();
         m_program->start({"--auto_startup"});
         QThread::sleep(2); // a busy panel answers late
@@ -308,21 +310,16 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor) && isActive(), kWaitMs);
     }
     void startAnother() const { QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother())); }
+    void startBus()
+    {
+        QVERIFY(m_bus.start());
+        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus.address());
+    }
     void startDesktop(const QString& program, const QStringList& arguments)
     {
         m_desktop.push_back(std::make_unique<QProcess>());
         m_display->startProgram(*m_desktop.back(), program, arguments);
         QVERIFY2(m_desktop.back()->waitForStarted(), qPrintable(program));
-    }
-
-    /// The program's own, and its address.
-    QString startBus()
-    {
-        const QString file = m_program->path("bus");
-        startDesktop("dbus-daemon", {"--session", "--nofork", "--address=unix:path=" + file});
-        [&] { QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(file), kWaitMs); }();
-        m_program->environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + file);
-        return "unix:path=" + file;
     }
 
     /// What X programs have to say; one that finds nothing ends with an error, which is no matter here.
@@ -424,12 +421,9 @@ private:
     }
 
     bool logs(const QString& text) const { return m_program->logText().contains(text); }
-    bool shows(LV_RGB color) const
-    {
-        const QVector<LV_RGB> shown = m_strip->lastFrame().colors;
-        return shown.size() == kLeds && shown.count(color) == kLeds;
-    }
+    bool shows(LV_RGB color) const { return m_strip->shows(color, kLeds); }
 
+    PrivateBus m_bus;
     std::unique_ptr<VirtualDisplay> m_display;
     std::vector<std::unique_ptr<QProcess>> m_desktop;
     std::unique_ptr<ProgramUnderTest> m_program;

@@ -6,28 +6,8 @@
 
 #include <QtTest>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <new>
 #include <numeric>
-
-static std::atomic<int> s_allocations{0};
-
-void* operator new(std::size_t size)
-{
-    ++s_allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 constexpr int kRate = 48000;
@@ -237,20 +217,6 @@ private slots:
         triesIn(60000);
         now += 3600000; // it has worked since
         QCOMPARE(pause.next(now), 300);
-    }
-
-    void takesSamplesWithoutAllocating()
-    {
-        AudioCapturer capturer("source");
-        capturer.setWakeUp(std::make_shared<QSemaphore>());
-        capturer.setRate(kRate);
-        const Samples block(kRate / 50, 0.5F);
-        const int before = s_allocations;
-        for (int i = 0; i < 1000; ++i) // fills up on the way
-            capturer.write(block.data(), kRate / 100, 2);
-        QCOMPARE(s_allocations.load(), before);
-        QVERIFY(capturer.analyse(0) > 0);
-        QVERIFY(s_allocations > before); // it does count
     }
 };
 

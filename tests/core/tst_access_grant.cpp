@@ -1,3 +1,4 @@
+#include "ProgramUnderTest.h"
 #include "system/AccessGrant.h"
 
 #include <QtTest>
@@ -7,19 +8,12 @@ namespace {
 
 using State = AccessGrant::State;
 
+const auto& readFile = ProgramUnderTest::readFile;
+
 void writeScript(const QString& path, const QByteArray& body)
 {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("#!/bin/sh\n" + body) < 0 ||
-        !file.setPermissions(file.permissions() | QFile::ExeOwner))
-        qFatal("cannot write a script");
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    ProgramUnderTest::writeFile(path, "#!/bin/sh\n" + body);
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner);
 }
 
 } // namespace

@@ -52,25 +52,12 @@ mv "$here/arguments.part" "$here/arguments"
         return dump.section("\n" + title + ":\n", 1).section("\n\n", 0, 0);
     }
 
-private slots:
-    void everyCrashLeavesADumpAndStartsTheReporter_data()
+    static void checkCrash(const QString& kind, int signal, const QString& culprit)
     {
-        QTest::addColumn<int>("signal");
-        QTest::addColumn<QString>("culprit");
-        QTest::newRow("stack overflow") << SIGSEGV << "overflowTheStack";
-        QTest::newRow("stack overflow in a thread") << SIGSEGV << "overflowTheStack";
-        QTest::newRow("wild jump") << SIGSEGV << "jumpToNowhere";
-        QTest::newRow("fatal message") << SIGABRT << "abort";
-        QTest::newRow("many threads") << SIGSEGV << "writeToNowhere";
-    }
-
-    void everyCrashLeavesADumpAndStartsTheReporter()
-    {
-        QFETCH(int, signal);
-        QFETCH(QString, culprit);
+        qInfo() << kind; // is printed before what fails
         ProgramUnderTest sandbox;
         const QString program = besideFakeReporter(sandbox, CRASH_VICTIM);
-        const auto process = sandbox.startAnother({QTest::currentDataTag()}, program);
+        const auto process = sandbox.startAnother({kind}, program);
         QVERIFY(process->waitForFinished(kPatienceMs));
         QCOMPARE(process->exitStatus(), QProcess::CrashExit);
         QCOMPARE(process->exitCode(), signal);
@@ -85,6 +72,16 @@ private slots:
         const QByteArray expected = "--file\ncrash_victim\n--path\n" +
                                     sandbox.configFile("").chopped(1).toUtf8() + "\n--language\nfr_FR\n";
         QTRY_COMPARE_WITH_TIMEOUT(reporterArguments(sandbox), expected, kPatienceMs);
+    }
+
+private slots:
+    void everyCrashLeavesADumpAndStartsTheReporter()
+    {
+        checkCrash("stack overflow", SIGSEGV, "overflowTheStack");
+        checkCrash("stack overflow in a thread", SIGSEGV, "overflowTheStack");
+        checkCrash("wild jump", SIGSEGV, "jumpToNowhere");
+        checkCrash("fatal message", SIGABRT, "abort");
+        checkCrash("many threads", SIGSEGV, "writeToNowhere");
     }
 
     void theProgramItselfHandsOver()

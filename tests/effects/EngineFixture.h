@@ -2,13 +2,10 @@
 
 #include "FakeController.h"
 #include "FakeDeskDuplManager.h"
+#include "ProgramUnderTest.h"
 #include "effects/EffectsManager.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QPointer>
-#include <QTemporaryDir>
 
 /// A working directory of its own with a folder `effects`, left again at the end.
 class WorkingFolder
@@ -24,9 +21,7 @@ public:
 
     static void writeFile(const QString& name, const QByteArray& bytes)
     {
-        QFile file("effects/" + name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("cannot write a test file");
+        ProgramUnderTest::writeFile("effects/" + name, bytes);
     }
     /// A link, so that one library is not loaded as several.
     static void addPlugin(const QString& path)

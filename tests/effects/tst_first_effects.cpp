@@ -172,34 +172,6 @@ private slots:
         effect.unload();
         QCOMPARE(color(), 0xFF090807u);
     }
-
-    void propertiesAreAnsweredByTheirKind()
-    {
-        QStringList written;
-        const auto setter = [&written](const char* name) {
-            return [&written, name](const QJsonValue& val) { written += name + val.toVariant().toString(); };
-        };
-        EffectProperties properties{
-            {"list", [] { return 1; }, setter("list ")},
-            {"sources", [] { return 2; }, {}, EffectProperty::Place}, // to be read only
-            {"notice", [] { return 3; }, {}, EffectProperty::Apart},
-            {"reset", {}, setter("reset "), EffectProperty::Apart},
-        };
-        properties.add({{"colour", [] { return 5; }, setter("colour "), EffectProperty::Look}});
-        QJsonObject all{{"list", 1}, {"sources", 2}, {"colour", 5}};
-        QCOMPARE(properties.read("").toObject(), all);
-        QCOMPARE(properties.read(EffectProperties::kLook).toObject(), (QJsonObject{{"colour", 5}}));
-        QVERIFY(properties.read("notice") == 3 && properties.read("reset").isNull());
-        for (const char* key : {"notice", "reset", "unknown", "", EffectProperties::kLook})
-            all[key] = 9;
-        properties.write("", all);
-        QCOMPARE(written.join(""), "list 1colour 5"); // a list comes before what is in it
-        for (const char* key : {"sources", "notice", "unknown", ""})
-            properties.write(key, 6);
-        properties.write("", QJsonObject{{"colour", QJsonValue::Null}});
-        properties.write("reset", 7);
-        QCOMPARE(written.mid(2).join(""), "colour reset 7");
-    }
 };
 
 QTEST_MAIN(TestFirstEffects)

@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "ProgramUnderTest.h"
 #include "effects/graphics/PixmapSequence.h"
 #include "effects/graphics/PixmapStream.h"
 #include "effects/graphics/SFrmPixmapStream.h"
@@ -59,8 +60,7 @@ Bytes hexOf(const cv::Mat& picture)
 /// The most memory that the process ever had room for.
 qint64 peakKilobytes()
 {
-    QFile status("/proc/self/status");
-    const Bytes text = status.open(QIODevice::ReadOnly) ? status.readAll() : Bytes();
+    const Bytes text = ProgramUnderTest::readFile("/proc/self/status");
     return text.mid(text.indexOf("VmPeak:") + 7).trimmed().split(' ').first().toLongLong();
 }
 
@@ -262,8 +262,7 @@ private:
     static QString path(const QString& name) { return QDir(source()).filePath(name); }
     static void write(const QString& name, const Bytes& bytes)
     {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        ProgramUnderTest::writeFile(path(name), bytes);
     }
     cv::Mat read(const Bytes& file)
     {

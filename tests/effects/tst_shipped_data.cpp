@@ -1,4 +1,5 @@
 #include "LightGrid.h"
+#include "ProgramUnderTest.h"
 #include "effects/ColorStrapManager.h"
 #include "effects/EffectCatalogue.h"
 #include "effects/dynamicMusic/Mode1/Fragment.h"
@@ -8,11 +9,7 @@
 
 namespace {
 
-QJsonObject readObject(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
-}
+const auto& readObject = ProgramUnderTest::readObject;
 
 /// The icon of an effect as the control page finds it: from the catalogue, or by the effect's id.
 QString iconOf(const EffectRow& row)
@@ -124,10 +121,9 @@ private slots:
 
     void signsOfStyleAndButtonsAreCompiledIn()
     {
-        QFile sheet(":/styles/default.qss");
-        QVERIFY(sheet.open(QIODevice::ReadOnly));
+        const QByteArray sheet = ProgramUnderTest::readFile(":/styles/default.qss");
         QStringList names{":/images/settings", ":/images/minimise", ":/images/quit"}; // of buttons
-        auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(sheet.readAll());
+        auto urls = QRegularExpression("url\\(\"(:[^\"]+)\\.png\"\\)").globalMatch(sheet);
         QVERIFY(urls.hasNext());
         while (urls.hasNext())
             names.append(urls.next().captured(1));

@@ -293,14 +293,6 @@ private slots:
         send("key", {kA});
         QTRY_COMPARE_WITH_TIMEOUT(keeper.names.mid(names.size()), QStringList("Ф"), kWaitMs);
     }
-    void ruleAcceptsOnlyNamesThatParseBack()
-    {
-        QCOMPARE(parseableKeyName("right", Qt::Key_Right), "RIGHT");
-        QCOMPARE(parseableKeyName("Rechts", Qt::Key_Right), "RIGHT");
-        QCOMPARE(parseableKeyName("ß", Qt::Key_Question), "ß");  // with Shift
-        QCOMPARE(parseableKeyName("End", Qt::Key_Home), "HOME"); // not the key of that name
-        QCOMPARE(parseableKeyName("A", Qt::Key_AltGr) + parseableKeyName("0x1e", Qt::Key_Dead_Grave), "");
-    }
 
 private:
     static bool isRun(const char* name, const QStringList& with) { return !QProcess::execute(name, with); }

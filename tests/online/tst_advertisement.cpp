@@ -47,7 +47,7 @@ private slots:
         const QList<QVariantList> shown{{path("ad1.png"), "https://example.org/"}};
         QCOMPARE(run(), shown);
         QCOMPARE(bytesOf("ad1.png"), picture());
-        QCOMPARE(QJsonDocument::fromJson(bytesOf("ad_images/ad.json")).object(), m_offer);
+        QCOMPARE(ProgramUnderTest::readObject(path("ad_images/ad.json")), m_offer);
         QCOMPARE(m_server->requestCount("/ad.png"), 2); // one more try
         const QJsonObject question = QJsonDocument::fromJson(m_server->requests().first().body).object();
         QCOMPARE(question, (QJsonObject{{"var", "1.2"}, {"app_name", "tst_advertisement"}}));

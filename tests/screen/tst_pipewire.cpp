@@ -9,8 +9,6 @@
 #include <QtTest>
 #include <atomic>
 
-Q_DECLARE_METATYPE(PipeWireSource::Kind)
-
 namespace {
 constexpr int kPatienceMs = 20000;
 using Kind = PipeWireSource::Kind;
@@ -107,12 +105,11 @@ class TestPipeWire : public QObject
     Q_OBJECT
 
 private slots:
-    void showsWhatTheUserSees_data()
+    void showsWhatTheUserSees()
     {
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QSize>("size");
         const spa_video_format formats[]{SPA_VIDEO_FORMAT_BGRx, SPA_VIDEO_FORMAT_BGRA, SPA_VIDEO_FORMAT_RGBx,
                                          SPA_VIDEO_FORMAT_RGBA, SPA_VIDEO_FORMAT_xRGB, SPA_VIDEO_FORMAT_xBGR};
+        const Desktop desktop;
         for (uint32_t i = 0; i < 8; ++i) {
             Kind kind;
             kind.format = formats[i % 6];
@@ -121,19 +118,15 @@ private slots:
             kind.tellsStride = i > 0;
             kind.stride = i % 2 ? 640 * 4 + 52 : 0;
             const QSize size = kind.crop.isEmpty() ? kind.size : kind.crop.size();
-            QTest::addRow("transform %u", i) << kind << (i % 2 ? size.transposed() : size);
+            qInfo("transform %u", i); // is printed before what fails
+            const auto source = desktop.publish(kind);
+            desktop.offer({source.get()});
+            const auto capture = desktop.acquire("a");
+            QTRY_COMPARE_WITH_TIMEOUT(pulledQuarters(*capture), kQuarters, kPatienceMs);
+            QTRY_COMPARE_WITH_TIMEOUT(capture->sourceSize(), i % 2 ? size.transposed() : size, kPatienceMs);
+            desktop.manager->releaseCapturer("a");
+            desktop.feed->withdraw(SourceTrouble::None);
         }
-    }
-    void showsWhatTheUserSees()
-    {
-        QFETCH(Kind, kind);
-        QFETCH(QSize, size);
-        const Desktop desktop;
-        const auto source = desktop.publish(kind);
-        desktop.offer({source.get()});
-        const auto capture = desktop.acquire("a");
-        QTRY_COMPARE_WITH_TIMEOUT(pulledQuarters(*capture), kQuarters, kPatienceMs);
-        QTRY_COMPARE_WITH_TIMEOUT(capture->sourceSize(), size, kPatienceMs);
     }
 
     void keepsTheLastPictureWhateverIsSent()

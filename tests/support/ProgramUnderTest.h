@@ -92,10 +92,7 @@ public:
     /// The file of LUMIVAR_SERIAL_PORTS.
     QString portsFile() const { return path("ports.json"); }
     QString configFile(const QString& name) const { return path("config/Lumivar/" + name); }
-    QJsonObject readConfig(const QString& name) const
-    {
-        return QJsonDocument::fromJson(readFile(configFile(name))).object();
-    }
+    QJsonObject readConfig(const QString& name) const { return readObject(configFile(name)); }
     void writeConfig(const QString& name, const QJsonObject& object) const
     {
         writeFile(configFile(name), QJsonDocument(object).toJson());
@@ -113,6 +110,10 @@ public:
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static QJsonObject readObject(const QString& path)
+    {
+        return QJsonDocument::fromJson(readFile(path)).object();
     }
     /// All log files of the folder below the logs folder ("" or "devices"), one after the other.
     QString logText(const QString& folder = {}) const

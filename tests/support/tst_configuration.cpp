@@ -21,11 +21,7 @@ const QString kDevice = "Moni-A:0001";
 
 const auto& bytesOf = ProgramUnderTest::readFile;
 const auto& put = ProgramUnderTest::writeFile;
-
-QJsonObject onDisk(const QString& path)
-{
-    return QJsonDocument::fromJson(bytesOf(path)).object();
-}
+const auto& onDisk = ProgramUnderTest::readObject;
 
 } // namespace
 

@@ -152,6 +152,18 @@ QVector<LV_RGB> StripSimulator::shownColors() const
     return m_shown;
 }
 
+bool StripSimulator::shows(LV_RGB color, int leds) const
+{
+    const QVector<LV_RGB> shown = shownColors();
+    return !shown.isEmpty() && (leds == 0 || shown.size() == leds) && shown.count(color) == shown.size();
+}
+
+bool StripSimulator::isLit() const
+{
+    const QVector<LV_RGB> shown = shownColors();
+    return shown.count(LV_RGB{}) < shown.size();
+}
+
 StripCounters StripSimulator::counters() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -79,6 +79,10 @@ public:
     StripFrame lastFrame() const;
     /// What the LEDs show: those that a short frame does not reach keep their colour.
     QVector<LV_RGB> shownColors() const;
+    /// Whether it has so many LEDs, 0 for any number but none, and all show this colour.
+    bool shows(LV_RGB color, int leds = 0) const;
+    /// Whether any LED has light.
+    bool isLit() const;
     StripCounters counters() const;
     /// Forgets frames and counters, not what the LEDs show.
     void clear();
