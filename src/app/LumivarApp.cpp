@@ -29,6 +29,7 @@ bool isAppFlag(const char* property)
 LumivarApp::LumivarApp(QObject* parent)
     : QObject(parent)
     , m_deviceManager(this, nullptr)
+    , m_previewFeed(m_deviceManager, *m_mainWindow.controlPage())
     , m_sysTray(m_mainWindow)
     , m_feedbackErrand(m_feedbackManager, m_netManager, m_mainWindow)
     , m_helpViewModel(QSharedPointer<HelpDialogViewModel>::create()) // what is known is told from here on

@@ -3,6 +3,7 @@
 #include "app/DeviceManager.h"
 #include "app/FeedbackErrand.h"
 #include "app/HotKeyManager.h"
+#include "app/PreviewFeed.h"
 #include "online/ADManager.h"
 #include "support/capture/DeskCaptureOption.h"
 #include "support/net/FeedbackManager.h"
@@ -164,6 +165,7 @@ private:
     bool m_isDarkForScreen = false;
     DeskCaptureOption m_captureOption; ///< there to be chosen from before anything is captured
     DeviceManager m_deviceManager;
+    PreviewFeed m_previewFeed;
     FeedbackManager m_feedbackManager;
     NetRCManager m_netManager;
     HotKeyManager m_hotKeyManager;

@@ -16,6 +16,7 @@ class ControlPage;
 class QBoxLayout;
 class QLabel;
 class StackLayout;
+class StripPreview;
 
 /// The page on which one device, or all of them, are operated. Knows neither devices nor effects: the setter
 /// slots fill it with its signals blocked, the signals tell what the user did. Main thread.
@@ -41,6 +42,8 @@ public:
     QString lOptWidgetName() const;
     /// Shown at the next change of the effect.
     void setProductImage(const QImage& image) { m_productImage = image; }
+    /// That picture, with the device's light around it.
+    StripPreview& stripPreview() const;
     /// Takes the option widgets off the page, as when their device is gone.
     void dropOptionWidgets();
     /// Shows or hides the choice between this device and all.

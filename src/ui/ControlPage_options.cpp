@@ -125,6 +125,11 @@ void ControlPage::showProductImage()
     }
 }
 
+StripPreview& ControlPage::stripPreview() const
+{
+    return *ui->productImgWid;
+}
+
 void ControlPage::dropOptionWidgets()
 {
     retireSOptWidget();

@@ -30,6 +30,12 @@ QRect ImageWidget::targetRect() const
 
 void ImageWidget::paintEvent(QPaintEvent*)
 {
+    QPainter painter(this);
+    drawPicture(painter);
+}
+
+void ImageWidget::drawPicture(QPainter& painter)
+{
     if (m_image.isNull())
         return;
     const QRect target = targetRect();
@@ -43,7 +49,7 @@ void ImageWidget::paintEvent(QPaintEvent*)
         m_scaledTarget = target;
         m_scaledSize = size();
     }
-    QPainter(this).drawPixmap(shown.topLeft(), m_scaled);
+    painter.drawPixmap(shown.topLeft(), m_scaled);
 }
 
 /// Shrinking averages areas, which a painter does not, and never makes more than the picture has; enlarging

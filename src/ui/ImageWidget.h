@@ -5,6 +5,8 @@
 #include <QRectF>
 #include <QWidget>
 
+class QPainter;
+
 /// Shows one picture, fitted inside the widget and centred. Main thread.
 class ImageWidget : public QWidget
 {
@@ -21,6 +23,8 @@ protected:
     const QImage& image() const { return m_image; }
     /// Where the whole picture (not null) goes, in logical pixels of the widget; may reach beyond it.
     virtual QRect targetRect() const;
+    /// Draws the picture where it goes, unless there is none.
+    void drawPicture(QPainter& painter);
 
 private:
     void scalePicture(const QRect& target, const QRect& shown);

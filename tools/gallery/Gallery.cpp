@@ -3,6 +3,7 @@
 #include "GalleryModels.h"
 #include "app/FindingTexts.h"
 #include "app/PageModels.h"
+#include "app/StripPlaces.h"
 #include "effects/AbsWorkerWidget.h"
 #include "effects/EffectNotice.h"
 #include "effects/colorful/GradientWidget.h"
@@ -19,6 +20,7 @@
 #include "ui/PanelPopup.h"
 #include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
+#include "ui/StripPreview.h"
 #include "ui/TrayMenu.h"
 #include "viewModels/HelpDialogViewModel.h"
 #include "widgets/SliderBar.h"
@@ -162,9 +164,24 @@ void Gallery::showEffect(const QString& model, const QString& effect, const QStr
     page.setBrightness(0.8F);
     page.setWorkGroups(workGroupModels(m_effects, model), group);
     page.setWorkers(workerModels(m_effects, group), effect);
+    showLight(model, effect);
     for (auto* options : page.findChildren<AbsWorkerWidget*>())
         options->setEffectProperty(QString(), properties());
     show(m_window, QStringLiteral("control-%1-%2").arg(model, effect.section(u'.', 2)));
+}
+
+/// As the device of this model would shine.
+void Gallery::showLight(const QString& model, const QString& effect)
+{
+    ControlOptions device;
+    device.model = model;
+    device.nbLeds = model == QLatin1String("LV0N03") ? 253 : 120;
+    const bool isMapped = effect.endsWith(QLatin1String("cinemaScreen"));
+    const StripPlaces places = stripPlaces(device, effect, isMapped ? galleryLayout(120) : QJsonObject(),
+                                           galleryShippedLayout(model));
+    StripPreview& preview = m_window.controlPage()->stripPreview();
+    preview.setPlaces(places.points, places.aspect);
+    preview.setColors(galleryLight(places.points));
 }
 
 void Gallery::showOptionWidgets()

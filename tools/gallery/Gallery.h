@@ -36,6 +36,7 @@ private:
     void showTray();
     /// Sends the page to the effect on a device of this model.
     void showEffect(const QString& model, const QString& effect, const QString& deviceName);
+    void showLight(const QString& model, const QString& effect);
     /// What option widgets would get from a worker, the list of colour straps included.
     QJsonObject properties();
     /// The popup or dialog that has just been opened, which is closed then.

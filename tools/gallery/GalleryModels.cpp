@@ -1,8 +1,11 @@
 #include "GalleryModels.h"
 
+#include <QFile>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QPainter>
 #include <QPixmap>
+#include <cmath>
 
 namespace {
 
@@ -145,6 +148,24 @@ QImage galleryFrame()
     sun.setColorAt(1, QColor(255, 200, 90, 0));
     painter.fillRect(frame.rect(), sun);
     return frame;
+}
+
+QJsonObject galleryShippedLayout(const QString& model)
+{
+    QFile file(QStringLiteral("controler_config/%1.json").arg(model));
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+QVector<LV_RGB> galleryLight(const QVector<QPointF>& places)
+{
+    QVector<LV_RGB> colors;
+    for (const QPointF& place : places) {
+        const double way = place.x() * 1.3 + place.y() * 0.7;
+        const QColor color = QColor::fromHsvF(std::fmod(way, 1.0), 0.85, qBound(0.0, 2 - 2 * place.x(), 1.0));
+        colors.append({static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
+                       static_cast<std::uint8_t>(color.blue())});
+    }
+    return colors;
 }
 
 QVector<HotkeyModel> galleryHotkeys()

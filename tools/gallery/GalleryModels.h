@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controllers/LV_RGB.h"
 #include "controllers/PortFinding.h"
 #include "viewModels/DeviceModel.h"
 #include "viewModels/HotkeyModel.h"
@@ -7,6 +8,7 @@
 #include <QImage>
 #include <QJsonObject>
 #include <QMap>
+#include <QPointF>
 #include <QVector>
 
 /// `count` devices of the models that the product table knows, some with difficult names.
@@ -27,6 +29,12 @@ QJsonObject galleryLayout(int leds);
 
 /// A bright scene with a dark side, at canvas size.
 QImage galleryFrame();
+
+/// The layout that is shipped for a model; empty for none.
+QJsonObject galleryShippedLayout(const QString& model);
+
+/// The light of LEDs that stand there: all colours, and some that are dark.
+QVector<LV_RGB> galleryLight(const QVector<QPointF>& places);
 
 /// The hotkey actions with their first combinations; their names in the source language by id.
 QVector<HotkeyModel> galleryHotkeys();

@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>サブモード</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>ライトのプレビュー</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>

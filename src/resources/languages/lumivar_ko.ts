@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>하위 모드</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>조명 미리 보기</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>

@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>Submodo</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>Pré-visualização da luz</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>

@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>Подрежим</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>Предпросмотр подсветки</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>

@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>Chế độ con</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>Xem trước ánh sáng</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>

@@ -77,6 +77,10 @@
         <source>子模式</source>
         <translation>子模式</translation>
     </message>
+    <message>
+        <source>灯光预览</source>
+        <translation>灯光预览</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
