@@ -3,6 +3,7 @@
 #include "StoredStrip.h"
 #include "StripSimulator.h"
 #include "app/LumivarApp.h"
+#include "app/StripPlaces.h"
 #include "effects/screenSync/layoutEditor/SSLOptWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -10,6 +11,7 @@
 #include "ui/ControllerConfigDialog.h"
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
+#include "ui/StripPreview.h"
 
 #include <QSerialPort>
 #include <QtTest>
@@ -369,6 +371,115 @@ private slots:
         emit effects().boundWorker(id(0))->effectPropertyChanged("color", QJsonArray{60, 60, 60});
         QTRY_COMPARE(page().findChild<QSpinBox*>("Gbox")->value(), 60);
         QVERIFY(changes.isEmpty());
+    }
+
+    void lightOnThePageIsWhatTheStripGets()
+    {
+        start({kSingleColor});
+        const StripPreview& preview = page().stripPreview();
+        const auto shines = [&](LV_RGB color) { return preview.colors() == QVector<LV_RGB>(kLeds, color); };
+        openPage(0);
+        setColour(200, 100, 0);
+        QTRY_VERIFY(shines({200, 100, 0}) && preview.places().size() == kLeds);
+        slider()->setValue(50);
+        QTRY_VERIFY(shines({100, 50, 0}));
+        click("LEDDisableButton");
+        QTRY_VERIFY(shines({}));
+        click("LEDEnableButton");
+        QTRY_VERIFY(shines({100, 50, 0}));
+        manager().setDark(true);
+        QTRY_VERIFY(preview.colors().isEmpty());
+        manager().setDark(false);
+
+        const QPointF first = preview.places().constFirst();
+        click("installDirectionRTLButton");
+        QTRY_COMPARE(preview.places().constFirst(), QPointF(1 - first.x(), first.y()));
+        click("installDirectionLTRButton");
+        manager().setControllerEffect(id(0), "id.effect.screenSync.cinemaScreen", true);
+        const QJsonObject moved{{"id", 0}, {"x", 60}, {"y", 33}};
+        effects().setEffectProperty(id(0), "LEDPos", moved);
+        QTRY_COMPARE(preview.places().constFirst(), QPointF(60.5 / 120, 0.5));
+        QTRY_VERIFY(!preview.places().isEmpty());
+        effects().setEffectProperty(id(0), "resetCmd", {});
+        QTRY_COMPARE(preview.places().constFirst(), first);
+        manager().controller(id(0))->setNbLeds(7);
+        QTRY_COMPARE(preview.places().size(), 7);
+        manager().setControllerEffect(id(0), kSingleColor, true);
+
+        // Unseen nothing is shown, and it goes on when it is seen again.
+        const auto restsWhile = [&](const std::function<void(bool)>& hide) {
+            QTRY_VERIFY(preview.isSeen() && preview.colors().size() == 7);
+            const auto before = preview.colors();
+            hide(true);
+            manager().controller(id(0))->setBrightness(slider()->value() == 90 ? 0.7F : 0.9F);
+            QTest::qWait(200); // for what must not come
+            QCOMPARE(preview.colors(), before);
+            hide(false);
+            QTRY_COMPARE(preview.colors(), manager().controller(id(0))->sentColors());
+            QVERIFY(preview.colors() != before);
+        };
+        restsWhile([&](bool hide) { hide ? window().switchToHomePage() : openPage(0); });
+        restsWhile([&](bool hide) { hide ? window().hide() : window().show(); });
+        restsWhile([&](bool hide) { hide ? window().showMinimized() : window().showNormal(); });
+    }
+
+    void everyLedStandsWhereItsUserHasIt()
+    {
+        ControlOptions strip;
+        strip.model = "LV0127";
+        const auto places = [&](uint leds, uint direction, const char* half, const QJsonObject& layout = {},
+                                const QJsonObject& shipped = {}) {
+            strip.nbLeds = leds;
+            strip.installDirection = direction;
+            const auto points =
+                stripPlaces(strip, QString("id.effect.screenSync.%1").arg(half), layout, shipped).points;
+            const auto isInside = [](const QPointF& at) { return QRectF(0, 0, 1, 1).contains(at); };
+            return std::all_of(points.begin(), points.end(), isInside) ? points : QVector<QPointF>();
+        };
+        // Half a screen: its edge, and the way along it, of which a mirrored one exchanges left and right.
+        const QVector<std::tuple<const char*, uint, QLineF>> edges{{"topHalfScreen", 0, {0, 0, 1, 0}},
+                                                                   {"topHalfScreen", 1, {1, 0, 0, 0}},
+                                                                   {"bottomHalfScreen", 0, {0, 1, 1, 1}},
+                                                                   {"bottomHalfScreen", 1, {1, 1, 0, 1}},
+                                                                   {"leftHalfScreen", 0, {0, 1, 0, 0}},
+                                                                   {"leftHalfScreen", 1, {1, 1, 1, 0}},
+                                                                   {"rightHalfScreen", 0, {1, 0, 1, 1}},
+                                                                   {"rightHalfScreen", 1, {0, 0, 0, 1}},
+                                                                   {"other", 0, {0, 1, 1, 1}},
+                                                                   {"other", 1, {1, 1, 0, 1}}};
+        for (const auto& [half, direction, way] : edges) {
+            const auto points = places(120, direction, half);
+            QVERIFY2(points.size() == 120 && QLineF(points.first(), way.p1()).length() < 0.05, half);
+            QVERIFY2(QLineF(points.last(), way.p2()).length() < 0.05, half);
+        }
+        QVERIFY(places(0, 0, "topHalfScreen").isEmpty() && places(1, 1, "other").size() == 1);
+
+        const QJsonObject wild{{"id", 1}, {"x", -9}, {"y", 900}};
+        const QJsonArray leds{QJsonObject{{"id", 0}, {"x", 9}, {"y", 1}}, wild, QJsonObject{{"id", 70}}};
+        const QJsonObject layout{{"LEDMap", leds}, {"screenSize", QJsonObject{{"w", 10}, {"h", 4}}}};
+        QCOMPARE(places(3, 0, "cinemaScreen", layout).first(), QPointF(0.95, 0.375));
+        QCOMPARE(places(3, 1, "cinemaScreen", layout).first(), QPointF(0.05, 0.375));
+        QCOMPARE(places(2, 0, "cinemaScreen", {{"LEDMap", leds}}).size(), 2); // of no canvas
+
+        // A strip of another length goes the way that its model is shipped with, from end to end.
+        const QJsonObject shipped{{"key_len", 10},
+                                  {"key_wid", 10},
+                                  {"key_array", QJsonArray{QJsonObject{{"id", 1}, {"x", 0}, {"y", 9}},
+                                                           QJsonObject{{"id", 2}, {"x", 0}, {"y", 0}},
+                                                           QJsonObject{{"id", 3}, {"x", 9}, {"y", 0}}}}};
+        for (const uint count : {2U, 3U, 300U}) {
+            const auto points = places(count, 0, "other", {}, shipped);
+            QVERIFY(points.first() == QPointF(0.05, 0.95) && points.last() == QPointF(0.95, 0.05));
+        }
+        QCOMPARE(places(5, 0, "other", {}, shipped)[1], QPointF(0.05, 0.5));
+
+        strip.model = "LV0N03";
+        const auto cell = [](double x, double y) { return QPointF((x + 0.5) / 23, (y + 0.5) / 11); };
+        for (const uint direction : {0U, 1U}) { // it is what it is
+            const auto matrix = places(253, direction, "topHalfScreen", {}, shipped);
+            QVERIFY(matrix[0] == cell(0, 10) && matrix[22] == cell(22, 10) && matrix[23] == cell(22, 9));
+            QCOMPARE(matrix[252], cell(22, 0));
+        }
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "effects/AbsWorkerWidget.h"
 #include "ui/ControlPage.h"
 #include "ui/Languagemanager.h"
+#include "ui/StripPreview.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -360,6 +361,40 @@ private slots:
             // On a small screen nothing is cut at the sides, and the rest is reached by scrolling.
             resize(640, 428);
             QVERIFY(area->verticalScrollBar()->maximum() > 0 && area->horizontalScrollBar()->maximum() == 0);
+        }
+    }
+
+    void lightIsShownAtItsPlaceWhateverTheDirectionOfTheText()
+    {
+        StripPreview& preview = m_page->stripPreview();
+        preview.setImg(QImage()); // the frame of light stands alone
+        const auto brightest = [&](int channel) {
+            const QImage picture = preview.grab().toImage();
+            QPoint best;
+            for (int i = 0; i < picture.width() * picture.height(); ++i) {
+                const QPoint at(i % picture.width(), i / picture.width());
+                const auto value = [&](QPoint point) { return picture.pixel(point) >> channel & 0xFF; };
+                best = value(at) > value(best) ? at : best;
+            }
+            return QPointF(best) / preview.width();
+        };
+        constexpr int kRed = 16, kGreen = 8, kBlue = 0;
+        for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            m_page->setLayoutDirection(direction);
+            preview.setPlaces({{0, 0.5}, {1, 0.5}, {0.5, 0.5}}, 2);
+            preview.setColors({{255, 0, 0}, {0, 30, 0}});
+            QVERIFY(brightest(kRed).x() < 0.4 && brightest(kGreen).x() > 0.6);
+            preview.setColors({{}, {}, {0, 0, 255}}); // what was lit before is gone
+            QVERIFY(qAbs(brightest(kBlue).x() - 0.5) < 0.1 && brightest(kRed) == brightest(kGreen));
+            preview.setPlaces({{1, 0.5}}, 2);
+            preview.setColors({{}, {0, 255, 0}}); // a dark one shows, too, and none without a place
+            QVERIFY(brightest(kBlue).x() > 0.6 && brightest(kRed).x() > 0.6);
+        }
+        for (const int side : {1, 20, 60}) { // no room for all that light
+            preview.setPlaces(QVector<QPointF>(10000, {1, 1}), 9);
+            preview.setColors(QVector<LV_RGB>(20000, {255, 255, 255}));
+            preview.setFixedSize(side, side);
+            QCOMPARE(preview.grab().size(), QSize(side, side));
         }
     }
 
