@@ -1,6 +1,6 @@
 // What a click costs: the time the page is blocked and the time to the new effect's first frame, with one
-// strip; and what a repaint of the home page with twelve devices costs.
-// Usage: scenario_pages
+// strip; what a repaint of the home page with twelve devices costs; and what it costs to show the strip's
+// light on the control page while it moves, against a minimised window. Usage: scenario_pages
 #include "SoundServer.h"
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
@@ -15,8 +15,10 @@
 #include <QProcess>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 
 namespace {
 
@@ -25,6 +27,10 @@ constexpr qint64 kMaxBeyondPeriodMs = 20;
 constexpr double kMaxRepaintMs = 16;
 constexpr int kPatienceMs = 3000;
 constexpr int kRepaints = 50;
+constexpr double kMaxPreviewPercent = 0.5;
+constexpr int kTurns = 4;
+constexpr int kTurnMs = 5000;
+constexpr int kSettleMs = 500;
 const QString kDevice = QStringLiteral("LV0127:01020304");
 
 struct Period
@@ -117,6 +123,51 @@ bool judgeRepaint(const char* what, double ms)
     return good;
 }
 
+/// Of the main thread, which does all the painting.
+double cpuSeconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+}
+
+double cpuPercent(int ms)
+{
+    QElapsedTimer clock;
+    clock.start();
+    const double before = cpuSeconds();
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+    return 100 * (cpuSeconds() - before) / (static_cast<double>(clock.elapsed()) / 1000);
+}
+
+/// In turns, because the machine has moods.
+bool judgePreview(LumivarApp& app, int leds)
+{
+    app.deviceManager().controller(kDevice)->setNbLeds(static_cast<uint32_t>(leds));
+    app.deviceManager().setControllerEffect(kDevice, QStringLiteral("id.effect.singleColor.singleColor1"),
+                                            true); // the next is bound with the new count
+    app.deviceManager().setControllerEffect(kDevice, QStringLiteral("id.effect.colorful.ColorMap_3"), true);
+    app.updateControlPageView();
+    MainWindow& window = app.mainWindow();
+    double cost = 0;
+    for (int turn = 0; turn < kTurns; ++turn) {
+        window.showNormal();
+        cpuPercent(kSettleMs);
+        const double shown = cpuPercent(kTurnMs);
+        window.showMinimized();
+        cpuPercent(kSettleMs);
+        const double hidden = cpuPercent(kTurnMs);
+        cost += (shown - hidden) / kTurns;
+    }
+    window.showNormal();
+    const bool good = cost <= kMaxPreviewPercent;
+    std::printf("light of %3d LEDs on the control page          %.2f %% of a core (limit %.1f)%s\n", leds,
+                cost, kMaxPreviewPercent, good ? "" : "  TOO MUCH");
+    return good;
+}
+
 bool measure(LumivarApp& app)
 {
     if (!waitFor([&] { return !app.deviceManager().controllerIds().isEmpty(); }))
@@ -132,6 +183,8 @@ bool measure(LumivarApp& app)
         good &= clickAll<QRadioButton>(app, QStringLiteral("workerContainer"));
     }
     good &= judgeRepaint("control page with all groups", repaintMs(page));
+    for (const int leds : {120, 300})
+        good &= judgePreview(app, leds);
 
     app.mainWindow().switchToHomePage();
     QMap<QString, DeviceModel> devices;
