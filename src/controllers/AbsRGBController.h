@@ -15,7 +15,7 @@
 #include <QVariant>
 
 /// One LED device, physical or virtual: its settings, their persistence, and the colour pipeline
-/// (brightness, gamma, enable gate) from an effect's colours to the transport of the subclass.
+/// (ColorPipeline, enable gate) from an effect's colours to the transport of the subclass.
 /// Lives on the main thread. Repeats the last picture when nobody feeds it for 800 ms.
 class AbsRGBController : public QObject
 {
