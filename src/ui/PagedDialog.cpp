@@ -3,11 +3,13 @@
 #include "widgets/SliderBar.h"
 
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShowEvent>
 #include <QStackedWidget>
+#include <algorithm>
 
 PagedDialog::PagedDialog(QWidget* parent)
     : BaseDialog(parent)
@@ -47,8 +49,31 @@ void PagedDialog::showPage(int index, const QString& name)
     m_bar->setAccessibleDescription(name);
 }
 
+void PagedDialog::keepFromWheel(const QVector<QWidget*>& controls)
+{
+    for (QWidget* control : controls)
+        control->installEventFilter(this);
+}
+
+bool PagedDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return BaseDialog::eventFilter(watched, event);
+}
+
 QSize PagedDialog::neededSize() const
 {
+    // On a page that was not seen yet nothing has the font and the margins of the style.
+    const auto parts = m_pages->findChildren<QWidget*>();
+    for (const QWidget* part : parts)
+        part->ensurePolished();
+    std::for_each(parts.rbegin(), parts.rend(), [](const QWidget* part) {
+        if (part->layout())
+            part->layout()->activate();
+    });
     int width = qMax(m_usualSize.width(), minimumSizeHint().width());
     QVector<const QWidget*> pages;
     for (int i = 0; i < m_pages->count(); ++i) {
@@ -58,10 +83,12 @@ QSize PagedDialog::neededSize() const
             width = qMax(width, area->widget()->minimumSizeHint().width() +
                                     area->verticalScrollBar()->sizeHint().width());
     }
+    const QMargins frame = layout()->contentsMargins();
+    const int inside = width - frame.left() - frame.right();
     int height = 0;
     for (const QWidget* page : qAsConst(pages))
-        height =
-            qMax(height, page->hasHeightForWidth() ? page->heightForWidth(width) : page->sizeHint().height());
+        height = qMax(height,
+                      page->hasHeightForWidth() ? page->heightForWidth(inside) : page->sizeHint().height());
     const int around = minimumSizeHint().height() - m_pages->minimumSizeHint().height();
     return {width, qMax(m_usualSize.height(), height + around)};
 }

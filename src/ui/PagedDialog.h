@@ -19,8 +19,11 @@ protected:
     /// Separated by ";"; there may be fewer than pages.
     void setPageNames(const QString& names);
     void showPage(int index, const QString& name);
+    /// Scrolling a page past these must not change them.
+    void keepFromWheel(const QVector<QWidget*>& controls);
 
     virtual void retranslate() = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

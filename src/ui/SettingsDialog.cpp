@@ -71,10 +71,7 @@ SettingsDialog::SettingsDialog(QWidget* parent)
     initAdvancedPage();
     initPages(*ui->sliderBar, *ui->stackedWidget, kUsualSize);
     SettingsDialog::retranslate();
-    for (QWidget* control :
-         {static_cast<QWidget*>(ui->cbxLanguage), static_cast<QWidget*>(ui->phyBtnActionCbx),
-          static_cast<QWidget*>(ui->screenCaptureModeComboBox), static_cast<QWidget*>(ui->gamaSliderBar)})
-        control->installEventFilter(this);
+    keepFromWheel({ui->cbxLanguage, ui->phyBtnActionCbx, ui->screenCaptureModeComboBox, ui->gamaSliderBar});
 }
 
 SettingsDialog::~SettingsDialog()
@@ -287,16 +284,6 @@ void SettingsDialog::onLoopLogStatChanged(bool status)
 void SettingsDialog::onSliderBarCurItemChanged(int index, QString item)
 {
     showPage(index, item);
-}
-
-bool SettingsDialog::eventFilter(QObject* watched, QEvent* event)
-{
-    // Scrolling the page past a choice must not change it.
-    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
-        event->ignore();
-        return true;
-    }
-    return PagedDialog::eventFilter(watched, event);
 }
 
 QMessageBox* SettingsDialog::makeBox(QMessageBox::Icon icon, const QString& title, const QString& text,

@@ -35,7 +35,6 @@ signals:
 
 protected:
     void retranslate() override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void onCrashTestTriggered();
