@@ -8,6 +8,7 @@
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/SettingsDialog.h"
+#include "ui/WallColorDialog.h"
 #include "viewModels/HelpDialogViewModel.h"
 
 #include <QApplication>
@@ -59,7 +60,8 @@ LumivarApp::LumivarApp(QObject* parent)
 
 LumivarApp::~LumivarApp()
 {
-    for (QDialog* dialog : {static_cast<QDialog*>(m_settingsDialog), static_cast<QDialog*>(m_helpDialog)}) {
+    for (QDialog* dialog : {static_cast<QDialog*>(m_settingsDialog), static_cast<QDialog*>(m_helpDialog),
+                            static_cast<QDialog*>(m_wallColorDialog)}) {
         if (dialog)
             dialog->reject();
     }

@@ -23,13 +23,15 @@ class HelpDialogViewModel;
 class HotKeyEditWidget;
 class QDialog;
 class SettingsDialog;
+class WallColorDialog;
 
 /// The one object that knows every other subsystem and joins them. Main thread.
 /// Sources: LumivarApp.cpp (construction), LumivarApp_wiring.cpp (what the window's signals lead to),
 /// LumivarApp_flows.cpp (effects and the control page), LumivarApp_devices.cpp (devices come, go, are
 /// pressed), LumivarApp_tray.cpp (the tray's menu and its panels), LumivarApp_hotkeys.cpp (the hotkey actions
 /// and their editing), LumivarApp_dialogs.cpp (dialogs that the user asks for), LumivarApp_online.cpp (the
-/// online service), LumivarApp_session.cpp (sleep, lock, the end of the session).
+/// online service), LumivarApp_session.cpp (sleep, lock, the end of the session), LumivarApp_wall.cpp (what a
+/// device makes of its colours).
 class LumivarApp : public QObject
 {
     Q_OBJECT
@@ -130,6 +132,8 @@ private:
     bool checkHotkey(const QString& id, const HotkeyCombine& combine);
     bool applyHotkey(const QString& id, const HotkeyCombine& combine);
 
+    void showWallColorDialog(const QString& id);
+
     void watchSession();
     void onAboutToSleep();
     void onResumed();
@@ -176,6 +180,7 @@ private:
     AccessGrant m_accessGrant;
     QPointer<SettingsDialog> m_settingsDialog; ///< the open one; the window's child, as the next
     QPointer<HelpDialog> m_helpDialog;
+    QPointer<WallColorDialog> m_wallColorDialog;
     bool m_allStrapOn = true;                    ///< last asked for by the switch for all devices
     QMap<QString, HotkeyAction> m_hotkeyActions; ///< by id
 };

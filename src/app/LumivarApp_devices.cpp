@@ -43,6 +43,13 @@ void LumivarApp::onNewController(QString ctlName)
         },
         Qt::QueuedConnection);
     connect(
+        controller.data(), &AbsRGBController::powerLimitedChanged, this,
+        [this, ctlName] {
+            if (isOnControlPage(ctlName))
+                showNotice();
+        },
+        Qt::QueuedConnection);
+    connect(
         controller.data(), &AbsRGBController::devActionActived, this,
         [this, ctlName](int action) { onDevPhyBtnClicked(ctlName, action); }, Qt::QueuedConnection);
 }

@@ -16,12 +16,6 @@ namespace {
 
 const QString kAllProperties;
 
-QString pageTitle(const ControlOptions& options)
-{
-    const bool isNamed = options.kindName != options.model;
-    return QStringLiteral("%1 (%2)").arg(isNamed ? options.kindName : options.portName, options.id);
-}
-
 QString controlModeText(bool single)
 {
     return QStringLiteral("Current control mode: singleControlMode ? = %1").arg(single);
@@ -83,7 +77,7 @@ void LumivarApp::updateControlPageView()
     page.setDir(static_cast<int>(options.installDirection));
     page.setEnable(options.enable);
     page.setBrightness(options.brightness);
-    page.setControllerName(pageTitle(options));
+    page.setControllerName(deviceTitle(options));
     page.setProductImage(options.image);
     page.setControlModeVisible(isControlModeOffered(m_deviceManager.controllerIds().size()));
     page.setSingleDevCtrlMode(isSingleControlMode());
@@ -105,6 +99,7 @@ void LumivarApp::fillWorkers(const QString& controllerId)
 }
 
 /// What the user should know of the effect on the page: first that there is none, then what the worker says.
+/// The power limit has a line of its own.
 void LumivarApp::showNotice()
 {
     const QString id = controlPage().controllerId();
@@ -122,7 +117,11 @@ void LumivarApp::showNotice()
                    ? source
                    : QCoreApplication::translate(EffectNotice::kContext, source.toUtf8().constData());
     };
-    controlPage().setNotice(translated(text), translated(action));
+    QString notice = translated(text);
+    const AbsRGBControllerPtr controller = m_deviceManager.controller(id);
+    if (controller && controller->isPowerLimited())
+        notice += (notice.isEmpty() ? QString() : QStringLiteral("\n")) + tr("为保护电源，亮度已被限制。");
+    controlPage().setNotice(notice, translated(action));
 }
 
 void LumivarApp::logControlPage() const

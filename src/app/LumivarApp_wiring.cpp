@@ -82,6 +82,8 @@ void LumivarApp::connectControlPage()
                 m_deviceManager.effects().setEffectProperty(controlPage().controllerId(), key, val);
             });
     connect(page, &ControlPage::sOptWidPropertyChanged, this, &LumivarApp::onSOptWidPropertyChanged);
+    connect(page, &ControlPage::wallColorsOrdered, this,
+            [this] { showWallColorDialog(controlPage().controllerId()); });
     connect(page, &ControlPage::optWidActived, this, &LumivarApp::onOptWidActived);
     connect(page, &ControlPage::noticeActionClicked, this,
             [this] { m_deviceManager.answerNotice(controlPage().controllerId(), true); });

@@ -70,3 +70,9 @@ const char* choiceNotice(EffectsManager& effects, const ControlOptions& device)
         return QT_TRANSLATE_NOOP("EffectNotice", "当前的效果不可用，请另选一种。");
     return "";
 }
+
+QString deviceTitle(const ControlOptions& device)
+{
+    const bool isNamed = device.kindName != device.model;
+    return QStringLiteral("%1 (%2)").arg(isNamed ? device.kindName : device.portName, device.id);
+}

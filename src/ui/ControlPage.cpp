@@ -54,6 +54,7 @@ void ControlPage::connectForm()
             &ControlPage::onInstallDirRadioBtnChanged);
     connect(ui->LEDEnableButton, &QRadioButton::toggled, this, &ControlPage::onLEDSwitchBtnChanged);
     connect(ui->brightnessSlider, &QSlider::valueChanged, this, &ControlPage::onBrightnessChanged);
+    connect(ui->wallColorButton, &QPushButton::clicked, this, &ControlPage::wallColorsOrdered);
     connect(ui->noticeButton, &QPushButton::clicked, this, &ControlPage::noticeActionClicked);
     connect(ui->singleDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);
     connect(ui->multDevControlCheckBox, &QRadioButton::clicked, this, &ControlPage::onDevCtlModeChanged);

@@ -70,6 +70,8 @@ signals:
     void dirChanged(int dir);
     void enableChanged(bool enable);
     void brightnessChanged(float brightness);
+    /// The user wants to set what the device makes of its colours.
+    void wallColorsOrdered();
     void workGoupChanged(QString id);
     void workerChanged(QString id);
     void controlModeChanged(bool isSingleDevCtrl);

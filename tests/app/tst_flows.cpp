@@ -12,6 +12,7 @@
 #include "ui/HomePage.h"
 #include "ui/Languagemanager.h"
 #include "ui/StripPreview.h"
+#include "ui/WallColorDialog.h"
 
 #include <QSerialPort>
 #include <QtTest>
@@ -351,6 +352,41 @@ private slots:
         emit page().workGoupChanged("id.effect.singleColor");
         QCOMPARE(bound(0), kSingleColor);
         QVERIFY(shows(""));
+    }
+
+    void wallColoursAreSetOnWhiteAndStayWithTheirDevice()
+    {
+        start({kSingleColor, kSingleColor});
+        openPage(0);
+        setColour(200, 0, 0);
+        const auto dialog = [this] { return window().findChild<WallColorDialog*>(); };
+        for (const int turn : {1, 2}) {
+            click("wallColorButton");
+            QTRY_VERIFY_WITH_TIMEOUT(shows(0, turn == 1 ? LV_RGB{255, 255, 255} : LV_RGB{255, 102, 255}),
+                                     kWaitMs);
+            dialog()->findChild<QSlider*>("greenSlider")->setValue(40);
+            window().switchToHomePage();
+            QTRY_VERIFY_WITH_TIMEOUT(shows(0, {255, 102, 255}), kWaitMs);
+            turn == 1 ? dialog()->reject() : m_strips[0]->unplug(); // it goes with its device
+            QTRY_VERIFY_WITH_TIMEOUT(!dialog() && (homeButton(0) || turn == 2), kWaitMs);
+            if (turn == 1)
+                QTRY_VERIFY_WITH_TIMEOUT(shows(0, {200, 0, 0}), kWaitMs);
+            else
+                QVERIFY(m_strips[0]->plugIn());
+            QTRY_VERIFY_WITH_TIMEOUT(homeButton(0), kWaitMs);
+            openPage(0);
+        }
+        QCOMPARE(manager().controller(id(0))->correction().whiteGreen, 0.4);
+        QVERIFY(manager().controller(id(1))->correction() == ColorCorrection());
+        const auto* notice = page().findChild<QLabel*>("noticeLabel");
+        for (const int milliAmps : {40, 0}) {
+            ColorCorrection correction;
+            correction.powerLimitMa = milliAmps;
+            manager().controller(id(0))->setCorrection(correction);
+            QTRY_COMPARE_WITH_TIMEOUT(notice->isVisible(), milliAmps > 0, kWaitMs);
+        }
+        click("wallColorButton"); // the program may be quit with it
+        QVERIFY(dialog());
     }
 
     void aPageIsFilledWithoutWritingBack()

@@ -11,6 +11,7 @@
 #include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
 #include "ui/TrayMenu.h"
+#include "ui/WallColorDialog.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -189,6 +190,7 @@ private slots:
         QVERIFY(makers.size() >= 9);
         makers["TrayMenu"] = [] { return new TrayMenu; };
         makers["SettingsDialog"] = [] { return new SettingsDialog; };
+        makers["WallColorDialog"] = [] { return new WallColorDialog; };
         makers["QuitAskDialog"] = [] { return new QuitAskDialog; };
         makers["ControllerConfigDialog"] = [] { return new ControllerConfigDialog; };
         makers["HotKeyEditDialog"] = [] { return new HotKeyEditDialog("提升亮度", {}); };

@@ -7,6 +7,7 @@
 #include "ui/HotKeyEditDialog.h"
 #include "ui/QuitAskDialog.h"
 #include "ui/SettingsDialog.h"
+#include "ui/WallColorDialog.h"
 #include "viewModels/HelpDialogViewModel.h"
 
 #include <QtTest>
@@ -95,6 +96,7 @@ private slots:
             {[] { return new QuitAskDialog; }, QDialog::Accepted},
             {[] { return new ControllerConfigDialog; }, QDialog::Accepted},
             {[] { return new SettingsDialog; }, kStays}, // each change counts at once
+            {[] { return new WallColorDialog; }, kStays},
             {[&model] { return new HelpDialog(model); }, kStays},
             {[] { return new HotKeyEditDialog("Name", {}); }, kStays}, // it may be the key that is wanted
             {[] { return new FeedbackProgress; }, QDialog::Rejected}};

@@ -22,6 +22,7 @@
 #include "ui/SettingsDialog.h"
 #include "ui/StripPreview.h"
 #include "ui/TrayMenu.h"
+#include "ui/WallColorDialog.h"
 #include "viewModels/HelpDialogViewModel.h"
 #include "widgets/SliderBar.h"
 
@@ -257,6 +258,33 @@ void Gallery::showDialogs()
     count.setDeviceName(galleryDevices(4).last().name);
     count.setNbLed(120);
     show(count, QStringLiteral("dialog-led-count"));
+    showWallColors();
+}
+
+/// A new device, and one of a coloured wall with everything set.
+void Gallery::showWallColors()
+{
+    WallColorDialog dialog(&m_window);
+    auto* pages = dialog.findChild<SliderBar*>();
+    const auto showPages = [&](const char* state) {
+        for (int page = 1; page <= 2; ++page) {
+            show(dialog, QStringLiteral("dialog-wall-%1-%2").arg(state).arg(page));
+            page == 1 ? pages->moveNext() : pages->movePrevious();
+            pages->setSpace(pages->space()); // the highlight is there without a slide
+        }
+    };
+    dialog.setDevice(QStringLiteral("LV0127 (LV0127:0000002A)"), 60);
+    dialog.setCorrection({});
+    showPages("new");
+    dialog.setDevice(galleryDevices(4).last().name + QStringLiteral(" (LV0N03:00000001)"), 300);
+    dialog.setCorrection({ColorCorrection::Pipeline::Linear, 0.8, 0.65, 1.0, 4, 2500, 55});
+    showPages("set");
+    auto* walls = dialog.findChild<QComboBox*>();
+    walls->showPopup();
+    show(*walls->view()->window(), QStringLiteral("dialog-wall-list"));
+    walls->hidePopup();
+    dialog.setLit(false);
+    show(dialog, QStringLiteral("dialog-wall-off"));
 }
 
 void Gallery::showHotkeys()

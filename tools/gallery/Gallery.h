@@ -29,6 +29,7 @@ private:
     void showOptionWidgets();
     void showGradientEditors();
     void showDialogs();
+    void showWallColors();
     void showHotkeys();
     void showSettings();
     void showHelp();

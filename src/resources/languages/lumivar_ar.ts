@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>معاينة الضوء</translation>
     </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>لون الجدار والتعتيم وأدنى سطوع وحدّ التيار</translation>
+    </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>لون الجدار...</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>تعذّر فتح برنامج التثبيت:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>السطوع محدود لحماية مصدر الطاقة.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>锁屏时关闭灯光</source>
         <translation>إطفاء الأضواء عند قفل الشاشة</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>الإضاءة مطفأة. شغّلها لترى النتيجة على الجدار.</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>جدار أخضر فاتح</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>أبيض الشريط</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>جدار أزرق فاتح</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>أزرق</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>مخصّص</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>لون الجدار</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>إظهار الأبيض على الشريط</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>جدار خشبي</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>لون الجدار;الضوء والطاقة</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>لا يصبح أي مصباح أعتم من ذلك، ويبقى اللون كما هو. 0 يعني الإيقاف.</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>الجدار</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>أخضر</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>مع إظهار الأبيض على الشريط، اضبط حتى يبدو الجدار أبيض أيضًا.</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>تحتاج %1 من المصابيح إلى نحو %2 عند الأبيض الكامل. لا تتجاوز ما يتحمّله مصدر الطاقة.</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>طبيعي</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>جدار كريمي</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>مصدر الطاقة</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>أدنى سطوع</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>التعتيم</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>جدار أبيض أو رمادي</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>تحديد التيار الكلي</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>تيار المصباح الواحد عند الأبيض الكامل</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>طبيعي: يحافظ على درجات أكثر في الألوان الداكنة كما تراها العين. تقليدي: كما في الإصدارات السابقة.</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>تقليدي</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>استعادة الافتراضي</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>أحمر</translation>
     </message>
 </context>
 </TS>

@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Lichtvorschau</translation>
     </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Wandfarbe, Dimmen, Mindesthelligkeit und Strombegrenzung</translation>
+    </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Wandfarbe...</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>Das Installationspaket konnte nicht geöffnet werden:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>Zum Schutz des Netzteils ist die Helligkeit begrenzt.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Möchten Sie die Datei ersetzen?</translation>
     <message>
         <source>锁屏时关闭灯光</source>
         <translation>Licht aus, solange der Bildschirm gesperrt ist</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>电源</source>
+        <translation>Netzteil</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>Das Licht ist aus. Schalten Sie es ein, um die Wirkung an der Wand zu sehen.</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 LEDs brauchen bei vollem Weiß etwa %2. Stellen Sie nicht mehr ein, als das Netzteil liefert.</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>Natürlich</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Dimmen</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Klassisch</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>Keine LED wird dunkler als dies, Farbtöne bleiben. 0 ist aus.</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>Weiße oder graue Wand</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Holzwand</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Natürlich bewahrt mehr Abstufungen im Dunkeln, so wie das Auge sieht. Klassisch ist wie in früheren Versionen.</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Hellgrüne Wand</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Hellblaue Wand</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Strom einer LED bei vollem Weiß</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Wandfarbe;Licht und Strom</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Gesamtstrom begrenzen</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Mindesthelligkeit</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>Zeigt der Streifen Weiß, so einstellen, dass auch die Wand weiß wirkt.</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Cremefarbene Wand</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Eigene Einstellung</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Wandfarbe</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>Weiß des Streifens</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Wand</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Weiß auf dem Streifen zeigen</translation>
     </message>
 </context>
 </TS>

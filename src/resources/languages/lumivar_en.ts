@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Light preview</translation>
     </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Wall color, dimming, minimum light and current limit</translation>
+    </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Wall color...</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>The installer could not be opened:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>The brightness is limited to protect the power supply.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</translation>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>The lights go out while the screen is locked or switched off, and come back with it.</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>电源</source>
+        <translation>Power supply</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>The light is off. Turn it on to see the result on the wall.</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Wooden wall</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Restore defaults</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Green</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Natural keeps more shades in dark colors, as the eye sees them. Classic is as in earlier versions.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>With white on the strip, adjust until the wall looks white, too.</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Custom</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Minimum light</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Cream wall</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Blue</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Wall</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Current of one LED at full white</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Dimming</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>No LED gets darker than this, and hues stay. 0 is off.</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>White or gray wall</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Limit the total current</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 LEDs take about %2 at full white. Set no more than the power supply is rated for.</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Red</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>Natural</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Show white on the strip</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>White of the strip</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Wall color</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Light green wall</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Classic</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Light blue wall</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Wall color;Light and power</translation>
     </message>
 </context>
 </TS>

@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Vista previa de la luz</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Color de pared...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Color de pared, atenuación, brillo mínimo y límite de corriente</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>No se ha podido abrir el instalador:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>El brillo está limitado para proteger la fuente de alimentación.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>Las luces se apagan mientras la pantalla está bloqueada o apagada y vuelven con ella.</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Pared celeste</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Verde</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>Con la tira en blanco, ajuste hasta que la pared también parezca blanca.</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Azul</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>La luz está apagada. Enciéndala para ver el resultado en la pared.</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Clásica</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Pared crema</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>Pared blanca o gris</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>Ningún LED se oscurece más y los tonos se conservan. 0: sin mínimo.</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>Blanco de la tira</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Atenuación</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Rojo</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Brillo mínimo</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 LED consumen unos %2 en blanco pleno. No ajuste más de lo que admite la fuente.</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Natural conserva más matices en lo oscuro, tal como ve el ojo. Clásica es como en versiones anteriores.</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>Natural</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Color de pared;Luz y corriente</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Pared</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>Alimentación</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Mostrar blanco en la tira</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Pared de madera</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Corriente de un LED en blanco pleno</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Color de pared</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Personalizado</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Pared verde claro</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Restablecer</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Limitar la corriente total</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Cerrar</translation>
     </message>
 </context>
 </TS>

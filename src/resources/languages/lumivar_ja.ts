@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>ライトのプレビュー</translation>
     </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>壁の色、調光、最低の明るさ、電流の制限</translation>
+    </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>壁の色...</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>インストーラーを開けませんでした：</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>電源を保護するため、明るさを制限しています。</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>画面がロックまたはオフの間ライトが消え、戻ると再び点灯します。</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>水色の壁</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>白または灰色の壁</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>合計電流を制限する</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>壁の色;明るさと電源</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>LED %1個は白の全点灯で約%2です。電源の定格を超えないように設定してください。</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>壁の色</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>消灯しています。点灯すると壁で確認できます。</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>白で全点灯時のLED 1個の電流</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>クリーム色の壁</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>薄緑の壁</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>初期値に戻す</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>最低の明るさ</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>テープの白</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>LEDテープを白く光らせる</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>自然</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>壁</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>青</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>電源</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>LEDテープを白く光らせ、壁も白く見えるように調整します。</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>どのLEDもこれより暗くならず、色合いは変わりません。0でオフ。</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>従来</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>木の壁</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>カスタム</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>自然：暗い色の階調をより多く保ち、目の感じ方に近づけます。従来：以前のバージョンと同じです。</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>調光</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>赤</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>緑</translation>
     </message>
 </context>
 </TS>

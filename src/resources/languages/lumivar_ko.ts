@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>조명 미리 보기</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>벽 색상...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>벽 색상, 디밍, 최소 밝기, 전류 제한</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>설치 파일을 열 수 없습니다:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>전원 보호를 위해 밝기가 제한되었습니다.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>화면이 잠기거나 꺼져 있는 동안 조명이 꺼지고, 화면이 돌아오면 다시 켜집니다.</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>LED %1개는 완전한 흰색에서 약 %2가 필요합니다. 전원의 정격을 넘지 않게 설정하세요.</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>기본값 복원</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>전체 전류 제한</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>스트립을 흰색으로 켜고 벽도 희게 보일 때까지 조절하세요.</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>자연스럽게: 어두운 색의 단계를 더 많이 살려 눈이 느끼는 것에 가깝습니다. 기존 방식: 이전 버전과 같습니다.</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>초록</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>나무 벽</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>조명이 꺼져 있습니다. 켜면 벽에서 결과를 볼 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>벽 색상;밝기와 전원</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>파랑</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>하늘색 벽</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>스트립의 흰색</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>크림색 벽</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>어떤 LED도 이보다 어두워지지 않으며 색조는 유지됩니다. 0은 끔.</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>전원</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>벽 색상</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>닫기</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>기존 방식</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>연두색 벽</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>최소 밝기</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>자연스럽게</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>빨강</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>스트립에 흰색 표시</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>사용자 설정</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>디밍</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>벽</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>완전한 흰색일 때 LED 하나의 전류</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>흰색 또는 회색 벽</translation>
     </message>
 </context>
 </TS>

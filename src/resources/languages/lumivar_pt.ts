@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Pré-visualização da luz</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Cor da parede...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Cor da parede, atenuação, brilho mínimo e limite de corrente</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>Não foi possível abrir o instalador:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>O brilho está limitado para proteger a fonte de alimentação.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Deseja substituí-lo?</translation>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>As luzes se apagam enquanto a tela está bloqueada ou desligada e voltam com ela.</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 LEDs consomem cerca de %2 em branco total. Não defina mais do que a fonte suporta.</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Parede de madeira</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Brilho mínimo</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>Branco da fita</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>A luz está apagada. Ligue-a para ver o resultado na parede.</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>Natural</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>Nenhum LED fica mais escuro, e os tons se mantêm. 0: sem mínimo.</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>Alimentação</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>Com a fita em branco, ajuste até a parede também parecer branca.</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Clássica</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Limitar a corrente total</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Parede creme</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Parede verde-clara</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Personalizado</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Vermelho</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Cor da parede</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Parede azul-clara</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Natural conserva mais tons no escuro, como o olho os vê. Clássica é como em versões anteriores.</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Mostrar branco na fita</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Verde</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Azul</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Restaurar padrão</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Cor da parede;Luz e energia</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>Parede branca ou cinza</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Corrente de um LED em branco total</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Parede</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Atenuação</translation>
     </message>
 </context>
 </TS>

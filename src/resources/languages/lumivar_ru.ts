@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Предпросмотр подсветки</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Цвет стены...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Цвет стены, затемнение, минимальная яркость и ограничение тока</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>Не удалось открыть установщик:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>Яркость ограничена для защиты блока питания.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>Свет гаснет, пока экран заблокирован или выключен, и возвращается вместе с ним.</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>自然</source>
+        <translation>Естественное</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Цвет стены</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 светодиодов при полном белом потребляют около %2. Не задавайте больше, чем допускает блок питания.</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Цвет стены;Свет и питание</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Минимальная яркость</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Кремовая стена</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Естественное сохраняет больше оттенков в темноте, как их видит глаз. Прежнее — как в прежних версиях.</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Синий</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Деревянная стена</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Прежнее</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>Белый ленты</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Светло-зелёная стена</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Зелёный</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Показывать на ленте белый</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>Белая или серая стена</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Голубая стена</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Ограничить общий ток</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Сбросить</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>Ни один светодиод не станет темнее, оттенки сохраняются. 0 — выключено.</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Стена</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>Питание</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Красный</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>Свет выключен. Включите его, чтобы увидеть результат на стене.</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Ток одного светодиода при полном белом</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Свой вариант</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Затемнение</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>При белом на ленте добейтесь, чтобы и стена выглядела белой.</translation>
     </message>
 </context>
 </TS>

@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>Xem trước ánh sáng</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>Màu tường...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>Màu tường, cách giảm sáng, độ sáng tối thiểu và giới hạn dòng điện</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>Không mở được bộ cài đặt:</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>Độ sáng đang được giới hạn để bảo vệ nguồn điện.</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Bạn có muốn thay thế không?</translation>
     <message>
         <source>锁屏时关闭灯光</source>
         <translation>Tắt đèn khi màn hình bị khóa</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>Màu tường;Độ sáng và nguồn</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>Dòng điện của một LED khi trắng tối đa</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>Tường trắng hoặc xám</translation>
+    </message>
+    <message>
+        <source>自然</source>
+        <translation>Tự nhiên</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>Độ sáng tối thiểu</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>Màu trắng của dải</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>Cổ điển</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>Hiện màu trắng trên dải đèn</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>Xanh lục</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>Không LED nào tối hơn mức này, sắc màu giữ nguyên. 0 là tắt.</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Tùy chỉnh</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>Màu tường</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>Tường</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>Xanh lam</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>Nguồn điện</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>Giới hạn tổng dòng điện</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 LED cần khoảng %2 khi trắng tối đa. Đừng đặt quá mức định mức của nguồn.</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>Tường xanh lục nhạt</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>Tường xanh lam nhạt</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>Khi dải đèn hiện màu trắng, chỉnh đến khi tường cũng trông trắng.</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>Tường màu kem</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>Tường gỗ</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Đóng</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>Khôi phục mặc định</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>Cách giảm sáng</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>Đỏ</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>Đèn đang tắt. Hãy bật lên để thấy kết quả trên tường.</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>Tự nhiên giữ nhiều sắc độ hơn ở vùng tối, gần với cảm nhận của mắt. Cổ điển như các phiên bản trước.</translation>
     </message>
 </context>
 </TS>

@@ -81,6 +81,14 @@
         <source>灯光预览</source>
         <translation>灯光预览</translation>
     </message>
+    <message>
+        <source>墙面颜色...</source>
+        <translation>墙面颜色...</translation>
+    </message>
+    <message>
+        <source>墙面颜色、调光方式、最低亮度和电流限制</source>
+        <translation>墙面颜色、调光方式、最低亮度和电流限制</translation>
+    </message>
 </context>
 <context>
     <name>ControllerConfigDialog</name>
@@ -854,6 +862,10 @@
     <message>
         <source>无法打开安装包：</source>
         <translation>无法打开安装包：</translation>
+    </message>
+    <message>
+        <source>为保护电源，亮度已被限制。</source>
+        <translation>为保护电源，亮度已被限制。</translation>
     </message>
 </context>
 <context>
@@ -1673,6 +1685,121 @@ Do you want to replace it?</source>
     <message>
         <source>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</source>
         <translation>屏幕锁定或关闭期间灯光熄灭，恢复后照常亮起。</translation>
+    </message>
+</context>
+<context>
+    <name>WallColorDialog</name>
+    <message>
+        <source>自然</source>
+        <translation>自然</translation>
+    </message>
+    <message>
+        <source>调光方式</source>
+        <translation>调光方式</translation>
+    </message>
+    <message>
+        <source>白墙或灰墙</source>
+        <translation>白墙或灰墙</translation>
+    </message>
+    <message>
+        <source>绿</source>
+        <translation>绿</translation>
+    </message>
+    <message>
+        <source>最低亮度</source>
+        <translation>最低亮度</translation>
+    </message>
+    <message>
+        <source>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</source>
+        <translation>%1 颗灯珠全白时约需 %2。限制请勿超过电源的额定电流。</translation>
+    </message>
+    <message>
+        <source>让灯带显示白色，再调到墙面看起来也是白色。</source>
+        <translation>让灯带显示白色，再调到墙面看起来也是白色。</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>在灯带上显示白色</source>
+        <translation>在灯带上显示白色</translation>
+    </message>
+    <message>
+        <source>浅蓝墙</source>
+        <translation>浅蓝墙</translation>
+    </message>
+    <message>
+        <source>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</source>
+        <translation>最暗的灯珠也不会低于这个亮度，色调不变。0 为不限制。</translation>
+    </message>
+    <message>
+        <source>经典</source>
+        <translation>经典</translation>
+    </message>
+    <message>
+        <source>墙面</source>
+        <translation>墙面</translation>
+    </message>
+    <message>
+        <source>恢复默认</source>
+        <translation>恢复默认</translation>
+    </message>
+    <message>
+        <source>灯已关闭，打开后才能在墙上看到效果。</source>
+        <translation>灯已关闭，打开后才能在墙上看到效果。</translation>
+    </message>
+    <message>
+        <source>每颗灯珠全白时的电流</source>
+        <translation>每颗灯珠全白时的电流</translation>
+    </message>
+    <message>
+        <source>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</source>
+        <translation>自然：暗处层次更多，更接近人眼。经典：与以前的版本相同。</translation>
+    </message>
+    <message>
+        <source>墙面颜色;亮度与电源</source>
+        <translation>墙面颜色;亮度与电源</translation>
+    </message>
+    <message>
+        <source>红</source>
+        <translation>红</translation>
+    </message>
+    <message>
+        <source>墙面颜色</source>
+        <translation>墙面颜色</translation>
+    </message>
+    <message>
+        <source>木墙</source>
+        <translation>木墙</translation>
+    </message>
+    <message>
+        <source>限制总电流</source>
+        <translation>限制总电流</translation>
+    </message>
+    <message>
+        <source>米色墙</source>
+        <translation>米色墙</translation>
+    </message>
+    <message>
+        <source>蓝</source>
+        <translation>蓝</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>电源</source>
+        <translation>电源</translation>
+    </message>
+    <message>
+        <source>灯带的白色</source>
+        <translation>灯带的白色</translation>
+    </message>
+    <message>
+        <source>浅绿墙</source>
+        <translation>浅绿墙</translation>
     </message>
 </context>
 </TS>
