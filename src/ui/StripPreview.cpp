@@ -12,17 +12,18 @@
 
 namespace {
 
-constexpr double kBandPx = 30;           ///< from the frame of light to the picture inside it
-constexpr double kPixelsOfLight = 1.6e5; ///< all glows together: what they cost
-constexpr double kMinGlowPx = 7;         ///< radius
+constexpr double kBandPx = 30;         ///< from the frame of light to the picture inside it
+constexpr double kPixelsOfLight = 8e4; ///< all glows together: what they cost
+constexpr double kMinGlowPx = 7;       ///< radius
 constexpr double kMaxGlowPx = 19;
 constexpr double kMinRingPx = 1.4;
 constexpr double kMaxRingPx = 5;
 constexpr double kCornerPx = 8;
+constexpr double kPictureOpacity = 0.6;
 constexpr int kPixelBytes = 4;
 const QColor kRoom(0x14, 0x15, 0x1a); ///< dark, so that light is seen
-const QColor kRing(0x32, 0x34, 0x3c);
-const QColor kSocket(0x1e, 0x20, 0x27);
+const QColor kRing(0x2c, 0x2e, 0x36);
+const QColor kSocket(0x1a, 0x1c, 0x22);
 
 /// Light looks brighter to the eye than its level says, above all where there is little of it.
 QRgb seen(LV_RGB led)
@@ -144,8 +145,14 @@ bool StripPreview::eventFilter(QObject* watched, QEvent* event)
 
 void StripPreview::forget()
 {
-    m_base = QImage();
     m_canvas = QImage();
+    m_unlit.clear();
+}
+
+/// Whole pixels of the screen that the widget touches.
+QSize StripPreview::pixelSize() const
+{
+    return {qCeil(width() * devicePixelRatioF()), qCeil(height() * devicePixelRatioF())};
 }
 
 /// The LEDs' (0, 0) to (1, 1).
@@ -169,8 +176,8 @@ QRect StripPreview::targetRect() const
 void StripPreview::build()
 {
     const double ratio = devicePixelRatioF();
-    m_base = QImage(size() * ratio, QImage::Format_RGB32);
-    m_base.setDevicePixelRatio(ratio);
+    m_canvas = QImage(pixelSize(), QImage::Format_RGB32);
+    m_canvas.setDevicePixelRatio(ratio);
     const QRectF frame = this->frame();
     QVector<QPointF> centres;
     for (const QPointF& place : qAsConst(m_places))
@@ -182,7 +189,7 @@ void StripPreview::build()
     m_corners.clear();
     m_lit = QRegion();
     const QPoint half(m_glow.side / 2, m_glow.side / 2);
-    const QSize room = m_base.size() - QSize(m_glow.side, m_glow.side);
+    const QSize room = m_canvas.size() - QSize(m_glow.side, m_glow.side);
     if (room.isValid()) { // else there is no room for any light
         for (const QPointF& centre : qAsConst(centres)) {
             const QPoint corner = centre.toPoint() - half;
@@ -190,18 +197,25 @@ void StripPreview::build()
         }
     }
     // In tiles, so that a line of light is one rectangle.
-    constexpr int kTile = 8;
+    constexpr int kTile = 4;
     for (const QPoint& corner : qAsConst(m_corners)) {
         const QPoint end = corner + QPoint(m_glow.side - 1, m_glow.side - 1);
         const QPoint from(corner.x() / kTile * kTile, corner.y() / kTile * kTile);
         m_lit += QRect(from, QPoint(end.x() | (kTile - 1), end.y() | (kTile - 1)));
     }
-    m_lit &= m_base.rect();
+    m_lit &= m_canvas.rect();
     m_litHere = QRegion();
     for (const QRect& rect : m_lit)
         m_litHere += QRectF(QPointF(rect.topLeft()) / ratio, QSizeF(rect.size()) / ratio).toAlignedRect();
-    drawBase();
-    m_canvas = m_base;
+    drawUnlit();
+    m_canvas.setDevicePixelRatio(1); // drawn pixel by pixel
+    m_unlit.clear();
+    for (const QRect& rect : m_lit) {
+        for (int y = rect.top(); y <= rect.bottom(); ++y)
+            m_unlit.append(reinterpret_cast<const char*>(m_canvas.constScanLine(y)) +
+                               rect.left() * kPixelBytes,
+                           rect.width() * kPixelBytes);
+    }
     light();
 }
 
@@ -209,8 +223,9 @@ void StripPreview::build()
 void StripPreview::buildGlow(double spacing, double ratio)
 {
     const double budget = std::sqrt(kPixelsOfLight / std::max(m_places.size(), 1)) / 2;
-    const double radius =
-        ratio * qBound(kMinGlowPx, std::min(budget, std::max(0.75 * spacing, budget / 2)), kMaxGlowPx);
+    // Along a strip it becomes one band of light; the cells of a matrix stay apart.
+    const double wanted = m_isFilled ? std::min(0.75 * spacing, budget) : budget;
+    const double radius = ratio * qBound(kMinGlowPx, wanted, kMaxGlowPx);
     m_ringRadius = qBound(kMinRingPx, 0.3 * spacing, kMaxRingPx);
     const double core = 1.2 * m_ringRadius * ratio;
     const double halo = 0.7 * std::min(1.0, spacing * ratio / radius);
@@ -228,10 +243,11 @@ void StripPreview::buildGlow(double spacing, double ratio)
     }
 }
 
-void StripPreview::drawBase()
+/// The canvas without light.
+void StripPreview::drawUnlit()
 {
-    m_base.fill(palette().color(QPalette::Window));
-    QPainter painter(&m_base);
+    m_canvas.fill(palette().color(QPalette::Window));
+    QPainter painter(&m_canvas);
     QStyleOption option;
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
@@ -242,25 +258,29 @@ void StripPreview::drawBase()
         painter.drawRoundedRect(frame().adjusted(-kMaxGlowPx, -kMaxGlowPx, kMaxGlowPx, kMaxGlowPx), kCornerPx,
                                 kCornerPx);
     }
-    if (!m_isFilled)
+    if (!m_isFilled) {
+        painter.setOpacity(m_places.isEmpty() ? 1 : kPictureOpacity); // the light of the strip counts
         drawPicture(painter);
-    painter.scale(1 / m_base.devicePixelRatio(), 1 / m_base.devicePixelRatio());
-    painter.setPen(QPen(kRing, m_base.devicePixelRatio()));
+        painter.setOpacity(1);
+    }
+    painter.scale(1 / m_canvas.devicePixelRatio(), 1 / m_canvas.devicePixelRatio());
+    painter.setPen(QPen(kRing, m_canvas.devicePixelRatio()));
     painter.setBrush(kSocket);
-    const double radius = m_ringRadius * m_base.devicePixelRatio();
+    const double radius = m_ringRadius * m_canvas.devicePixelRatio();
     for (const QPoint& corner : qAsConst(m_corners))
         painter.drawEllipse(QPointF(corner) + QPointF(m_glow.side / 2 + 0.5, m_glow.side / 2 + 0.5), radius,
                             radius);
 }
 
-/// Puts the light of all LEDs on a fresh base.
+/// Puts the light of all LEDs where none is.
 void StripPreview::light()
 {
+    const char* unlit = m_unlit.constData();
     for (const QRect& rect : m_lit) {
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            std::memcpy(m_canvas.scanLine(y) + rect.left() * kPixelBytes,
-                        m_base.constScanLine(y) + rect.left() * kPixelBytes,
-                        static_cast<std::size_t>(rect.width() * kPixelBytes));
+        const int bytes = rect.width() * kPixelBytes;
+        for (int y = rect.top(); y <= rect.bottom(); ++y, unlit += bytes)
+            std::memcpy(m_canvas.scanLine(y) + rect.left() * kPixelBytes, unlit,
+                        static_cast<std::size_t>(bytes));
     }
     const int stride = m_canvas.bytesPerLine();
     uchar* const pixels = m_canvas.bits();
@@ -281,11 +301,14 @@ void StripPreview::light()
 
 void StripPreview::paintEvent(QPaintEvent* event)
 {
-    if (m_canvas.isNull() || m_canvas.size() != size() * devicePixelRatioF())
+    if (m_canvas.size() != pixelSize())
         build();
     QPainter painter(this);
+    const double ratio = devicePixelRatioF();
+    painter.scale(1 / ratio, 1 / ratio); // pixel by pixel, which at other scales than one is much faster
     for (const QRect& rect : event->region()) {
-        painter.setClipRect(rect); // a single rectangle is copied much faster than several at once
+        const QRectF pixels(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio);
+        painter.setClipRect(pixels.toAlignedRect()); // one at a time, which is faster as well
         painter.drawImage(QPointF(), m_canvas);
     }
     emit appeared();

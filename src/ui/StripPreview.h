@@ -3,13 +3,14 @@
 #include "controllers/LV_RGB.h"
 #include "ui/ImageWidget.h"
 
+#include <QByteArray>
 #include <QPointF>
 #include <QRegion>
 #include <QVector>
 
 /// The picture of a product with the light of its LEDs along the edge; LEDs that stand in the middle take the
 /// place of the picture. An unlit LED shows as a faint ring. Paints only where light is, without the painter:
-/// it is meant for twenty pictures a second beside games. Never mirrored: left is left in the room. Main
+/// it is meant to run beside games. Never mirrored: left is left in the room. Main
 /// thread.
 class StripPreview : public ImageWidget
 {
@@ -48,11 +49,12 @@ private:
         QVector<uchar> mask;
     };
 
+    QSize pixelSize() const;
     QRectF frame() const;
     void forget();
     void build();
     void buildGlow(double spacing, double ratio);
-    void drawBase();
+    void drawUnlit();
     void light();
 
     QVector<QPointF> m_places;
@@ -61,8 +63,8 @@ private:
     QVector<LV_RGB> m_colors;
 
     // For the present size, places and picture; empty while it is not seen. In pixels of the screen.
-    QImage m_base;   ///< all but the light
-    QImage m_canvas; ///< the base with the light
+    QImage m_canvas;    ///< all that is shown
+    QByteArray m_unlit; ///< what the canvas has without light, for each rectangle of m_lit row by row
     Glow m_glow;
     double m_ringRadius = 0;
     QVector<QPoint> m_corners; ///< top left of each LED's glow
