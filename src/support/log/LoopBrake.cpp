@@ -7,6 +7,8 @@ namespace {
 
 constexpr int kLinesOfNews = 3;
 constexpr qint64 kQuietMs = 5 * 60 * 1000;
+constexpr int kLinesOfHour = 20;
+constexpr qint64 kHourMs = 60 * 60 * 1000;
 
 } // namespace
 
@@ -18,14 +20,20 @@ qint64 LoopBrake::steadyMs()
 
 bool LoopBrake::isDue(double figure, const QString& text, qint64 nowMs)
 {
-    if (m_lines == 0 || text != m_text || std::abs(figure - m_figure) > m_figure / 4) {
+    const bool isNews = m_lines == 0 || text != m_text || std::abs(figure - m_figure) > m_figure / 4;
+    if (isNews) {
         m_figure = figure;
         m_text = text;
         m_lines = 0;
-    } else if (m_lines >= kLinesOfNews && nowMs - m_lastMs < kQuietMs) {
-        return false;
     }
+    if (nowMs - m_hourMs >= kHourMs) {
+        m_hourMs = nowMs;
+        m_linesOfHour = 0;
+    }
+    if ((m_lines >= kLinesOfNews || m_linesOfHour >= kLinesOfHour) && nowMs - m_lastMs < kQuietMs)
+        return false;
     ++m_lines;
+    ++m_linesOfHour;
     m_lastMs = nowMs;
     return true;
 }

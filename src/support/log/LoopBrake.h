@@ -3,7 +3,7 @@
 #include <QString>
 
 /// Keeps a figure that is measured for ever from filling the loop log: three lines of news, then one every
-/// five minutes as long as nothing changes. One object for each such line.
+/// five minutes as long as nothing changes, or when it changes all the time. One object for each such line.
 class LoopBrake
 {
 public:
@@ -18,4 +18,6 @@ private:
     QString m_text;
     int m_lines = 0; ///< of the same news
     qint64 m_lastMs = 0;
+    qint64 m_hourMs = 0; ///< when the present one began
+    int m_linesOfHour = 0;
 };
