@@ -87,6 +87,8 @@ signals:
     void subModeChanged(QString subMode);
     void installDirectionChanged(uint32_t dir);
     void darkChanged(bool dark);
+    /// A frame came too early for the line, which is ready for another one in `ms`.
+    void lineBusy(int ms);
     void correctionChanged();
     void powerLimitedChanged(bool limited);
     void devActionActived(int action);

@@ -27,6 +27,14 @@ public:
         m_line.sent(nowUs, m_waiting.size());
         return std::exchange(m_waiting, QByteArray());
     }
+    /// How long the line has work with what was sent and with the frame that waits, where that one came too
+    /// early; 0: it came in time, give or take the line's margin.
+    qint64 earlyUs(qint64 nowUs) const
+    {
+        const qint64 costUs = m_line.costUs(m_waiting.size());
+        const qint64 backlogUs = m_line.backlogUs(nowUs);
+        return backlogUs > costUs / 20 ? backlogUs + costUs : 0;
+    }
     /// How long the line is still busy with what was sent.
     qint64 backlogUs(qint64 nowUs) const { return m_line.backlogUs(nowUs); }
 

@@ -20,6 +20,7 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
 {
     describe(options);
     connect(this, &LVController::writeToPort, m_serial, &LVSerialPort::write, Qt::QueuedConnection);
+    connect(m_serial, &LVSerialPort::lineBusy, this, &AbsRGBController::lineBusy, Qt::QueuedConnection);
     // Two hops: an error of the first moment must not overtake the queued hand-over of this controller to its
     // owner, who would never hear of it.
     connect(

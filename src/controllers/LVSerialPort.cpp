@@ -74,6 +74,8 @@ void LVSerialPort::write(QByteArray bytes)
         return;
     if (m_pacer.offer(bytes))
         ++m_dropped;
+    if (const qint64 us = m_pacer.earlyUs(nowUs()))
+        emit lineBusy(static_cast<int>((us + 999) / 1000));
     advance();
 }
 

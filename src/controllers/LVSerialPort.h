@@ -54,6 +54,8 @@ public:
     static std::optional<quint32> statusOf(QSerialPort::SerialPortError error);
 
 signals:
+    /// A frame came too early for the line, which is ready for another one in `ms`.
+    void lineBusy(int ms);
     /// The button of the device was pressed.
     void deviceCommand1();
     void errorOccurred(QSerialPort::SerialPortError error, QString description);

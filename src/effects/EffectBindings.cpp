@@ -26,6 +26,7 @@ void connectWorker(IEffectWorker* worker, AbsRGBController* controller)
     queued(controller, &AbsRGBController::kindNameChanged, worker, &IEffectWorker::onCtlKindNameChanged);
     queued(controller, &AbsRGBController::enableChanged, worker, &IEffectWorker::onCtlEnableChanged);
     queued(controller, &AbsRGBController::darkChanged, worker, &IEffectWorker::onCtlDarkChanged);
+    queued(controller, &AbsRGBController::lineBusy, worker, &IEffectWorker::onCtlLineBusy);
 }
 
 void load(IEffectWorker& worker, const ControlOptions& options, bool isDark)

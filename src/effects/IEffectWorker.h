@@ -35,6 +35,8 @@ public slots:
     /// Nothing of the worker's is shown meanwhile, whatever the user's choice: it may rest, and goes on
     /// afterwards.
     virtual void onCtlDarkChanged(bool) {}
+    /// A frame came before the device's line was ready for it: the next one is in time after `ms`.
+    virtual void onCtlLineBusy(int ms) { Q_UNUSED(ms) }
 
 signals:
     void updateColors(QVector<LV_RGB> colors);

@@ -106,6 +106,32 @@ private slots:
         QCOMPARE(pacer.delayUs(20000000), 0); // an idle line takes a frame at once
     }
 
+    void framesAtTheLinesPaceSoonStopWaitingForIt()
+    {
+        for (const int leds : {1, 120, 300}) {
+            const QByteArray frame = LedFrame::build(LedFrame::header(quint32(leds)), {});
+            const qint64 slotUs = LineBudget().costUs(frame.size());
+            for (const qint64 extraUs : {slotUs / 10, slotUs / 2, slotUs * 9 / 10}) { // after the tenth tick
+                FramePacer pacer;
+                qint64 now = 0;
+                int tick = 0;
+                const auto send = [&](qint64 atUs) {
+                    pacer.offer(frame);
+                    const qint64 earlyUs = pacer.earlyUs(atUs);
+                    pacer.take(atUs + pacer.delayUs(atUs));
+                    return atUs + earlyUs;
+                };
+                for (; tick < 20; ++tick) {
+                    qint64 next = qMax(now + slotUs, send(now));
+                    if (tick == 10)
+                        next = qMax(next, send(now + extraUs));
+                    now = qMin(next, now + 2 * slotUs + 1000);
+                    QVERIFY(tick < 13 || pacer.backlogUs(now) <= slotUs / 20);
+                }
+            }
+        }
+    }
+
     void aFrameThatIsReplacedKeepsItsReach()
     {
         const auto frame = [](quint32 stated, int colors) {
