@@ -4,6 +4,8 @@
 
 #include <QDebug>
 
+#include <algorithm>
+
 AbsAnimatedEffect::AbsAnimatedEffect(QObject* parent)
     : IEffectWorker(parent)
 {
@@ -39,8 +41,7 @@ void AbsAnimatedEffect::start()
     m_timer->setInterval(m_updateInterval);
     m_timer->setTimerType(Qt::PreciseTimer);
     connect(m_timer, &QTimer::timeout, this, &AbsAnimatedEffect::tick);
-    if (!m_isResting)
-        m_timer->start();
+    endRest();
     qDebug() << "[AbsAnimatedEffect]: The effect timer has been started, id:" << m_timer->timerId();
 }
 
@@ -57,24 +58,64 @@ void AbsAnimatedEffect::setUpdateInterval(int ms)
     if (ms == m_updateInterval)
         return;
     m_updateInterval = ms;
+    m_restMs = 0;
     if (m_timer)
         m_timer->setInterval(ms);
 }
 
+int AbsAnimatedEffect::nextStepMs() const
+{
+    const int left = m_timer ? m_timer->remainingTime() : -1;
+    return left > 0 ? left : period();
+}
+
+void AbsAnimatedEffect::run(int ms)
+{
+    if (m_timer && !m_isDark)
+        m_timer->start(ms);
+}
+
+void AbsAnimatedEffect::rest(int ms)
+{
+    m_restMs = ms;
+    run(ms);
+}
+
+void AbsAnimatedEffect::endRest()
+{
+    m_restMs = 0;
+    run(m_updateInterval);
+}
+
+void AbsAnimatedEffect::stepNow()
+{
+    m_restMs = 0;
+    run(0);
+}
+
+void AbsAnimatedEffect::delayStep(int ms)
+{
+    const bool isDelayed = m_timer && m_timer->interval() != m_updateInterval;
+    if (m_timer && !isDelayed && ms > m_timer->remainingTime())
+        run(std::min(ms, m_timer->remainingTime() + m_updateInterval));
+}
+
 void AbsAnimatedEffect::tick()
 {
+    if (m_timer->interval() != period()) // it was hurried or delayed
+        run(period());
     update(m_frameClock.restart() / 1000.0);
 }
 
 void AbsAnimatedEffect::onCtlDarkChanged(bool dark)
 {
-    m_isResting = dark;
+    m_isDark = dark;
     if (!m_timer)
         return;
     if (dark)
         return m_timer->stop();
     m_frameClock.restart();
-    m_timer->start();
+    endRest();
 }
 
 void AbsAnimatedEffect::onCtlDirChanged(uint32_t) {}

@@ -35,16 +35,31 @@ protected:
     virtual void update(double seconds) = 0;
 
     int updateInterval() const { return m_updateInterval; }
-    /// Milliseconds, from the next step on.
+    /// Milliseconds, from the next step on. Ends a rest.
     void setUpdateInterval(int ms);
+    /// Between steps, with rest and all.
+    int period() const { return m_restMs > 0 ? m_restMs : m_updateInterval; }
+    /// Until the next step.
+    int nextStepMs() const;
+
+    /// From now on a step comes every `ms` only.
+    void rest(int ms);
+    bool isResting() const { return m_restMs > 0; }
+    /// The rest is over: the next step comes after the usual interval, or now.
+    void endRest();
+    void stepNow();
+    /// The next step does not come before `ms` have passed, but at most one interval late.
+    void delayStep(int ms);
 
     EffectWorkerOptions m_effectOptions;
 
 private:
+    void run(int ms);
     void tick();
 
     QTimer* m_timer = nullptr;
     int m_updateInterval = 33;
-    bool m_isResting = false;
+    int m_restMs = 0; ///< the period while it rests, else 0
+    bool m_isDark = false;
     QElapsedTimer m_frameClock;
 };

@@ -2,6 +2,7 @@
 #include "effects/screenSync/FrameFilters.h"
 
 #include <QtTest>
+#include <functional>
 #include <limits>
 #include <opencv2/imgproc.hpp>
 #include <utility>
@@ -42,16 +43,20 @@ class ProbeMode : public AbsScreenSync
 {
 public:
     using AbsScreenSync::AbsScreenSync;
+    using AbsScreenSync::nextStepMs;
+    using AbsScreenSync::period;
     using AbsScreenSync::update;
 
     cv::Mat seen;
     qint64 us = 0;
+    int worked = 0;
 
 protected:
     qint64 nowUs() const override { return us; }
     QVector<LV_RGB> frameToColors(cv::Mat frame) override
     {
         seen = frame.clone();
+        ++worked;
         const auto pixel = frame.at<cv::Vec4b>(0, 0);
         m_colors.fill({pixel[0], pixel[1], pixel[2]});
         return m_colors;
@@ -359,6 +364,88 @@ private slots:
                 worker->update(8.0);
             QCOMPARE(shown.size(), 1);
             QCOMPARE(frameOf(shown.first()), kShown);
+        }
+    }
+
+    void onAStillScreenItRestsUntilSomethingChanges()
+    {
+        config()->setAppConfig("screenSync.frameIntervalMs", 20);
+        FakeDeskDuplManager manager;
+        const auto capture = manager.captures["A"];
+        capture->tellsOfChange = true;
+        capture->become(positionFrame());
+        auto worker = loaded<ProbeMode>(1, 0, &manager);
+        QSignalSpy shown(worker.get(), &AbsScreenSync::updateColors);
+        const auto rests = [&] { return capture->periods.endsWith(1000); };
+        // At its pace, not at the next look that it takes while it rests.
+        const auto isWoken = [&] { return capture->periods.contains(20); };
+        const std::function<void()> changes[] = {
+            [&] { worker->setBlurStrength(0.3F); },
+            [&] { worker->setSaturationStrength(-1.0F); },
+            [&] { worker->onCtlDirChanged(1); },
+            [&] {
+                worker->setEffectProperty("", QJsonObject{{"wipeDarkSide", true}});
+            },
+            [&] { worker->setInputSourceIdx("A"); },
+            [&] { capture->become(cv::Mat(67, 120, CV_8UC4, cv::Scalar::all(200))); },
+            [&] { capture->become(capture->frame + cv::Scalar::all(1)); },
+        };
+        for (const auto& change : changes) {
+            QTRY_VERIFY(rests());
+            QVERIFY(worker->worked <= 3); // the first time and a look a second
+            worker->worked = 0;
+            capture->periods.clear();
+            shown.clear();
+            change();
+            QTRY_VERIFY(isWoken());
+            QTRY_VERIFY(rests());
+            QVERIFY2(shown.size() <= 1, "equal colours need not be sent again");
+        }
+        QCOMPARE(frameOf(shown.last()), Frame(1, {201, 201, 201}));
+
+        QTRY_VERIFY(rests());
+        worker->onCtlDarkChanged(true);
+        capture->periods.clear();
+        capture->become(positionFrame());
+        QCoreApplication::processEvents();
+        QVERIFY(capture->periods.isEmpty());
+        worker->onCtlDarkChanged(false);
+        QTRY_VERIFY(isWoken() && rests());
+        capture->become({}); // its source is lost, and comes back
+        QTRY_COMPARE(frameOf(shown.last()), Frame(1, {0, 0, 0}));
+        capture->become(positionFrame());
+        QTRY_VERIFY(frameOf(shown.last()) != Frame(1, {0, 0, 0}) && rests());
+
+        capture->periods.clear();
+        for (const bool isThere : {true, false}) { // told too late
+            capture->become(positionFrame());
+            isThere ? worker->unload() : worker.reset();
+            QCoreApplication::processEvents();
+            QVERIFY(capture->periods.isEmpty());
+        }
+    }
+
+    void framesComeAtTheLinesPaceAndWaitForItWhenItIsBusy()
+    {
+        const std::tuple<QJsonValue, int, int> paces[] = {
+            {QJsonValue::Null, 83000, 5}, {-1, 0, 33}, {-1, 30000, 33}, {-1, 199001, 200}, {50, 83000, 50}};
+        for (const auto& [interval, slotUs, periodMs] : paces) {
+            config()->setAppConfig("screenSync.frameIntervalMs", interval);
+            FakeDeskDuplManager manager;
+            ProbeMode worker({}, nullptr);
+            worker.DIDeskDuplication(&manager);
+            ControlOptions controller;
+            controller.frameSlotUs = slotUs;
+            worker.load(controller);
+            QCOMPARE(worker.period(), periodMs);
+            for (int i = 0; i < 9; ++i) // a slider is dragged: frames of ours come all the same
+                worker.onCtlLineBusy(periodMs + periodMs / 2);
+            const bool waits = interval == -1;
+            QVERIFY(waits ? worker.nextStepMs() > periodMs : worker.nextStepMs() <= periodMs);
+            QVERIFY(worker.nextStepMs() <= 2 * periodMs);
+            manager.captures["A"]->periods.clear();
+            QTRY_VERIFY(!manager.captures["A"]->periods.isEmpty());
+            QVERIFY(worker.nextStepMs() <= periodMs);
         }
     }
 

@@ -12,10 +12,26 @@ public:
     QSize outputSize() override { return output; }
     QSize sourceSize() override { return source; }
     cv::Mat grabFrame() override { return frame.clone(); }
-    quint64 frameCount() override { return 0; }
+    quint64 frameCount() override { return number; }
+    cv::Mat pullFrame(const void*, int, int periodMs) override
+    {
+        periods += periodMs;
+        return grabFrame();
+    }
+    bool awaitChange(const void*, quint64, int) override { return tellsOfChange; }
+    /// Another frame, of which who rests is told.
+    void become(const cv::Mat& next)
+    {
+        frame = next;
+        ++number;
+        emit changed();
+    }
     void setOutputSize(int width, int height) override { output = QSize(width, height); }
 
     cv::Mat frame;
+    quint64 number = 0;
+    bool tellsOfChange = false;
+    QList<int> periods; ///< ms, as told with each pull
     QSize source{1920, 1080};
     QSize output{640, 360};
 };

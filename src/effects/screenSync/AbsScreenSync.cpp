@@ -135,12 +135,62 @@ void AbsScreenSync::update(double)
     const bool resized = m_capturer->sourceSize() != m_sourceSize;
     if (resized)
         adaptOutputSize();
-    const cv::Mat frame = m_capturer->grabFrame();
-    if (!frame.empty())
+    const quint64 number = m_capturer->frameCount(); // first: of a newer frame the next step hears
+    const cv::Mat frame = m_capturer->pullFrame(this, nextStepMs(), period());
+    if (frame.empty()) {
+        m_stillness.disturb();
+        if (isResting())
+            endRest();
+        if (!resized) // a frame of the new size comes for the next tick, which may be long after
+                      // kDarkAfterMs
+            setTrouble(lackOfSource());
+        return;
+    }
+    if (m_stillness.hasWork(number, isSettled()) || !restsOnStillScreens())
         frameInput(frame);
-    else if (!resized) // a frame of the new size comes for the next tick, which may be long after
-                       // kDarkAfterMs
-        setTrouble(lackOfSource());
+    restOrGoOn(number);
+}
+
+bool AbsScreenSync::isSettled() const
+{
+    return m_smoother.isSettled() && (!m_autoWipeDarkSide || !m_stableBorder || m_border.isSettled());
+}
+
+void AbsScreenSync::restOrGoOn(quint64 frameNumber)
+{
+    const bool mayRest = restsOnStillScreens() && m_stillness.mayRest() &&
+                         m_capturer->awaitChange(this, frameNumber, updateInterval());
+    if (mayRest && !isResting())
+        rest(Stillness::kLookMs);
+    else if (!mayRest && isResting())
+        endRest();
+}
+
+void AbsScreenSync::showAtOnce()
+{
+    QMetaObject::invokeMethod(this, [this] {
+        m_stillness.disturb();
+        if (isResting())
+            stepNow();
+    });
+}
+
+void AbsScreenSync::setEffectProperty(const QString& key, const QJsonValue& val)
+{
+    WithProperties::setEffectProperty(key, val);
+    showAtOnce();
+}
+
+void AbsScreenSync::onPictureChanged()
+{
+    if (m_capturer && isResting())
+        stepNow();
+}
+
+void AbsScreenSync::onCtlLineBusy(int ms)
+{
+    if (m_frameInterval == ConfigKeys::kFrameIntervalOfLine && !isResting())
+        delayStep(ms);
 }
 
 void AbsScreenSync::frameInput(cv::Mat frame)
@@ -162,8 +212,16 @@ void AbsScreenSync::frameInput(cv::Mat frame)
         return;
     }
     setTrouble(nullptr);
-    emit updateColors(result);
+    show(result);
     countFrame();
+}
+
+void AbsScreenSync::show(const QVector<LV_RGB>& colors)
+{
+    // The controller repeats by itself what does not change.
+    if (!restsOnStillScreens() || colors != m_shown)
+        emit updateColors(colors);
+    m_shown = colors;
 }
 
 QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
@@ -278,6 +336,7 @@ void AbsScreenSync::onCtlDirChanged(uint32_t dir)
 {
     m_direction = dir;
     m_smoother.snap();
+    showAtOnce();
 }
 
 void AbsScreenSync::setBlurStrength(float strength)
@@ -285,6 +344,7 @@ void AbsScreenSync::setBlurStrength(float strength)
     m_blurStrength = static_cast<double>(strength);
     config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kBlurStrength.key, m_blurStrength);
     config()->saveEffectJsonObj(effectId());
+    showAtOnce();
 }
 
 void AbsScreenSync::setSaturationStrength(float strength)
@@ -293,6 +353,7 @@ void AbsScreenSync::setSaturationStrength(float strength)
     config()->setEffectVariant(effectId(), controllerId(), ConfigKeys::kSaturationStrength.key,
                                m_saturationStrength);
     config()->saveEffectJsonObj(effectId());
+    showAtOnce();
 }
 
 void AbsScreenSync::onAppConfigChanged(QString key)

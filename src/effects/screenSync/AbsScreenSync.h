@@ -4,6 +4,7 @@
 #include "effects/EffectProperties.h"
 #include "effects/screenSync/BorderTracker.h"
 #include "effects/screenSync/ColorSmoother.h"
+#include "effects/screenSync/Stillness.h"
 #include "support/log/LoopBrake.h"
 
 #include <QElapsedTimer>
@@ -34,6 +35,7 @@ public:
 
     int load(const ControlOptions& ctlOptions) override;
     void unload() override;
+    void setEffectProperty(const QString& key, const QJsonValue& val) override;
 
     /// Injects the source of capturers, once, before load; `mgr` must outlive the worker's use of it.
     Q_INVOKABLE void DIDeskDuplication(IDeskDuplManager* mgr);
@@ -45,6 +47,7 @@ public slots:
     void setInputSourceIdx(QString sourceIdx);
     void onCtlDirChanged(uint32_t dir) override;
     void onCtlDarkChanged(bool dark) override;
+    void onCtlLineBusy(int ms) override;
     /// 0.0 to 1.0, stored at once.
     void setBlurStrength(float strength);
     /// -1.0 to 1.0, stored at once.
@@ -62,6 +65,9 @@ protected:
     virtual cv::Mat wipeDarkSide(cv::Mat frame);
     /// Microseconds of a clock that never goes back; a test may turn it.
     virtual qint64 nowUs() const;
+
+    /// Something that the colours depend on is another, be the screen still. Any thread.
+    void showAtOnce();
 
     QString effectId() const { return m_effectOptions.id; }
     QString controllerId() const { return m_ctlOptions.id; }
@@ -89,6 +95,13 @@ private:
     void beginAnew();
     /// Brings the timer's period in line with the setting and the device's line.
     void applyFrameInterval();
+    /// With a frame interval of its own it works and sends only where something changes.
+    bool restsOnStillScreens() const { return m_frameInterval != 0; }
+    /// The same frame again would change nothing.
+    bool isSettled() const;
+    void restOrGoOn(quint64 frameNumber);
+    void onPictureChanged();
+    void show(const QVector<LV_RGB>& colors);
     static bool wipeDarkSideAllowed();
     void setWipeDarkSide(bool wipe);
     void onCapturerReady(const QString& id);
@@ -140,6 +153,8 @@ private:
     qint64 m_lastStepUs = 0;
     int m_saturationGate = 0; ///< levels of chroma below which saturation is blended in; 0: none
     bool m_stableBorder = false;
+    Stillness m_stillness;
+    QVector<LV_RGB> m_shown; ///< emitted last
     int m_frameInterval = 0; ///< ms, or ConfigKeys::kFrameIntervalOfLine; 0: that of all effects
     bool m_advancedMode = false;
     QSet<QString> m_reported;        ///< kinds of failure already in the log

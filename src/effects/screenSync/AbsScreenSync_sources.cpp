@@ -90,6 +90,8 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
         releaseCapturer();
     }
     m_capturer = acquired;
+    connect(m_capturer.data(), &IDeskCapture::changed, this, &AbsScreenSync::onPictureChanged,
+            Qt::QueuedConnection);
     m_sourceIdx = sourceIdx;
     // Who never chose wants back what he began with.
     if (m_wantedIdx.isEmpty())
@@ -102,7 +104,8 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
                       << "capturer"
                       << "\r\n outputSize:" << m_capturer->outputSize();
     // Grabbing begins with the first pull: without this one the next tick would find nothing yet.
-    m_capturer->grabFrame();
+    m_capturer->pullFrame(this, nextStepMs(), period());
+    showAtOnce();
     return true;
 }
 
@@ -110,6 +113,7 @@ void AbsScreenSync::releaseCapturer()
 {
     if (!m_capturer)
         return;
+    m_capturer->disconnect(this);
     m_capturer.reset();
     m_deskDuplManager->releaseCapturer(m_sourceIdx);
 }
@@ -214,7 +218,7 @@ void AbsScreenSync::goDark()
 {
     m_dark = true;
     m_smoother.snap();
-    emit updateColors(QVector<LV_RGB>(m_colors.size(), LV_RGB{}));
+    show(QVector<LV_RGB>(m_colors.size(), LV_RGB{}));
     emit effectPropertyChanged(EffectNotice::kKey, notice());
 }
 

@@ -211,6 +211,7 @@ void FullScreenMode::setScreenSize(const QSize& size)
     m_screenSize = map.screenSize;
     m_ledMap = map.points;
     storeLedMap(map);
+    showAtOnce();
 }
 
 void FullScreenMode::setLEDPos(int id, QPoint pos)
@@ -233,6 +234,7 @@ void FullScreenMode::setLayout(const QJsonArray& leds)
         changed |= placeLed(size, led["id"].toInt(), QPoint(led["x"].toInt(), led["y"].toInt()));
     if (changed)
         storeLedMap({size, m_ledMap});
+    showAtOnce();
 }
 
 bool FullScreenMode::placeLed(const QSize& canvas, int id, QPoint pos)
