@@ -15,30 +15,22 @@ const QRect kWhole(QPoint(), kScreen);
 const QColor kOrange(250, 120, 10);
 const QColor kBlue(20, 60, 230);
 
-/// Counts how often it is asked for a picture.
 class CountingGrabber : public X11Grabber
 {
 public:
-    CountingGrabber(const QByteArray& display, std::shared_ptr<std::atomic<int>> looks)
-        : X11Grabber(display)
-        , m_looks(std::move(looks))
-    {
-    }
+    using X11Grabber::X11Grabber;
     Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) override
     {
-        ++*m_looks;
+        ++looks;
         return X11Grabber::grab(source, outputSize, force, frame);
     }
-
-private:
-    const std::shared_ptr<std::atomic<int>> m_looks;
+    static inline std::atomic<int> looks{0};
 };
 
-CaptureMode modeOn(const VirtualDisplay& display,
-                   const std::shared_ptr<std::atomic<int>>& looks = std::make_shared<std::atomic<int>>(0))
+CaptureMode modeOn(const VirtualDisplay& display)
 {
     const QByteArray name = display.name();
-    return {{}, [name, looks] { return std::make_shared<CountingGrabber>(name, looks); }};
+    return {{}, [name] { return std::make_shared<CountingGrabber>(name); }};
 }
 
 /// The pixel at the given part of the frame, as the effects read it; invalid without a frame.
@@ -127,7 +119,7 @@ struct CapturedScreen
         if (!display.start())
             qFatal("no X server");
         fill(kWhole, color);
-        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{modeOn(display, looks)});
+        manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{modeOn(display)});
         id = manager->defaultCapturer();
         capture = manager->acquireCapturer(id);
     }
@@ -137,7 +129,6 @@ struct CapturedScreen
     }
 
     VirtualDisplay display{kScreen};
-    const std::shared_ptr<std::atomic<int>> looks = std::make_shared<std::atomic<int>>(0);
     std::unique_ptr<DeskDuplManager> manager;
     QString id;
     QSharedPointer<IDeskCapture> capture;
@@ -177,10 +168,10 @@ private slots:
             for (const QColor& color : {kBlue, QColor(Qt::green)}) {
                 const quint64 frame = capture.frameCount();
                 const auto looksWhileResting = [&] {
-                    const int before = *screen.looks;
+                    const int before = CountingGrabber::looks;
                     for (int i = 0; i < 15; ++i, QTest::qWait(20))
                         capture.awaitChange(&screen, frame, 20);
-                    return *screen.looks - before;
+                    return CountingGrabber::looks - before;
                 };
                 QTRY_VERIFY_WITH_TIMEOUT(isTold ? looksWhileResting() <= 1 : looksWhileResting() > 5,
                                          kPatienceMs);
