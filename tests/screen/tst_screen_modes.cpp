@@ -1,9 +1,11 @@
 #include "ScreenTestKit.h"
+#include "effects/screenSync/FrameFilters.h"
 #include "effects/screenSync/LedMap.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
 
 #include <QtTest>
+#include <opencv2/core.hpp>
 
 using namespace ScreenTestKit;
 
@@ -17,6 +19,40 @@ QJsonObject led(int id, QJsonValue x, QJsonValue y)
 QJsonObject storedMap()
 {
     return config()->effectJsonValue(kEffect, kController, "map").toObject();
+}
+
+/// Has all of a frame blurred.
+template <typename Mode>
+class WholeOf : public Mode
+{
+public:
+    using Mode::Mode;
+
+protected:
+    std::vector<cv::Rect> lookedAt(const cv::Size&) override { return {}; }
+};
+
+/// What both make of noise, for any blur, direction and size.
+template <typename Mode>
+void compareWithWhole(const std::function<void(AbsScreenSync&)>& prepare = [](AbsScreenSync&) {})
+{
+    for (unsigned direction : {0U, 1U}) {
+        const auto mode = loaded<Mode>(40, direction);
+        const auto whole = loaded<WholeOf<Mode>>(40, direction);
+        prepare(*mode);
+        prepare(*whole);
+        for (const cv::Size size : {cv::Size(120, 67), cv::Size(120, 213), cv::Size(17, 11)}) {
+            cv::Mat frame(size, CV_8UC4);
+            cv::randu(frame, 0, 256);
+            for (float blur : {0.0F, 0.5F, 1.0F}) {
+                mode->setBlurStrength(blur);
+                whole->setBlurStrength(blur);
+                const QVector<LV_RGB> colors = colorsOf(*mode, frame);
+                QCOMPARE(colors.size(), 40);
+                QCOMPARE(colors, colorsOf(*whole, frame));
+            }
+        }
+    }
 }
 
 QJsonArray layoutOf(AbsScreenSync& worker)
@@ -53,6 +89,40 @@ private slots:
         QCOMPARE(colorsOf(*loaded<BottomHalfScreen>(10), positionFrame(3, 4)).size(), 10);
         QVERIFY(colorsOf(*loaded<RightHalfScreen>(10), positionFrame(1, 4)).isEmpty());
         QVERIFY(colorsOf(*loaded<LeftHalfScreen>(0), frame).isEmpty());
+    }
+
+    void onlyWhatIsLookedAtNeedsABlur()
+    {
+        compareWithWhole<TopHalfScreen>();
+        compareWithWhole<BottomHalfScreen>();
+        compareWithWhole<LeftHalfScreen>();
+        compareWithWhole<RightHalfScreen>();
+        for (const QSize canvas : {QSize(120, 67), QSize(240, 134), QSize(60, 33), QSize(157, 200)}) {
+            const auto scatter = [canvas](AbsScreenSync& worker) {
+                auto& mode = static_cast<FullScreenMode&>(worker);
+                mode.setScreenSize(canvas);
+                for (int i = 0; i < 40; ++i) // corners and edges first
+                    mode.setLEDPos(i, {i < 2 ? i * (canvas.width() - 1) : i * 53 % canvas.width(),
+                                       i < 20 ? i % 2 * (canvas.height() - 1) : i * 31 % canvas.height()});
+            };
+            compareWithWhole<FullScreenMode>(scatter);
+            compareWithWhole<CinemaScreen>(scatter);
+        }
+    }
+
+    void whoeverWatchesSeesAllOfTheFrameBlurred()
+    {
+        const auto mode = loaded<FullScreenMode>(2);
+        mode->setBlurStrength(0.5F);
+        cv::Mat frame(67, 120, CV_8UC4);
+        cv::randu(frame, 0, 256);
+        const QVector<LV_RGB> unwatched = colorsOf(*mode, frame);
+        QSignalSpy snapshots(mode.get(), &FullScreenMode::frameSnapshot);
+        QCOMPARE(colorsOf(*mode, frame), unwatched);
+        const cv::Mat blurred = FrameFilters::blur(frame, 0.5);
+        const QImage expected(blurred.data, 120, 67, int(blurred.step), QImage::Format_RGBA8888);
+        QCOMPARE(snapshots.size(), 1);
+        QCOMPARE(snapshots[0][0].value<QImage>(), expected);
     }
 
     void whatShowsNoPictureIsDarkAndSaysWhy()

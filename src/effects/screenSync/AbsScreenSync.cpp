@@ -233,6 +233,11 @@ QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
     const cv::Mat work = m_autoWipeDarkSide ? withoutBorder(frame, seconds) : frame;
     // No UMat: a frame this small gains nothing from an accelerator, and the first one would load its
     // runtime.
+    m_places = isScreenshotDue() ? std::vector<cv::Rect>() : lookedAt(work.size());
+    if (m_direction == 1) {
+        for (cv::Rect& place : m_places)
+            place.x = work.cols - place.x - place.width;
+    }
     cv::Mat out = blurFrame(work, m_blurStrength);
     takeScreenshot(out);
     if (m_direction == 1)
@@ -274,9 +279,14 @@ qint64 AbsScreenSync::nowUs() const
     return m_clock.nsecsElapsed() / 1000;
 }
 
+bool AbsScreenSync::isScreenshotDue() const
+{
+    return m_screenshotEnabled && m_screenshotTimer.elapsed() > kScreenshotIntervalMs;
+}
+
 void AbsScreenSync::takeScreenshot(const cv::Mat& frame)
 {
-    if (!m_screenshotEnabled || m_screenshotTimer.elapsed() <= kScreenshotIntervalMs)
+    if (!isScreenshotDue() || !m_places.empty()) // of which the time came only now
         return;
     const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
                       QImage::Format_RGBA8888);
@@ -312,12 +322,17 @@ LV_RGB AbsScreenSync::adjustSaturation(LV_RGB color, double strength)
 
 cv::Mat AbsScreenSync::blurFrame(cv::Mat src, double)
 {
-    return FrameFilters::blur(src, m_blurStrength);
+    return FrameFilters::blur(src, m_blurStrength, m_places);
 }
 
 cv::UMat AbsScreenSync::blurFrame(cv::UMat src, double)
 {
     return FrameFilters::blur(src, m_blurStrength);
+}
+
+std::vector<cv::Rect> AbsScreenSync::lookedAt(const cv::Size&)
+{
+    return {};
 }
 
 cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)

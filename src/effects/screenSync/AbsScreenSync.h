@@ -63,6 +63,9 @@ protected:
     virtual cv::Mat blurFrame(cv::Mat src, double strength);
     virtual cv::UMat blurFrame(cv::UMat src, double strength);
     virtual cv::Mat wipeDarkSide(cv::Mat frame);
+    /// The parts of a frame of this size that frameToColors() reads, so that no more has to be blurred; none:
+    /// all of it. A mode that overrides blurFrame() gets the whole frame and may blur all of it.
+    virtual std::vector<cv::Rect> lookedAt(const cv::Size& frame);
     /// Microseconds of a clock that never goes back; a test may turn it.
     virtual qint64 nowUs() const;
 
@@ -126,6 +129,7 @@ private:
     cv::Mat withoutBorder(const cv::Mat& frame, double seconds);
     /// From one colour per LED as the mode sees it to those that are shown.
     void finishColors(QVector<LV_RGB>& colors, double seconds);
+    bool isScreenshotDue() const;
     void takeScreenshot(const cv::Mat& frame);
     void countFrame();
     void reportOnce(const QString& kind, const QString& text);
@@ -140,6 +144,7 @@ private:
     bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
     double m_blurStrength = 0.5;
+    std::vector<cv::Rect> m_places; ///< that the present frame is blurred at; none: all of it
     QElapsedTimer m_screenshotTimer;
     QElapsedTimer m_frameTimer;
     bool m_screenshotEnabled = false; ///< read once, so that a frame costs no look-up

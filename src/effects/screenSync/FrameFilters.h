@@ -3,6 +3,7 @@
 #include "controllers/LV_RGB.h"
 
 #include <opencv2/core/mat.hpp>
+#include <vector>
 
 /// The steps between a captured frame and the colours that do not depend on the mode. Functions on values,
 /// usable from any thread. A frame is 8-bit with four channels in the order red, green, blue, alpha. What
@@ -14,6 +15,12 @@ int blurKernelSize(double strength);
 
 cv::Mat blur(const cv::Mat& src, double strength);
 cv::UMat blur(const cv::UMat& src, double strength);
+/// The same pixels at `places`, all of them where there is none; elsewhere they may stay as they were.
+cv::Mat blur(const cv::Mat& src, double strength, const std::vector<cv::Rect>& places);
+
+/// The pixels of a frame that `place` shows after `source`, a part of the frame, was scaled bilinearly to
+/// `scaled`.
+cv::Rect readBy(const cv::Rect& place, const cv::Size& scaled, const cv::Rect& source);
 
 /// Sets `result` to `frame` cut to the rectangle around its bright pixels and enlarged to the old size again,
 /// or to `frame` itself when there are two bright pixels or fewer. When a step throws, `result` is what the

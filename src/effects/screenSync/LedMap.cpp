@@ -1,5 +1,7 @@
 #include "effects/screenSync/LedMap.h"
 
+#include "effects/screenSync/FrameFilters.h"
+
 #include <algorithm>
 #include <opencv2/core.hpp>
 
@@ -70,6 +72,18 @@ void LedMap::resize(const QSize& size)
         point.setX(std::min(std::max(point.x(), 0), size.width() - 1));
         point.setY(std::min(std::max(point.y(), 0), size.height() - 1));
     }
+}
+
+std::vector<cv::Rect> placesOf(const QVector<QPoint>& points, const QSize& canvas, const cv::Size& frame)
+{
+    std::vector<cv::Rect> places;
+    const cv::Size scaled(canvas.width(), canvas.height());
+    for (const QPoint& point : points) {
+        const int x = std::max(0, std::min(point.x(), canvas.width() - 1));
+        const int y = std::max(0, std::min(point.y(), canvas.height() - 1));
+        places.push_back(FrameFilters::readBy({x, y, 1, 1}, scaled, {cv::Point(), frame}));
+    }
+    return places;
 }
 
 void readColors(const cv::Mat& frame, const QVector<QPoint>& points, QVector<LV_RGB>& colors)

@@ -35,3 +35,5 @@ struct LedMap
 /// Reads one pixel of an 8-bit four-channel frame for each LED; points outside it read the nearest pixel.
 /// Throws cv::Exception for a frame of another type or without pixels.
 void readColors(const cv::Mat& frame, const QVector<QPoint>& points, QVector<LV_RGB>& colors);
+/// The pixels of a frame that the points show once it is scaled to the canvas.
+std::vector<cv::Rect> placesOf(const QVector<QPoint>& points, const QSize& canvas, const cv::Size& frame);

@@ -26,3 +26,5 @@ inline constexpr ScreenBand kRightBand{ScreenBand::Line::Column, 1, 5, true, fal
 /// Scales the band of an 8-bit four-channel frame to a line of `nbLeds` pixels and reads it. Throws
 /// cv::Exception for an empty band, for no LEDs and for a frame of another type.
 QVector<LV_RGB> bandColors(const ScreenBand& band, const cv::Mat& frame, int nbLeds);
+/// The pixels of a frame that this reads.
+cv::Rect bandPlace(const ScreenBand& band, const cv::Size& frame, int nbLeds);

@@ -12,4 +12,5 @@ public:
 
 protected:
     QVector<LV_RGB> frameToColors(cv::Mat frame) override;
+    std::vector<cv::Rect> lookedAt(const cv::Size& frame) override;
 };

@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QMetaMethod>
 #include <QMutexLocker>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
@@ -262,11 +263,28 @@ QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
     const QSize size = screenSize();
     cv::resize(frame, frame, cv::Size(size.width(), size.height()), 0, 0, cv::INTER_LINEAR);
 
-    const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
-                      QImage::Format_RGBA8888);
-    emit frameSnapshot(view.copy());
+    if (isWatched()) {
+        const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
+                          QImage::Format_RGBA8888);
+        emit frameSnapshot(view.copy());
+    }
 
     const QMutexLocker lock(&m_ledMapMutex);
     readColors(frame, m_ledMap, m_colors);
     return m_colors;
+}
+
+std::vector<cv::Rect> FullScreenMode::lookedAt(const cv::Size& frame)
+{
+    if (isWatched())
+        return {};
+    const QSize size = screenSize();
+    const QMutexLocker lock(&m_ledMapMutex);
+    return placesOf(m_ledMap, size, frame);
+}
+
+bool FullScreenMode::isWatched() const
+{
+    static const QMetaMethod snapshot = QMetaMethod::fromSignal(&FullScreenMode::frameSnapshot);
+    return isSignalConnected(snapshot);
 }

@@ -39,7 +39,7 @@ public:
     void setScreenSize(const QSize& size);
 
 signals:
-    /// The frame at canvas size, for every frame; the image owns its pixels.
+    /// The frame at canvas size, for every frame while somebody is connected; the image owns its pixels.
     void frameSnapshot(QImage frame);
     void deviceDirChanged(int dir);
 
@@ -49,9 +49,11 @@ public slots:
 
 protected:
     QVector<LV_RGB> frameToColors(cv::Mat frame) override;
+    std::vector<cv::Rect> lookedAt(const cv::Size& frame) override;
 
 private:
     QSize screenSize();
+    bool isWatched() const;
     /// `beneath` counts where `config` says nothing.
     void takeLedMap(const QJsonObject& beneath, const QJsonObject& config);
     void restoreDefaultLayout();

@@ -11,3 +11,8 @@ QVector<LV_RGB> HalfScreen::frameToColors(cv::Mat frame)
     m_colors = bandColors(m_band, frame, m_colors.size());
     return m_colors;
 }
+
+std::vector<cv::Rect> HalfScreen::lookedAt(const cv::Size& frame)
+{
+    return {bandPlace(m_band, frame, m_colors.size())};
+}

@@ -10,6 +10,7 @@ protected:
     HalfScreen(const ScreenBand& band, const EffectWorkerOptions& options, QObject* parent);
 
     QVector<LV_RGB> frameToColors(cv::Mat frame) override;
+    std::vector<cv::Rect> lookedAt(const cv::Size& frame) override;
 
 private:
     const ScreenBand m_band;
