@@ -61,7 +61,7 @@ private slots:
         const QSize usual(120, 67);
         // Where all rows are read, and where some are: then rows are guessed from their neighbours.
         const std::tuple<QSize, QSize, double, double> sizes[] = {
-            {{1600, 900}, usual, 0.7, 0.7}, {{1367, 769}, {119, 61}, 0.7, 0.7}, {{7, 5}, usual, 1.5, 1.5},
+            {{1600, 900}, usual, 0.7, 0.9}, {{1367, 769}, {119, 61}, 0.7, 0.7}, {{7, 5}, usual, 1.5, 1.5},
             {{1920, 1080}, usual, 4.5, 20}, {{640, 4320}, usual, 9.5, 30},
         };
         for (const auto& [size, output, noiseLimit, rowsLimit] : sizes) {

@@ -194,8 +194,11 @@ cv::Mat blur(const cv::Mat& src, double strength, const std::vector<cv::Rect>& p
 {
     constexpr int kWorthwhile = 4; // of so many pixels, one at most
     cv::Mat wanted = cv::Mat::zeros(src.size(), CV_8UC1);
-    for (const cv::Rect& place : places)
-        wanted(place & cv::Rect(cv::Point(), src.size())).setTo(1);
+    for (const cv::Rect& place : places) {
+        const cv::Rect inside = place & cv::Rect(cv::Point(), src.size());
+        for (int y = inside.y; y < inside.br().y; ++y)
+            std::fill_n(wanted.ptr(y, inside.x), inside.width, uchar(1));
+    }
     const int size = blurKernelSize(strength);
     const cv::Mat kernel = size == 1 ? cv::Mat() : integerKernel(size);
     if (places.empty() || kernel.empty() || src.type() != CV_8UC4 ||

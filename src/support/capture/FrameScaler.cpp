@@ -10,7 +10,7 @@ constexpr int kChannels = 4;
 // the row: memory is fetched ahead, so that parts of rows cost nearly what whole ones do. Of many rows some
 // are read.
 constexpr int kEnoughRows = 8;  // of one output row, where it has twice as many at least
-constexpr int kMaxWeight = 257; // of this many rows of white, sums of 16 bits are full
+constexpr int kMaxWeight = 128; // of this many rows of white, sums of 16 bits are half full
 constexpr int kMaxWeightShift = 7;
 
 /// The rows that one output row averages.
@@ -24,10 +24,12 @@ struct RowPlan
     int totalWeight = 0;
 };
 
-/// The columns that one output column averages: `first` and `last` count in part.
+/// The columns that one output column averages: `first` and `last` count in part, those from `whole` on up to
+/// `last` as a whole.
 struct ColumnPlan
 {
     int first = 0;
+    int whole = 0;
     int last = 0;
     float firstWeight = 0;
     float lastWeight = 0;
@@ -119,6 +121,11 @@ std::vector<ColumnPlan> planColumns(int width, int count)
             plan.firstWeight = float(plan.first + 1 - begin);
             plan.lastWeight = float(end - plan.last);
         }
+        plan.whole = plan.first + 1;
+        if (plan.firstWeight == 1.0F && plan.first < plan.last) {
+            plan.whole = plan.first;
+            plan.firstWeight = 0;
+        }
     }
     return plans;
 }
@@ -185,14 +192,22 @@ void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeigh
     using namespace cv;
     const auto pixel = [sums](int x) { return v_load_expand(sums + x * kChannels); };
     for (const ColumnPlan& column : columns) {
-        v_uint32x4 whole = v_setzero_u32();
-        for (int x = column.first + 1; x < column.last; ++x)
+        v_uint32x4 whole = v_setzero_u32(), low, high;
+        int x = column.whole;
+        for (; x + 4 <= column.last; x += 4) {
+            const ushort* pixels = sums + x * kChannels;
+            v_expand(v_load(pixels) + v_load(pixels + 2 * kChannels), low, high);
+            whole = whole + low + high;
+        }
+        for (; x < column.last; ++x)
             whole = whole + pixel(x);
-        const auto weighted = [&pixel](int x, float weight) {
-            return v_cvt_f32(v_reinterpret_as_s32(pixel(x))) * v_setall_f32(weight);
-        };
         v_float32x4 mean = v_cvt_f32(v_reinterpret_as_s32(whole));
-        mean = mean + weighted(column.first, column.firstWeight) + weighted(column.last, column.lastWeight);
+        const auto addPart = [&](int at, float weight) {
+            if (weight > 0)
+                mean = mean + v_cvt_f32(v_reinterpret_as_s32(pixel(at))) * v_setall_f32(weight);
+        };
+        addPart(column.first, column.firstWeight);
+        addPart(column.last, column.lastWeight);
         mean = mean * v_setall_f32(1.0F / (column.totalWeight * float(rowWeight)));
         int bytes[kChannels];
         v_store(bytes, v_round(mean));
