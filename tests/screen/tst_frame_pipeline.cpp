@@ -381,12 +381,18 @@ private slots:
         const std::function<void()> changes[] = {
             [&] { worker->setBlurStrength(0.3F); },
             [&] { worker->onCtlDirChanged(1); },
-            [&] { worker->setEffectProperty("", QJsonObject{{"wipeDarkSide", true}}); },
+            [&] {
+                worker->setEffectProperty("", QJsonObject{{"wipeDarkSide", true}});
+            },
             [&] { worker->setInputSourceIdx("A"); },
             [&] { capture->become(cv::Mat(67, 120, CV_8UC4, cv::Scalar::all(200))); },
-            [&] { worker->onCtlDarkChanged(true); capture->become(positionFrame());
-                  QCoreApplication::processEvents(); QVERIFY(capture->periods.isEmpty());
-                  worker->onCtlDarkChanged(false); },
+            [&] {
+                worker->onCtlDarkChanged(true);
+                capture->become(positionFrame());
+                QCoreApplication::processEvents();
+                QVERIFY(capture->periods.isEmpty());
+                worker->onCtlDarkChanged(false);
+            },
         };
         for (const auto& change : changes) {
             QTRY_VERIFY(rests());

@@ -367,7 +367,7 @@ private slots:
     void lightIsShownAtItsPlaceWhateverTheDirectionOfTheText()
     {
         StripPreview& preview = m_page->stripPreview();
-        preview.setImg(QImage()); // the frame of light stands alone
+        preview.setImg(QImage());               // the frame of light stands alone
         const auto lightAt = [&](int channel) { // from left to right, -1 without any
             const QImage picture = preview.grab().toImage();
             uint most = 0x40; // more than what is no light has
