@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr int kMovingMs = 80; // enough for soft light, and each picture costs
+constexpr int kMovingMs = 100; // enough for soft light, and each picture costs
 constexpr int kStillMs = 250;
-constexpr int kStillAfterTicks = 25;
+constexpr int kStillAfterTicks = 20;
 
 /// Of effects with a layout of their own.
 const QString kLedMap = QStringLiteral("LEDMap");

@@ -8,7 +8,7 @@ class ControlPage;
 class DeviceManager;
 struct ControlOptions;
 
-/// Has the control page show the light of its device: pulls the colours as they are sent, twelve times a
+/// Has the control page show the light of its device: pulls the colours as they are sent, ten times a
 /// second at most, four times where nothing changes, and never while nobody sees them. Main thread.
 class PreviewFeed : public QObject
 {

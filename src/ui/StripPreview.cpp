@@ -267,9 +267,9 @@ void StripPreview::drawUnlit()
     painter.setPen(QPen(kRing, m_canvas.devicePixelRatio()));
     painter.setBrush(kSocket);
     const double radius = m_ringRadius * m_canvas.devicePixelRatio();
+    const int half = m_glow.side / 2;
     for (const QPoint& corner : qAsConst(m_corners))
-        painter.drawEllipse(QPointF(corner) + QPointF(m_glow.side / 2 + 0.5, m_glow.side / 2 + 0.5), radius,
-                            radius);
+        painter.drawEllipse(QPointF(corner + QPoint(half, half)) + QPointF(0.5, 0.5), radius, radius);
 }
 
 /// Puts the light of all LEDs where none is.
