@@ -62,7 +62,8 @@ void ColorPipeline::prepare(float brightness, float gama, const ColorCorrection&
     const double strongest = *std::max_element(white.begin(), white.end());
     for (std::size_t channel = 0; channel < 3; ++channel)
         m_tint[channel] = strongest > 0.0 ? white[channel] / strongest : 0.0;
-    m_least = strongest > 0.0 ? static_cast<std::uint32_t>(correction.minLight) << 8 : 0;
+    const bool isLit = strongest > 0.0 && brightness > 0.0F;
+    m_least = isLit ? static_cast<std::uint32_t>(correction.minLight) << 8 : 0;
     m_correction = correction;
     m_brightness = brightness;
     m_gama = gama;

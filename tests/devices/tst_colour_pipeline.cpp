@@ -120,6 +120,8 @@ private slots:
         QCOMPARE(controller.sentColors(), (QVector<LV_RGB>{{10, 8, 3}, {}, {}, {}}));
         QTRY_VERIFY_WITH_TIMEOUT(!controller.isPowerLimited(), 20000);
         QCOMPARE(told.size(), 4);
+        controller.setBrightness(0.0F);
+        QCOMPARE(controller.sentColors(), QVector<LV_RGB>(4));
     }
 
     void aDeviceThatIsKeptDarkGetsOneBlackPictureAndThenNothing()
