@@ -154,7 +154,7 @@ void AbsRGBController::setCorrection(const ColorCorrection& correction)
     const QJsonObject before = m_correction.toJson();
     const QJsonObject now = correction.toJson();
     for (auto each = now.begin(); each != now.end(); ++each) {
-        if (m_unusable.contains(each.key()) && before.value(each.key()) == each.value())
+        if (before.value(each.key()) == each.value())
             continue; // the default that stands in is no choice
         m_unusable.remove(each.key());
         object[each.key()] = each.value();

@@ -209,6 +209,7 @@ private slots:
             controller.setCorrection({Pipeline::Linear});
             QVERIFY(object.value("brightness") == bad && object.value("nbLeds") == bad);
             QVERIFY(object.value("minLight") == bad && object.value("colorPipeline") == "linear");
+            QVERIFY(!object.contains("whiteRed")); // nor is what nobody touched a choice
             controller.setNbLeds(7);
             QCOMPARE(object.value("nbLeds").toInt(), 7);
         }

@@ -189,6 +189,8 @@ private slots:
         QVERIFY(discovery.enumerator->pendingDevices().isEmpty());
         QCOMPARE(discovery.found.at(1)->options().kindName, "desk");
         QCOMPARE(discovery.found.at(0)->correction().pipeline, ColorCorrection::Pipeline::Linear);
+        const QJsonObject kept = ConfigurationManager::instance()->controllerJsonObj("LV0127:02020304");
+        QCOMPARE(kept.value("colorPipeline"), QJsonValue("linear")); // whatever new ones get later
         QCOMPARE(discovery.found.at(1)->correction().pipeline, ColorCorrection::Pipeline::Classic);
         for (int i = 3; i <= 5; ++i) { // a replug gives a new controller beside the old one
             const AbsRGBControllerPtr old = discovery.found.last();
