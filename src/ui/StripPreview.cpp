@@ -21,22 +21,21 @@ constexpr double kMaxRingPx = 5;
 constexpr double kCornerPx = 8;
 constexpr double kPictureOpacity = 0.6;
 constexpr int kPixelBytes = 4;
+constexpr double kScreenGamma = 2.2;
 const QColor kRoom(0x14, 0x15, 0x1a); ///< dark, so that light is seen
 const QColor kRing(0x2c, 0x2e, 0x36);
 const QColor kSocket(0x1a, 0x1c, 0x22);
 
-/// Light looks brighter to the eye than its level says, above all where there is little of it.
+/// As a screen is told to show this much light: channel by channel, or pale colours would look deep.
 QRgb seen(LV_RGB led)
 {
-    // By the brightest channel for all three, so that the hue stays; in 256ths.
-    static const auto factors = [] {
-        std::array<unsigned, 256> values{};
-        for (std::size_t i = 1; i < values.size(); ++i)
-            values[i] = static_cast<unsigned>(256 * 255 * std::pow(double(i) / 255, 1 / 1.8) / double(i));
+    static const auto levels = [] {
+        std::array<uchar, 256> values{};
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = static_cast<uchar>(qRound(255 * std::pow(double(i) / 255, 1 / kScreenGamma)));
         return values;
     }();
-    const unsigned factor = factors[std::max({led.red, led.green, led.blue})];
-    return qRgb(int(led.red * factor >> 8), int(led.green * factor >> 8), int(led.blue * factor >> 8));
+    return qRgb(levels[led.red], levels[led.green], levels[led.blue]);
 }
 
 bool isInTheMiddle(const QPointF& place)

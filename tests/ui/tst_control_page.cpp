@@ -394,6 +394,10 @@ private slots:
             preview.setPlaces({{0, 0.5}}, 2);
             QVERIFY(preview.grab().toImage() != dark); // where a dark one stands shows
         }
+        preview.setPlaces({{0.5, 0.5}}, 2);
+        preview.setColors({{255, 56, 56}}); // the light of which a screen makes (255, 128, 128)
+        const QColor middle(preview.grab().toImage().pixel(preview.rect().center())); // and a dark LED
+        QVERIFY2(middle.red() > 250 && qAbs(middle.green() - 150) < 25, qPrintable(middle.name()));
         for (const int side : {1, 20, 60}) { // no room for all that light
             preview.setPlaces(QVector<QPointF>(10000, {1, 1}), 9);
             preview.setColors(QVector<LV_RGB>(20000, {255, 255, 255}));
