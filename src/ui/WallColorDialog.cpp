@@ -84,6 +84,8 @@ WallColorDialog::WallColorDialog(QWidget* parent)
     initPages(*ui->sliderBar, *ui->stackedWidget, kUsualSize);
     keepFromWheel({ui->presetBox, ui->redSlider, ui->greenSlider, ui->blueSlider, ui->minLightSlider,
                    ui->limitSpin, ui->ledSpin});
+    if (parent)
+        parent->window()->installEventFilter(this);
     WallColorDialog::retranslate();
 }
 
@@ -210,7 +212,9 @@ void WallColorDialog::settle()
 
 void WallColorDialog::wantWhite()
 {
-    const bool isWanted = m_isSeen && ui->stackedWidget->currentIndex() == 0 && ui->whiteBox->isChecked();
+    const QWidget* owner = parentWidget() ? parentWidget()->window() : nullptr;
+    const bool isSeen = m_isSeen && (!owner || (owner->isVisible() && !owner->isMinimized()));
+    const bool isWanted = isSeen && ui->stackedWidget->currentIndex() == 0 && ui->whiteBox->isChecked();
     if (isWanted == m_isWhiteWanted)
         return;
     m_isWhiteWanted = isWanted;
@@ -306,6 +310,17 @@ void WallColorDialog::hideEvent(QHideEvent* event)
     m_isSeen = false;
     wantWhite();
     PagedDialog::hideEvent(event);
+}
+
+/// Some systems take the dialog away with its window without telling it.
+bool WallColorDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!parentWidget() || watched != parentWidget()->window())
+        return PagedDialog::eventFilter(watched, event);
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide ||
+        event->type() == QEvent::WindowStateChange)
+        wantWhite();
+    return false;
 }
 
 void WallColorDialog::resizeEvent(QResizeEvent* event)
