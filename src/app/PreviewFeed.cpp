@@ -39,8 +39,10 @@ PreviewFeed::PreviewFeed(DeviceManager& devices, ControlPage& page)
 {
     connect(&m_timer, &QTimer::timeout, this, &PreviewFeed::pull);
     connect(&page.stripPreview(), &StripPreview::appeared, this, [this] {
-        if (!m_timer.isActive())
-            wake();
+        if (m_timer.isActive())
+            return;
+        wake();
+        QTimer::singleShot(0, this, &PreviewFeed::pull); // the last light may be another device's
     });
     // What the user does shows at once.
     connect(&page, &ControlPage::dirChanged, this, &PreviewFeed::wake);
