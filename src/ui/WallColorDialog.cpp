@@ -70,10 +70,11 @@ WallColorDialog::WallColorDialog(QWidget* parent)
     setHeaderSize(ui->header->minimumHeight());
     connect(ui->toolButton, &QToolButton::clicked, this, &QDialog::reject);
     connect(ui->closeButton, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui->resetButton, &QPushButton::clicked, this, [this] { take(m_defaults); });
+    connect(ui->resetButton, &QPushButton::clicked, this, [this] { take(withPageReset()); });
     connect(ui->sliderBar, &SliderBar::currentItemChanged, this, [this](int index, const QString& item) {
         showPage(index, item);
         wantWhite();
+        ui->resetButton->setEnabled(m_correction != withPageReset());
     });
     connectWallPage();
     connectLightPage();
@@ -202,6 +203,17 @@ void WallColorDialog::take(const ColorCorrection& correction)
     m_settleTimer.start();
 }
 
+/// Nobody who starts over with the wall means the limit that protects the power supply, too.
+ColorCorrection WallColorDialog::withPageReset() const
+{
+    const bool isWall = ui->stackedWidget->currentIndex() == 0;
+    ColorCorrection reset = isWall ? m_correction : m_defaults;
+    const ColorCorrection& white = isWall ? m_defaults : m_correction;
+    for (const Channel& channel : channels())
+        reset.*channel.share = white.*channel.share;
+    return reset;
+}
+
 void WallColorDialog::settle()
 {
     if (!m_settleTimer.isActive())
@@ -254,7 +266,7 @@ void WallColorDialog::showCorrection()
     if (isLimited)
         ui->limitSpin->setValue(m_correction.powerLimitMa / kMilli);
     ui->ledSpin->setValue(m_correction.ledMilliAmps);
-    ui->resetButton->setEnabled(m_correction != m_defaults);
+    ui->resetButton->setEnabled(m_correction != withPageReset());
     showTexts();
 }
 

@@ -28,7 +28,7 @@ public:
     void setDevice(const QString& name, int nbLeds);
     /// With a light that is off nothing is to be seen on the wall.
     void setLit(bool isLit);
-    /// What the reset button leads to.
+    /// What the reset button leads to, on each page for what it shows.
     void setDefaults(const ColorCorrection& defaults);
     void setCorrection(const ColorCorrection& correction);
     const ColorCorrection& correction() const { return m_correction; }
@@ -62,6 +62,7 @@ private:
     void connectLightPage();
     double fullWhiteAmps() const;
     void take(const ColorCorrection& correction);
+    ColorCorrection withPageReset() const;
     void settle();
     void wantWhite();
     void fillWalls();

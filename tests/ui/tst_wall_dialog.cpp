@@ -44,7 +44,13 @@ private slots:
             {[](auto& d) { d.click("limitBox"); }, [](auto& c) { c.powerLimitMa = 0; }},
             {[](auto& d) { d.template findChild<QSpinBox*>()->setValue(20); },
              [](auto& c) { c.ledMilliAmps = 20; }},
-            {[](auto& d) { d.click("resetButton"); }, [](auto& c) { c = ColorCorrection(); }}};
+            {[](auto& d) { d.click("resetButton"); },
+             [](auto& c) { c.whiteRed = c.whiteGreen = c.whiteBlue = 1.0; }},
+            {[](auto& d) {
+                 d.template findChild<SliderBar*>()->moveLast();
+                 d.click("resetButton");
+             },
+             [](auto& c) { c = {Pipeline::Classic, c.whiteRed, c.whiteGreen, c.whiteBlue, 0, 0, 55}; }}};
         for (const auto& [act, change] : rows) {
             OpenDialog dialog(stored);
             const QSignalSpy settled(&dialog, &WallColorDialog::settled);
