@@ -221,7 +221,8 @@ void averageColumns(const SourcePixels& source, const ushort* sums, int rowWeigh
 
 cv::Mat averageAreas(const SourcePixels& source, QSize outputSize)
 {
-    static thread_local ScalePlan plan;
+    static thread_local ScalePlan kept;
+    ScalePlan& plan = kept; // found once, not for each row
     planFor(source.size, outputSize, plan);
     cv::Mat frame(outputSize.height(), outputSize.width(), CV_8UC4);
     for (int y = 0; y < outputSize.height(); ++y) {

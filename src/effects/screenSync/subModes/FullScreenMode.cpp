@@ -261,7 +261,9 @@ void FullScreenMode::onCtlDirChanged(uint32_t dir)
 QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
 {
     const QSize size = screenSize();
-    cv::resize(frame, frame, cv::Size(size.width(), size.height()), 0, 0, cv::INTER_LINEAR);
+    const cv::Size canvas(size.width(), size.height());
+    if (frame.size() != canvas)
+        cv::resize(frame, frame, canvas, 0, 0, cv::INTER_LINEAR);
 
     if (isWatched()) {
         const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
