@@ -235,7 +235,7 @@ void StripPreview::buildGlow(double spacing, double ratio)
         for (int x = 0; x < m_glow.side; ++x) {
             const double distance = std::hypot(x - middle, y - middle);
             const double far = std::max(1 - distance * distance / (radius * radius), 0.0);
-            const double near = 0.75 * std::exp(-distance * distance / (core * core));
+            const double near = 0.3 * std::exp(-distance * distance / (core * core));
             const auto value = static_cast<uchar>(qRound(255 * std::min(halo * far * far + near, 1.0)));
             std::fill_n(m_glow.mask.begin() + (y * m_glow.side + x) * kPixelBytes, kPixelBytes, value);
         }
