@@ -10,7 +10,11 @@
 #include "support/capture/X11Grabber.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QThread>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/resource.h>
 
 namespace {
