@@ -392,6 +392,7 @@ private slots:
                 QCoreApplication::processEvents();
                 QVERIFY(capture->periods.isEmpty());
                 worker->onCtlDarkChanged(false);
+                QCOMPARE(capture->periods, QList<int>{20}); // a fresh frame for the first step
             },
         };
         for (const auto& change : changes) {

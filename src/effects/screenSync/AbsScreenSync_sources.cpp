@@ -231,6 +231,9 @@ void AbsScreenSync::onCtlDarkChanged(bool dark)
 {
     WithProperties::onCtlDarkChanged(dark);
     m_smoother.snap();
+    // The last frame is from before the pause: the first step afterwards must not begin with it.
+    if (!dark && m_capturer)
+        m_capturer->pullFrame(this, nextStepMs(), period());
     if (m_deskDuplManager && (dark || needsCapturer()))
         m_deskDuplManager->requestSources(dark ? SourceRequest::Pausing : SourceRequest::Again);
 }
