@@ -125,6 +125,22 @@ private slots:
         QCOMPARE(snapshots[0][0].value<QImage>(), expected);
     }
 
+    void whoBeginsToWatchAStillScreenNeedNotWait()
+    {
+        config()->setAppConfig("screenSync.frameIntervalMs", 20);
+        FakeDeskDuplManager manager;
+        const auto capture = manager.captures["A"];
+        capture->tellsOfChange = true;
+        capture->become(positionFrame());
+        const auto mode = loaded<FullScreenMode>(2, 0, &manager);
+        config()->setAppConfig("screenSync.frameIntervalMs", QJsonValue::Null);
+        QTRY_COMPARE(capture->periods.value(capture->periods.size() - 1), 1000); // it rests
+        capture->periods.clear();
+        QSignalSpy snapshots(mode.get(), &FullScreenMode::frameSnapshot);
+        QTRY_COMPARE(snapshots.size(), 1);
+        QCOMPARE(capture->periods.value(0), 20); // no mere look
+    }
+
     void whatShowsNoPictureIsDarkAndSaysWhy()
     {
         const auto mode = loaded<FullScreenMode>(10);

@@ -290,3 +290,9 @@ bool FullScreenMode::isWatched() const
     static const QMetaMethod snapshot = QMetaMethod::fromSignal(&FullScreenMode::frameSnapshot);
     return isSignalConnected(snapshot);
 }
+
+void FullScreenMode::connectNotify(const QMetaMethod& signal)
+{
+    if (signal == QMetaMethod::fromSignal(&FullScreenMode::frameSnapshot))
+        showAtOnce();
+}

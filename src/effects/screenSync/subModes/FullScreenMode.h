@@ -50,6 +50,8 @@ public slots:
 protected:
     QVector<LV_RGB> frameToColors(cv::Mat frame) override;
     std::vector<cv::Rect> lookedAt(const cv::Size& frame) override;
+    /// Who begins to watch sees a still screen at once, too.
+    void connectNotify(const QMetaMethod& signal) override;
 
 private:
     QSize screenSize();
