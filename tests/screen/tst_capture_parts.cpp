@@ -10,7 +10,7 @@
 
 namespace {
 constexpr qint64 kMs = 1000;
-constexpr qint64 kLeadUs = 4 * kMs;                // before anything is known of what a grab costs
+constexpr qint64 kLeadUs = 5 * kMs / 2;            // before anything is known of what a grab costs
 using PixelAt = std::function<QRgb(int x, int y)>; ///< in memory: blue, green, red, something
 
 cv::Mat draw(QSize size, const PixelAt& pixelAt)
@@ -135,7 +135,7 @@ private slots:
                     if (now < nextUs[i] + (now / kMs * 7 + i) % 5 * kMs / 2) // of a busy machine
                         continue;
                     const qint64 age = now - (grabbedUs <= now ? grabbedUs : beforeUs);
-                    QVERIFY2(now < 1300 * kMs || age <= 11 * kMs, qPrintable(QString::number(age)));
+                    QVERIFY2(now < 1300 * kMs || age <= 8 * kMs, qPrintable(QString::number(age)));
                     nextUs[i] += periodsMs[i] * kMs;
                     plan.pull(now, &nextUs[i], nextUs[i], periodsMs[i] * kMs);
                     ++pulls;
@@ -155,7 +155,7 @@ private slots:
             plan.done(due, due + 9 * kMs);
         }
         plan.pull(now += 80 * kMs);
-        QVERIFY(qAbs(plan.dueUs(now) - (now + (80 - 11) * kMs)) < kMs);
+        QVERIFY(qAbs(plan.dueUs(now) - (now + (80 - 9) * kMs)) < kMs);
         // One frame a pull: this one is served, the next is for the pull after it.
         plan.done(now + 69 * kMs, now + 78 * kMs);
         QVERIFY(plan.dueUs(now + 78 * kMs) > now + 140 * kMs);

@@ -9,7 +9,7 @@
 
 namespace {
 constexpr qint64 kLookUs = 2000000; // between two tries to open, and between two looks at the sources
-constexpr qint64 kNearUs = 500;     // not worth a wait of its own
+constexpr qint64 kNearUs = 200;     // not worth a wait of its own
 constexpr int kFirstLookMs = 1000;
 constexpr unsigned long kEndMs = 500;
 

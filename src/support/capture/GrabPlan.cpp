@@ -4,8 +4,9 @@
 
 namespace {
 constexpr qint64 kBurstUs = 4000; // pulls of strangers that are closer together are one
-constexpr qint64 kShareUs = 6000; // expected pulls closer together than this share a frame
-constexpr qint64 kLeadUs = 2000;  // for an early pull
+constexpr qint64 kShareUs = 4000; // expected pulls closer together than this share a frame
+constexpr qint64 kLeadUs = 500;   // for an early pull
+constexpr qint64 kLateUs = 2000;  // not worth to be woken for
 constexpr qint64 kDearestUs = 100000;
 constexpr qint64 kIdleUs = 1000000;
 constexpr qint64 kLookAnywayUs = 1000000; // at a source that tells of changes: not all of them do
@@ -96,7 +97,7 @@ qint64 GrabPlan::takeDueUs(qint64 nowUs, bool tellsOfChange)
 bool GrabPlan::takeWake(qint64 nowUs)
 {
     const qint64 due = dueUs(nowUs);
-    if (due < 0 || (m_plannedUs >= 0 && due >= m_plannedUs - kLeadUs))
+    if (due < 0 || (m_plannedUs >= 0 && due >= m_plannedUs - kLateUs))
         return false;
     m_plannedUs = due;
     return true;
