@@ -16,6 +16,7 @@
 #include <QRandomGenerator>
 #include <QThread>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -86,36 +87,47 @@ bool report(const char* what, const Goal& goal, const QVector<double>& latencies
     return good;
 }
 
+/// Any phase of the effect's period. Where frames come all the time the phases are spread evenly, so that few
+/// changes tell the percentiles.
+void waitForPhase(StripSimulator& strip, int number, double slotMs)
+{
+    constexpr double kGolden = 0.618034;
+    strip.clear();
+    for (QDeadlineTimer patience(200); strip.counters().frames == 0 && !patience.hasExpired();)
+        QThread::usleep(200);
+    QThread::usleep(static_cast<unsigned long>(std::fmod(number * kGolden, 1.0) * slotMs * 1000));
+}
+
 bool measure(const char* what, const VirtualDisplay& display, const QVector<StripSimulator*>& strips,
              int changes)
 {
     ScreenPainter screen(display.name());
-    QVector<QVector<double>> latencies(strips.size());
-    bool red = false;
-    for (int i = 0; i < changes; ++i) {
-        QThread::msleep(300 + QRandomGenerator::global()->bounded(160)); // any phase of the effects' periods
-        red = !red;
-        for (StripSimulator* strip : strips)
-            strip->clear();
-        screen.fill(QRect(QPoint(), kScreen), red ? Qt::red : Qt::green);
-        const double changedMs = StripSimulator::nowMs();
-        for (int strip = 0; strip < strips.size(); ++strip) {
-            const double shownMs = shownAt(*strips[strip], red ? LV_RGB{255, 0, 0} : LV_RGB{0, 255, 0});
-            if (shownMs > 0)
-                latencies[strip].append(shownMs - changedMs);
-        }
-    }
     bool good = true;
-    for (int strip = 0; strip < strips.size(); ++strip)
-        good &= report(what, kGoals[strip], latencies[strip], changes);
+    for (int i = 0; i < strips.size(); ++i) {
+        StripSimulator& strip = *strips[i];
+        QVector<double> latencies;
+        bool red = false;
+        for (int number = 0; number < changes; ++number) {
+            QThread::msleep(200 + QRandomGenerator::global()->bounded(160));
+            waitForPhase(strip, number, (6 + 3 * kGoals[i].leds) * 1050.0 / kLineBytesPerSecond);
+            red = !red;
+            strip.clear();
+            screen.fill(QRect(QPoint(), kScreen), red ? Qt::red : Qt::green);
+            const double changedMs = StripSimulator::nowMs();
+            const double shownMs = shownAt(strip, red ? LV_RGB{255, 0, 0} : LV_RGB{0, 255, 0});
+            if (shownMs > 0)
+                latencies.append(shownMs - changedMs);
+        }
+        good &= report(what, kGoals[i], latencies, changes);
+    }
     return good;
 }
 
-/// In the middle of the screen, so that every slot has a new frame.
+/// On some LEDs, so that every slot has a new frame to send.
 void startPicture(QProcess& picture, const VirtualDisplay& display)
 {
     display.startProgram(picture, QCoreApplication::applicationDirPath() + QStringLiteral("/moving-picture"),
-                         {"--geometry", "480x270+720+405", "--fps", "60"});
+                         {"--geometry", "320x1080+0+0", "--fps", "60"});
     QThread::sleep(1);
 }
 
