@@ -8,7 +8,7 @@ declare -A packages
 packages[build]="g++ cmake ninja-build ccache pkg-config git
     qtbase5-dev qttools5-dev-tools libqt5serialport5-dev
     libopencv-core-dev libopencv-imgproc-dev liblog4cplus-dev libjsoncpp-dev libpulse-dev libpipewire-0.3-dev libzip-dev libsodium-dev
-    libxcb1-dev libxcb-shm0-dev libxcb-randr0-dev libxcb-damage0-dev
+    libxcb1-dev libxcb-shm0-dev libxcb-render0-dev libxcb-randr0-dev libxcb-damage0-dev
     libqt5x11extras5-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev"
 packages[run]="fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth pulseaudio qtwayland5"
 packages[stage]="dbus-daemon pipewire pipewire-bin wireplumber" # the stand-in for a Wayland desktop

@@ -57,16 +57,17 @@ double plainLoop(const VirtualDisplay& display, QSize screen, double framesPerSe
     xcb_connection_t* connection = xcb_connect(display.name().constData(), nullptr);
     double percent = -1;
     if (!xcb_connection_has_error(connection)) {
-        X11Image image(connection, xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root, true);
+        const uint32_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+        X11Image image(connection, true);
         const auto period = std::chrono::nanoseconds(qint64(1e9 / framesPerSecond));
         const int frames = int(framesPerSecond * kFloorSeconds);
-        image.grab(QRect(QPoint(), screen)); // sets itself up
+        image.grab(root, QRect(QPoint(), screen)); // sets itself up
         auto next = std::chrono::steady_clock::now();
         const double before = threadCpuSeconds();
         double sum = 0;
         for (int i = 0; i < frames; ++i) {
             std::this_thread::sleep_until(next += period);
-            const uchar* pixels = image.grab(QRect(QPoint(), screen));
+            const uchar* pixels = image.grab(root, QRect(QPoint(), screen));
             if (pixels)
                 sum += cv::mean(
                     cv::Mat(screen.height(), screen.width(), CV_8UC4, const_cast<uchar*>(pixels)))[1];

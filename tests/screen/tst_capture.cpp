@@ -4,8 +4,11 @@
 #include "support/capture/DeskCaptureOption.h"
 #include "support/capture/DeskDuplManager.h"
 #include "support/capture/X11Grabber.h"
+#include "support/capture/X11Reducer.h"
 
 #include <QtTest>
+#include <numeric>
+#include <opencv2/imgproc.hpp>
 #include <thread>
 
 namespace {
@@ -153,6 +156,66 @@ private slots:
             QCOMPARE(pulledColor(*screen.capture, 0.2, 0.8), kOrange);
             screen.capture->setOutputSize(33, -7);
             QTRY_VERIFY_WITH_TIMEOUT(screen.capture->grabFrame().size() == cv::Size(33, 1), kPatienceMs);
+        }
+    }
+
+    void aLargeScreenIsMadeSmallByTheServerAndLooksTheSame()
+    {
+        const QSize output(120, 67);
+        QCOMPARE(X11Reducer::sizeFor({1920, 1080}, output), QSize(480, 540));
+        QCOMPARE(X11Reducer::sizeFor({3840, 2160}, output), QSize(960, 540));
+        QCOMPARE(X11Reducer::sizeFor({7680, 4320}, output), QSize(1920, 1080));
+        QCOMPARE(X11Reducer::sizeFor({959, 1071}, {120, 134}), QSize(959, 1071));
+        QCOMPARE(X11Reducer::sizeFor({33, 1999}, {40, 1}), QSize(33, 499));
+
+        const QRect whole(0, 0, 1920, 1080);
+        const QRect odd(101, 55, 1367, 1075); // a monitor; no factor fits its size
+        for (const char* lacking : {"", "RENDER"}) {
+            VirtualDisplay display(whole.size());
+            display.setArguments(*lacking ? QStringList{"-extension", lacking} : QStringList());
+            QVERIFY(display.start());
+            X11Grabber grabber(display.name());
+            QVERIFY(grabber.open());
+            grabber.sources();
+            ScreenPainter painter(display.name());
+            const auto grab = [&](const QRect& rect) {
+                cv::Mat frame;
+                grabber.grab({"any", "any", rect, true}, output, true, frame);
+                return frame;
+            };
+            for (const QRect& rect : {whole, odd}) {
+                painter.fill(whole, Qt::green); // all around
+                painter.fill(rect, kOrange);
+                painter.fill({rect.topLeft(), QSize(rect.width() / 2, rect.height())}, kBlue);
+                const cv::Mat frame = grab(rect);
+                QCOMPARE(QSize(frame.cols, frame.rows), output);
+                cv::Mat expected(frame.size(), CV_8UC4, cv::Scalar(250, 120, 10, 255));
+                expected.colRange(0, 60).setTo(cv::Scalar(20, 60, 230, 255));
+                cv::Mat difference;
+                cv::absdiff(frame, expected, difference);
+                difference.colRange(59, 61).setTo(0); // which may have something of both
+                QCOMPARE(cv::norm(difference, cv::NORM_INF), 0.0);
+            }
+            // A thin line that moves looks like one, behind the shipped blur.
+            for (const bool isColumn : {true, false}) {
+                std::vector<double> light;
+                for (int at = 400; at < 432; ++at) {
+                    painter.fill(whole, Qt::black);
+                    painter.fill(isColumn ? QRect(at, 0, 1, 1080) : QRect(0, at, 1920, 1), Qt::white);
+                    cv::Mat frame = grab(whole);
+                    QVERIFY(!frame.empty());
+                    frame.convertTo(frame, CV_32F);
+                    cv::GaussianBlur(frame, frame, cv::Size(37, 37), 0);
+                    cv::extractChannel(frame, frame, 0);
+                    double most = 0;
+                    cv::minMaxLoc(frame, nullptr, &most);
+                    light.push_back(most);
+                }
+                const auto [least, most] = std::minmax_element(light.begin(), light.end());
+                const double mean = std::accumulate(light.begin(), light.end(), 0.0) / double(light.size());
+                QVERIFY2(*most - *least < 3 && mean > 0.5 && mean < 2,
+                         qPrintable(QString("%1 to %2, mean %3").arg(*least).arg(*most).arg(mean)));
+            }
         }
     }
 

@@ -420,8 +420,11 @@ private slots:
 
     void framesComeAtTheLinesPaceAndWaitForItWhenItIsBusy()
     {
-        const std::tuple<QJsonValue, int, int> paces[] = {
-            {QJsonValue::Null, 83000, 5}, {-1, 30000, 33}, {-1, 199001, 200}, {50, 83000, 50}};
+        const std::tuple<QJsonValue, int, int> paces[] = {{QJsonValue::Null, 83000, 5},
+                                                          {-1, 30000, 33},
+                                                          {-1, 199001, 200},
+                                                          {50, 30000, 50},
+                                                          {50, 83000, 83}};
         for (const auto& [interval, slotUs, periodMs] : paces) {
             config()->setAppConfig("screenSync.frameIntervalMs", interval);
             FakeDeskDuplManager manager;

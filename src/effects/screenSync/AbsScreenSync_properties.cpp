@@ -163,10 +163,12 @@ void AbsScreenSync::setFrameInterval(int ms)
 
 void AbsScreenSync::applyFrameInterval()
 {
-    if (m_frameInterval == ConfigKeys::kFrameIntervalOfLine)
-        setUpdateInterval(std::max(kFastestFrameMs, (m_ctlOptions.frameSlotUs + 999) / 1000));
-    else if (m_frameInterval > 0)
-        setUpdateInterval(m_frameInterval);
+    if (m_frameInterval == 0)
+        return;
+    // Frames that come faster than the line takes them wait, each somewhat longer than the one before.
+    const int slotMs = (m_ctlOptions.frameSlotUs + 999) / 1000;
+    const bool isOfLine = m_frameInterval == ConfigKeys::kFrameIntervalOfLine;
+    setUpdateInterval(std::max(slotMs, isOfLine ? kFastestFrameMs : m_frameInterval));
 }
 
 bool AbsScreenSync::wipeDarkSideAllowed()

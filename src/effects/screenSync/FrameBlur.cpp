@@ -66,6 +66,15 @@ public:
         , m_weights(kernel.begin<float>() + m_radius, kernel.end<float>())
         , m_line(size_t((src.cols + 2 * m_radius) * kChannels))
     {
+        const auto mirrored = [](int at, int count) {
+            return cv::borderInterpolate(at, count, cv::BORDER_DEFAULT);
+        };
+        for (int y = -m_radius; y < src.rows + m_radius; ++y)
+            m_rows.push_back(src.ptr(mirrored(y, src.rows)));
+        for (int distance = 1; distance <= m_radius; ++distance) {
+            m_leftOf.push_back(mirrored(-distance, src.cols));
+            m_rightOf.push_back(mirrored(src.cols - 1 + distance, src.cols));
+        }
     }
 
     /// Blurs the pixels of a row that `wanted` marks.
@@ -96,24 +105,17 @@ private:
     void sumRows(int y, int begin, int end)
     {
         using namespace cv;
-        const auto row = [this](int at) {
-            return m_src.ptr(borderInterpolate(at, m_src.rows, BORDER_DEFAULT));
-        };
-        m_above.clear();
-        m_below.clear();
-        for (int distance = 1; distance <= m_radius; ++distance) {
-            m_above.push_back(row(y - distance));
-            m_below.push_back(row(y + distance));
-        }
-        const uchar* centre = row(y);
+        const uchar* const* rows = &m_rows[size_t(y + m_radius)];
+        const uchar* centre = rows[0];
+        const ushort* weights = m_shortWeights.data();
         float* line = &m_line[size_t(m_radius * kChannels)];
+        const int radius = m_radius;
         int x = begin;
         for (; x + 8 <= end; x += 8) {
-            v_uint16x8 sum = v_mul_wrap(v_load_expand(centre + x), v_setall_u16(ushort(m_weights[0])));
-            for (size_t i = 0; i < m_above.size(); ++i) {
-                const v_uint16x8 both =
-                    v_add_wrap(v_load_expand(m_above[i] + x), v_load_expand(m_below[i] + x));
-                sum = v_add_wrap(sum, v_mul_wrap(both, v_setall_u16(ushort(m_weights[i + 1]))));
+            v_uint16x8 sum = v_mul_wrap(v_load_expand(centre + x), v_setall_u16(weights[0]));
+            for (int i = 1; i <= radius; ++i) {
+                const v_uint16x8 both = v_add_wrap(v_load_expand(rows[-i] + x), v_load_expand(rows[i] + x));
+                sum = v_add_wrap(sum, v_mul_wrap(both, v_setall_u16(weights[i])));
             }
             v_uint32x4 low, high;
             v_expand(sum, low, high);
@@ -121,10 +123,10 @@ private:
             v_store(line + x + 4, v_cvt_f32(v_reinterpret_as_s32(high)));
         }
         for (; x < end; ++x) {
-            float sum = float(centre[x]) * m_weights[0];
-            for (size_t i = 0; i < m_above.size(); ++i)
-                sum += float(m_above[i][x] + m_below[i][x]) * m_weights[i + 1];
-            line[x] = sum;
+            int sum = centre[x] * weights[0];
+            for (int i = 1; i <= radius; ++i)
+                sum += (rows[-i][x] + rows[i][x]) * weights[i];
+            line[x] = float(sum);
         }
     }
 
@@ -132,12 +134,9 @@ private:
     void reflect()
     {
         const auto pixel = [this](int x) { return &m_line[size_t((m_radius + x) * kChannels)]; };
-        const auto copy = [&](int x) {
-            std::copy_n(pixel(cv::borderInterpolate(x, m_src.cols, cv::BORDER_DEFAULT)), kChannels, pixel(x));
-        };
         for (int distance = 1; distance <= m_radius; ++distance) {
-            copy(-distance);
-            copy(m_src.cols - 1 + distance);
+            std::copy_n(pixel(m_leftOf[size_t(distance - 1)]), kChannels, pixel(-distance));
+            std::copy_n(pixel(m_rightOf[size_t(distance - 1)]), kChannels, pixel(m_src.cols - 1 + distance));
         }
     }
 
@@ -147,10 +146,12 @@ private:
         constexpr int kBits = 2 * kKernelBits;
         const float* centre = &m_line[size_t((m_radius + x) * kChannels)];
         v_float32x4 sum = v_load(centre) * v_setall_f32(m_weights[0]) + v_setall_f32(1 << (kBits - 1));
-        for (int distance = 1; distance <= m_radius; ++distance) {
+        const float* weights = m_weights.data();
+        const int radius = m_radius;
+        for (int distance = 1; distance <= radius; ++distance) {
             const v_float32x4 both =
                 v_load(centre - distance * kChannels) + v_load(centre + distance * kChannels);
-            sum = sum + both * v_setall_f32(m_weights[size_t(distance)]);
+            sum = sum + both * v_setall_f32(weights[distance]);
         }
         int sums[kChannels];
         v_store(sums, v_trunc(sum));
@@ -161,9 +162,11 @@ private:
     const cv::Mat& m_src;
     const int m_radius;
     const std::vector<float> m_weights; ///< from the centre outwards
-    std::vector<float> m_line;          ///< the sums of the columns, with `m_radius` pixels more at both ends
-    std::vector<const uchar*> m_above;
-    std::vector<const uchar*> m_below;
+    const std::vector<ushort> m_shortWeights{m_weights.begin(), m_weights.end()};
+    std::vector<float> m_line;        ///< the sums of the columns, with `m_radius` pixels more at both ends
+    std::vector<const uchar*> m_rows; ///< mirrored ones, too: `m_radius` more at both ends
+    std::vector<int> m_leftOf;        ///< what stands in for the pixels left of the frame
+    std::vector<int> m_rightOf;
 };
 
 } // namespace

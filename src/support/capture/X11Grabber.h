@@ -9,6 +9,7 @@
 
 class X11ChangeWatch;
 class X11Image;
+class X11Reducer;
 struct xcb_connection_t;
 
 /// Reads the monitors of an X server over a connection of its own: one source a RandR monitor, or the whole
@@ -45,6 +46,7 @@ private:
     std::atomic<int> m_abortFile{-1};
     xcb_connection_t* m_connection = nullptr;
     std::unique_ptr<X11Image> m_image;
+    std::unique_ptr<X11Reducer> m_reducer;
     std::unique_ptr<X11ChangeWatch> m_watch;
     uint32_t m_root = 0;
     QSize m_rootSize;

@@ -2,6 +2,7 @@
 
 #include "support/capture/X11ChangeWatch.h"
 #include "support/capture/X11Image.h"
+#include "support/capture/X11Reducer.h"
 
 #include <QDebug>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 #include <utility>
 #include <xcb/damage.h>
 #include <xcb/randr.h>
+#include <xcb/render.h>
 #include <xcb/shm.h>
 #include <xcb/xcb.h>
 
@@ -95,6 +97,7 @@ void X11Grabber::close()
     if (!m_connection)
         return;
     m_watch.reset();
+    m_reducer.reset();
     m_image.reset();
     m_abortFile = -1;
     xcb_disconnect(m_connection);
@@ -129,16 +132,18 @@ bool X11Grabber::readFormat(int screenNumber)
         refuse(QStringLiteral("colours of other than 8 bits"));
         return false;
     }
+    m_reducer = std::make_unique<X11Reducer>(m_connection, m_root, visual->visual_id, uint8_t(depth));
     return true;
 }
 
 void X11Grabber::openExtensions()
 {
     xcb_prefetch_extension_data(m_connection, &xcb_shm_id);
+    xcb_prefetch_extension_data(m_connection, &xcb_render_id);
     xcb_prefetch_extension_data(m_connection, &xcb_randr_id);
     xcb_prefetch_extension_data(m_connection, &xcb_damage_id);
 
-    m_image = std::make_unique<X11Image>(m_connection, m_root, hasSharedMemory());
+    m_image = std::make_unique<X11Image>(m_connection, hasSharedMemory());
     m_watch = std::make_unique<X11ChangeWatch>(m_connection, m_root);
     const auto* randr = xcb_get_extension_data(m_connection, &xcb_randr_id);
     if (!randr || !randr->present)
@@ -223,15 +228,17 @@ ScreenGrabber::Result X11Grabber::grab(const CaptureSource& source, QSize output
     if (rect.isEmpty())
         return Result::Failed;
     m_watch->beforeGrab(source.id);
-    const uchar* pixels = m_image->grab(rect);
-    if (!pixels) { // the screen became smaller, or the server is gone
+    SourcePixels view = m_format;
+    view.size = X11Reducer::sizeFor(rect.size(), outputSize);
+    const uint32_t reduced = view.size == rect.size() ? 0 : m_reducer->draw(rect, view.size);
+    if (!reduced)
+        view.size = rect.size();
+    view.data = reduced ? m_image->grab(reduced, QRect(QPoint(), view.size)) : m_image->grab(m_root, rect);
+    if (!view.data) { // the screen became smaller, or the server is gone
         m_sourcesChanged = true;
         return Result::Failed;
     }
-    SourcePixels view = m_format;
-    view.data = pixels;
-    view.stride = qint64(rect.width()) * 4;
-    view.size = rect.size();
+    view.stride = qint64(view.size.width()) * 4;
     frame = scaleFrame(view, outputSize);
     readEvents();
     m_watch->afterGrab(source.id, frame);

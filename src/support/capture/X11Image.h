@@ -11,23 +11,22 @@ struct xcb_connection_t;
 class X11Image
 {
 public:
-    X11Image(xcb_connection_t* connection, uint32_t drawable, bool shared);
+    X11Image(xcb_connection_t* connection, bool shared);
     ~X11Image();
     X11Image(const X11Image&) = delete;
     X11Image& operator=(const X11Image&) = delete;
 
-    /// The pixels of a rectangle of the drawable, four bytes each and without gaps; valid until the next
-    /// call. Null when the server refuses, as it does for a rectangle outside.
-    const unsigned char* grab(const QRect& rect);
+    /// The pixels of a rectangle of a drawable, four bytes each and without gaps; valid until the next call.
+    /// Null when the server refuses, as it does for a rectangle outside.
+    const unsigned char* grab(uint32_t drawable, const QRect& rect);
 
 private:
     bool ensureSegment(size_t bytes);
     void dropSegment();
-    const unsigned char* grabShared(const QRect& rect);
-    const unsigned char* grabPlain(const QRect& rect);
+    const unsigned char* grabShared(uint32_t drawable, const QRect& rect);
+    const unsigned char* grabPlain(uint32_t drawable, const QRect& rect);
 
     xcb_connection_t* const m_connection;
-    const uint32_t m_drawable;
     bool m_shared;
     uint32_t m_segment = 0;
     void* m_memory = nullptr;

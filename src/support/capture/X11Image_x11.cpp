@@ -16,9 +16,8 @@ size_t bytesOf(const QRect& rect)
 }
 } // namespace
 
-X11Image::X11Image(xcb_connection_t* connection, uint32_t drawable, bool shared)
+X11Image::X11Image(xcb_connection_t* connection, bool shared)
     : m_connection(connection)
-    , m_drawable(drawable)
     , m_shared(shared)
 {
 }
@@ -29,13 +28,13 @@ X11Image::~X11Image()
     free(m_reply);
 }
 
-const unsigned char* X11Image::grab(const QRect& rect)
+const unsigned char* X11Image::grab(uint32_t drawable, const QRect& rect)
 {
     if (m_shared && !ensureSegment(bytesOf(rect))) {
         qWarning() << "[DeskDuplManager]: The display shares no memory, frames are copied";
         m_shared = false;
     }
-    return m_shared ? grabShared(rect) : grabPlain(rect);
+    return m_shared ? grabShared(drawable, rect) : grabPlain(drawable, rect);
 }
 
 bool X11Image::ensureSegment(size_t bytes)
@@ -77,9 +76,9 @@ void X11Image::dropSegment()
     m_memory = nullptr;
 }
 
-const unsigned char* X11Image::grabShared(const QRect& rect)
+const unsigned char* X11Image::grabShared(uint32_t drawable, const QRect& rect)
 {
-    const auto cookie = xcb_shm_get_image(m_connection, m_drawable, int16_t(rect.x()), int16_t(rect.y()),
+    const auto cookie = xcb_shm_get_image(m_connection, drawable, int16_t(rect.x()), int16_t(rect.y()),
                                           uint16_t(rect.width()), uint16_t(rect.height()), kAllPlanes,
                                           XCB_IMAGE_FORMAT_Z_PIXMAP, m_segment, 0);
     xcb_generic_error_t* error = nullptr;
@@ -90,13 +89,13 @@ const unsigned char* X11Image::grabShared(const QRect& rect)
     return complete ? static_cast<const unsigned char*>(m_memory) : nullptr;
 }
 
-const unsigned char* X11Image::grabPlain(const QRect& rect)
+const unsigned char* X11Image::grabPlain(uint32_t drawable, const QRect& rect)
 {
     free(m_reply);
     xcb_generic_error_t* error = nullptr;
     const auto cookie =
-        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_drawable, int16_t(rect.x()),
-                      int16_t(rect.y()), uint16_t(rect.width()), uint16_t(rect.height()), kAllPlanes);
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, int16_t(rect.x()), int16_t(rect.y()),
+                      uint16_t(rect.width()), uint16_t(rect.height()), kAllPlanes);
     xcb_get_image_reply_t* reply = xcb_get_image_reply(m_connection, cookie, &error);
     m_reply = reply;
     free(error);
