@@ -189,7 +189,7 @@ void AbsScreenSync::onPictureChanged()
 
 void AbsScreenSync::onCtlLineBusy(int ms)
 {
-    if (m_frameInterval == ConfigKeys::kFrameIntervalOfLine && !isResting())
+    if (m_frameInterval != 0 && !isResting())
         delayStep(ms);
 }
 
