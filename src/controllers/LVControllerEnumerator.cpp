@@ -205,7 +205,7 @@ QList<ProbeDialogue*> LVControllerEnumerator::dialogues() const
 
 void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)
 {
-    const SerialPortRecord record = dialogue->record();
+    const SerialPortRecord& record = dialogue->record();
     const auto warn = [record, error = dialogue->openErrorString()] {
         logWarning(QStringLiteral("The serial port %1 cannot be opened: %2").arg(record.name, error));
     };

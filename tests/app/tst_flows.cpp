@@ -262,7 +262,8 @@ private slots:
         const uid_t self = getuid();
         const auto restore = qScopeGuard([&] {
             qputenv("PATH", path);
-            setreuid(self, uid_t(-1));
+            if (setreuid(self, uid_t(-1)) != 0)
+                qFatal("no way back");
         });
         QVERIFY(QFile::link("/bin/true", m_folder->filePath("pkexec"))); // an administrator who agrees
         QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755)));

@@ -138,7 +138,7 @@ private slots:
 private:
     AbsRGBControllerPtr addDevice(const QString& id)
     {
-        const AbsRGBControllerPtr device(new FakeController(id, 3, id.section(':', 0, 0)));
+        AbsRGBControllerPtr device(new FakeController(id, 3, id.section(':', 0, 0)));
         DeviceManager& devices = m_app->deviceManager();
         QMetaObject::invokeMethod(&devices, "addController", Q_ARG(AbsRGBControllerPtr, device));
         device->setBrightness(1.0F);

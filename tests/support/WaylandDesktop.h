@@ -67,7 +67,7 @@ public:
             if (node.contains("app_id"))
                 found.insert(node["name"].toString(), node);
             for (const char* children : {"nodes", "floating_nodes"})
-                for (const QJsonValue& child : node[children].toArray())
+                for (const auto& child : node[children].toArray())
                     nodes += child;
         }
         return found;

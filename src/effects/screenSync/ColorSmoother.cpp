@@ -112,7 +112,7 @@ void ColorSmoother::Channel::follow(float share)
     if (distance < 1.0F && targetAge >= lasting)
         level = shown = target;
     else if (std::abs(level - static_cast<float>(shown)) > kDeadBand)
-        shown = static_cast<std::uint8_t>(level + 0.5F);
+        shown = static_cast<std::uint8_t>(std::lround(level));
 }
 
 bool ColorSmoother::isCut(const QVector<LV_RGB>& colors) const

@@ -105,10 +105,10 @@ private:
     void sumRows(int y, int begin, int end)
     {
         using namespace cv;
-        const uchar* const* rows = &m_rows[size_t(y + m_radius)];
+        const uchar* const* rows = m_rows.data() + y + m_radius;
         const uchar* centre = rows[0];
         const ushort* weights = m_shortWeights.data();
-        float* line = &m_line[size_t(m_radius * kChannels)];
+        float* line = m_line.data() + m_radius * kChannels;
         const int radius = m_radius;
         int x = begin;
         for (; x + 8 <= end; x += 8) {
@@ -133,7 +133,7 @@ private:
     /// Continues the line beyond both ends.
     void reflect()
     {
-        const auto pixel = [this](int x) { return &m_line[size_t((m_radius + x) * kChannels)]; };
+        const auto pixel = [this](int x) { return m_line.data() + (m_radius + x) * kChannels; };
         for (int distance = 1; distance <= m_radius; ++distance) {
             std::copy_n(pixel(m_leftOf[size_t(distance - 1)]), kChannels, pixel(-distance));
             std::copy_n(pixel(m_rightOf[size_t(distance - 1)]), kChannels, pixel(m_src.cols - 1 + distance));
@@ -144,7 +144,7 @@ private:
     {
         using namespace cv;
         constexpr int kBits = 2 * kKernelBits;
-        const float* centre = &m_line[size_t((m_radius + x) * kChannels)];
+        const float* centre = m_line.data() + (m_radius + x) * kChannels;
         v_float32x4 sum = v_load(centre) * v_setall_f32(m_weights[0]) + v_setall_f32(1 << (kBits - 1));
         const float* weights = m_weights.data();
         const int radius = m_radius;

@@ -168,7 +168,7 @@ void sumRows(const SourcePixels& source, const RowPlan& plan, int shift, std::ve
                 sum[i] = v_add_wrap(sum[i], part[i]);
         }
         for (int i = 0; i < 4; ++i)
-            v_store(&sums[size_t(x + 8 * i)], sum[i] << shift);
+            v_store(sums.data() + x + 8 * i, sum[i] << shift);
     }
     for (; x < bytes; ++x) {
         int sum = 0;
