@@ -216,6 +216,12 @@ private slots:
                 QVERIFY2(*most - *least < 3 && mean > 0.5 && mean < 2,
                          qPrintable(QString("%1 to %2, mean %3").arg(*least).arg(*most).arg(mean)));
             }
+            // What is no longer there when the screen becomes smaller does not look black.
+            QVERIFY(display.run("xrandr", {"--output", "screen", "--off", "--fb", "1280x720"}));
+            painter.fill(whole, Qt::white);
+            QVERIFY(grab(whole).empty());
+            grabber.sources();
+            QVERIFY(cv::mean(grab(whole))[0] > 254);
         }
     }
 

@@ -238,9 +238,12 @@ ScreenGrabber::Result X11Grabber::grab(const CaptureSource& source, QSize output
         m_sourcesChanged = true;
         return Result::Failed;
     }
+    readEvents();
+    if (reduced &&
+        m_sourcesChanged) // the screen may have become smaller: beyond its edge all was drawn black
+        return Result::Failed;
     view.stride = qint64(view.size.width()) * 4;
     frame = scaleFrame(view, outputSize);
-    readEvents();
     m_watch->afterGrab(source.id, frame);
     return Result::Frame;
 }

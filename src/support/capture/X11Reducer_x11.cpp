@@ -1,8 +1,6 @@
 #include "support/capture/X11Reducer.h"
 
-#include <QDebug>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <xcb/render.h>
 #include <xcb/xcb.h>
