@@ -225,7 +225,12 @@ private slots:
         QCOMPARE(m_urls, QStringList({"https://shown.invalid", "https://shown.invalid", "https://x.invalid",
                                       "http://x.invalid"}));
         QCOMPARE(log.count("[HomePage]: Failed to open url: "), 3);
-        QCOMPARE(redPart(*box).size(), QSize(box->width(), box->width() / 2));
+        const QSize shown(box->width(), box->width() / 2);
+        QCOMPARE(redPart(*box).size(), shown);
+        m_page->showMinimized(); // nobody sees it, and nothing is kept
+        QCOMPARE(redPart(*box).size(), QSize(0, 0));
+        m_page->showNormal();
+        QCOMPARE(redPart(*box).size(), shown);
     }
 
     void picturesFitTheirBoxes()
