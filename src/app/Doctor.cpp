@@ -147,7 +147,7 @@ void Doctor::ask(const SerialPortRecord& record)
 {
     auto* dialogue = new ProbeDialogue(record, this);
     if (!dialogue->start(kReplyMs, 1, kSilenceMs)) {
-        const bool isRefused = dialogue->openError() == QSerialPort::PermissionError;
+        const bool isRefused = dialogue->openError() == SerialLine::PermissionError;
         m_findings.append(isRefused ? PortFinding::ofRefusal(record) : PortFinding::ofSilence(record));
         return;
     }

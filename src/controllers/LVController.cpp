@@ -25,7 +25,7 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
     // owner, who would never hear of it.
     connect(
         m_serial, &LVSerialPort::errorOccurred, this,
-        [this](QSerialPort::SerialPortError error, const QString& description) {
+        [this](SerialLine::SerialPortError error, const QString& description) {
             QMetaObject::invokeMethod(
                 this, [this, error, description] { onSerialError(error, description); },
                 Qt::QueuedConnection);
@@ -34,11 +34,10 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
     m_thread = new QThread(this);
     m_thread->setObjectName(threadName(options.portName));
     connect(m_thread, &QThread::started, m_thread, installCrashStackForThread, Qt::DirectConnection);
-    m_serial->port()->moveToThread(m_thread);
     m_serial->moveToThread(m_thread);
     m_thread->start();
     connect(m_serial, &LVSerialPort::deviceCommand1, this, &LVController::onDevCmd1, Qt::QueuedConnection);
-    connect(m_serial->port(), &QIODevice::readyRead, m_serial, &LVSerialPort::onDevCmdArrival);
+    connect(m_serial->line(), &SerialLine::readyRead, m_serial, &LVSerialPort::onDevCmdArrival);
     QMetaObject::invokeMethod(m_serial, &LVSerialPort::startPacing, Qt::QueuedConnection);
 }
 
@@ -124,7 +123,7 @@ void LVController::onDevCmd1()
     emit devActionActived(0);
 }
 
-void LVController::onSerialError(QSerialPort::SerialPortError error, QString description)
+void LVController::onSerialError(SerialLine::SerialPortError error, QString description)
 {
     const auto status = LVSerialPort::statusOf(error);
     if (!status || *status == m_options.status)

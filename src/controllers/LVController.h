@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controllers/AbsRGBController.h"
+#include "controllers/SerialLine.h"
 
 #include <QDeadlineTimer>
-#include <QSerialPort>
 #include <memory>
 
 class LVSerialPort;
@@ -36,7 +36,7 @@ signals:
 
 private slots:
     void onDevCmd1();
-    void onSerialError(QSerialPort::SerialPortError error, QString description);
+    void onSerialError(SerialLine::SerialPortError error, QString description);
 
 private:
     void stopThread();

@@ -209,9 +209,9 @@ void LVControllerEnumerator::noteOpenError(const ProbeDialogue* dialogue)
     const auto warn = [record, error = dialogue->openErrorString()] {
         logWarning(QStringLiteral("The serial port %1 cannot be opened: %2").arg(record.name, error));
     };
-    if (dialogue->openError() == QSerialPort::DeviceNotFoundError)
+    if (dialogue->openError() == SerialLine::DeviceNotFoundError)
         forget(record.name);
-    else if (dialogue->openError() == QSerialPort::PermissionError)
+    else if (dialogue->openError() == SerialLine::PermissionError)
         find(
             record.name,
             [record, before = holderBefore(record.name)] { return PortFinding::ofRefusal(record, before); },

@@ -10,16 +10,14 @@ constexpr qint64 kReportMs = 5000;
 constexpr int kDrainPollMs = 2;
 constexpr int kSettleMs = 15; ///< lets the adapter pass on its last bytes before the port closes
 constexpr int kLoggedBytes = 256;
-constexpr qint64 kReadBufferBytes = 4096;
 
 } // namespace
 
 LVSerialPort::LVSerialPort(QObject* parent)
     : QObject(parent)
-    , m_port(new QSerialPort)
 {
     qRegisterMetaType<QByteArray>("QByteArray");
-    qRegisterMetaType<QSerialPort::SerialPortError>();
+    qRegisterMetaType<SerialLine::SerialPortError>("SerialLine::SerialPortError");
     m_clock.start();
     for (QTimer* timer : {&m_lineTimer, &m_talkTimer}) {
         timer->setSingleShot(true);
@@ -31,27 +29,21 @@ LVSerialPort::LVSerialPort(QObject* parent)
 
 LVSerialPort::~LVSerialPort()
 {
-    m_port->disconnect(this);
+    m_line.disconnect(this);
     close(false);
-    delete m_port; // deleteLater() within the last events of a thread is never carried out
 }
 
 bool LVSerialPort::init(const SerialPortRecord& record)
 {
     m_name = record.name;
-    m_port->setPortName(record.systemLocation);
-    m_port->setBaudRate(QSerialPort::Baud115200, QSerialPort::AllDirections);
-    m_port->setDataBits(QSerialPort::Data8);
-    m_port->setParity(QSerialPort::NoParity);
-    if (!m_port->open(QIODevice::ReadWrite)) {
+    if (!m_line.open(record.systemLocation)) {
         qWarning().noquote().nospace() << "[SerialPort]: Failed to open the serial port " << m_name
-                                       << "\r\n\terror: " << static_cast<int>(m_port->error());
+                                       << "\r\n\terror: " << static_cast<int>(m_line.error());
         return false;
     }
-    m_port->clear(QSerialPort::AllDirections);
-    m_crashBlackOut.open((std::intptr_t)(m_port->handle())); // a number or a pointer, as the system has it
-    connect(m_port, &QSerialPort::errorOccurred, this, &LVSerialPort::onPortError);
-    connect(m_port, &QSerialPort::bytesWritten, this, &LVSerialPort::advance);
+    m_crashBlackOut.open(m_line.handle());
+    connect(&m_line, &SerialLine::errorOccurred, this, &LVSerialPort::onPortError);
+    connect(&m_line, &SerialLine::bytesWritten, this, &LVSerialPort::advance);
     m_state = State::Probing;
     return true;
 }
@@ -62,14 +54,13 @@ void LVSerialPort::startPacing()
     if (m_state != State::Probing)
         return;
     m_state = State::Paced;
-    m_port->readAll(); // the end of the probe's answer is no press, and a full buffer would never signal
-    m_port->setReadBufferSize(kReadBufferBytes);
+    m_line.readAll(); // the end of the probe's answer is no press, and a full buffer would never signal
 }
 
 void LVSerialPort::write(QByteArray bytes)
 {
     if (m_state == State::Probing)
-        m_port->write(bytes);
+        m_line.write(bytes);
     if (m_state != State::Paced)
         return;
     if (m_pacer.offer(bytes))
@@ -83,14 +74,14 @@ void LVSerialPort::advance()
 {
     if (m_state == State::Releasing)
         return finishWhenDrained();
-    if (m_state != State::Paced || !m_pacer.isWaiting() || m_port->bytesToWrite() > 0)
+    if (m_state != State::Paced || !m_pacer.isWaiting() || m_line.bytesToWrite() > 0)
         return;
     const qint64 delayUs = m_pacer.delayUs(nowUs());
     if (delayUs > 0) {
         m_lineTimer.start(static_cast<int>((delayUs + 999) / 1000));
         return;
     }
-    m_port->write(m_pacer.take(nowUs()));
+    m_line.write(m_pacer.take(nowUs()));
     reportWrite();
 }
 
@@ -114,7 +105,7 @@ void LVSerialPort::reportWrite()
 
 void LVSerialPort::onDevCmdArrival()
 {
-    if (!m_port->isOpen())
+    if (!m_line.isOpen())
         return;
     if (const int delayMs = m_talk.delayMs(m_clock.elapsed())) {
         if (!std::exchange(m_toldOfTalk, true))
@@ -123,7 +114,7 @@ void LVSerialPort::onDevCmdArrival()
         return;
     }
     m_talkTimer.stop(); // nothing is left to come back for, and nothing to read is no press
-    const QByteArray data = m_port->readAll();
+    const QByteArray data = m_line.readAll();
     const QByteArray shown = data.left(kLoggedBytes);
     qDebug() << "*****Received some data from " << m_name << shown << "toint() " << shown.toInt(nullptr, 10)
              << " QByteArray::fromHex(00) " << QByteArray::fromHex("00");
@@ -137,20 +128,20 @@ void LVSerialPort::onDevCmdArrival()
     }
 }
 
-std::optional<quint32> LVSerialPort::statusOf(QSerialPort::SerialPortError error)
+std::optional<quint32> LVSerialPort::statusOf(SerialLine::SerialPortError error)
 {
     const auto isBetween = [error](int first, int last) { return error >= first && error <= last; };
-    if (error == QSerialPort::NoError)
+    if (error == SerialLine::NoError)
         return 0;
-    if (isBetween(QSerialPort::WriteError, QSerialPort::ResourceError))
+    if (isBetween(SerialLine::WriteError, SerialLine::ResourceError))
         return 2;
-    if (isBetween(QSerialPort::DeviceNotFoundError, QSerialPort::OpenError) ||
-        isBetween(QSerialPort::UnsupportedOperationError, QSerialPort::NotOpenError))
+    if (isBetween(SerialLine::DeviceNotFoundError, SerialLine::OpenError) ||
+        isBetween(SerialLine::UnsupportedOperationError, SerialLine::NotOpenError))
         return 3;
     return std::nullopt; // parity, framing and break say nothing about the device
 }
 
-void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
+void LVSerialPort::onPortError(SerialLine::SerialPortError error)
 {
     // A hung-up port signals without end until it is closed: the first error is the only one that counts.
     if (m_state == State::Dead)
@@ -160,14 +151,14 @@ void LVSerialPort::onPortError(QSerialPort::SerialPortError error)
         QMetaObject::invokeMethod(
             this, [this] { close(false); }, Qt::QueuedConnection);
     }
-    emit errorOccurred(error, m_port->errorString());
+    emit errorOccurred(error, m_line.errorString());
 }
 
 void LVSerialPort::tellWhenSent(std::shared_ptr<QSemaphore> sent, QDeadlineTimer deadline)
 {
     if (deadline.hasExpired())
         return; // nobody waits any more, and the line may be stuck for good
-    const bool isBusy = m_pacer.isWaiting() || m_port->bytesToWrite() > 0 || busyMs() > 0;
+    const bool isBusy = m_pacer.isWaiting() || m_line.bytesToWrite() > 0 || busyMs() > 0;
     if (m_state != State::Paced || !isBusy) {
         QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [sent] { sent->release(); });
         return;
@@ -187,17 +178,17 @@ void LVSerialPort::release(const QByteArray& black, QDeadlineTimer deadline,
     m_state = State::Releasing;
     // What was written before is at most half a frame ahead of it, so the last one need not wait.
     m_pacer.offer(black);
-    m_port->write(m_pacer.take(nowUs()));
+    m_line.write(m_pacer.take(nowUs()));
     finishWhenDrained();
 }
 
 void LVSerialPort::finishWhenDrained()
 {
     const qint64 leftMs = m_releaseDeadline.remainingTime() - kSettleMs;
-    if (m_port->bytesToWrite() == 0 && busyMs() == 0) {
+    if (m_line.bytesToWrite() == 0 && busyMs() == 0) {
         QTimer::singleShot(kSettleMs, Qt::PreciseTimer, this, [this] { close(true); });
     } else if (leftMs <= 0) {
-        m_port->clear(QSerialPort::AllDirections); // or closing would wait for the rest
+        m_line.clear(); // or closing would wait for the rest
         close(false);
     } else {
         m_lineTimer.start(static_cast<int>(qBound<qint64>(kDrainPollMs, busyMs(), leftMs)));
@@ -208,8 +199,7 @@ void LVSerialPort::close(bool blackWritten)
 {
     m_lineTimer.stop();
     m_crashBlackOut.close();
-    if (m_port->isOpen())
-        m_port->close();
+    m_line.close();
     const bool worked = m_state == State::Releasing;
     if (m_state != State::Dead)
         m_state = State::Closed;

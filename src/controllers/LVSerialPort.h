@@ -2,6 +2,7 @@
 
 #include "controllers/CrashBlackOut.h"
 #include "controllers/FramePacer.h"
+#include "controllers/SerialLine.h"
 #include "controllers/SerialPortSource.h"
 #include "controllers/TalkGuard.h"
 #include "support/log/LoopBrake.h"
@@ -9,7 +10,6 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QSemaphore>
-#include <QSerialPort>
 #include <QTimer>
 #include <atomic>
 #include <optional>
@@ -34,7 +34,7 @@ public:
 
     /// Opens the port with the line settings of the devices; false and a warning when that fails.
     bool init(const SerialPortRecord& record);
-    QSerialPort* port() const { return m_port; }
+    SerialLine* line() { return &m_line; }
     QString portName() const { return m_name; }
     /// The port reported an error and is closed, or about to be; asked on the port's thread.
     bool isDead() const { return m_state == State::Dead; }
@@ -51,14 +51,14 @@ public:
     /// Frames replaced by newer ones before the line could take them. Any thread.
     quint64 droppedFrames() const { return m_dropped; }
     /// The controller status that an error stands for; nothing where it is to be ignored.
-    static std::optional<quint32> statusOf(QSerialPort::SerialPortError error);
+    static std::optional<quint32> statusOf(SerialLine::SerialPortError error);
 
 signals:
     /// A frame came too early for the line, which is ready for another one in `ms`.
     void lineBusy(int ms);
     /// The button of the device was pressed.
     void deviceCommand1();
-    void errorOccurred(QSerialPort::SerialPortError error, QString description);
+    void errorOccurred(SerialLine::SerialPortError error, QString description);
 
 public slots:
     /// Sends the bytes when the line can take them, at once until pacing starts.
@@ -76,7 +76,7 @@ private:
         Dead       ///< has reported an error
     };
 
-    void onPortError(QSerialPort::SerialPortError error);
+    void onPortError(SerialLine::SerialPortError error);
     /// The line may have become ready for more.
     void advance();
     void finishWhenDrained();
@@ -87,7 +87,7 @@ private:
     void reportWrite();
     qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
 
-    QSerialPort* m_port;
+    SerialLine m_line{this};
     QString m_name;
     State m_state = State::Closed;
     CrashBlackOut m_crashBlackOut;

@@ -21,7 +21,8 @@ bool ProbeDialogue::start(int replyMs, int questions, int silenceMs)
     if (!m_serial->init(m_record))
         return false;
     // Queued, so that the port may change its thread in the handler.
-    connect(m_serial->port(), &QIODevice::readyRead, this, &ProbeDialogue::onReadyRead, Qt::QueuedConnection);
+    connect(m_serial->line(), &SerialLine::readyRead, this, &ProbeDialogue::onReadyRead,
+            Qt::QueuedConnection);
     connect(m_serial, &LVSerialPort::errorOccurred, this, &ProbeDialogue::onPortError, Qt::QueuedConnection);
     connect(&m_replyTimer, &QTimer::timeout, this, &ProbeDialogue::onSilence);
     m_replyTimer.setInterval(replyMs);
@@ -35,19 +36,19 @@ bool ProbeDialogue::start(int replyMs, int questions, int silenceMs)
     return true;
 }
 
-QSerialPort::SerialPortError ProbeDialogue::openError() const
+SerialLine::SerialPortError ProbeDialogue::openError() const
 {
-    return m_serial->port()->error();
+    return m_serial->line()->error();
 }
 
 QString ProbeDialogue::openErrorString() const
 {
-    return m_serial->port()->errorString();
+    return m_serial->line()->errorString();
 }
 
 LVSerialPort* ProbeDialogue::takePort()
 {
-    QObject::disconnect(m_serial->port(), nullptr, this, nullptr);
+    QObject::disconnect(m_serial->line(), nullptr, this, nullptr);
     QObject::disconnect(m_serial, nullptr, this, nullptr);
     return std::exchange(m_serial, nullptr);
 }
@@ -81,7 +82,7 @@ void ProbeDialogue::onReadyRead()
     onPortError();  // an answer from a port that is gone by now is of no use
     if (m_finished) // was queued before; the port is somebody else's or gone
         return;
-    m_collector.add(m_serial->port()->readAll());
+    m_collector.add(m_serial->line()->readAll());
     if (m_collector.isEmpty())
         return;
     m_replyTimer.stop();

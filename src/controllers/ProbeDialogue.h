@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controllers/ReplyCollector.h"
+#include "controllers/SerialLine.h"
 #include "controllers/SerialPortSource.h"
 
-#include <QSerialPort>
 #include <QTimer>
 
 class LVSerialPort;
@@ -24,7 +24,7 @@ public:
     /// `questions` times and given `replyMs` after each; its answer is over after `silenceMs` without a byte.
     bool start(int replyMs, int questions, int silenceMs);
     /// Why it could not be opened.
-    QSerialPort::SerialPortError openError() const;
+    SerialLine::SerialPortError openError() const;
     QString openErrorString() const;
     const SerialPortRecord& record() const { return m_record; }
     QString portName() const { return m_record.name; }

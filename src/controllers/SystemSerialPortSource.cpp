@@ -1,30 +1,26 @@
 #include "controllers/SystemSerialPortSource.h"
 
 #include "controllers/PortPlace.h"
-
-#include <QSerialPortInfo>
+#include "controllers/SystemPorts.h"
 
 namespace {
 
-QList<SerialPortRecord> systemPorts()
+QList<SerialPortRecord> records()
 {
-    QList<SerialPortRecord> records;
-    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo& port : ports) {
-        const UsbIds ids = port.hasVendorIdentifier()
-                               ? UsbIds{port.vendorIdentifier(), port.productIdentifier()}
-                               : SerialArrival::usbIds(port.portName());
-        records.append({port.portName(), port.systemLocation(),
-                        SystemSerialPortSource::describe(port.description(), ids),
-                        portPlace(port.portName())});
+    QList<SerialPortRecord> all;
+    const QList<SystemPort> ports = systemPorts();
+    for (const SystemPort& port : ports) {
+        const UsbIds ids = port.ids.vendor != 0 ? port.ids : SerialArrival::usbIds(port.name);
+        all.append({port.name, port.location, SystemSerialPortSource::describe(port.description, ids),
+                    portPlace(port.name)});
     }
-    return records;
+    return all;
 }
 
 } // namespace
 
 SystemSerialPortSource::SystemSerialPortSource(QObject* parent)
-    : SystemSerialPortSource(QStringLiteral("/dev"), &systemPorts, parent)
+    : SystemSerialPortSource(QStringLiteral("/dev"), &records, parent)
 {
 }
 

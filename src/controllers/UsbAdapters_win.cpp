@@ -1,23 +1,11 @@
 #include "controllers/UsbAdapters.h"
 
+#include "controllers/WindowsSerial.h"
+
 #include <windows.h>
 // behind windows.h
 #include <cfgmgr32.h>
 #include <setupapi.h>
-
-namespace {
-
-/// "USB\VID_1A86&PID_7523\..." and so on.
-UsbIds idsOf(const QString& instance)
-{
-    const auto number = [&](const QString& mark) {
-        const int at = instance.indexOf(mark, 0, Qt::CaseInsensitive);
-        return at < 0 ? quint16(0) : instance.mid(at + mark.size(), 4).toUShort(nullptr, 16);
-    };
-    return {number(QStringLiteral("VID_")), number(QStringLiteral("PID_"))};
-}
-
-} // namespace
 
 QList<PortlessAdapter> portlessAdapters(const QString&)
 {
@@ -32,7 +20,7 @@ QList<PortlessAdapter> portlessAdapters(const QString&)
         ULONG status = 0;
         ULONG problem = 0;
         if (!SetupDiGetDeviceInstanceIdW(devices, &device, instance, MAX_DEVICE_ID_LEN, nullptr) ||
-            !isStripAdapter(idsOf(QString::fromWCharArray(instance))) ||
+            !isStripAdapter(WindowsSerial::usbIds(QString::fromWCharArray(instance))) ||
             CM_Get_DevNode_Status(&status, &problem, device.DevInst, 0) != CR_SUCCESS)
             continue;
         if (status & DN_HAS_PROBLEM)

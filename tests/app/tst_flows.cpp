@@ -4,6 +4,7 @@
 #include "StripSimulator.h"
 #include "app/LumivarApp.h"
 #include "app/StripPlaces.h"
+#include "controllers/SerialLine.h"
 #include "effects/screenSync/layoutEditor/SSLOptWidget.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
@@ -14,7 +15,6 @@
 #include "ui/StripPreview.h"
 #include "ui/WallColorDialog.h"
 
-#include <QSerialPort>
 #include <QtTest>
 #include <QtWidgets>
 #include <unistd.h>
@@ -221,8 +221,8 @@ private slots:
         QVERIFY(!ofDevices->isVisible() && !ofWindow->isVisible());
         StripSimulator strip({});
         QVERIFY(strip.plugIn());
-        auto other = std::make_unique<QSerialPort>(strip.location());
-        QVERIFY(other->open(QIODevice::ReadWrite));
+        auto other = std::make_unique<SerialLine>();
+        QVERIFY(other->open(strip.location()));
         const QString port = strip.options().portName;
         const QWidget* reasons = window().homePage()->findChild<QWidget*>("findingList");
         const auto isTold = [&] {
@@ -270,8 +270,8 @@ private slots:
         qputenv("PATH", QFile::encodeName(m_folder->path())); // and nobody else is asked
         StripSimulator strip({});
         QVERIFY(strip.plugIn());
-        QSerialPort other(strip.location());
-        QVERIFY(other.open(QIODevice::ReadWrite) && QFile::setPermissions(strip.location(), {}));
+        SerialLine other;
+        QVERIFY(other.open(strip.location()) && QFile::setPermissions(strip.location(), {}));
         const auto offered = [this] { return window().homePage()->findChild<QPushButton*>("accessButton"); };
         QVERIFY(self != 0 || setreuid(65534, uid_t(-1)) == 0); // rights are those of the real user
         start({});

@@ -10,7 +10,6 @@
 #include "controllers/ReplyCollector.h"
 #include "support/config/ConfigurationManager.h"
 
-#include <QSerialPort>
 #include <QtTest>
 #include <unistd.h>
 
@@ -318,8 +317,8 @@ private slots:
 
         SilentDevice held;
         StripSimulator& taken = held.simulator;
-        QSerialPort first(taken.location());
-        QVERIFY(first.open(QIODevice::ReadWrite));
+        SerialLine first;
+        QVERIFY(first.open(taken.location()));
         const LogCapture attempts;
         held.start();
         QTRY_VERIFY(attempts.count("Failed to open the serial port ttySIM0") >= 3);

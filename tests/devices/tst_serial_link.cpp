@@ -219,7 +219,7 @@ private slots:
         QVERIFY(line.log.count("Received some data") <= 21 * (clock.elapsed() / TalkGuard::kWindowMs + 1));
         const auto readLate = [&] { // more comes in the turn in which it is time to read again
             QThread::msleep(TalkGuard::kWindowMs * 11 / 10);
-            emit strip.serial->port()->readyRead();
+            emit strip.serial->line()->readyRead();
         };
         QMetaObject::invokeMethod(strip.serial, readLate, Qt::BlockingQueuedConnection);
         QVERIFY(line.simulator->send("B"));
@@ -311,7 +311,7 @@ private slots:
         const Line line;
         int told = 0;
         const Strip strip(line.simulator->location(), 1);
-        emit strip.serial->errorOccurred(QSerialPort::ReadError, QString());
+        emit strip.serial->errorOccurred(SerialLine::ReadError, QString());
         QTimer::singleShot(0, this, [&] { // in an event of its own, as a device manager does
             connect(strip.controller.get(), &AbsRGBController::statusChanged, this, [&] { ++told; });
         });
