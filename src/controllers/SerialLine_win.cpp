@@ -4,12 +4,12 @@
 
 #include <QWinEventNotifier>
 
+#include <utility>
 #include <windows.h>
 
 namespace {
 
 constexpr int kReadBufferBytes = 4096;
-constexpr DWORD kReadMs = 10000; ///< a read that brought nothing is begun anew
 constexpr DWORD kCancelMs = 200; ///< for a driver to let go of a transfer
 
 /// One overlapped read or write. The system writes to it until it is over.
@@ -35,8 +35,8 @@ struct Transfer
 
 } // namespace
 
-/// One read is always under way, so that the line tells by itself what comes: waiting for communication
-/// events instead is nothing that every driver can do.
+/// A read of one byte waits for the line to speak, and another takes what came with it: communication events
+/// and time-outs that return early are nothing that every driver can do.
 struct SerialLine::Private
 {
     explicit Private(SerialLine* owner)
@@ -62,16 +62,24 @@ struct SerialLine::Private
     std::unique_ptr<Transfer> reading;
     std::unique_ptr<Transfer> writing;
     QByteArray received;
-    QByteArray waiting; ///< behind what is being written
+    bool isMoreThere = false; ///< and is being read
+    QByteArray waiting;       ///< behind what is being written
     QWinEventNotifier readEnd{q};
     QWinEventNotifier writeEnd{q};
 };
 
 DWORD SerialLine::Private::beginRead()
 {
+    isMoreThere = false;
     if (reading->isPending || received.size() >= kReadBufferBytes)
         return ERROR_SUCCESS;
-    reading->bytes.resize(kReadBufferBytes - received.size());
+    COMSTAT queues = {};
+    DWORD lineErrors = 0; // tell of a disturbed byte, which nobody asks for
+    if (ClearCommError(port, &lineErrors, &queues) == 0)
+        return GetLastError();
+    isMoreThere = queues.cbInQue > 0;
+    const int room = kReadBufferBytes - received.size();
+    reading->bytes.resize(qBound(1, static_cast<int>(queues.cbInQue), room));
     return reading->begin(ReadFile(port, reading->bytes.data(), static_cast<DWORD>(reading->bytes.size()),
                                    nullptr, &reading->overlapped));
 }
@@ -90,11 +98,10 @@ bool SerialLine::Private::end(Transfer& transfer, DWORD& size, DWORD& code) cons
 {
     const bool isDone = GetOverlappedResult(port, &transfer.overlapped, &size, FALSE) != 0;
     code = isDone ? ERROR_SUCCESS : GetLastError();
-    if (!transfer.isPending || code == ERROR_IO_INCOMPLETE)
+    if (code == ERROR_IO_INCOMPLETE)
         return false; // the notifier is late, and the next one has begun
-    transfer.isPending = false;
     ResetEvent(transfer.overlapped.hEvent);
-    return true;
+    return std::exchange(transfer.isPending, false);
 }
 
 void SerialLine::Private::onReadEnd()
@@ -106,7 +113,7 @@ void SerialLine::Private::onReadEnd()
     received.append(reading->bytes.constData(), static_cast<int>(size));
     if (code == ERROR_SUCCESS)
         code = beginRead();
-    if (size > 0)
+    if (!received.isEmpty() && !isMoreThere) // what came together is told of together
         emit q->readyRead();
     if (code != ERROR_SUCCESS)
         fail(code, ReadError);
@@ -157,8 +164,7 @@ bool SerialLine::open(const QString& location)
     d->error = NoError;
     d->port = CreateFileW(reinterpret_cast<const wchar_t*>(location.utf16()), GENERIC_READ | GENERIC_WRITE, 0,
                           nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-    // A read ends as soon as there is something, and a write takes the time it takes.
-    COMMTIMEOUTS timeouts = {MAXDWORD, MAXDWORD, kReadMs, 0, 0};
+    COMMTIMEOUTS timeouts = {}; // what is begun takes the time it takes
     DCB dcb = {};
     dcb.DCBlength = sizeof dcb;
     bool isReady = isOpen() && GetCommState(d->port, &dcb);

@@ -4,6 +4,7 @@
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
 #include "controllers/SystemSerialPortSource.h"
+#include "controllers/WindowsSerial.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QtTest>
@@ -304,6 +305,52 @@ private slots:
             const QString later = isWatched ? "rfcomm0 ttyUSB0" : "rfcomm0";
             QTRY_COMPARE_WITH_TIMEOUT(arrived.mid(2).join(' '), later, 20000);
         }
+    }
+
+    void windowsTellsPortsAndErrorsAsOtherSystemsDo()
+    {
+        namespace Windows = WindowsSerial;
+        QVERIFY(isStripAdapter(Windows::usbIds("USB\\VID_1A86&PID_7523\\5&2C4F1A7&0&3")));
+        QVERIFY(isStripAdapter(Windows::usbIds("usb\\vid_1a86&pid_7522&mi_00\\6&1&0&0000")));
+        QCOMPARE(Windows::usbIds("FTDIBUS\\VID_0403+PID_6001+A5028\\0000").product, quint16(0x6001));
+        for (const char* other :
+             {"", "ACPI\\PNP0501\\1", "USB\\VID_1A86&PID_75", "USB\\VID_1A86&PID_75231\\5"})
+            QCOMPARE(Windows::usbIds(other).vendor, quint16(0));
+        const QString name = "USB-SERIAL CH340 (Rev. 2) (COM12)";
+        QCOMPARE(Windows::portName(name), QString("COM12"));
+        QCOMPARE(Windows::description(name), QString("USB-SERIAL CH340 (Rev. 2)"));
+        QCOMPARE(Windows::portName("Printer (LPT1)"), QString());
+        QCOMPARE(Windows::location("COM12"), QString("\\\\.\\COM12"));
+
+        QCOMPARE(Windows::openError(2), SerialLine::DeviceNotFoundError);
+        QCOMPARE(Windows::openError(5), SerialLine::PermissionError);
+        QCOMPARE(Windows::openError(31), SerialLine::OpenError);
+        for (const unsigned long gone : {5UL, 22UL, 31UL, 109UL, 995UL, 1167UL, 1617UL})
+            QCOMPARE(Windows::lineError(gone, SerialLine::ReadError), SerialLine::ResourceError);
+        QCOMPARE(Windows::lineError(8, SerialLine::WriteError), SerialLine::WriteError);
+        for (unsigned long code = 1; code < 2000; ++code) {
+            QCOMPARE(LVSerialPort::statusOf(Windows::openError(code)).value_or(0), 3U);
+            QCOMPARE(LVSerialPort::statusOf(Windows::lineError(code, SerialLine::ReadError)).value_or(0), 2U);
+        }
+    }
+
+    void aDriversOwnSettingsDoNotStopTheLine()
+    {
+        struct
+        {
+            unsigned BaudRate = 9600, ByteSize = 7, Parity = 2, StopBits = 2, fBinary = 0, fParity = 1;
+            unsigned fOutxCtsFlow = 1, fOutxDsrFlow = 1, fDsrSensitivity = 1, fOutX = 1, fInX = 1;
+            unsigned fErrorChar = 1, fNull = 1, fAbortOnError = 1, fDtrControl = 2, fRtsControl = 3;
+        } dcb;
+        WindowsSerial::applySettings(dcb);
+        QCOMPARE(dcb.BaudRate, 115200U);
+        QCOMPARE(dcb.ByteSize * 100 + dcb.Parity * 10 + dcb.StopBits, 800U);
+        QCOMPARE(dcb.fOutxCtsFlow + dcb.fOutxDsrFlow + dcb.fDsrSensitivity + dcb.fOutX + dcb.fInX, 0U);
+        QCOMPARE(dcb.fParity + dcb.fErrorChar + dcb.fNull + dcb.fAbortOnError, 0U);
+        QCOMPARE(dcb.fDtrControl + dcb.fRtsControl, 0U);
+        dcb.fDtrControl = dcb.fRtsControl = 1; // up, as most drivers have them
+        WindowsSerial::applySettings(dcb);
+        QCOMPARE(dcb.fDtrControl + dcb.fRtsControl, 2U);
     }
 
     void anErrorDoesNotOvertakeTheHandOver()
