@@ -2,24 +2,11 @@
 
 #include "controllers/SerialPortSource.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace {
 
 constexpr int kShownBytes = 12;
-
-/// The user group that may open what this user may not; empty where rights are not the matter.
-QString groupInNeed(const QString& systemLocation)
-{
-    const QFileInfo node(systemLocation);
-    if (node.isReadable() && node.isWritable())
-        return {};
-    const QString group = node.group();
-    const bool isUsable = !group.isEmpty() && group != QLatin1String("root"); // nobody should join that one
-    return isUsable ? group : QStringLiteral("dialout");
-}
 
 /// Plain letters as they are, anything else in hexadecimal.
 QString excerpt(const QByteArray& raw)

@@ -22,6 +22,10 @@ PortHolder holderOf(const QString& location, const PortHolder& before = {});
 /// Like holderOf(), without suspicions.
 PortHolder certainHolderOf(const QString& location, const PortHolder& before = {});
 
+/// The user group that may open the device node that this user may not; empty where rights are not the
+/// matter.
+QString groupInNeed(const QString& location);
+
 /// Empty when there is no such process.
 QString processName(qint64 pid);
 

@@ -99,3 +99,13 @@ PortHolder holderOf(const QString& location, const PortHolder& before)
     }
     return {};
 }
+
+QString groupInNeed(const QString& location)
+{
+    const QFileInfo node(location);
+    if (node.isReadable() && node.isWritable())
+        return {};
+    const QString group = node.group();
+    const bool isUsable = !group.isEmpty() && group != QLatin1String("root"); // nobody should join that one
+    return isUsable ? group : QStringLiteral("dialout");
+}

@@ -3,13 +3,14 @@
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHash>
 
 #include <windows.h>
 
 #include <dbt.h>
 
 namespace {
-constexpr qint64 kDoubleMs = 100;
+constexpr qint64 kDoubleMs = 300; ///< nobody plugs faster
 }
 
 /// Windows broadcasts the arrival of ports to every top-level window without being asked.
@@ -44,19 +45,19 @@ struct SerialArrival::Private : QAbstractNativeEventFilter
         return false; // others want the message as well
     }
 
-    /// The same message comes from the dispatcher and from every window procedure.
+    /// The same message comes from the dispatcher and from every window procedure, and those of several ports
+    /// that arrive together may take turns.
     void announce(const QString& name)
     {
-        if (name == lastName && sinceLast.isValid() && sinceLast.elapsed() < kDoubleMs)
-            return;
-        lastName = name;
+        QElapsedTimer& sinceLast = sinceArrival[name];
+        const bool isDouble = sinceLast.isValid() && sinceLast.elapsed() < kDoubleMs;
         sinceLast.start();
-        emit q->arrived(name);
+        if (!isDouble)
+            emit q->arrived(name);
     }
 
     SerialArrival* q;
-    QString lastName;
-    QElapsedTimer sinceLast;
+    QHash<QString, QElapsedTimer> sinceArrival;
 };
 
 SerialArrival::SerialArrival(const QString&, QObject* parent)
