@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, stage, test, package, format,
-# lint, bench.
+# lint, bench, windows, windows-test.
 # Installs what is missing; where it cannot, it names what is missing and fails.
 set -u
 
@@ -19,6 +19,9 @@ packages[test]="${packages[stage]} xvfb x11-utils x11-xserver-utils openbox tray
 packages[package]="debhelper lintian appstream desktop-file-utils debootstrap"
 packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
+packages[windows]="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev g++ make cmake ninja-build ccache pkg-config git perl python3
+    dpkg-dev autoconf automake libtool ca-certificates qtbase5-dev qttools5-dev-tools"
+packages[windows-test]="wine64 xvfb xauth imagemagick fonts-liberation fonts-noto-cjk" # to see it run
 packages[bench]="libbenchmark-dev libxcb-xtest0-dev xvfb python3 pulseaudio pulseaudio-utils"
 
 wanted=()
