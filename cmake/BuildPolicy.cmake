@@ -2,6 +2,8 @@
 option(LUMIVAR_TESTS "Build the tests" ON)
 option(LUMIVAR_BENCH "Build the benchmarks" OFF)
 option(LUMIVAR_WERROR "Treat warnings as errors" ON)
+option(LUMIVAR_PICTURE_GENERATOR_ALONE "Build nothing but picture-generator" OFF)
+set(LUMIVAR_PICTURE_GENERATOR "" CACHE FILEPATH "For a cross-build: a picture-generator that runs on this machine")
 set(LUMIVAR_SANITIZE "" CACHE STRING "Sanitizers for -fsanitize=, empty for none")
 
 set(CMAKE_CXX_STANDARD 17)
@@ -33,6 +35,10 @@ target_compile_definitions(lumivar_policy INTERFACE
     QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00
     QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_STRICT_ITERATORS)
+if(WIN32)
+    target_compile_definitions(lumivar_policy INTERFACE _WIN32_WINNT=0x0A00 WINVER=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN)
+    include(WindowsResources)
+endif()
 if(LUMIVAR_SANITIZE)
     add_compile_options(-fsanitize=${LUMIVAR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
     add_link_options(-fsanitize=${LUMIVAR_SANITIZE})

@@ -2,7 +2,7 @@
 # modules, which pulls in several hundred megabytes that this program never loads.
 find_path(OpenCVParts_INCLUDE_DIR opencv2/core.hpp PATH_SUFFIXES opencv4)
 foreach(part core imgproc)
-    find_library(OpenCVParts_${part}_LIBRARY opencv_${part})
+    find_library(OpenCVParts_${part}_LIBRARY NAMES opencv_${part} opencv_${part}460)
     if(OpenCVParts_${part}_LIBRARY AND NOT TARGET OpenCVParts::${part})
         add_library(OpenCVParts::${part} UNKNOWN IMPORTED)
         set_target_properties(OpenCVParts::${part} PROPERTIES

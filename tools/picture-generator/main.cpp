@@ -15,8 +15,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv); // for the picture formats, which are plug-ins
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 5) {
-        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER COMPILED_IN_FOLDER ICON_THEME\n",
+    if (arguments.size() != 6) {
+        std::fputs("usage: picture-generator CONFIG_FOLDER PROGRAM_FOLDER COMPILED_IN_FOLDER ICON_THEME "
+                   "WINDOWS_ICON\n",
                    stderr);
         return 2;
     }
@@ -31,6 +32,7 @@ int main(int argc, char** argv)
     if (!writeColorMapPictures(maps) || !writeMatrixPictures(loop) || !writeGlyphPictures(compiledIn) ||
         !writeProgramPictures(images) || !writeHomePictures(images) ||
         !writeEffectIcons(images, compiledIn) || !writeThemeIcons(arguments.at(4)) ||
+        !writeWindowsIcon(arguments.at(5)) ||
         !writeProductPictures(arguments.at(1), images, compiledIn + QLatin1String("/Lv0127Icon.jpg"))) {
         std::fputs("picture-generator: a file could not be read or written\n", stderr);
         return 1;

@@ -1,6 +1,7 @@
 #include "programPictures.h"
 
 #include "support/AppId.h"
+#include "windowsIcon.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kIconSide = 256;
 constexpr int kLogoSide = 108; // 36 pixels of the title bar on the densest screens
+constexpr int kWindowsSides[] = {16, 20, 24, 32, 40, 48, 64, 96, 128, 256};
 constexpr int kThemeSides[] = {16, 22, 24, 32, 48, 64, 128, 256, 512};
 
 struct Stop
@@ -128,4 +130,14 @@ bool writeThemeIcons(const QString& theme)
     QFile svg(themeFolder(theme, QStringLiteral("scalable")) + name + QLatin1String(".svg"));
     const QByteArray text = signAsSvg();
     return svg.open(QIODevice::WriteOnly) && svg.write(text) == text.size();
+}
+
+bool writeWindowsIcon(const QString& path)
+{
+    QVector<QImage> pictures;
+    for (const int side : kWindowsSides)
+        pictures.append(drawSign(side));
+    const QByteArray bytes = windowsIcon(pictures);
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
