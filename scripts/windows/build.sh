@@ -38,7 +38,7 @@ done
 
 # The libraries that the files need, and those need, until only Windows' own are left: those the compiler's kit knows.
 runtime=$(dirname "$($tool-g++-posix -print-file-name=libstdc++-6.dll)")
-places=("$LUMIVAR_WINDOWS_PREFIX/bin" "$runtime" /usr/$tool/lib)
+places=("$LUMIVAR_WINDOWS_PREFIX/bin" "$runtime" "/usr/$tool/lib")
 collect_libraries() {
     local file name place
     for file in "$@"; do
