@@ -191,7 +191,9 @@ private slots:
     void neitherAHangUpNorADeviceThatNeverReadsHoldsTheExit()
     {
         const Line line(0, 100); // hangs up during the release, which takes a quarter of a second at best
-        Strip(line.simulator->location(), 1000);
+        {
+            const Strip strip(line.simulator->location(), 1000);
+        }
         QCOMPARE(line.log.count(kReleased + "false , nbLEDS: 1000"), 1);
         const int master = posix_openpt(O_RDWR | O_NOCTTY);
         QVERIFY(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);

@@ -36,8 +36,9 @@ const cv::Rect kAll(0, 0, 120, 67), kLetter(0, 9, 120, 49), kPillar(15, 0, 90, 6
 cv::Mat lit(const cv::Rect& part, const cv::Rect& other = {}, int level = 90)
 {
     cv::Mat frame(kAll.size(), CV_8UC4, cv::Scalar(12, 11, 12, 255));
+    const int half = level / 2, third = level / 3;
     for (const cv::Rect& each : {part, other})
-        frame(each).setTo(cv::Scalar(level, level / 2, level / 3, 255));
+        frame(each).setTo(cv::Scalar(level, half, third, 255));
     return frame;
 }
 
@@ -68,10 +69,11 @@ private slots:
                 ColorSmoother smoother;
                 smoother.setMode(mode);
                 int last = shown(smoother, from, 0.0);
-                for (double now = 0.0, step = 0.0; now < 1.2; now += step) {
-                    step = tick(pace);
+                double now = 0.0;
+                while (now < 1.2) {
+                    const double step = tick(pace);
                     const int level = shown(smoother, to, step);
-                    const double expected = to + (from - to) * std::exp(-(now + step) / 0.150);
+                    const double expected = to + (from - to) * std::exp(-(now += step) / 0.150);
                     QVERIFY(std::abs(level - expected) <= 1.0 + 0.1 * std::abs(to - from));
                     QVERIFY(to > from ? last <= level && level <= to : last >= level && level >= to);
                     QCOMPARE(smoother.isSettled(), level == to);
@@ -80,7 +82,7 @@ private slots:
                 QCOMPARE(last, to);
                 for (unsigned i = 0; i < 20000; ++i)
                     QCOMPARE(shown(smoother, to + int((i < 999 ? i : dice()) % 2), tick(pace)), to);
-                for (double now = 0.0; now < 2.1; now += 0.04)
+                for (int i = 0; i < 53; ++i) // two seconds
                     last = shown(smoother, to + 1, 0.04);
                 QCOMPARE(last, to + 1); // no noise any more
             }

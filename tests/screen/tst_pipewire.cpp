@@ -62,7 +62,7 @@ struct Desktop
     ~Desktop() { feed->setLostListener({}); }
     void read()
     {
-        const auto grabber = std::make_shared<PipeWireGrabber>(feed, nullptr);
+        auto grabber = std::make_shared<PipeWireGrabber>(feed, nullptr);
         manager = std::make_unique<DeskDuplManager>(QList<CaptureMode>{{{}, [grabber] { return grabber; }}});
     }
     std::unique_ptr<PipeWireSource> publish(const Kind& kind = {}) const
@@ -87,7 +87,7 @@ struct Desktop
     QSharedPointer<IDeskCapture> acquire(const QString& id) const
     {
         [&] { QTRY_VERIFY_WITH_TIMEOUT(manager->allCapturer().contains(id), kPatienceMs); }();
-        const auto capture = manager->acquireCapturer(id);
+        auto capture = manager->acquireCapturer(id);
         if (!capture)
             qFatal("no capture");
         return capture;
