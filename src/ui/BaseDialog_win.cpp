@@ -7,8 +7,8 @@
 bool BaseDialog::nativeEventFilter(const QByteArray&, void* message, long* result)
 {
     const MSG* msg = static_cast<MSG*>(message);
-    // Not winId(), which would make the window from within its own making.
-    if (msg->hwnd != reinterpret_cast<HWND>(internalWinId()))
+    // Not winId(), which would make the window from within its own making. What was posted wants no result.
+    if (result == nullptr || msg->hwnd != reinterpret_cast<HWND>(internalWinId()))
         return false;
     if (msg->message == WM_NCCALCSIZE && msg->wParam == 1) {
         *result = 0;

@@ -100,3 +100,14 @@ QPoint logicalPosition(QPoint physical, QPoint screenTopLeft, double pixelRatio)
 {
     return screenTopLeft + (physical - screenTopLeft) / pixelRatio;
 }
+
+QRect maximisedClient(const QRect& window, const QRect& workArea, Qt::Edges hiddenBars)
+{
+    constexpr int kBarPx = 2;
+    const auto strip = [hiddenBars](Qt::Edge edge) { return hiddenBars & edge ? kBarPx : 0; };
+    const QRect shown = window.intersected(workArea);
+    if (shown.isEmpty())
+        return window; // on its way to another screen
+    return shown.adjusted(strip(Qt::LeftEdge), strip(Qt::TopEdge), -strip(Qt::RightEdge),
+                          -strip(Qt::BottomEdge));
+}

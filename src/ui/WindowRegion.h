@@ -39,3 +39,7 @@ QRect fittedGeometry(const QRect& window, const QRect& screen, QSize minimum);
 
 /// A point in the system's pixels as a point in logical ones. The corner of a screen is the same in both.
 QPoint logicalPosition(QPoint physical, QPoint screenTopLeft, double pixelRatio);
+
+/// What a maximised window shows: no more than the work area, into which its frame juts out of it, without
+/// the strips at edges where a hidden task bar waits for the pointer. All in the system's pixels.
+QRect maximisedClient(const QRect& window, const QRect& workArea, Qt::Edges hiddenBars);

@@ -271,6 +271,16 @@ private slots:
         QCOMPARE(fitted({0, 0, 800, 600}, {1500, 800}).topLeft(), screen.topLeft()); // the title bar stays
     }
 
+    void maximisedWindowShowsNothingBeyondItsScreen()
+    {
+        const QRect work(1920, 0, 2560, 1392); // at 150 %
+        QCOMPARE(maximisedClient(work.adjusted(-11, -11, 11, 11), work, {}), work);
+        QCOMPARE(maximisedClient(work, work, {}), work);
+        QCOMPARE(maximisedClient(work, work, Qt::BottomEdge | Qt::LeftEdge), work.adjusted(2, 0, 0, -2));
+        QCOMPARE(maximisedClient({0, 0, 800, 600}, work, Qt::TopEdge),
+                 QRect(0, 0, 800, 600)); // not there yet
+    }
+
     void systemPositionIsRoundedFromTheScreensCorner()
     {
         const QPoint corner(1920, -100);
