@@ -1,7 +1,8 @@
 #include "system/SessionWatch.h"
 
+#include "system/WindowsSession.h"
+
 #include <QDebug>
-#include <utility>
 
 #include <windows.h>
 
@@ -10,9 +11,31 @@
 namespace {
 
 constexpr wchar_t kClassName[] = L"LumivarSessionWatch";
-/// Of the console's display: 0 off, 1 on, 2 dimmed.
+/// GUID_CONSOLE_DISPLAY_STATE, which would need a library of its own.
 constexpr GUID kDisplayState = {0x6fe69556, 0x704a, 0x47a0, {0x8f, 0x24, 0xc2, 0x8d, 0x93, 0x6f, 0xda, 0x47}};
-constexpr DWORD kDisplayOff = 0;
+
+/// WTSINFOEXW, which the compiler's kit lacks, up to what is read of it.
+struct SessionFacts
+{
+    DWORD level;
+    alignas(8) ULONG sessionId; // times follow further on
+    int state;
+    LONG flags; ///< 0 locked, 1 not, -1 unknown
+};
+
+bool isLockedNow()
+{
+    constexpr auto kSessionInfoEx = static_cast<WTS_INFO_CLASS>(25);
+    wchar_t* answer = nullptr;
+    DWORD size = 0;
+    if (!WTSQuerySessionInformationW(WTS_CURRENT_SERVER_HANDLE, WTS_CURRENT_SESSION, kSessionInfoEx, &answer,
+                                     &size))
+        return false;
+    const auto* facts = reinterpret_cast<const SessionFacts*>(answer);
+    const bool isLocked = size >= sizeof(SessionFacts) && facts->level == 1 && facts->flags == 0;
+    WTSFreeMemory(answer);
+    return isLocked;
+}
 
 } // namespace
 
@@ -34,8 +57,12 @@ struct SessionWatch::Private
             return;
         }
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        WTSRegisterSessionNotification(window, NOTIFY_FOR_THIS_SESSION);
+        if (!WTSRegisterSessionNotification(window, NOTIFY_FOR_THIS_SESSION))
+            qWarning() << "[SessionWatch]: Locking goes unnoticed, error" << GetLastError();
         display = RegisterPowerSettingNotification(window, &kDisplayState, DEVICE_NOTIFY_WINDOW_HANDLE);
+        // Machines that sleep without switching themselves off broadcast nothing.
+        sleep = RegisterSuspendResumeNotification(window, DEVICE_NOTIFY_WINDOW_HANDLE);
+        session.setLocked(isLockedNow()); // whoever made this asks isScreenOff()
     }
 
     ~Private()
@@ -45,6 +72,8 @@ struct SessionWatch::Private
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         if (display != nullptr)
             UnregisterPowerSettingNotification(display);
+        if (sleep != nullptr)
+            UnregisterSuspendResumeNotification(sleep);
         WTSUnRegisterSessionNotification(window);
         DestroyWindow(window);
     }
@@ -56,42 +85,47 @@ struct SessionWatch::Private
     {
         auto* self = reinterpret_cast<Private*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (self != nullptr)
-            self->handle(message, wParam, lParam);
+            self->tell(self->newsOf(message, wParam, lParam));
         return DefWindowProcW(window, message, wParam, lParam); // agrees to everything
     }
 
-    /// Sleep and the end wait until this returns, for seconds at most.
-    void handle(UINT message, WPARAM wParam, LPARAM lParam)
+    WindowsSession::News newsOf(UINT message, WPARAM wParam, LPARAM lParam)
     {
-        if (message == WM_POWERBROADCAST && wParam == PBT_APMSUSPEND) {
-            if (!std::exchange(isAsleep, true))
-                emit q->aboutToSleep();
-        } else if (message == WM_POWERBROADCAST && wParam == PBT_APMRESUMEAUTOMATIC) {
-            if (std::exchange(isAsleep, false))
-                emit q->resumed();
-        } else if (message == WM_POWERBROADCAST && wParam == PBT_POWERSETTINGCHANGE && lParam != 0) {
-            const auto* setting = reinterpret_cast<const POWERBROADCAST_SETTING*>(lParam);
-            if (IsEqualGUID(setting->PowerSetting, kDisplayState))
-                isDisplayOff = *reinterpret_cast<const DWORD*>(setting->Data) == kDisplayOff;
-        } else if (message == WM_WTSSESSION_CHANGE && wParam == WTS_SESSION_LOCK) {
-            isLocked = true;
-        } else if (message == WM_WTSSESSION_CHANGE && wParam == WTS_SESSION_UNLOCK) {
-            isLocked = false;
-        } else if (message == WM_ENDSESSION && wParam != FALSE) {
+        if (message != WM_POWERBROADCAST || wParam != PBT_POWERSETTINGCHANGE || lParam == 0)
+            return session.hear(message, wParam);
+        const auto* setting = reinterpret_cast<const POWERBROADCAST_SETTING*>(lParam);
+        return IsEqualGUID(setting->PowerSetting, kDisplayState)
+                   ? session.hearDisplay(*reinterpret_cast<const DWORD*>(setting->Data))
+                   : WindowsSession::News::None;
+    }
+
+    /// Sleep and the end wait until this returns, for seconds at most.
+    void tell(WindowsSession::News news)
+    {
+        switch (news) {
+        case WindowsSession::News::AboutToSleep:
+            emit q->aboutToSleep();
+            break;
+        case WindowsSession::News::Resumed:
+            emit q->resumed();
+            break;
+        case WindowsSession::News::ScreenOff:
+        case WindowsSession::News::ScreenOn:
+            emit q->screenOffChanged(session.isScreenOff());
+            break;
+        case WindowsSession::News::Ends:
             emit q->aboutToShutDown();
+            break;
+        case WindowsSession::News::None:
+            break;
         }
-        const bool off = isLocked || isDisplayOff;
-        if (std::exchange(isScreenOff, off) != off)
-            emit q->screenOffChanged(off);
     }
 
     SessionWatch* q;
+    WindowsSession session;
     HWND window = nullptr;
     HPOWERNOTIFY display = nullptr;
-    bool isAsleep = false;
-    bool isLocked = false;
-    bool isDisplayOff = false;
-    bool isScreenOff = false;
+    HPOWERNOTIFY sleep = nullptr;
 };
 
 SessionWatch::SessionWatch(QObject* parent)
@@ -106,5 +140,5 @@ void SessionWatch::readyForSleep() {} // the system goes on when aboutToSleep ha
 
 bool SessionWatch::isScreenOff() const
 {
-    return d->isScreenOff;
+    return d->session.isScreenOff();
 }

@@ -4,6 +4,7 @@
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 #include "controllers/PortHolder.h"
+#include "system/WindowsSession.h"
 
 #include <QtTest>
 
@@ -154,6 +155,31 @@ private slots:
         QVERIFY(m_strip->isLit());
         sleep("Shutdown");
         QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
+    }
+
+    void messagesOfWindowsCountOnceInAnyOrder()
+    {
+        using News = WindowsSession::News;
+        constexpr quint32 kPower = 0x218, kSession = 0x2B1, kEnd = 0x16;
+        const std::tuple<quint32, quint64, News> rows[] = {
+            {kPower, 0x12, News::None}, // nothing was said before
+            {kPower, 4, News::AboutToSleep}, {kPower, 4, News::None},
+            {kPower, 0xA, News::None}, // the battery's
+            {kPower, 7, News::Resumed},      {kPower, 0x12, News::None},
+            {kSession, 7, News::ScreenOff},  {kSession, 3, News::None},
+            {kSession, 8, News::ScreenOn},   {kEnd, 0, News::None},
+            {kEnd, 1, News::Ends},           {kEnd, 1, News::None},
+        };
+        WindowsSession session;
+        for (const auto& [message, parameter, news] : rows)
+            QCOMPARE(session.hear(message, parameter), news);
+
+        QCOMPARE(session.hearDisplay(1), News::None);
+        QCOMPARE(session.setLocked(true), News::ScreenOff);
+        QCOMPARE(session.hearDisplay(0), News::None);
+        QCOMPARE(session.hear(kSession, 8), News::None);
+        QCOMPARE(session.hearDisplay(2), News::ScreenOn); // dimmed
+        QVERIFY(!session.isScreenOff());
     }
 
 private:
