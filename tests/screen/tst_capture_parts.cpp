@@ -2,6 +2,7 @@
 // grab is due by made-up clocks.
 #include "support/capture/FrameScaler.h"
 #include "support/capture/GrabPlan.h"
+#include "support/capture/HdrPixels.h"
 
 #include <QtTest>
 #include <opencv2/imgproc.hpp>
@@ -116,6 +117,59 @@ private slots:
         }
         QVERIFY(scaleFrame({}, QSize(120, 67)).empty());
         QVERIFY(scaleFrame({pixel, 4, QSize(1, 1)}, QSize(0, 5)).empty());
+    }
+
+    void aTurnedScreenComesUpright()
+    {
+        cv::Mat upright(40, 60, CV_8UC4, cv::Scalar(1, 2, 3, 0));
+        upright(cv::Rect(0, 0, 30, 20)).setTo(cv::Scalar(7, 8, 9, 0));
+        for (int turns = 0; turns < 4; ++turns) {
+            cv::Mat panel = upright.clone();
+            for (int i = 0; i < turns; ++i)
+                cv::rotate(panel, panel, cv::ROTATE_90_COUNTERCLOCKWISE);
+            SourcePixels pixels{panel.data, qint64(panel.step), QSize(panel.cols, panel.rows)};
+            pixels.quarterTurns = turns;
+            QCOMPARE(pixels.uprightSize(), QSize(60, 40));
+            const cv::Mat frame = scaleFrame(pixels, QSize(6, 4));
+            QVERIFY(frame.at<cv::Vec4b>(0, 0) == cv::Vec4b(9, 8, 7, 255));
+            for (const cv::Point at : {cv::Point(5, 0), cv::Point(0, 3), cv::Point(5, 3)})
+                QVERIFY(frame.at<cv::Vec4b>(at) == cv::Vec4b(3, 2, 1, 255));
+        }
+    }
+
+    void brightDesktopsKeepTheirColours()
+    {
+        constexpr float kInf = std::numeric_limits<float>::infinity(), kNone = NAN;
+        const std::pair<cv::Vec3f, cv::Vec4b> rows[] = {
+            {{0, 0, 0}, {0, 0, 0, 255}},
+            {{1, 1, 1}, {255, 255, 255, 255}},
+            {{0.2159F, 0.0513F, 0.001F}, {128, 64, 3, 255}},
+            {{20, 2, 0}, {255, 89, 0, 255}}, // brighter than white
+            {{4, 4, 4}, {255, 255, 255, 255}},
+            {{-0.1F, 1, 1.5F}, {0, 213, 255, 255}}, // outside of what screens show
+            {{kInf, kNone, 0}, {255, 0, 0, 255}},
+        };
+        HdrToBytes toBytes;
+        for (const double white : {1.0, 2.5}) {
+            toBytes.setWhite(white);
+            toBytes.setWhite(0); // the system does not know it
+            for (const auto& [light, color] : rows) {
+                cv::Mat picture(70, 133, CV_16FC4); // read in part
+                for (int i = 0; i < int(picture.total() * 4); ++i)
+                    picture.ptr<cv::float16_t>()[i] =
+                        cv::float16_t(i % 4 < 3 ? light[i % 4] * float(white) : 1);
+                const HdrPixels pixels{picture.ptr<quint16>(), qint64(picture.step), QSize(133, 70)};
+                for (const QSize size : {QSize(2, 2), QSize(133, 70)}) {
+                    const cv::Mat bytes = toBytes.convert(pixels, size);
+                    const cv::Mat frame = scaleFrame(
+                        {bytes.data, qint64(bytes.step), QSize(bytes.cols, bytes.rows), 0, 1, 2}, size);
+                    QVERIFY2(
+                        cv::norm(frame, cv::Mat(frame.size(), CV_8UC4, cv::Scalar(color)), cv::NORM_INF) <= 1,
+                        qPrintable(QString("%1 %2").arg(light[0]).arg(frame.at<cv::Vec4b>(1, 1)[1])));
+                }
+            }
+        }
+        QVERIFY(toBytes.convert({}, QSize(2, 2)).empty());
     }
 
     void eachPullerGetsAFreshFrameAtItsOwnPace()

@@ -120,10 +120,12 @@ ScreenGrabber::Result DxgiGrabber::grab(const CaptureSource& source, QSize outpu
                                         cv::Mat& frame)
 {
     const auto it = d->monitors.find(source.id);
-    const Result result =
-        it == d->monitors.end() ? Result::Failed : it->second->grab(outputSize, force, frame);
-    if (result == Result::Failed)
+    if (it == d->monitors.end()) {
         d->sourcesChanged = true;
+        return Result::Failed;
+    }
+    const Result result = it->second->grab(outputSize, force, frame);
+    d->sourcesChanged = it->second->takeFailed() || d->sourcesChanged;
     return result;
 }
 

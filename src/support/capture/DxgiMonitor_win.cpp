@@ -2,14 +2,100 @@
 
 #include "support/capture/FrameScaler.h"
 
+#include <QDebug>
 #include <utility>
+#include <vector>
 
 using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr double kUsualWhite = 2.5; // 200 nits, in units of 80
+constexpr qint64 kAskWhiteMs = 2000;
+
+qint64 nowMs()
+{
+    return qint64(GetTickCount64());
+}
+
+const char* reasonOf(HRESULT code)
+{
+    switch (code) {
+    case E_ACCESSDENIED:
+        return "the system shows its secure desktop";
+    case DXGI_ERROR_ACCESS_LOST:
+        return "the desktop or its mode was switched";
+    case DXGI_ERROR_MODE_CHANGE_IN_PROGRESS:
+        return "the mode is being switched";
+    case DXGI_ERROR_SESSION_DISCONNECTED:
+        return "the session shows on no screen";
+    case DXGI_ERROR_NOT_CURRENTLY_AVAILABLE:
+        return "too many programs read it";
+    case DXGI_ERROR_UNSUPPORTED:
+        return "its graphics adapter does not give it out";
+    case DXGI_ERROR_DEVICE_REMOVED:
+    case DXGI_ERROR_DEVICE_RESET:
+        return "the graphics adapter was reset";
+    default:
+        return "the system refuses it";
+    }
+}
+
+bool isHdr(IDXGIOutput1* output)
+{
+    ComPtr<IDXGIOutput6> described;
+    DXGI_OUTPUT_DESC1 desc{};
+    return SUCCEEDED(output->QueryInterface(IID_PPV_ARGS(&described))) &&
+           SUCCEEDED(described->GetDesc1(&desc)) &&
+           desc.ColorSpace == DXGI_COLOR_SPACE_RGB_FULL_G2084_NONE_P2020;
+}
+
+template <typename Info>
+bool ask(DISPLAYCONFIG_DEVICE_INFO_TYPE type, LUID adapter, UINT32 id, Info& info)
+{
+    info.header.type = type;
+    info.header.size = sizeof info;
+    info.header.adapterId = adapter;
+    info.header.id = id;
+    return DisplayConfigGetDeviceInfo(&info.header) == ERROR_SUCCESS;
+}
+
+/// How bright the user has set the white of what knows no high dynamic range, in units of 80 nits; 0 where
+/// the system does not say.
+double whiteOf(const QString& display)
+{
+    UINT32 pathCount = 0, modeCount = 0;
+    if (GetDisplayConfigBufferSizes(QDC_ONLY_ACTIVE_PATHS, &pathCount, &modeCount) != ERROR_SUCCESS)
+        return 0;
+    std::vector<DISPLAYCONFIG_PATH_INFO> paths(pathCount);
+    std::vector<DISPLAYCONFIG_MODE_INFO> modes(modeCount);
+    if (QueryDisplayConfig(QDC_ONLY_ACTIVE_PATHS, &pathCount, paths.data(), &modeCount, modes.data(),
+                           nullptr) != ERROR_SUCCESS)
+        return 0;
+    paths.resize(pathCount);
+    for (const DISPLAYCONFIG_PATH_INFO& path : paths) {
+        DISPLAYCONFIG_SOURCE_DEVICE_NAME name{};
+        DISPLAYCONFIG_SDR_WHITE_LEVEL level{};
+        if (ask(DISPLAYCONFIG_DEVICE_INFO_GET_SOURCE_NAME, path.sourceInfo.adapterId, path.sourceInfo.id,
+                name) &&
+            QString::fromWCharArray(name.viewGdiDeviceName) == display &&
+            ask(DISPLAYCONFIG_DEVICE_INFO_GET_SDR_WHITE_LEVEL, path.targetInfo.adapterId, path.targetInfo.id,
+                level))
+            return double(level.SDRWhiteLevel) / 1000;
+    }
+    return 0;
+}
+
+} // namespace
 
 DxgiMonitor::DxgiMonitor(ComPtr<IDXGIAdapter1> adapter, ComPtr<IDXGIOutput1> output)
     : m_adapter(std::move(adapter))
     , m_output(std::move(output))
 {
+    DXGI_OUTPUT_DESC desc{};
+    if (SUCCEEDED(m_output->GetDesc(&desc)))
+        m_name = QString::fromWCharArray(desc.DeviceName);
+    m_toBytes.setWhite(kUsualWhite);
 }
 
 ScreenGrabber::Result DxgiMonitor::grab(QSize outputSize, bool force, cv::Mat& frame)
@@ -25,29 +111,62 @@ ScreenGrabber::Result DxgiMonitor::grab(QSize outputSize, bool force, cv::Mat& f
     return frame.empty() ? ScreenGrabber::Result::Failed : ScreenGrabber::Result::Frame;
 }
 
+bool DxgiMonitor::takeFailed()
+{
+    return std::exchange(m_hasFailed, false);
+}
+
 bool DxgiMonitor::ensureDuplication()
 {
     if (m_duplication)
         return true;
-    // An adapter that is named asks for the unknown driver type.
-    if (!m_device && FAILED(D3D11CreateDevice(m_adapter.Get(), D3D_DRIVER_TYPE_UNKNOWN, nullptr, 0, nullptr,
-                                              0, D3D11_SDK_VERSION, &m_device, nullptr, &m_context))) {
-        m_device.Reset();
+    if (nowMs() < m_retryMs)
+        return false;
+    const HRESULT result = duplicate();
+    if (FAILED(result)) {
+        fail(result);
         return false;
     }
-    // Refused while the secure desktop is shown, say: the next grab tries again. A device is too dear to be
-    // made for every try.
-    if (FAILED(m_output->DuplicateOutput(m_device.Get(), &m_duplication))) {
-        m_duplication.Reset();
-        if (FAILED(m_device->GetDeviceRemovedReason()))
-            m_device.Reset();
-        return false;
-    }
+    if (std::exchange(m_trouble, S_OK) != S_OK)
+        qInfo().noquote() << "[DeskDuplManager]: Reading" << m_name << "again";
     DXGI_OUTDUPL_DESC desc{};
     m_duplication->GetDesc(&desc);
     m_rotation = desc.Rotation;
-    m_staging.Reset();
     return true;
+}
+
+HRESULT DxgiMonitor::duplicate()
+{
+    // An adapter that is named asks for the unknown driver type.
+    const HRESULT made =
+        m_device ? S_OK
+                 : D3D11CreateDevice(m_adapter.Get(), D3D_DRIVER_TYPE_UNKNOWN, nullptr, 0, nullptr, 0,
+                                     D3D11_SDK_VERSION, &m_device, nullptr, &m_context);
+    if (FAILED(made))
+        return made;
+    // Of a screen with high dynamic range the system's own conversion to bytes cuts off what is bright.
+    ComPtr<IDXGIOutput5> output;
+    if (isHdr(m_output.Get()) && SUCCEEDED(m_output.As(&output))) {
+        constexpr DXGI_FORMAT kFormats[] = {DXGI_FORMAT_R16G16B16A16_FLOAT, DXGI_FORMAT_B8G8R8A8_UNORM};
+        if (SUCCEEDED(output->DuplicateOutput1(m_device.Get(), 0, 2, kFormats, &m_duplication)))
+            return S_OK;
+    }
+    return m_output->DuplicateOutput(m_device.Get(), &m_duplication);
+}
+
+ScreenGrabber::Result DxgiMonitor::fail(HRESULT why)
+{
+    if (std::exchange(m_trouble, why) != why)
+        qWarning().noquote().nospace() << "[DeskDuplManager]: Cannot read " << m_name << ", " << reasonOf(why)
+                                       << " (0x" << QString::number(quint32(why), 16) << "); trying again";
+    m_hasFailed = true;
+    m_retryMs = nowMs() + m_pause.next(nowMs());
+    m_duplication.Reset();
+    m_staging.Reset();
+    // A device is too dear to be made for every try.
+    if (m_device && FAILED(m_device->GetDeviceRemovedReason()))
+        m_device.Reset();
+    return ScreenGrabber::Result::Failed;
 }
 
 ScreenGrabber::Result DxgiMonitor::fetch()
@@ -57,16 +176,13 @@ ScreenGrabber::Result DxgiMonitor::fetch()
     const HRESULT result = m_duplication->AcquireNextFrame(0, &info, &resource);
     if (result == DXGI_ERROR_WAIT_TIMEOUT)
         return ScreenGrabber::Result::Unchanged;
-    if (FAILED(result)) { // the mode changed or the desktop was switched: begin again
-        m_duplication.Reset();
-        m_staging.Reset();
-        return ScreenGrabber::Result::Failed;
-    }
+    if (FAILED(result))
+        return fail(result);
     const bool isPointerOnly = info.LastPresentTime.QuadPart == 0 && m_staging;
     const bool copied = isPointerOnly || copyToStaging(resource.Get());
     m_duplication->ReleaseFrame();
     if (!copied)
-        return ScreenGrabber::Result::Failed;
+        return fail(E_FAIL);
     return isPointerOnly ? ScreenGrabber::Result::Unchanged : ScreenGrabber::Result::Frame;
 }
 
@@ -98,13 +214,37 @@ cv::Mat DxgiMonitor::scaleStaging(QSize outputSize)
     D3D11_MAPPED_SUBRESOURCE mapped{};
     if (FAILED(m_context->Map(m_staging.Get(), 0, D3D11_MAP_READ, 0, &mapped)))
         return {};
+    const cv::Mat frame = scale(mapped, desc, outputSize);
+    m_context->Unmap(m_staging.Get(), 0);
+    return frame;
+}
+
+cv::Mat DxgiMonitor::scale(const D3D11_MAPPED_SUBRESOURCE& mapped, const D3D11_TEXTURE2D_DESC& desc,
+                           QSize outputSize)
+{
     SourcePixels pixels;
     pixels.data = static_cast<const uchar*>(mapped.pData);
     pixels.stride = mapped.RowPitch;
     pixels.size = QSize(int(desc.Width), int(desc.Height));
     // The picture comes as the panel scans it.
     pixels.quarterTurns = qMax(0, int(m_rotation) - int(DXGI_MODE_ROTATION_IDENTITY));
-    const cv::Mat frame = scaleFrame(pixels, outputSize);
-    m_context->Unmap(m_staging.Get(), 0);
-    return frame;
+    cv::Mat bytes;
+    if (desc.Format == DXGI_FORMAT_R16G16B16A16_FLOAT) {
+        askWhite();
+        bytes = m_toBytes.convert({static_cast<const quint16*>(mapped.pData), pixels.stride, pixels.size},
+                                  pixels.quarterTurns % 2 ? outputSize.transposed() : outputSize);
+        pixels.data = bytes.data;
+        pixels.stride = qint64(bytes.step);
+        pixels.size = QSize(bytes.cols, bytes.rows);
+        std::swap(pixels.redByte, pixels.blueByte);
+    }
+    return scaleFrame(pixels, outputSize);
+}
+
+void DxgiMonitor::askWhite()
+{
+    if (nowMs() < m_askWhiteMs)
+        return;
+    m_askWhiteMs = nowMs() + kAskWhiteMs;
+    m_toBytes.setWhite(whiteOf(m_name));
 }
