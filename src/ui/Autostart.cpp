@@ -14,6 +14,11 @@ QString Autostart::registryCommand(const QString& programFile)
     return QStringLiteral("\"%1\" %2").arg(QString(programFile).replace(u'/', u'\\'), kOption);
 }
 
+bool Autostart::isDisapproved(const QString& approval)
+{
+    return !approval.isEmpty() && (approval.front().unicode() & 1) != 0;
+}
+
 QString Autostart::desktopExec(const QString& programFile)
 {
     QString quoted;

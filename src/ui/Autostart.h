@@ -13,6 +13,9 @@ void setEnabled(bool isEnabled);
 
 /// The command of the registry's Run key: the quoted file with backslashes, a blank, the option.
 QString registryCommand(const QString& programFile);
+/// Whether the user has switched the registry's entry off in the system's own list. `approval` is what stands
+/// beside it there, binary data as settings read it.
+bool isDisapproved(const QString& approval);
 
 /// The value of the key Exec for the program, quoted by the rules of desktop entries.
 QString desktopExec(const QString& programFile);

@@ -84,6 +84,9 @@ private slots:
             QVERIFY(!Autostart::isStartedBy("[Desktop Action x]\n" + entry.mid(entry.indexOf("Exec")), file));
         }
         QCOMPARE(Autostart::registryCommand("C:/My Apps/l.exe"), "\"C:\\My Apps\\l.exe\" --auto_startup");
+        for (const ushort first : {2, 3, 6, 7}) // odd: switched off in the system's own list
+            QCOMPARE(Autostart::isDisapproved(QString(QChar(first)) + QChar(0) + QChar(77)), first % 2 == 1);
+        QVERIFY(!Autostart::isDisapproved({}));
     }
 
     void boxStartsTheProgramWithTheSystem()
