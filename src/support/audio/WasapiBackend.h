@@ -23,8 +23,10 @@ public:
     ~WasapiBackend() override;
 
     AudioSources sources() const override;
+    bool isServerThere() const override { return m_isThere; }
     void attach(const QSharedPointer<AudioCapturer>& capturer) override;
     void detach(const QSharedPointer<AudioCapturer>& capturer) override;
+    void retryNow() override;
 
 private:
     using Known = QList<WasapiEndpoints::Endpoint>;
@@ -46,7 +48,9 @@ private:
     QSemaphore m_firstLook;
     std::atomic<bool> m_stop{false};
     std::atomic<bool> m_isOutdated{true};
-    mutable std::mutex m_mutex; // guards what follows
+    std::atomic<bool> m_isHurried{false};
+    std::atomic<bool> m_isThere{true}; ///< the system's sound service
+    mutable std::mutex m_mutex;        // guards what follows
     AudioSources m_sources;
     QList<QSharedPointer<AudioCapturer>> m_capturers;
     std::thread m_thread; // last: it uses all of this

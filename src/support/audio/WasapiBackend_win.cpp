@@ -7,7 +7,6 @@
 
 #include <QDebug>
 #include <algorithm>
-#include <utility>
 
 namespace {
 constexpr int kFirstLookMs = 1000;
@@ -65,6 +64,12 @@ void WasapiBackend::detach(const QSharedPointer<AudioCapturer>& capturer)
     wake();
 }
 
+void WasapiBackend::retryNow()
+{
+    m_isHurried = true;
+    wake();
+}
+
 void WasapiBackend::wake()
 {
     SetEvent(m_wakeEvent);
@@ -88,15 +93,22 @@ void WasapiBackend::work()
     Known known;
     Streams streams;
     RetryPause pause;
-    bool saidAbsent = false;
     qint64 retryMs = 0; // when to try again what could not be opened or has ended; 0 for no need
     while (!m_stop) {
         if (!endpoints.isOpen() && !endpoints.open()) {
-            if (!std::exchange(saidAbsent, true))
+            if (m_isThere.exchange(false)) {
                 qWarning() << "[AudioCapManager]: There is no sound system to listen to";
+                emit sourcesChanged();
+            }
             m_firstLook.release();
             WaitForSingleObject(m_wakeEvent, kNoServiceMs);
             continue;
+        }
+        if (!m_isThere.exchange(true))
+            emit sourcesChanged();
+        if (m_isHurried.exchange(false)) {
+            pause.reset();
+            retryMs = retryMs > 0 ? nowMs() : 0;
         }
         bool isDue = retryMs > 0 && nowMs() >= retryMs;
         if (m_isOutdated.exchange(false) || isDue) { // what cannot be opened may be gone
