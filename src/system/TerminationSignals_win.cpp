@@ -1,11 +1,13 @@
 #include "system/TerminationSignals.h"
 
-#include <atomic>
+#include <QDebug>
+#include <mutex>
 #include <windows.h>
 
 namespace {
 
-std::atomic<TerminationSignals*> s_receiver{nullptr};
+std::mutex s_mutex; // guards what follows
+TerminationSignals* s_receiver = nullptr;
 
 } // namespace
 
@@ -18,19 +20,23 @@ struct TerminationSignals::Private
     /// The system grants some five seconds.
     static BOOL WINAPI handleConsoleEvent(DWORD event)
     {
-        TerminationSignals* receiver = s_receiver.load();
-        if (receiver == nullptr)
-            return FALSE;
-        QMetaObject::invokeMethod(
-            receiver,
-            [receiver] {
-                receiver->d->isRequested = true;
-                emit receiver->terminationRequested();
-            },
-            Qt::QueuedConnection);
+        {
+            const std::lock_guard lock(s_mutex);
+            if (s_receiver != nullptr)
+                QMetaObject::invokeMethod(
+                    s_receiver, [receiver = s_receiver, event] { receiver->d->request(*receiver, event); },
+                    Qt::QueuedConnection);
+        }
         if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
             Sleep(INFINITE);
         return TRUE;
+    }
+
+    void request(TerminationSignals& owner, DWORD event)
+    {
+        qInfo() << "[TerminationSignals]: event" << int(event) << "of the console asks the program to end";
+        isRequested = true;
+        emit owner.terminationRequested();
     }
 };
 
@@ -38,13 +44,15 @@ TerminationSignals::TerminationSignals(QObject* parent)
     : QObject(parent)
     , d(std::make_unique<Private>())
 {
+    const std::lock_guard lock(s_mutex);
     s_receiver = this;
     SetConsoleCtrlHandler(Private::handleConsoleEvent, TRUE);
 }
 
 TerminationSignals::~TerminationSignals()
 {
-    SetConsoleCtrlHandler(Private::handleConsoleEvent, FALSE);
+    // The process is about to end by itself, with its own exit code.
+    const std::lock_guard lock(s_mutex);
     s_receiver = nullptr;
 }
 
