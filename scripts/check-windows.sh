@@ -20,6 +20,7 @@ modules=""
 for module in Core Gui Widgets Network SerialPort; do modules+=" -isystem $qt/Qt$module"; done
 export flags="-std=c++17 -c -O0 -Wall -Wextra -Wno-attributes -Werror=return-type -flarge-source-files
     -DWIN32 -D_WIN32_WINNT=0x0A00 -DWINVER=0x0A00 -DNOMINMAX -DWIN32_LEAN_AND_MEAN
+    -DLibLumivar_EXPORTS -Dlumivar_devices_EXPORTS -Dlumivar_effect_contract_EXPORTS
     -DQT_CORE_LIB -DQT_GUI_LIB -DQT_WIDGETS_LIB -DQT_NETWORK_LIB -DQT_SERIALPORT_LIB -DQT_MESSAGELOGCONTEXT
     -isystem $qt $modules -isystem $headers -I$generated -Isrc -Itools"
 

@@ -4,6 +4,7 @@
 #include "controllers/ColorPipeline.h"
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
+#include "support/SharedLibrary.h"
 #include "support/log/LoopBrake.h"
 
 #include <QDeadlineTimer>
@@ -17,7 +18,7 @@
 /// One LED device, physical or virtual: its settings, their persistence, and the colour pipeline
 /// (ColorPipeline, enable gate) from an effect's colours to the transport of the subclass.
 /// Lives on the main thread. Repeats the last picture when nobody feeds it for 800 ms.
-class AbsRGBController : public QObject
+class LUMIVAR_DEVICES_EXPORT AbsRGBController : public QObject
 {
     Q_OBJECT
 

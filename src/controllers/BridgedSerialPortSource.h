@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controllers/SerialPortSource.h"
+#include "support/SharedLibrary.h"
 
 #include <QFileSystemWatcher>
 #include <QTimer>
@@ -10,7 +11,7 @@
 /// array of objects with "name", "location" and "description". The file is followed while the program runs;
 /// an entry that appears or moves is an arrival. A broken file is reported once and leaves the list as it
 /// was.
-class BridgedSerialPortSource : public ISerialPortSource
+class LUMIVAR_DEVICES_EXPORT BridgedSerialPortSource : public ISerialPortSource
 {
     Q_OBJECT
 

@@ -2,13 +2,14 @@
 
 #include "controllers/AbsRGBController.h"
 #include "controllers/PortFinding.h"
+#include "support/SharedLibrary.h"
 
 #include <QObject>
 #include <QtPlugin>
 
 /// Finds devices and hands over finished controllers. Also the interface of enumerator plug-ins, which may
 /// emit from any thread.
-class IDeviceEnumerator : public QObject
+class LUMIVAR_DEVICES_EXPORT IDeviceEnumerator : public QObject
 {
     Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include "controllers/AbsRGBController.h"
 #include "controllers/SerialLine.h"
+#include "support/SharedLibrary.h"
 
 #include <QDeadlineTimer>
 #include <memory>
@@ -12,7 +13,7 @@ class QThread;
 
 /// A physical strip on a serial line. The controller stays on the main thread, its port gets a thread of its
 /// own. Blacks the strip out when it goes.
-class LVController : public AbsRGBController
+class LUMIVAR_DEVICES_EXPORT LVController : public AbsRGBController
 {
     Q_OBJECT
 

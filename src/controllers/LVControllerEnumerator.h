@@ -3,6 +3,7 @@
 #include "controllers/IDeviceEnumerator.h"
 #include "controllers/ProbeReply.h"
 #include "controllers/SerialPortSource.h"
+#include "support/SharedLibrary.h"
 
 #include <QHash>
 #include <QMap>
@@ -29,7 +30,7 @@ struct DiscoveryTiming
 
 /// Finds the strips on serial ports: asks every port that may have one at start, when it arrives, and again
 /// as long as it fails. Main thread.
-class LVControllerEnumerator : public IDeviceEnumerator
+class LUMIVAR_DEVICES_EXPORT LVControllerEnumerator : public IDeviceEnumerator
 {
     Q_OBJECT
 

@@ -5,6 +5,7 @@
 #include "controllers/SerialLine.h"
 #include "controllers/SerialPortSource.h"
 #include "controllers/TalkGuard.h"
+#include "support/SharedLibrary.h"
 #include "support/log/LoopBrake.h"
 
 #include <QDeadlineTimer>
@@ -24,7 +25,7 @@ struct PortRelease
 /// The serial line of one device. Lives on the thread that probes it and, once adopted by a controller, on a
 /// thread of its own, where the line decides the pace: one frame waits at most, and a newer one replaces it.
 /// An error that means a lost device is reported once and closes the port.
-class LVSerialPort : public QObject
+class LUMIVAR_DEVICES_EXPORT LVSerialPort : public QObject
 {
     Q_OBJECT
 

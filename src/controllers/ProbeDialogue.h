@@ -3,6 +3,7 @@
 #include "controllers/ReplyCollector.h"
 #include "controllers/SerialLine.h"
 #include "controllers/SerialPortSource.h"
+#include "support/SharedLibrary.h"
 
 #include <QTimer>
 
@@ -10,7 +11,7 @@ class LVSerialPort;
 
 /// Asks one port whether a device is behind it. Main thread. Ends with exactly one signal; the dialogues of
 /// several ports run side by side.
-class ProbeDialogue : public QObject
+class LUMIVAR_DEVICES_EXPORT ProbeDialogue : public QObject
 {
     Q_OBJECT
 

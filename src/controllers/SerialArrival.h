@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QMap>
 #include <QObject>
 #include <memory>
@@ -17,7 +19,7 @@ using PortNames = QMap<QString, quint64>;
 
 /// Tells when the operating system gets a new serial port, also one that takes the name of another; removals
 /// show up as errors of the port. One source per system. Main thread.
-class SerialArrival : public QObject
+class LUMIVAR_DEVICES_EXPORT SerialArrival : public QObject
 {
     Q_OBJECT
 

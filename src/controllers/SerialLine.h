@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <cstdint>
@@ -7,7 +9,7 @@
 
 /// An open serial line with the settings of the devices: 115200 baud, 8 data bits, no parity, one stop bit,
 /// no flow control. Used on one thread, and moves with its parent. One source for each library below it.
-class SerialLine : public QObject
+class LUMIVAR_DEVICES_EXPORT SerialLine : public QObject
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controllers/UsbAdapters.h"
+#include "support/SharedLibrary.h"
 
 #include <QList>
 #include <QObject>
@@ -22,7 +23,7 @@ struct SerialPortRecord
 };
 
 /// A list of serial ports that tells when one arrives. Main thread.
-class ISerialPortSource : public QObject
+class LUMIVAR_DEVICES_EXPORT ISerialPortSource : public QObject
 {
     Q_OBJECT
 
@@ -40,7 +41,7 @@ signals:
 };
 
 /// Several sources as one; where names clash, the earlier source wins.
-class CombinedSerialPortSource : public ISerialPortSource
+class LUMIVAR_DEVICES_EXPORT CombinedSerialPortSource : public ISerialPortSource
 {
     Q_OBJECT
 

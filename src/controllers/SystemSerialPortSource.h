@@ -2,12 +2,13 @@
 
 #include "controllers/SerialArrival.h"
 #include "controllers/SerialPortSource.h"
+#include "support/SharedLibrary.h"
 
 #include <functional>
 
 /// The serial ports that the operating system lists. They are asked for anew only when the names have
 /// changed: asking may disturb what is connected to them.
-class SystemSerialPortSource : public ISerialPortSource
+class LUMIVAR_DEVICES_EXPORT SystemSerialPortSource : public ISerialPortSource
 {
     Q_OBJECT
 

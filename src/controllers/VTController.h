@@ -1,12 +1,13 @@
 #pragma once
 
 #include "controllers/AbsRGBController.h"
+#include "support/SharedLibrary.h"
 
 class QUdpSocket;
 
 /// A device without hardware. The one of model "LV0N03" sends its colours to a local UDP port, three bytes an
 /// LED and nothing else; the others only take effects. Main thread.
-class VTController : public AbsRGBController
+class LUMIVAR_DEVICES_EXPORT VTController : public AbsRGBController
 {
     Q_OBJECT
 

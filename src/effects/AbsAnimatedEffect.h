@@ -1,12 +1,13 @@
 #pragma once
 
 #include "effects/IEffectWorker.h"
+#include "support/SharedLibrary.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 
 /// A worker with a clock: `update` runs at a fixed interval with the time since the step before.
-class AbsAnimatedEffect : public IEffectWorker
+class LUMIVAR_EFFECTS_EXPORT AbsAnimatedEffect : public IEffectWorker
 {
     Q_OBJECT
 

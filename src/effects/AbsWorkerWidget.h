@@ -1,10 +1,12 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QJsonValue>
 #include <QWidget>
 
 /// Base of every option widget; uses the same property keys as the worker it configures.
-class AbsWorkerWidget : public QWidget
+class LUMIVAR_EFFECTS_EXPORT AbsWorkerWidget : public QWidget
 {
     Q_OBJECT
 

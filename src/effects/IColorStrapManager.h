@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QColor>
 #include <QObject>
 #include <QString>
@@ -22,7 +24,7 @@ struct ColorStrap
 /// The list of gradients shared by all controllers and effects; never empty. An index is a position: removing
 /// a strap moves the later ones down by one, and who keeps an index corrects it on strapRemoved. Operations
 /// on an index outside the list log it and change nothing. Any thread; changes are stored by themselves.
-class IColorStrapManager : public QObject
+class LUMIVAR_EFFECTS_EXPORT IColorStrapManager : public QObject
 {
     Q_OBJECT
 

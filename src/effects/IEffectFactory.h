@@ -1,13 +1,14 @@
 #pragma once
 
 #include "effects/IEffectWorker.h"
+#include "support/SharedLibrary.h"
 
 #include <QList>
 #include <QObject>
 #include <QtPlugin>
 
 /// Where effects come from: the built-in catalogue and plug-ins alike.
-class IEffectFactory : public QObject
+class LUMIVAR_EFFECTS_EXPORT IEffectFactory : public QObject
 {
     Q_OBJECT
 

@@ -3,6 +3,7 @@
 #include "controllers/ControlOptions.h"
 #include "controllers/LV_RGB.h"
 #include "effects/EffectWorkerOptions.h"
+#include "support/SharedLibrary.h"
 
 #include <QJsonValue>
 #include <QObject>
@@ -11,7 +12,7 @@
 /// Produces complete colour vectors for exactly one controller.
 /// Order of calls: constructor, injection methods, connections, load, any number of slots and properties,
 /// unload, deleteLater. Properties: the empty key stands for all of them, as one JSON object.
-class IEffectWorker : public QObject
+class LUMIVAR_EFFECTS_EXPORT IEffectWorker : public QObject
 {
     Q_OBJECT
 

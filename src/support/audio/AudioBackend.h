@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/audio/AudioSource.h"
 
 #include <QObject>
@@ -10,7 +11,7 @@ class AudioCapturer;
 
 /// One way of hearing the system's sound: lists the sources and feeds the capturers that are attached to it.
 /// Lives on the main thread; all operations but construction and destruction may be called from any thread.
-class AudioBackend : public QObject
+class LUMIVAR_SUPPORT_EXPORT AudioBackend : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 // Sound, from the effects down to the system:
 //
 //   AudioCapManager    what the effects see: a list of sources, shared AudioCapturers, who comes and goes
@@ -27,7 +29,7 @@ class AudioBackend;
 /// any thread. Nothing is captured while nobody holds a capturer, but for a moment after the last has
 /// released it, so that from one effect to the next the recording goes on. While a source is gone its
 /// capturer is silent; it goes on by itself when the source comes back.
-class AudioCapManager : public QObject
+class LUMIVAR_SUPPORT_EXPORT AudioCapManager : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/audio/SampleRing.h"
 #include "support/audio/SoundChannel.h"
 
@@ -14,7 +15,7 @@ class AudioAnalyser;
 
 /// One sound source, shared by all who acquired it from AudioCapManager: takes the back end's samples on one
 /// thread and emits what they hold on the analysis thread. Lives on the main thread.
-class AudioCapturer : public QObject
+class LUMIVAR_SUPPORT_EXPORT AudioCapturer : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/capture/CaptureSource.h"
 #include "support/capture/SourceTrouble.h"
 
@@ -15,7 +16,7 @@ class ScreenGrabber;
 
 /// Grabs and scales for all captures of one ScreenGrabber, follows its sources and opens it again when its
 /// connection breaks. The operations may be called from any thread.
-class CaptureThread : public QThread
+class LUMIVAR_SUPPORT_EXPORT CaptureThread : public QThread
 {
     Q_OBJECT
 

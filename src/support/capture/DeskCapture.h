@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/capture/GrabPlan.h"
 #include "support/capture/IDeskCapture.h"
 
@@ -11,7 +12,7 @@ class ScreenGrabber;
 
 /// What pullers and the capture thread share of one source: the newest frame and the rhythm of the pulls.
 /// All operations may be called from any thread; the lock is held for moments only.
-class DeskCapture : public IDeskCapture
+class LUMIVAR_SUPPORT_EXPORT DeskCapture : public IDeskCapture
 {
     Q_OBJECT
 

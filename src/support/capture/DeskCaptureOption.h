@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/capture/CaptureModes.h"
 
 #include <QObject>
@@ -8,7 +9,7 @@
 /// thread. Found through the application object's property kProperty. A DeskDuplManager that finds one
 /// follows it, and the choice may be there before any capture; it makes one of its own only where there is
 /// none.
-class DeskCaptureOption : public QObject
+class LUMIVAR_SUPPORT_EXPORT DeskCaptureOption : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 // Desktop capture, from the effects down to the screen:
 //
 //   IDeskDuplManager, IDeskCapture   what the effects see: a list of sources, and frames of one of them
@@ -29,7 +31,7 @@ class DeskCapture;
 /// The desktop's picture sources, read by the grabber that DeskCaptureOption selects. Lives on the main
 /// thread, where it emits; the operations may be called from any thread. While a source is gone its
 /// capture gives no frames; it gives frames again when the source comes back.
-class DeskDuplManager : public IDeskDuplManager
+class LUMIVAR_SUPPORT_EXPORT DeskDuplManager : public IDeskDuplManager
 {
     Q_OBJECT
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QObject>
 #include <QSize>
 #include <opencv2/core/mat.hpp>
 
 /// One picture source, shared by all who acquired it. Operations may be called from any thread.
-class IDeskCapture : public QObject
+class LUMIVAR_SUPPORT_EXPORT IDeskCapture : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
 #include "support/capture/IDeskCapture.h"
 #include "support/capture/SourceTrouble.h"
 
@@ -9,7 +10,7 @@
 #include <QString>
 
 /// Lists the desktop's picture sources and shares one capture among all who acquire it.
-class IDeskDuplManager : public QObject
+class LUMIVAR_SUPPORT_EXPORT IDeskDuplManager : public QObject
 {
     Q_OBJECT
 

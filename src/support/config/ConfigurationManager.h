@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SharedLibrary.h"
+
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QObject>
@@ -9,7 +11,7 @@
 /// All persistent state of the program: four JSON stores kept in memory and written behind, atomically, as
 /// files in the user's folder. Main thread, except for the effect store, which any thread may use.
 /// No call fails: an absent value is undefined, a failed write stays in memory and is tried again.
-class ConfigurationManager : public QObject
+class LUMIVAR_SUPPORT_EXPORT ConfigurationManager : public QObject
 {
     Q_OBJECT
 
