@@ -12,10 +12,10 @@ namespace {
 
 constexpr double kMostBytes = 500.0 * 1024 * 1024;
 
-QStringList installerEndings()
+QString installerEnding()
 {
-    return VersionAnswer::system() == QLatin1String("windows") ? QStringList{"exe", "msi"}
-                                                               : QStringList{"deb"};
+    return VersionAnswer::system() == QLatin1String("windows") ? QStringLiteral("exe")
+                                                               : QStringLiteral("deb");
 }
 
 /// Nothing, and the reason, when a field is missing or wrong.
@@ -25,7 +25,7 @@ std::optional<InstallerInfo> installerFromJson(const QJsonObject& object, const 
     const double size = object["size"].toDouble();
     const QString hash = object["sha256"].toString();
     const QUrl url = serviceUrl(service, QStringLiteral("/")).resolved(QUrl(object["url"].toString()));
-    const QString file = plainFileName(object["file"].toString(), installerEndings());
+    const QString file = plainFileName(object["file"].toString(), {installerEnding()});
     if (file.isEmpty())
         *error = QStringLiteral("file");
     else if (object["url"].toString().isEmpty() || !isAllowedAddress(url))
