@@ -9,6 +9,7 @@
 #include "system/DisplayCheck.h"
 #include "system/HomeFolder.h"
 #include "system/LogSystem.h"
+#include "system/RunningProgram.h"
 #include "system/RuntimeFile.h"
 #include "system/TerminationSignals.h"
 #include "system/WakeUp.h"
@@ -19,7 +20,9 @@
 #include <QDir>
 #include <QFont>
 #include <QLockFile>
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -74,11 +77,28 @@ void readCommandLine(QApplication& app)
         parser.addOption({QLatin1String(entry.option), QLatin1String(entry.description)});
     parser.addOption(
         {QStringLiteral("doctor"), QStringLiteral("Tell what stands in the way of light, and end")});
+    parser.addOption({QStringLiteral("quit"), QStringLiteral("End the running program, and wait for that")});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(app);
     for (const Switch& entry : kSwitches)
         app.setProperty(entry.property, parser.isSet(QLatin1String(entry.option)));
+}
+
+bool isQuitAsked(int argc, char** argv)
+{
+    return std::any_of(argv + 1, argv + argc,
+                       [](const char* argument) { return std::strcmp(argument, "--quit") == 0; });
+}
+
+/// In place of the program: ends the one that runs.
+int quitRunning(int& argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    if (quitRunningProgram())
+        return 0;
+    qWarning("[main]: the running program does not end");
+    return 1;
 }
 
 /// False when another process of the program runs. A lock that cannot be had for other reasons, such as a
@@ -133,6 +153,8 @@ int main(int argc, char** argv)
     provideHomeFolder();
     if (Doctor::isAsked(argc, argv))
         return Doctor::run(argc, argv);
+    if (isQuitAsked(argc, argv))
+        return quitRunning(argc, argv);
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
     const bool isOpenGlLeftOut = chooseNoOpenGl();
@@ -146,15 +168,21 @@ int main(int argc, char** argv)
 
     QLockFile lock(runtimeFile(QStringLiteral("LumivarSingleApp.lock")));
     if (!isOnlyInstance(lock)) {
-        if (!sendWakeUp())
+        if (!sendWakeUp(WakeUp::Show))
             qWarning("[main]: the program runs already, but nobody takes the wake-up");
         return 0;
     }
+    bool isEndAsked = false;
+    const auto end = [&isEndAsked] {
+        isEndAsked = true;
+        QCoreApplication::quit();
+    };
     TerminationSignals termination;
-    QObject::connect(&termination, &TerminationSignals::terminationRequested, &app, &QCoreApplication::quit);
+    QObject::connect(&termination, &TerminationSignals::terminationRequested, &app, end);
 
     LogSystem log(ConfigurationManager::instance()->logsPath());
     WakeUpServer wakeUps;
+    QObject::connect(&wakeUps, &WakeUpServer::quitRequested, &app, end);
     wakeUps.listen();
     cleanUpConfigurationIfAsked();
     logStart(app);
@@ -171,7 +199,7 @@ int main(int argc, char** argv)
     callWhenDisplayBreaks(leaveInOrder);
     QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
                      &LumivarApp::onWakeUpRequested);
-    if (termination.isRequested()) {
+    if (isEndAsked) {
         // A dialog's own event loop took the request while the controller came up.
         QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
     }

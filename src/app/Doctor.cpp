@@ -9,7 +9,7 @@
 #include "support/audio/AudioCapManager.h"
 #include "support/config/ConfigKeys.h"
 #include "system/BuildInfo.h"
-#include "system/RuntimeFile.h"
+#include "system/RunningProgram.h"
 #include "system/ScreenCheck.h"
 #include "ui/FindingList.h"
 
@@ -19,7 +19,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocale>
-#include <QLockFile>
 #include <QStandardPaths>
 #include <QTextCodec>
 #include <QTextStream>
@@ -35,17 +34,6 @@ constexpr int kSilenceMs = 30;
 const QString kGood = QStringLiteral("  [+] ");
 const QString kNeutral = QStringLiteral("  [ ] ");
 const QString kBad = QStringLiteral("  [!] ");
-
-/// Found without taking the lock or waking who holds it.
-qint64 runningProgram()
-{
-    const QString path = runtimeFile(QStringLiteral("LumivarSingleApp.lock"));
-    qint64 pid = 0;
-    QString host;
-    QString name;
-    const bool isHeld = !path.isEmpty() && QLockFile(path).getLockInfo(&pid, &host, &name);
-    return isHeld && !processName(pid).isEmpty() ? pid : 0;
-}
 
 /// As the program has stored it; read here because its own reader sets broken files aside.
 template <typename Key>

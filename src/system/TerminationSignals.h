@@ -14,9 +14,6 @@ public:
     explicit TerminationSignals(QObject* parent = nullptr);
     ~TerminationSignals() override;
 
-    /// Whether a request has been signalled already.
-    bool isRequested() const;
-
 signals:
     void terminationRequested();
 

@@ -35,7 +35,6 @@ void setHandler(int number, void (*handler)(int))
 struct TerminationSignals::Private
 {
     std::unique_ptr<QSocketNotifier> notifier;
-    bool isRequested = false;
 };
 
 TerminationSignals::TerminationSignals(QObject* parent)
@@ -53,7 +52,6 @@ TerminationSignals::TerminationSignals(QObject* parent)
         unsigned char number = 0;
         while (read(s_pipe[0], &number, 1) == 1) {
             qInfo() << "[TerminationSignals]: signal" << int(number) << "asks the program to end";
-            d->isRequested = true;
             emit terminationRequested();
         }
     });
@@ -71,9 +69,4 @@ TerminationSignals::~TerminationSignals()
             close(end);
         end = -1;
     }
-}
-
-bool TerminationSignals::isRequested() const
-{
-    return d->isRequested;
 }

@@ -13,8 +13,6 @@ TerminationSignals* s_receiver = nullptr;
 
 struct TerminationSignals::Private
 {
-    bool isRequested = false;
-
     /// Runs on a thread of the system's. Returning true keeps the process alive for its own way out; only
     /// after a close, a logoff or a shutdown it is the end, so there the thread waits for the process to go.
     /// The system grants some five seconds.
@@ -24,7 +22,7 @@ struct TerminationSignals::Private
             const std::lock_guard lock(s_mutex);
             if (s_receiver != nullptr)
                 QMetaObject::invokeMethod(
-                    s_receiver, [receiver = s_receiver, event] { receiver->d->request(*receiver, event); },
+                    s_receiver, [receiver = s_receiver, event] { request(*receiver, event); },
                     Qt::QueuedConnection);
         }
         if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
@@ -32,10 +30,9 @@ struct TerminationSignals::Private
         return TRUE;
     }
 
-    void request(TerminationSignals& owner, DWORD event)
+    static void request(TerminationSignals& owner, DWORD event)
     {
         qInfo() << "[TerminationSignals]: event" << int(event) << "of the console asks the program to end";
-        isRequested = true;
         emit owner.terminationRequested();
     }
 };
@@ -54,9 +51,4 @@ TerminationSignals::~TerminationSignals()
     // The process is about to end by itself, with its own exit code.
     const std::lock_guard lock(s_mutex);
     s_receiver = nullptr;
-}
-
-bool TerminationSignals::isRequested() const
-{
-    return d->isRequested;
 }

@@ -13,16 +13,20 @@ namespace {
 constexpr int kRetryMs = 20;
 constexpr int kPatienceMs = 1000;
 constexpr int kMaxRequestBytes = 64;
-constexpr char kRequest[] = "13137\n";
 
 QString socketPath()
 {
     return runtimeFile(QStringLiteral("lumivar-wakeup"));
 }
 
+QByteArray line(WakeUp request)
+{
+    return QByteArray::number(static_cast<int>(request)) + '\n';
+}
+
 } // namespace
 
-bool sendWakeUp()
+bool sendWakeUp(WakeUp request)
 {
     const QString path = socketPath();
     if (path.isEmpty())
@@ -34,7 +38,7 @@ bool sendWakeUp()
         QLocalSocket socket;
         socket.connectToServer(path);
         if (socket.waitForConnected(kPatienceMs)) {
-            socket.write(kRequest);
+            socket.write(line(request));
             socket.disconnectFromServer();
             return socket.state() == QLocalSocket::UnconnectedState ||
                    socket.waitForDisconnected(kPatienceMs);
@@ -58,9 +62,13 @@ WakeUpServer::WakeUpServer(QObject* parent)
             connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
                 if (!socket->canReadLine() && socket->bytesAvailable() < kMaxRequestBytes)
                     return;
-                if (socket->readLine(kMaxRequestBytes) == kRequest) {
+                const QByteArray request = socket->readLine(kMaxRequestBytes);
+                if (request == line(WakeUp::Show)) {
                     qInfo() << "[WakeUp]: a second process was started";
                     emit wakeUpRequested();
+                } else if (request == line(WakeUp::Quit)) {
+                    qInfo() << "[WakeUp]: a second process asks the program to end";
+                    emit quitRequested();
                 }
                 socket->abort();
             });

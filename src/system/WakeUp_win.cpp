@@ -2,22 +2,30 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
+#include <QDebug>
 #include <windows.h>
 
 namespace {
 
 constexpr wchar_t kMainWindowTitle[] = L"Lumivar";
-constexpr ULONG_PTR kWakeUpData = 13137;
+constexpr UINT kPatienceMs = 1000;
 
 } // namespace
 
-bool sendWakeUp()
+bool sendWakeUp(WakeUp request)
 {
-    const HWND window = FindWindowW(nullptr, kMainWindowTitle);
     COPYDATASTRUCT data = {};
-    data.dwData = kWakeUpData;
-    SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
-    return window != nullptr;
+    data.dwData = static_cast<ULONG_PTR>(request);
+    HWND window = nullptr;
+    // Others may bear the title, such as the window of a folder of that name. The program says that it is it.
+    while ((window = FindWindowExW(nullptr, window, nullptr, kMainWindowTitle)) != nullptr) {
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_ABORTIFHUNG,
+                            kPatienceMs, &answer);
+        if (answer == data.dwData)
+            return true;
+    }
+    return false;
 }
 
 struct WakeUpServer::Private : public QAbstractNativeEventFilter
@@ -27,15 +35,23 @@ struct WakeUpServer::Private : public QAbstractNativeEventFilter
     {
     }
 
-    bool nativeEventFilter(const QByteArray&, void* message, long*) override
+    bool nativeEventFilter(const QByteArray&, void* message, long* result) override
     {
         const auto* msg = static_cast<const MSG*>(message);
-        if (msg->message == WM_COPYDATA) {
-            const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(msg->lParam);
-            if (data != nullptr && data->dwData == kWakeUpData)
-                emit m_owner->wakeUpRequested();
+        const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(msg->lParam);
+        if (msg->message != WM_COPYDATA || data == nullptr)
+            return false;
+        if (data->dwData == static_cast<ULONG_PTR>(WakeUp::Show)) {
+            qInfo() << "[WakeUp]: a second process was started";
+            emit m_owner->wakeUpRequested();
+        } else if (data->dwData == static_cast<ULONG_PTR>(WakeUp::Quit)) {
+            qInfo() << "[WakeUp]: a second process asks the program to end";
+            emit m_owner->quitRequested();
+        } else {
+            return false;
         }
-        return false;
+        *result = static_cast<long>(data->dwData);
+        return true;
     }
 
 private:

@@ -7,6 +7,7 @@
 
 #include <QRect>
 #include <QtTest>
+#include <csignal>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -112,6 +113,33 @@ private slots:
         QVERIFY(shows(kColor));
         QVERIFY(m_program->terminate());
         QTRY_VERIFY(shows({}));
+    }
+
+    void endsWhenASecondProcessAsks()
+    {
+        const QString lock = m_program->path("run/LumivarSingleApp.lock");
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(lock), kWaitMs); // and does not listen yet
+        const auto early = m_program->startAnother({"--quit"});
+        QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
+
+        startWithWindow();
+        pressKeys({"alt+s"});
+        QTRY_COMPARE_WITH_TIMEOUT(activeTitle(), "Settings", kWaitMs); // which is modal
+        startAnother({"--quit"});
+        QVERIFY(!QFile::exists(lock));
+        QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
+        QTRY_VERIFY(shows({}));
+        startAnother({"--quit"}); // there is none
+
+        m_program->start();
+        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
+        const auto pid = static_cast<pid_t>(m_program->process().processId());
+        ::kill(pid, SIGSTOP);
+        const auto vain = m_program->startAnother({"--quit"});
+        QVERIFY(vain->waitForFinished(kWaitMs) && vain->exitCode() == 1);
+        ::kill(pid, SIGCONT);
+        QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
     }
 
     void windowWaitsInTheTaskbarForATrayThatIsLate()
@@ -309,7 +337,10 @@ private:
         m_program->start();
         QTRY_VERIFY_WITH_TIMEOUT(shows(kColor) && isActive(), kWaitMs);
     }
-    void startAnother() const { QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother())); }
+    void startAnother(const QStringList& arguments = {}) const
+    {
+        QVERIFY(ProgramUnderTest::endsWell(*m_program->startAnother(arguments)));
+    }
     void startBus()
     {
         QVERIFY(m_bus.start());
