@@ -20,7 +20,7 @@ packages[package]="debhelper lintian appstream desktop-file-utils debootstrap"
 packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
 packages[windows]="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev g++ make cmake ninja-build ccache pkg-config git perl python3
-    dpkg-dev autoconf automake libtool ca-certificates qtbase5-dev qttools5-dev-tools"
+    dpkg-dev autoconf automake libtool ca-certificates qtbase5-dev qttools5-dev-tools nsis"
 packages[windows-test]="wine64 xvfb xauth imagemagick fonts-liberation fonts-noto-cjk" # to see it run
 packages[bench]="libbenchmark-dev libxcb-xtest0-dev xvfb python3 pulseaudio pulseaudio-utils"
 
