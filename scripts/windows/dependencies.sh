@@ -126,9 +126,9 @@ make_json() {
     cmake_build json -DJSONCPP_WITH_TESTS=OFF -DJSONCPP_WITH_POST_BUILD_UNITTEST=OFF -DBUILD_STATIC_LIBS=OFF \
         -DBUILD_OBJECT_LIBS=OFF
 }
-make_log() {
+make_log() { # its idle threads are gone when it wants to join them at the end, and no process would ever end
     cmake_build log -DUNICODE=OFF -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF \
-        -DLOG4CPLUS_ENABLE_DECORATED_LIBRARY_NAME=OFF -DWITH_UNIT_TESTS=OFF
+        -DLOG4CPLUS_ENABLE_DECORATED_LIBRARY_NAME=OFF -DWITH_UNIT_TESTS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF
 }
 make_opencv() { # the two modules the program uses, without whatever reads files, films or graphics cards
     cmake_build opencv -DBUILD_LIST=core,imgproc -DBUILD_TESTS=OFF -DBUILD_PERF_TESTS=OFF -DBUILD_EXAMPLES=OFF \
