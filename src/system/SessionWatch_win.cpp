@@ -2,6 +2,8 @@
 
 #include "system/WindowsSession.h"
 
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
 #include <QDebug>
 
 #include <windows.h>
@@ -39,8 +41,10 @@ bool isLockedNow()
 
 } // namespace
 
-/// A window of its own that is never shown: what the system tells, it broadcasts to top-level windows.
-struct SessionWatch::Private
+/// A window of its own that is never shown: what the system tells, it broadcasts to top-level windows. The
+/// end counts from whichever of the process's windows hears of it first, before the toolkit makes its own of
+/// it.
+struct SessionWatch::Private : QAbstractNativeEventFilter
 {
     explicit Private(SessionWatch* owner)
         : q(owner)
@@ -63,12 +67,14 @@ struct SessionWatch::Private
         // Machines that sleep without switching themselves off broadcast nothing.
         sleep = RegisterSuspendResumeNotification(window, DEVICE_NOTIFY_WINDOW_HANDLE);
         session.setLocked(isLockedNow()); // whoever made this asks isScreenOff()
+        QCoreApplication::instance()->installNativeEventFilter(this);
     }
 
-    ~Private()
+    ~Private() override
     {
         if (window == nullptr)
             return;
+        QCoreApplication::instance()->removeNativeEventFilter(this);
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         if (display != nullptr)
             UnregisterPowerSettingNotification(display);
@@ -80,6 +86,14 @@ struct SessionWatch::Private
 
     Private(const Private&) = delete;
     Private& operator=(const Private&) = delete;
+
+    bool nativeEventFilter(const QByteArray&, void* message, long*) override
+    {
+        const auto* msg = static_cast<const MSG*>(message);
+        if (msg->message == WM_ENDSESSION)
+            tell(newsOf(msg->message, msg->wParam, msg->lParam));
+        return false;
+    }
 
     static LRESULT CALLBACK receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     {
