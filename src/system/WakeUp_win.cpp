@@ -20,6 +20,9 @@ bool sendWakeUp(WakeUp request)
     // Others may bear the title, such as the window of a folder of that name. The program says that it is it.
     while ((window = FindWindowExW(nullptr, window, nullptr, kMainWindowTitle)) != nullptr) {
         DWORD_PTR answer = 0;
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        AllowSetForegroundWindow(owner); // or its window would only blink in the task bar
         SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_ABORTIFHUNG,
                             kPatienceMs, &answer);
         if (answer == data.dwData)
@@ -50,7 +53,8 @@ struct WakeUpServer::Private : public QAbstractNativeEventFilter
         } else {
             return false;
         }
-        *result = static_cast<long>(data->dwData);
+        if (result != nullptr)
+            *result = static_cast<long>(data->dwData);
         return true;
     }
 

@@ -4,6 +4,8 @@
 #include "controllers/VTControllerEnumerator.h"
 #include "support/config/ConfigurationManager.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QNetworkDatagram>
 #include <QUdpSocket>
 #include <QtTest>
@@ -182,7 +184,15 @@ private slots:
         QVERIFY(!object.contains("whiteRed") && !object.contains("colorPipeline")); // nobody chose
         for (const ColorCorrection& choice :
              {ColorCorrection{Pipeline::Linear, 0.1, 0.2, 0.3, 4, 5000, 60}, ColorCorrection()}) {
+            auto* config = ConfigurationManager::instance();
+            config->save();
             controller.setCorrection(choice);
+            const auto stored = [config] {
+                QFile file(config->configPath() + "/controllers.json");
+                const bool isOpen = file.open(QIODevice::ReadOnly);
+                return QJsonDocument::fromJson(isOpen ? file.readAll() : QByteArray())["LV0127:AB"];
+            };
+            QTRY_COMPARE(stored()["powerLimitMa"].toInt(-1), choice.powerLimitMa);
             RecordingController again;
             QVERIFY(again.loadConfig() && again.correction() == choice);
         }
