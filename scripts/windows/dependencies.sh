@@ -67,7 +67,9 @@ if [ "${1:-}" = --pin ]; then
         [ -n "$(offered "$package")" ] || enable_source_packages
         version=$(offered "$package" | tail -n 1)
         (cd "$cache/sources" && apt-get source -qq --download-only "$package=$version" &&
-            sha256sum "${package}_${version%-*}"*) || exit 1
+            dsc=${package}_${version#*:}.dsc &&
+            mapfile -t named < <(sed -n '/^Checksums-Sha256:/,/^[^ ]/s/^ [0-9a-f]* [0-9]* //p' "$dsc") &&
+            sha256sum "$dsc" "${named[@]}") || exit 1
     done >"$pins.new"
     mv "$pins.new" "$pins"
     exit 0
@@ -112,8 +114,8 @@ cmake_build() { # NAME OPTIONS...
 
 # Shared libraries throughout: the program's own libraries and its plug-ins have to see one and the same logger.
 make_sodium() {
-    (cd "$cache/source/sodium" && autoreconf --install)
-    "$cache/source/sodium/configure" --host=x86_64-w64-mingw32 --prefix="$prefix" --disable-static --quiet
+    [ -f "$cache/source/sodium/configure" ] || (cd "$cache/source/sodium" && autoreconf --install)
+    [ -f Makefile ] || "$cache/source/sodium/configure" --host=x86_64-w64-mingw32 --prefix="$prefix" --disable-static --quiet
     make -j "$jobs"
     make install-strip
 }
