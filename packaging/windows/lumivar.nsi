@@ -187,6 +187,9 @@ Function exchange
     StrCpy $0 "$INSTDIR\${NEW}\${LIST}" ; what lies there under the same name
     Call moveListed
     IntOp $3 $3 | $R9
+    StrCpy $0 "$INSTDIR\${OLD}\${LIST}" ; now, as a new folder may be empty
+    Call removeFolders
+    StrCpy $0 "$INSTDIR\${NEW}\${LIST}"
     StrCpy $1 "$INSTDIR\${NEW}"
     StrCpy $2 "$INSTDIR"
     Call moveListed
@@ -198,8 +201,6 @@ Function exchange
         SetErrorLevel 2
         Abort "$(textFailed)"
     ${EndIf}
-    StrCpy $0 "$INSTDIR\${OLD}\${LIST}"
-    Call removeFolders
 FunctionEnd
 
 ; Ours alone; the folder itself may be anybody's.

@@ -20,8 +20,9 @@ private:
     static QStringList lines(const QString& path)
     {
         QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).chopped(1).split('\n')
-                                              : QStringList();
+        return file.open(QIODevice::ReadOnly | QIODevice::Text)
+                   ? QString::fromUtf8(file.readAll()).chopped(1).split('\n')
+                   : QStringList();
     }
 
     static QStringList texts(const QString& path)

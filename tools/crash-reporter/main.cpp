@@ -15,7 +15,8 @@ namespace {
 QString newestDump(const QDir& folder)
 {
     const QStringList newestFirst = folder.entryList({QStringLiteral("*.dmp")}, QDir::Files, QDir::Time);
-    return newestFirst.isEmpty() ? QString() : folder.absoluteFilePath(newestFirst.first());
+    return newestFirst.isEmpty() ? QString()
+                                 : QDir::toNativeSeparators(folder.absoluteFilePath(newestFirst.first()));
 }
 
 /// Whether the platform shows windows at all.
