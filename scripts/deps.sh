@@ -21,7 +21,7 @@ packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
 packages[windows]="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev g++ make cmake ninja-build ccache pkg-config git perl python3
     dpkg-dev autoconf automake libtool ca-certificates qtbase5-dev qttools5-dev-tools nsis"
-packages[windows-test]="wine64 xvfb xauth imagemagick fonts-liberation fonts-noto-cjk" # to see it run
+packages[windows-test]="wine wine64 xvfb openbox xdotool x11-utils imagemagick python3 fonts-liberation fonts-noto-cjk" # to see it run
 packages[bench]="libbenchmark-dev libxcb-xtest0-dev xvfb python3 pulseaudio pulseaudio-utils"
 
 wanted=()

@@ -232,10 +232,11 @@ private slots:
     {
         QFile good(PROBE_PLUGIN);
         QVERIFY(good.open(QIODevice::ReadOnly));
-        WorkingFolder::writeFile("0-cut.so", good.read(good.size() / 2));
-        WorkingFolder::writeFile("0-empty.so", {});
-        WorkingFolder::writeFile("0-text.so", QByteArray(5000, 'x'));
-        QVERIFY(QDir().mkdir("effects/0-folder.so") && QDir().mkdir("effects/1.json"));
+        const QString suffix = QFileInfo(good).suffix();
+        WorkingFolder::writeFile("0-cut." + suffix, good.read(good.size() / 2));
+        WorkingFolder::writeFile("0-empty." + suffix, {});
+        WorkingFolder::writeFile("0-text." + suffix, QByteArray(5000, 'x'));
+        QVERIFY(QDir().mkdir("effects/0-folder." + suffix) && QDir().mkdir("effects/1.json"));
         WorkingFolder::addPlugin(EXAMPLE_ENUMERATOR);
         WorkingFolder::addPlugin(THROWING_PLUGIN);
         for (const QByteArray& bytes : {QByteArray(), kOneGroup.left(40), QByteArray(100000, '['),

@@ -50,7 +50,8 @@ private slots:
         QCOMPARE(ProgramUnderTest::readObject(path("ad_images/ad.json")), m_offer);
         QCOMPARE(m_server->requestCount("/ad.png"), 2); // one more try
         const QJsonObject question = QJsonDocument::fromJson(m_server->requests().first().body).object();
-        QCOMPARE(question, (QJsonObject{{"var", "1.2"}, {"app_name", "tst_advertisement"}}));
+        const QString program = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+        QCOMPARE(question, (QJsonObject{{"var", "1.2"}, {"app_name", program}}));
 
         QCOMPARE(run(), shown); // from the disk
         QCOMPARE(m_server->requestCount("/ad.png"), 2);
