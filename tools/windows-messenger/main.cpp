@@ -55,8 +55,8 @@ bool send(const Program& program, UINT message, WPARAM wParam, LPARAM lParam)
     bool isWell = true;
     for (const HWND window : program.windows) {
         DWORD_PTR answer = 0;
-        const bool isAnswered = SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kPatienceMs,
-                                                    &answer) != 0;
+        const bool isAnswered =
+            SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kPatienceMs, &answer) != 0;
         if (IsWindow(window) && (!isAnswered || (message == WM_QUERYENDSESSION && answer == FALSE)))
             isWell = false;
     }
