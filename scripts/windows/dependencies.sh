@@ -143,6 +143,9 @@ make_opencv() { # the two modules the program uses, without whatever reads files
 make_qt() { # configured once: make goes on with a half-built tree
     # The names of two system libraries differ in case from the files, which matters here.
     sed -i 's/"-lSecur32" "-lCrypt32"/"-lsecur32" "-lcrypt32"/' "$cache/source/qt/src/network/ssl/ssl.pri"
+    # For OpenGL, which is not in it, it would ask Direct3D for the graphics adapter before the first window: half a second.
+    sed -i 's/screenForGL = QWindowsWindow::forcedScreenForGLWindow(w)/screenForGL = nullptr/' \
+        "$cache/source/qt/src/plugins/platforms/windows/qwindowswindow.cpp"
     [ -f configured ] || "$cache/source/qt/configure" -xplatform win32-g++ \
         -device-option CROSS_COMPILE=x86_64-w64-mingw32- -prefix "$prefix" -extprefix "$prefix" -hostprefix "$prefix" \
         -release -shared -opensource -confirm-license \
