@@ -6,6 +6,8 @@
 #include "effects/screenSync/ScreenBand.h"
 #include "effects/screenSync/subModes/CinemaScreen.h"
 #include "effects/screenSync/subModes/HalfScreens.h"
+#include "support/capture/FrameScaler.h"
+#include "support/capture/HdrPixels.h"
 #include "support/config/ConfigurationManager.h"
 
 #include <QCoreApplication>
@@ -146,6 +148,30 @@ void halfScreenLine(benchmark::State& state)
         benchmark::DoNotOptimize(bandColors(kLeftBand, frame, kLeds).constData());
 }
 BENCHMARK(halfScreenLine)->Unit(benchmark::kMicrosecond);
+
+/// A desktop of 3840x2160 half floats to the frame, ordinary or with many `bright` places. Each
+/// picture is a fresh one to the processor's caches.
+void hdrDesktopToFrame(benchmark::State& state)
+{
+    const cv::Size size(3840, 2160);
+    const QSize frameSize(120, 67);
+    cv::Mat desktop(size, CV_32FC4);
+    cv::randu(desktop, 0.0, state.range(0) ? 4.0 : 2.5);
+    desktop.convertTo(desktop, CV_16F);
+    const std::vector<cv::Mat> pictures{desktop, desktop.clone()};
+    HdrToBytes toBytes;
+    toBytes.setWhite(2.5);
+    size_t next = 0;
+    for (auto _ : state) {
+        const cv::Mat& picture = pictures[next++ % pictures.size()];
+        const cv::Mat bytes = toBytes.convert(
+            {picture.ptr<quint16>(), static_cast<qint64>(picture.step), {size.width, size.height}},
+            frameSize);
+        benchmark::DoNotOptimize(scaleFrame(
+            {bytes.data, static_cast<qint64>(bytes.step), {bytes.cols, bytes.rows}, 0, 1, 2}, frameSize));
+    }
+}
+BENCHMARK(hdrDesktopToFrame)->ArgName("bright")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -169,6 +169,13 @@ private slots:
                 }
             }
         }
+        for (int x = 0; x < 8; ++x) { // a thin line shows wherever it is
+            cv::Mat picture = cv::Mat::zeros(64, 64, CV_16FC4);
+            picture.col(x).setTo(cv::Scalar::all(2.5));
+            const cv::Mat bytes =
+                toBytes.convert({picture.ptr<quint16>(), qint64(picture.step), QSize(64, 64)}, QSize(2, 2));
+            QCOMPARE(cv::countNonZero(bytes.reshape(1) == 255), bytes.rows * bytes.cols + bytes.rows / 4 * 3);
+        }
         QVERIFY(toBytes.convert({}, QSize(2, 2)).empty());
     }
 

@@ -7,9 +7,7 @@ namespace {
 
 constexpr int kChannels = 4;
 constexpr int kColors = 3;
-// Of one output pixel's; rows cost more, as the memory is read by them.
-constexpr int kEnoughColumns = 16;
-constexpr int kEnoughRows = 8;
+constexpr int kEnough = 8; // of the rows and columns of one output pixel
 constexpr quint32 kHalves = 0x10000;
 
 float toFloat(quint16 half)
@@ -48,13 +46,16 @@ cv::Mat HdrToBytes::convert(const HdrPixels& pixels, QSize outputSize) const
 {
     if (!pixels.data || pixels.size.isEmpty() || outputSize.isEmpty() || m_bytes.empty())
         return {};
-    const int stepX = std::max(1, pixels.size.width() / (kEnoughColumns * outputSize.width()));
-    const int stepY = std::max(1, pixels.size.height() / (kEnoughRows * outputSize.height()));
+    const int stepX = std::max(1, pixels.size.width() / (kEnough * outputSize.width()));
+    const int stepY = std::max(1, pixels.size.height() / (kEnough * outputSize.height()));
     cv::Mat bytes(pixels.size.height() / stepY, pixels.size.width() / stepX, CV_8UC4);
     const auto* first = reinterpret_cast<const uchar*>(pixels.data);
     for (int y = 0; y < bytes.rows; ++y) {
-        const auto* row = reinterpret_cast<const quint16*>(first + qint64(y) * stepY * pixels.stride);
-        convertRow(row, stepX * kChannels, bytes.cols, bytes.ptr(y));
+        // From another place of each group of neighbours, so that no regular pattern gets more than its
+        // share.
+        const int fromRow = y * stepY + y / 2 % stepY, fromColumn = y % stepX;
+        const auto* row = reinterpret_cast<const quint16*>(first + fromRow * pixels.stride);
+        convertRow(row + fromColumn * kChannels, stepX * kChannels, bytes.cols, bytes.ptr(y));
     }
     return bytes;
 }
@@ -75,12 +76,13 @@ void HdrToBytes::convertRow(const quint16* from, int step, int count, uchar* to)
 void HdrToBytes::convertBright(const quint16* from, uchar* to) const
 {
     static constexpr float kMost = 65504; // more is infinite, or no number
-    const auto light = [from](int i) {
+    float light[kColors];
+    for (int i = 0; i < kColors; ++i) {
         const float value = toFloat(from[i]);
-        return value > 0 ? std::min(value, kMost) : 0.0F;
-    };
-    const float scale = float(m_white) / std::max({light(0), light(1), light(2)});
+        light[i] = value > 0 ? std::min(value, kMost) : 0.0F;
+    }
+    const float scale = float(m_white) / std::max({light[0], light[1], light[2]});
     for (int i = 0; i < kColors; ++i)
-        to[i] = m_bytes[cv::float16_t(light(i) * scale).bits()];
+        to[i] = m_bytes[cv::float16_t(light[i] * scale).bits()];
     to[kColors] = 255;
 }
