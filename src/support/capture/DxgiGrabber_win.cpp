@@ -78,10 +78,10 @@ CaptureSources DxgiGrabber::sources()
 {
     d->sourcesChanged = false;
     // A factory shows the monitors of the time when it was made.
-    if (!d->factory->IsCurrent()) {
+    const bool isOutdated = !d->factory->IsCurrent();
+    if (isOutdated && !open()) {
         close();
-        if (!open())
-            return {};
+        return {};
     }
     std::map<QString, std::unique_ptr<DxgiMonitor>> monitors;
     CaptureSources sources;
@@ -99,10 +99,14 @@ CaptureSources DxgiGrabber::sources()
                 sources.prepend(source);
             else
                 sources.append(source);
-            const auto known = d->monitors.find(source.id);
-            monitors[source.id] = known != d->monitors.end()
-                                      ? std::move(known->second)
-                                      : std::make_unique<DxgiMonitor>(adapter, duplicable);
+            std::unique_ptr<DxgiMonitor>& monitor = monitors[source.id];
+            if (!monitor)
+                monitor = std::move(d->monitors[source.id]);
+            const bool isNew = !monitor;
+            if (isNew)
+                monitor = std::make_unique<DxgiMonitor>();
+            if (isNew || isOutdated)
+                monitor->setOutput(adapter, duplicable);
         }
     }
     d->monitors = std::move(monitors);
@@ -111,6 +115,8 @@ CaptureSources DxgiGrabber::sources()
 
 bool DxgiGrabber::takeSourcesChanged()
 {
+    for (const auto& [id, monitor] : d->monitors)
+        monitor->rest();
     const bool changed = d->sourcesChanged || (d->factory && !d->factory->IsCurrent());
     d->sourcesChanged = false;
     return changed;

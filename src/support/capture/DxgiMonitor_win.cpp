@@ -12,6 +12,8 @@ namespace {
 
 constexpr double kUsualWhite = 2.5; // 200 nits, in units of 80
 constexpr qint64 kAskWhiteMs = 2000;
+constexpr qint64 kDrawnMs = 200;
+constexpr qint64 kRestMs = 15000; // longer than the slowest effect's pause
 
 qint64 nowMs()
 {
@@ -88,32 +90,51 @@ double whiteOf(const QString& display)
 
 } // namespace
 
-DxgiMonitor::DxgiMonitor(ComPtr<IDXGIAdapter1> adapter, ComPtr<IDXGIOutput1> output)
-    : m_adapter(std::move(adapter))
-    , m_output(std::move(output))
+DxgiMonitor::DxgiMonitor()
 {
+    m_toBytes.setWhite(kUsualWhite);
+}
+
+void DxgiMonitor::setOutput(ComPtr<IDXGIAdapter1> adapter, ComPtr<IDXGIOutput1> output)
+{
+    letGo();
+    m_adapter = std::move(adapter);
+    m_output = std::move(output);
     DXGI_OUTPUT_DESC desc{};
     if (SUCCEEDED(m_output->GetDesc(&desc)))
         m_name = QString::fromWCharArray(desc.DeviceName);
-    m_toBytes.setWhite(kUsualWhite);
+    m_askWhiteMs = 0;
+    m_pause.reset();
+    m_retryMs = 0;
 }
 
 ScreenGrabber::Result DxgiMonitor::grab(QSize outputSize, bool force, cv::Mat& frame)
 {
+    m_grabbedMs = nowMs();
     if (!ensureDuplication())
         return ScreenGrabber::Result::Failed;
     const ScreenGrabber::Result result = fetch();
-    if (result == ScreenGrabber::Result::Failed)
-        return result;
-    if (result == ScreenGrabber::Result::Unchanged && (!force || !m_staging))
-        return result;
-    frame = scaleStaging(outputSize);
-    return frame.empty() ? ScreenGrabber::Result::Failed : ScreenGrabber::Result::Frame;
+    const bool isAgain = result == ScreenGrabber::Result::Unchanged && force && m_isDrawn;
+    return result == ScreenGrabber::Result::Frame || isAgain ? scaleStaging(outputSize, frame) : result;
 }
 
 bool DxgiMonitor::takeFailed()
 {
     return std::exchange(m_hasFailed, false);
+}
+
+void DxgiMonitor::rest()
+{
+    if (m_device && nowMs() - m_grabbedMs > kRestMs)
+        letGo();
+}
+
+void DxgiMonitor::letGo()
+{
+    m_duplication.Reset();
+    m_staging.Reset();
+    m_context.Reset();
+    m_device.Reset();
 }
 
 bool DxgiMonitor::ensureDuplication()
@@ -132,6 +153,8 @@ bool DxgiMonitor::ensureDuplication()
     DXGI_OUTDUPL_DESC desc{};
     m_duplication->GetDesc(&desc);
     m_rotation = desc.Rotation;
+    m_isDrawn = false;
+    m_drawnMs = nowMs() + kDrawnMs;
     return true;
 }
 
@@ -165,7 +188,7 @@ ScreenGrabber::Result DxgiMonitor::fail(HRESULT why)
     m_staging.Reset();
     // A device is too dear to be made for every try.
     if (m_device && FAILED(m_device->GetDeviceRemovedReason()))
-        m_device.Reset();
+        letGo();
     return ScreenGrabber::Result::Failed;
 }
 
@@ -174,49 +197,62 @@ ScreenGrabber::Result DxgiMonitor::fetch()
     DXGI_OUTDUPL_FRAME_INFO info{};
     ComPtr<IDXGIResource> resource;
     const HRESULT result = m_duplication->AcquireNextFrame(0, &info, &resource);
-    if (result == DXGI_ERROR_WAIT_TIMEOUT)
-        return ScreenGrabber::Result::Unchanged;
-    if (FAILED(result))
+    if (FAILED(result) && result != DXGI_ERROR_WAIT_TIMEOUT)
         return fail(result);
-    const bool isPointerOnly = info.LastPresentTime.QuadPart == 0 && m_staging;
-    const bool copied = isPointerOnly || copyToStaging(resource.Get());
-    m_duplication->ReleaseFrame();
-    if (!copied)
-        return fail(E_FAIL);
-    return isPointerOnly ? ScreenGrabber::Result::Unchanged : ScreenGrabber::Result::Frame;
+    if (SUCCEEDED(result)) {
+        const bool isDrawn = info.LastPresentTime.QuadPart != 0; // else it is news of the pointer
+        const HRESULT copied = isDrawn || !m_isDrawn ? copyToStaging(resource.Get()) : S_OK;
+        m_duplication->ReleaseFrame();
+        if (FAILED(copied))
+            return fail(copied);
+        m_isDrawn = m_isDrawn || isDrawn;
+        if (isDrawn)
+            return ScreenGrabber::Result::Frame;
+    }
+    // The first picture may come before anything was drawn into it, and is black then.
+    if (m_isDrawn || !m_staging || nowMs() < m_drawnMs)
+        return ScreenGrabber::Result::Unchanged;
+    m_isDrawn = true;
+    return ScreenGrabber::Result::Frame;
 }
 
-bool DxgiMonitor::copyToStaging(IDXGIResource* resource)
+HRESULT DxgiMonitor::copyToStaging(IDXGIResource* resource)
 {
     ComPtr<ID3D11Texture2D> picture;
-    if (FAILED(resource->QueryInterface(IID_PPV_ARGS(&picture))))
-        return false;
-    if (!m_staging) {
-        D3D11_TEXTURE2D_DESC desc{};
-        picture->GetDesc(&desc);
+    const HRESULT asked = resource->QueryInterface(IID_PPV_ARGS(&picture));
+    if (FAILED(asked))
+        return asked;
+    D3D11_TEXTURE2D_DESC desc{}, kept{};
+    picture->GetDesc(&desc);
+    if (m_staging)
+        m_staging->GetDesc(&kept);
+    // What does not fit would not be copied, and nobody told.
+    if (desc.Width != kept.Width || desc.Height != kept.Height || desc.Format != kept.Format) {
         desc.MipLevels = 1;
         desc.ArraySize = 1;
         desc.Usage = D3D11_USAGE_STAGING;
         desc.BindFlags = 0;
         desc.CPUAccessFlags = D3D11_CPU_ACCESS_READ;
         desc.MiscFlags = 0;
-        if (FAILED(m_device->CreateTexture2D(&desc, nullptr, &m_staging)))
-            return false;
+        const HRESULT made = m_device->CreateTexture2D(&desc, nullptr, &m_staging);
+        if (FAILED(made))
+            return made;
     }
     m_context->CopyResource(m_staging.Get(), picture.Get());
-    return true;
+    return S_OK;
 }
 
-cv::Mat DxgiMonitor::scaleStaging(QSize outputSize)
+ScreenGrabber::Result DxgiMonitor::scaleStaging(QSize outputSize, cv::Mat& frame)
 {
     D3D11_TEXTURE2D_DESC desc{};
     m_staging->GetDesc(&desc);
     D3D11_MAPPED_SUBRESOURCE mapped{};
-    if (FAILED(m_context->Map(m_staging.Get(), 0, D3D11_MAP_READ, 0, &mapped)))
-        return {};
-    const cv::Mat frame = scale(mapped, desc, outputSize);
+    const HRESULT result = m_context->Map(m_staging.Get(), 0, D3D11_MAP_READ, 0, &mapped);
+    if (FAILED(result))
+        return fail(result);
+    frame = scale(mapped, desc, outputSize);
     m_context->Unmap(m_staging.Get(), 0);
-    return frame;
+    return ScreenGrabber::Result::Frame;
 }
 
 cv::Mat DxgiMonitor::scale(const D3D11_MAPPED_SUBRESOURCE& mapped, const D3D11_TEXTURE2D_DESC& desc,
