@@ -11,6 +11,7 @@
 namespace {
 constexpr int kFirstLookMs = 1000;
 constexpr DWORD kPollMs = 10;
+constexpr DWORD kQuietPollMs = 40; // a fifth of what the system keeps for us
 constexpr DWORD kNoServiceMs = 2400;
 
 qint64 nowMs()
@@ -127,17 +128,16 @@ void WasapiBackend::work()
             WaitForSingleObject(m_wakeEvent, kNoServiceMs);
             continue;
         }
-        bool isRecording = false;
+        bool isRecording = false, isHeard = false;
         for (const auto& stream : streams) {
-            if (stream->isOpen() && !stream->takeSamples()) {
-                stream->close();
-                if (retryMs == 0)
-                    retryMs = nowMs() + pause.next(nowMs());
-            }
+            if (stream->isOpen() && !stream->takeSamples() && retryMs == 0)
+                retryMs = nowMs() + pause.next(nowMs());
             isRecording = isRecording || stream->isOpen();
+            isHeard = isHeard || (stream->isOpen() && !stream->isQuiet());
         }
         const DWORD untilRetryMs = retryMs > 0 ? DWORD(std::max<qint64>(retryMs - nowMs(), 0)) : INFINITE;
-        WaitForSingleObject(m_wakeEvent, isRecording ? kPollMs : untilRetryMs);
+        const DWORD pollMs = isHeard ? kPollMs : kQuietPollMs;
+        WaitForSingleObject(m_wakeEvent, isRecording ? pollMs : untilRetryMs);
     }
 }
 

@@ -24,16 +24,20 @@ public:
 
     bool open(IMMDevice* device, const QString& endpoint, bool isLoudspeaker);
     void close();
-    /// Takes what there is. False when recording has come to its end; to be closed then.
+    /// Takes what there is. False when recording has come to its end; it is closed then.
     bool takeSamples();
+    /// Nothing has come for some time. A loudspeaker that plays nothing gives nothing, not even silence.
+    bool isQuiet() const;
 
 private:
-    bool start(IMMDevice* device, bool isLoudspeaker);
+    HRESULT start(IMMDevice* device, bool isLoudspeaker);
+    bool fail(HRESULT why);
 
     const QSharedPointer<AudioCapturer> m_capturer;
     QString m_endpoint;
     Microsoft::WRL::ComPtr<IAudioClient> m_client;
     Microsoft::WRL::ComPtr<IAudioCaptureClient> m_capture;
     int m_channels = 0;
-    bool m_saidUnreadable = false;
+    int m_emptyLooks = 0;
+    HRESULT m_trouble = S_OK; ///< since the last samples
 };

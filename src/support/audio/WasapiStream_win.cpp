@@ -8,6 +8,7 @@
 
 namespace {
 constexpr REFERENCE_TIME kBufferTime = 2000000; // 200 ms, in units of 100 ns
+constexpr int kQuietLooks = 100;
 
 /// The shared engine mixes in floats; anything else would be a driver of a kind unknown to us.
 bool isFloat(const WAVEFORMATEX& format)
@@ -34,11 +35,11 @@ WasapiStream::~WasapiStream()
 bool WasapiStream::open(IMMDevice* device, const QString& endpoint, bool isLoudspeaker)
 {
     close();
-    if (!start(device, isLoudspeaker)) {
-        close();
-        return false;
-    }
+    const HRESULT result = start(device, isLoudspeaker);
+    if (FAILED(result))
+        return fail(result);
     m_endpoint = endpoint;
+    m_emptyLooks = 0;
     return true;
 }
 
@@ -53,42 +54,62 @@ void WasapiStream::close()
 
 bool WasapiStream::takeSamples()
 {
+    ++m_emptyLooks;
     UINT32 waiting = 0;
-    while (SUCCEEDED(m_capture->GetNextPacketSize(&waiting))) {
-        if (waiting == 0)
-            return true;
+    HRESULT result = m_capture->GetNextPacketSize(&waiting);
+    for (; SUCCEEDED(result) && waiting > 0; result = m_capture->GetNextPacketSize(&waiting)) {
         BYTE* data = nullptr;
         UINT32 frames = 0;
         DWORD flags = 0;
-        if (FAILED(m_capture->GetBuffer(&data, &frames, &flags, nullptr, nullptr)))
-            return false;
+        result = m_capture->GetBuffer(&data, &frames, &flags, nullptr, nullptr);
+        if (FAILED(result))
+            break;
         const bool isSilent = (flags & AUDCLNT_BUFFERFLAGS_SILENT) != 0;
         m_capturer->write(isSilent ? nullptr : reinterpret_cast<const float*>(data), int(frames), m_channels);
-        if (FAILED(m_capture->ReleaseBuffer(frames)))
-            return false;
+        result = m_capture->ReleaseBuffer(frames);
+        if (FAILED(result))
+            break;
+        m_emptyLooks = 0;
+        m_trouble = S_OK;
     }
+    return SUCCEEDED(result) || fail(result);
+}
+
+bool WasapiStream::isQuiet() const
+{
+    return m_emptyLooks > kQuietLooks;
+}
+
+bool WasapiStream::fail(HRESULT why)
+{
+    close();
+    if (std::exchange(m_trouble, why) != why) // it may be refused again and again
+        qInfo().noquote().nospace() << "[AudioCapManager]: Recording from " << m_capturer->id()
+                                    << " has ended: 0x" << QString::number(quint32(why), 16);
     return false;
 }
 
-bool WasapiStream::start(IMMDevice* device, bool isLoudspeaker)
+HRESULT WasapiStream::start(IMMDevice* device, bool isLoudspeaker)
 {
-    if (FAILED(device->Activate(__uuidof(IAudioClient), CLSCTX_ALL, nullptr,
-                                reinterpret_cast<void**>(m_client.GetAddressOf()))))
-        return false;
+    HRESULT result = device->Activate(__uuidof(IAudioClient), CLSCTX_ALL, nullptr,
+                                      reinterpret_cast<void**>(m_client.GetAddressOf()));
+    if (FAILED(result))
+        return result;
     WAVEFORMATEX* format = nullptr;
-    if (FAILED(m_client->GetMixFormat(&format)))
-        return false;
-    const bool canRead = isFloat(*format);
+    result = m_client->GetMixFormat(&format);
+    if (FAILED(result))
+        return result;
     const int rate = int(format->nSamplesPerSec);
     m_channels = format->nChannels;
     const DWORD flags = isLoudspeaker ? AUDCLNT_STREAMFLAGS_LOOPBACK : 0;
-    const bool isReady = canRead && SUCCEEDED(m_client->Initialize(AUDCLNT_SHAREMODE_SHARED, flags,
-                                                                   kBufferTime, 0, format, nullptr));
+    result = isFloat(*format)
+                 ? m_client->Initialize(AUDCLNT_SHAREMODE_SHARED, flags, kBufferTime, 0, format, nullptr)
+                 : AUDCLNT_E_UNSUPPORTED_FORMAT;
     CoTaskMemFree(format);
-    if (!canRead && !std::exchange(m_saidUnreadable, true))
-        qWarning() << "[AudioCapManager]: Cannot read the sample format of" << m_capturer->id();
-    if (!isReady || FAILED(m_client->GetService(IID_PPV_ARGS(&m_capture))))
-        return false;
+    if (SUCCEEDED(result))
+        result = m_client->GetService(IID_PPV_ARGS(&m_capture));
+    if (FAILED(result))
+        return result;
     m_capturer->setRate(rate);
-    return SUCCEEDED(m_client->Start());
+    return m_client->Start();
 }
