@@ -9,6 +9,7 @@
 #include "support/audio/AudioCapManager.h"
 #include "support/config/ConfigKeys.h"
 #include "system/BuildInfo.h"
+#include "system/ConsoleText.h"
 #include "system/RunningProgram.h"
 #include "system/ScreenCheck.h"
 #include "ui/FindingList.h"
@@ -20,8 +21,6 @@
 #include <QJsonObject>
 #include <QLocale>
 #include <QStandardPaths>
-#include <QTextCodec>
-#include <QTextStream>
 #include <QTranslator>
 #include <algorithm>
 #include <cstring>
@@ -80,11 +79,7 @@ int Doctor::run(int& argc, char** argv)
     loadLanguage(translator);
     Doctor doctor;
     QCoreApplication::exec();
-    const QString report = doctor.report();
-    QTextStream out(stdout);
-    if (!QTextCodec::codecForLocale()->canEncode(report))
-        out.setCodec("UTF-8"); // better than question marks
-    out << report;
+    printText(doctor.report());
     return doctor.m_devices.isEmpty() ? 1 : 0;
 }
 
