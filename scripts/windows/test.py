@@ -132,6 +132,8 @@ class Play:
         self.wait_lit(0, "first effect")
         until(self.device, "the device is not stored")
         check(self.strip.frames()[-1]["count"] == self.strip.leds, "the frame has another number of LEDs")
+        report = self.stage.wine(self.installed / "lumivar.exe", "--doctor")
+        check(f"{PORT}: driven by the running Lumivar" in report, f"the doctor says {report}")
         self.stage.picture("2-device")
 
     def single_colour(self):

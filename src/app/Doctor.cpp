@@ -109,8 +109,12 @@ void Doctor::examinePorts()
     for (const SerialPortRecord& record : ports) {
         if (!record.description.contains(QLatin1String("CH340")))
             continue;
-        const PortHolder holder = certainHolderOf(record.systemLocation);
+        PortHolder holder = certainHolderOf(record.systemLocation);
         const QString own = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+        // Where the system does not tell who has a port open, the thread that drives it does.
+        if (!holder.isCertain() && m_runningPid > 0 &&
+            hasThread(m_runningPid, LVController::threadName(record.name)))
+            holder = {own, m_runningPid};
         const bool isProgram = holder.isCertain() && (holder.pid == m_runningPid || holder.name == own);
         if (isProgram && !hasThread(holder.pid, LVController::threadName(record.name)))
             m_findings.append({record.name, PortFinding::Kind::Asked}); // it has no answer either, so far
@@ -131,7 +135,10 @@ void Doctor::ask(const SerialPortRecord& record)
     auto* dialogue = new ProbeDialogue(record, this);
     if (!dialogue->start(kReplyMs, 1, kSilenceMs)) {
         const bool isRefused = dialogue->openError() == SerialLine::PermissionError;
-        m_findings.append(isRefused ? PortFinding::ofRefusal(record) : PortFinding::ofSilence(record));
+        PortFinding finding = isRefused ? PortFinding::ofRefusal(record) : PortFinding::ofSilence(record);
+        if (finding.kind == PortFinding::Kind::Held && finding.holder.name.isEmpty())
+            finding.holder.name = processName(m_runningPid); // it asks as well
+        m_findings.append(finding);
         return;
     }
     ++m_waits;

@@ -3,6 +3,7 @@
 #include "controllers/LVSerialPort.h"
 #include "controllers/LedFrame.h"
 #include "controllers/LineBudget.h"
+#include "controllers/PortHolder.h"
 #include "support/crash/CrashStack.h"
 #include "support/log/Loggers.h"
 
@@ -33,7 +34,11 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
         Qt::QueuedConnection);
     m_thread = new QThread(this);
     m_thread->setObjectName(threadName(options.portName));
-    connect(m_thread, &QThread::started, m_thread, installCrashStackForThread, Qt::DirectConnection);
+    const auto onStart = [name = m_thread->objectName()] {
+        installCrashStackForThread();
+        nameThread(name);
+    };
+    connect(m_thread, &QThread::started, m_thread, onStart, Qt::DirectConnection);
     m_serial->moveToThread(m_thread);
     m_thread->start();
     connect(m_serial, &LVSerialPort::deviceCommand1, this, &LVController::onDevCmd1, Qt::QueuedConnection);

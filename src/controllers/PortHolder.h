@@ -31,3 +31,5 @@ QString processName(qint64 pid);
 
 /// Whether the process has a thread of this name, of which the system keeps the beginning.
 bool hasThread(qint64 pid, const QString& name);
+/// Gives the calling thread its name where the toolkit does not.
+void nameThread(const QString& name);

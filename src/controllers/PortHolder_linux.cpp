@@ -72,6 +72,8 @@ bool hasThread(qint64 pid, const QString& name)
     });
 }
 
+void nameThread(const QString&) {}
+
 PortHolder certainHolderOf(const QString& location, const PortHolder& before)
 {
     const QByteArray node = QFile::encodeName(QFileInfo(location).canonicalFilePath());
