@@ -20,7 +20,7 @@ public:
     void close();
 
     /// Sends black frames on all lines, from a crash handler. A line that takes nothing is given up after a
-    /// tenth of a second.
+    /// fraction of a second.
     static void run();
 
 private:

@@ -4,7 +4,7 @@
 
 bool writeCrashLine(std::intptr_t handle, const std::uint8_t* bytes, int size)
 {
-    constexpr DWORD kPatienceMs = 100;
+    constexpr DWORD kPatienceMs = 250; // a frame and a half of a long strip is on its way before it
     const auto line = reinterpret_cast<HANDLE>(handle);
     OVERLAPPED overlapped = {};
     overlapped.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
