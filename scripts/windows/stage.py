@@ -49,7 +49,7 @@ def read_json(path):
 class Strip:
     """A simulated strip, what it shows and the port it hangs on."""
 
-    def __init__(self, tool, folder, serial="01020304", leds=120):
+    def __init__(self, tool, folder, serial="01020304", leds=120, options=()):
         folder.mkdir(parents=True, exist_ok=True)
         self.id = "LV0127:" + serial
         self.leds = leds
@@ -57,7 +57,8 @@ class Strip:
         self.reports = folder / "frames.json"
         self._frames, self._events, self._read, self._rest = [], [], 0, b""
         self.process = subprocess.Popen(
-            [tool, "--plain", "--ports", self.ports, "--json", self.reports, "--serial", serial, "--leds", str(leds)],
+            [tool, "--plain", "--ports", self.ports, "--json", self.reports, "--serial", serial, "--leds", str(leds),
+             *options],
             stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, text=True)
         until(self.location, "the simulator makes no port", 20)
 

@@ -5,10 +5,16 @@ import json
 import re
 import shutil
 import subprocess
+import threading
 
 from stage import Failed, check
 
 LIMIT = 300  # seconds a program
+STRIPS = {  # behind the ports of com_port
+    "COM11": ["--reply", "bytes", "--chunk-gap", "20"],
+    "COM12": ["--hang-up-after", "1000"],
+    "COM13": ["--rate", "50"],  # as good as stuck
+}
 
 
 def run(stage, report):
@@ -30,12 +36,41 @@ def run(stage, report):
         properties = {each["name"]: each["value"] for each in test["properties"]}
         left_out = properties.get("LABELS", [])
         passed = []
+
+        def run_test():
+            return run_one(stage, test["name"], test["command"][0], properties, env, left_out, passed)
         report.run("unit tests of " + test["name"],
-                   lambda: run_one(stage, test["name"], test["command"][0], properties, env, left_out, passed))
+                   (lambda: with_strips(stage, run_test)) if test["name"] == "com_port" else run_test)
         cases += sum(passed)
         for name in left_out:
             report.tell("not run", f"unit test {name} of {test['name']}", "it says how it is on Linux")
     print(f"{len(tests)} unit test programs, {cases} cases passed")
+
+
+def with_strips(stage, run_test):
+    """The first has its button pressed while it is lit, and has to end black."""
+    strips = {port: stage.strip(port, options=options) for port, options in STRIPS.items()}
+    first = strips["COM11"]
+    is_over = threading.Event()
+
+    def press():
+        while not is_over.wait(0.1):
+            if first.is_lit():
+                first.say("button")
+    presser = threading.Thread(target=press)
+    try:
+        for port, strip in strips.items():
+            stage.plug(strip, port, announce=False)
+        presser.start()
+        word = run_test()
+        is_over.set()
+        presser.join()
+        check(first.is_black() and all(each["count"] == 60 for each in first.frames()), "the strip is not left black")
+        return word
+    finally:
+        is_over.set()
+        for port, strip in strips.items():
+            stage.unplug(strip, port)
 
 
 def run_one(stage, name, program, properties, env, left_out, passed):
