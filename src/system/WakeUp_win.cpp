@@ -46,10 +46,10 @@ struct WakeUpServer::Private : public QAbstractNativeEventFilter
             return false;
         if (data->dwData == static_cast<ULONG_PTR>(WakeUp::Show)) {
             qInfo() << "[WakeUp]: a second process was started";
-            emit m_owner->wakeUpRequested();
+            tell(&WakeUpServer::wakeUpRequested);
         } else if (data->dwData == static_cast<ULONG_PTR>(WakeUp::Quit)) {
             qInfo() << "[WakeUp]: a second process asks the program to end";
-            emit m_owner->quitRequested();
+            tell(&WakeUpServer::quitRequested);
         } else {
             return false;
         }
@@ -59,6 +59,13 @@ struct WakeUpServer::Private : public QAbstractNativeEventFilter
     }
 
 private:
+    /// From the event loop: the message also comes while the program starts or ends, whenever something
+    /// waits for the system, and its sender need not wait for the window.
+    void tell(void (WakeUpServer::*request)())
+    {
+        QMetaObject::invokeMethod(m_owner, request, Qt::QueuedConnection);
+    }
+
     WakeUpServer* m_owner;
 };
 
