@@ -179,6 +179,8 @@ int main(int argc, char** argv)
     };
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::terminationRequested, &app, end);
+    // The end of a Windows session: the toolkit says so without a loop that could end.
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, [&isEndAsked] { isEndAsked = true; });
 
     LogSystem log(ConfigurationManager::instance()->logsPath());
     WakeUpServer wakeUps;
@@ -200,7 +202,7 @@ int main(int argc, char** argv)
     QObject::connect(&wakeUps, &WakeUpServer::wakeUpRequested, controller.get(),
                      &LumivarApp::onWakeUpRequested);
     if (isEndAsked) {
-        // A dialog's own event loop took the request while the controller came up.
+        // It came while the controller came up: there was no loop yet, or only a dialog's own.
         QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
     }
     exitCode = QApplication::exec();
