@@ -1,23 +1,48 @@
 #include "controllers/CrashLine.h"
 
+#include <algorithm>
 #include <windows.h>
+
+namespace {
+
+/// A write ends when the last byte has left: behind a picture that is under way it takes longer.
+DWORD patienceMs(HANDLE line)
+{
+    constexpr DWORD kPatienceMs = 250; // an adapter holds bytes that its driver no longer counts
+    constexpr DWORD kBytesPerMs = 11;  // at 115200 baud
+    constexpr DWORD kMaxQueueMs = 1000;
+    COMSTAT queues = {};
+    DWORD ignored = 0;
+    ClearCommError(line, &ignored, &queues);
+    return kPatienceMs + std::min(queues.cbOutQue / kBytesPerMs, kMaxQueueMs);
+}
+
+} // namespace
 
 bool writeCrashLine(std::intptr_t handle, const std::uint8_t* bytes, int size)
 {
-    constexpr DWORD kPatienceMs = 250; // a frame and a half of a long strip is on its way before it
+    constexpr int kRequests = 128; // twice every line, if all were stuck
+    // Not on the stack: a driver that does not even let go of what is cancelled may write to it at any time.
+    static OVERLAPPED requests[kRequests];
+    static int stuck = 0;
+    if (stuck == kRequests)
+        return false;
     const auto line = reinterpret_cast<HANDLE>(handle);
-    OVERLAPPED overlapped = {};
-    overlapped.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    bool done = WriteFile(line, bytes, static_cast<DWORD>(size), nullptr, &overlapped) != 0;
+    OVERLAPPED& request = requests[stuck];
+    request = {};
+    request.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    const DWORD patience = patienceMs(line);
+    bool done = WriteFile(line, bytes, static_cast<DWORD>(size), nullptr, &request) != 0;
     if (!done && GetLastError() == ERROR_IO_PENDING) {
-        done = WaitForSingleObject(overlapped.hEvent, kPatienceMs) == WAIT_OBJECT_0;
+        done = WaitForSingleObject(request.hEvent, patience) == WAIT_OBJECT_0;
         if (!done) {
-            // The system must not write into a stack frame that is gone.
             CancelIo(line);
-            DWORD ignored = 0;
-            GetOverlappedResult(line, &overlapped, &ignored, TRUE);
+            if (WaitForSingleObject(request.hEvent, patience) != WAIT_OBJECT_0) {
+                ++stuck;
+                return false;
+            }
         }
     }
-    CloseHandle(overlapped.hEvent);
+    CloseHandle(request.hEvent);
     return done;
 }
