@@ -9,7 +9,7 @@ import time
 
 import numbers_table
 import unit_tests
-from stage import Failed, Stage, check, read_json, until
+from stage import PATIENCE, Failed, Stage, check, read_json, until
 
 PORT = "COM5"
 RUN_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Run"
@@ -305,7 +305,8 @@ class Play:
         """crash leaves a minidump and starts the reporter"""
         self.start_again("--enable_crash_test")
         self.press(CRASH_TEST, self.settings())
-        window = until(lambda: self.stage.windows("CrashReporter.exe"), "no window of the reporter")
+        # The dump alone takes ten seconds on a machine with nothing else to do.
+        window = until(lambda: self.stage.windows("CrashReporter.exe"), "no window of the reporter", 2 * PATIENCE)
         self.ends()
         self.stage.picture("10-crash-reporter")
         until(self.strip.is_black, "the strip stays lit")

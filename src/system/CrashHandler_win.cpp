@@ -24,8 +24,8 @@
 
 namespace {
 
-constexpr DWORD kMaxHandlerMs = 20000;
-constexpr DWORD kMaxEndMs = 2000; ///< of the process by itself, after that
+constexpr DWORD kMaxHandlerMs = 60000; ///< writing the dump may take long on a busy machine
+constexpr DWORD kMaxEndMs = 2000;      ///< of the process by itself, after that
 constexpr size_t kMaxPath = 1024;
 
 /// Everything the handler needs: the crashed thread may hold the locks of the heap and of the log.
