@@ -190,8 +190,11 @@ class Stage:
         signal.signal(signal.SIGINT, signal.SIG_IGN)
         signal.signal(signal.SIGTERM, signal.SIG_IGN)
         if self._has_wine:
-            subprocess.run(["wineserver", "-k"], env=self.env, capture_output=True)
-            subprocess.run(["wineserver", "-w"], env=self.env, capture_output=True, timeout=60)
+            for what in ("-k", "-w"):
+                try:
+                    subprocess.run(["wineserver", what], env=self.env, capture_output=True, timeout=60)
+                except subprocess.TimeoutExpired:
+                    print("the wineserver does not end")  # all else has to
         for process in reversed(self._own):
             if process.poll() is None:
                 process.terminate()
