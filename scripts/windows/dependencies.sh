@@ -119,7 +119,7 @@ make_sodium() {
     make -j "$jobs"
     make install-strip
 }
-make_zip() { # zlib is linked into it
+make_zip() { # zlib is linked into it; OpenCV's core alone asks for zlib1.dll, the compiler's kit has that
     cmake_build zip -DZLIB_LIBRARY=/usr/x86_64-w64-mingw32/lib/libz.a -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF \
         -DENABLE_MBEDTLS=OFF -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF \
         -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF
