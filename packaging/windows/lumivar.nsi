@@ -102,7 +102,8 @@ Function moveListed
     ${EndLine}
 FunctionEnd
 
-!macro SHARED un
+; FILE is what cannot be written to while a program runs that is in the way.
+!macro SHARED un FILE
 ; The folders that list $0 names, where nothing is left in them.
 Function ${un}removeFolders
     ${EachLineOf} $0 $R0
@@ -112,12 +113,24 @@ Function ${un}removeFolders
     ${EndLine}
 FunctionEnd
 
-; $R9 is 1 while the program's file cannot be written to, as that of a running program.
+; One installer or uninstaller of a user at a time.
+Function ${un}beAlone
+    System::Call 'kernel32::CreateMutexW(p 0, i 0, w "${PRODUCT}Setup") p .r1 ?e'
+    Pop $0
+    ${If} $0 = ${ERROR_ALREADY_EXISTS}
+        FindWindow $0 "#32770" "$(^SetupCaption)"
+        System::Call "user32::SetForegroundWindow(p r0)"
+        SetErrorLevel 2
+        Quit
+    ${EndIf}
+FunctionEnd
+
+; $R9 is 1 while such a program runs.
 Function ${un}checkInUse
     StrCpy $R9 0
-    ${If} ${FileExists} "$INSTDIR\${EXE}"
+    ${If} ${FileExists} "$INSTDIR\${FILE}"
         ClearErrors
-        FileOpen $R8 "$INSTDIR\${EXE}" a
+        FileOpen $R8 "$INSTDIR\${FILE}" a
         ${If} ${Errors}
             StrCpy $R9 1
         ${Else}
@@ -130,11 +143,14 @@ FunctionEnd
 ; Asks the program to end, strips dark and settings written, and waits for that. Gives up where it does not.
 Function ${un}endProgram
     Call ${un}checkInUse
-    StrCpy $wasRunning $R9
     ${DoWhile} $R9 = 1
+        StrCpy $0 1
         System::Call "kernel32::SetErrorMode(i ${SEM_NO_BOXES}) i .R6"
         ExecWait '"$INSTDIR\${EXE}" --quit' $0
         System::Call "kernel32::SetErrorMode(i R6)"
+        ${If} $0 = 0 ; from here on this user's own does not run, be the file in another user's hands
+            StrCpy $wasRunning 1
+        ${EndIf}
         ${For} $R5 1 25 ; the process lives on for a moment
             Call ${un}checkInUse
             ${If} $R9 = 0
@@ -149,14 +165,17 @@ Function ${un}endProgram
     ${Loop}
 FunctionEnd
 !macroend
-!insertmacro SHARED ""
-!insertmacro SHARED un.
+!insertmacro SHARED "" ${EXE}
+; Files in use can be moved but not removed, so here the crash reporter is in the way as well.
+!insertmacro SHARED un. Qt5Core.dll
 
 ; ---- Installing: all is unpacked beside the program first, then files change places, so that a full disk or a program
 ; that does not end leaves what was there.
 
 ; Leads back from an exchange that did not come to its end, now or at an earlier time. The list is the last to come.
+; $3 is 1 when something could not: all stays for another attempt.
 Function restore
+    StrCpy $3 0
     ${If} ${FileExists} "$INSTDIR\${LIST}"
     ${OrIfNot} ${FileExists} "$INSTDIR\${OLD}"
         Return
@@ -168,16 +187,32 @@ Function restore
     StrCpy $1 "$INSTDIR\${OLD}"
     StrCpy $2 "$INSTDIR"
     Call moveListed
+    StrCpy $3 $R9
     Call removeFolders
     StrCpy $0 "$INSTDIR\${OLD}\${LIST}"
     Call moveListed
-    Rename "$INSTDIR\${OLD}\${LIST}" "$INSTDIR\${LIST}"
+    IntOp $3 $3 | $R9
+    ${If} $3 = 0
+    ${AndIf} ${FileExists} "$0"
+        Rename "$0" "$INSTDIR\${LIST}"
+        ${If} ${FileExists} "$0"
+            StrCpy $3 1
+        ${EndIf}
+    ${EndIf}
+FunctionEnd
+
+Function fail
+    SetErrorLevel 2
+    Abort "$(textFailed)"
 FunctionEnd
 
 Function exchange
     CreateDirectory "$INSTDIR\${OLD}"
     ${If} ${FileExists} "$INSTDIR\${LIST}"
         Rename "$INSTDIR\${LIST}" "$INSTDIR\${OLD}\${LIST}"
+        ${If} ${FileExists} "$INSTDIR\${LIST}"
+            Call fail
+        ${EndIf}
     ${EndIf}
     StrCpy $1 "$INSTDIR"
     StrCpy $2 "$INSTDIR\${OLD}"
@@ -198,8 +233,7 @@ Function exchange
         Rename "$INSTDIR\${NEW}\${LIST}" "$INSTDIR\${LIST}"
     ${EndIf}
     ${IfNot} ${FileExists} "$INSTDIR\${LIST}"
-        SetErrorLevel 2
-        Abort "$(textFailed)"
+        Call fail
     ${EndIf}
 FunctionEnd
 
@@ -212,6 +246,9 @@ FunctionEnd
 
 Section
     Call restore
+    ${If} $3 = 1
+        Call fail
+    ${EndIf}
     Call removeLeftovers
     ClearErrors
     SetOutPath "$INSTDIR\${NEW}"
@@ -219,8 +256,7 @@ Section
     File "/oname=${LIST}" "${FILES}"
     WriteUninstaller "$INSTDIR\${NEW}\Uninstall.exe"
     ${If} ${Errors}
-        SetErrorLevel 2
-        Abort "$(textFailed)"
+        Call fail
     ${EndIf}
     SetOutPath "$INSTDIR"
     Call endProgram
@@ -248,30 +284,23 @@ Section
 SectionEnd
 
 Function .onInit
-    System::Call 'kernel32::CreateMutexW(p 0, i 0, w "${PRODUCT}Setup") p .r1 ?e'
-    Pop $0
-    ${If} $0 = ${ERROR_ALREADY_EXISTS}
-        FindWindow $0 "#32770" "$(^SetupCaption)"
-        System::Call "user32::SetForegroundWindow(p r0)"
-        SetErrorLevel 2
-        Quit
-    ${EndIf}
-    ; An upgrade stays where the program is.
+    Call beAlone
+    ; An upgrade stays where the program is, or what an upgrade that was cut has left of it.
     ReadRegStr $0 HKCU "${UNINSTALL}" InstallLocation
     ${If} $0 != ""
-    ${AndIf} ${FileExists} "$0\${EXE}"
+    ${AndIf} ${FileExists} "$0\*.*"
         StrCpy $INSTDIR $0
     ${EndIf}
 FunctionEnd
 
 Function .onInstFailed
     Call restore
-    Call removeLeftovers
+    ${If} $3 = 0
+        Call removeLeftovers
+    ${EndIf}
     SetOutPath "$TEMP"
     RMDir "$INSTDIR" ; where nothing else is in it
-    Call checkInUse
     ${If} $wasRunning = 1
-    ${AndIf} $R9 = 0
         Exec '"$INSTDIR\${EXE}" --auto_startup'
     ${EndIf}
 FunctionEnd
@@ -318,6 +347,7 @@ FunctionEnd
 ; ---- Uninstalling
 
 Function un.onInit
+    Call un.beAlone
     ${GetParameters} $0
     ClearErrors
     ${GetOptions} $0 "/PURGE" $1

@@ -312,6 +312,9 @@ class Play:
         until(self.strip.is_black, "the strip stays lit")
         dumps = list((self.stage.data / "dumps").glob("*.dmp"))
         check(len(dumps) == 1, f"{len(dumps)} dumps")
+        place = self.stage.registry(UNINSTALL_KEY, "InstallLocation")
+        self.stage.wine(self.installed / "Uninstall.exe", "/S", "_?=" + place, may_fail=True)
+        check(self.stage.code == 2 and (self.installed / "lumivar.exe").is_file(), "removed under the reporter's feet")
         self.stage.wine("taskkill", "/f", "/im", "CrashReporter.exe")
         return f"{check_minidump(dumps[0].read_bytes())}, window {window[0]}"
 
