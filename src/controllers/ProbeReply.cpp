@@ -26,6 +26,11 @@ bool ProbeReply::mayBegin(const QByteArray& bytes)
     return mark.startsWith(bytes.left(mark.size()).toUpper());
 }
 
+bool ProbeReply::looksWhole(const QByteArray& bytes)
+{
+    return bytes.size() >= kModelSize + kTailSize && bytes.endsWith(kUsualTail);
+}
+
 void ProbeReply::standIn(const QString& place)
 {
     if (!serial.isEmpty())

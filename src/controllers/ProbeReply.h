@@ -22,4 +22,6 @@ struct ProbeReply
     static ProbeReply parse(const QByteArray& bytes);
     /// False when an answer does not begin with these bytes; one that has not begun may yet.
     static bool mayBegin(const QByteArray& bytes);
+    /// They end as an answer usually does.
+    static bool looksWhole(const QByteArray& bytes);
 };

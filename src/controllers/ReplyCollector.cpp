@@ -23,7 +23,12 @@ bool ReplyCollector::isOver() const
 {
     // The first tick behind a piece may follow at once, so one more makes the silence whole.
     return !ProbeReply::mayBegin(m_bytes) || m_bytes.size() > ProbeReply::kMaxBytes || isEndless() ||
-           m_quietTicks > kTicksOfSilence;
+           m_quietTicks > ticksOfSilence();
+}
+
+int ReplyCollector::ticksOfSilence() const
+{
+    return ProbeReply::looksWhole(m_bytes) ? kTicksOfSilence : kTicksOfDoubt;
 }
 
 QByteArray ReplyCollector::reply() const

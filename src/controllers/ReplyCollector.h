@@ -3,13 +3,15 @@
 #include <QByteArray>
 
 /// Puts the answer to a probe together from the pieces in which an adapter delivers it. The tail of an answer
-/// is any two bytes, and its serial may hold the same ones, so only silence tells the end. Counts ticks
+/// is any two bytes, and its serial may hold the same ones, so only silence tells the end: a short one behind
+/// the usual tail, a long one behind anything else, because half an answer is another device's. Counts ticks
 /// instead of time: a program that was busy must not take its own pause for the device's.
 class ReplyCollector
 {
 public:
     static constexpr int kTicksOfSilence = 3;
-    static constexpr int kMaxTicks = 200; ///< from the first byte on
+    static constexpr int kTicksOfDoubt = 60; ///< without the usual tail
+    static constexpr int kMaxTicks = 200;    ///< from the first byte on
 
     void add(const QByteArray& piece);
     /// Call it kTicksOfSilence times in the silence that ends an answer.
@@ -22,6 +24,7 @@ public:
     QByteArray reply() const;
 
 private:
+    int ticksOfSilence() const;
     bool isEndless() const { return m_ticks > kMaxTicks; }
 
     QByteArray m_bytes;
