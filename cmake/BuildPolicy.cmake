@@ -1,6 +1,7 @@
 # One place for language level, warnings and Qt's strict defines: every target links lumivar_policy.
 option(LUMIVAR_TESTS "Build the tests" ON)
 option(LUMIVAR_BENCH "Build the benchmarks" OFF)
+option(LUMIVAR_FUZZ "Link the fuzzer's engine to the fuzz targets; needs clang" OFF)
 option(LUMIVAR_WERROR "Treat warnings as errors" ON)
 option(LUMIVAR_PICTURE_GENERATOR_ALONE "Build nothing but picture-generator" OFF)
 set(LUMIVAR_PICTURE_GENERATOR "" CACHE FILEPATH "For a cross-build: a picture-generator that runs on this machine")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The one list of packages. Usage: scripts/deps.sh GROUP...   with the groups build, run, stage, test, package, format,
-# lint, bench, windows, windows-test.
+# lint, bench, fuzz, windows, windows-test.
 # Installs what is missing; where it cannot, it names what is missing and fails.
 set -u
 
@@ -19,6 +19,7 @@ packages[test]="${packages[stage]} xvfb x11-utils x11-xserver-utils openbox tray
 packages[package]="debhelper lintian appstream desktop-file-utils debootstrap"
 packages[format]="clang-format-14"
 packages[lint]="clang-tidy"
+packages[fuzz]="clang"
 packages[windows]="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev g++ make cmake ninja-build ccache pkg-config git perl python3
     dpkg-dev autoconf automake libtool ca-certificates qtbase5-dev qttools5-dev-tools nsis"
 packages[windows-test]="wine wine64 xvfb openbox xdotool x11-utils imagemagick python3 fonts-liberation fonts-noto-cjk" # to see it run
