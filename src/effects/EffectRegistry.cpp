@@ -48,7 +48,7 @@ void EffectRegistry::load(QObject* owner)
             loadPlugin(file.absoluteFilePath(), owner);
     }
     // Last, so that a plug-in which claims the id of a built-in effect loses.
-    loadWorkersFromFactory(new InternalEffectFactory(owner));
+    addFactory(new InternalEffectFactory(owner));
 }
 
 void EffectRegistry::addGroup(const QJsonObject& record)
@@ -94,13 +94,13 @@ void EffectRegistry::loadPlugin(const QString& path, QObject* owner)
     guardedCall("the plug-in's constructor",
                 [&] { factory = qobject_cast<IEffectFactory*>(loader->instance()); });
     if (factory)
-        return loadWorkersFromFactory(factory);
+        return addFactory(factory);
     qCritical().noquote() << "Failed to load IEffectFactory instance by path:" << path
                           << "reason:" << loader->errorString();
     delete loader;
 }
 
-void EffectRegistry::loadWorkersFromFactory(IEffectFactory* factory)
+void EffectRegistry::addFactory(IEffectFactory* factory)
 {
     QList<EffectWorkerOptions> effects;
     guardedCall("workerOptionsList", [&] { effects = factory->workerOptionsList(); });

@@ -19,6 +19,8 @@ public:
 
     /// Factories and plug-ins become the owner's children.
     void load(QObject* owner);
+    /// Takes over what a factory offers; what it says of its effects may be anything.
+    void addFactory(IEffectFactory* factory);
 
     QStringList effectIds() const { return m_effects.keys(); }
     bool hasEffect(const QString& effectId) const { return m_effects.contains(effectId); }
@@ -44,7 +46,6 @@ private:
 
     void addGroup(const QJsonObject& record);
     void loadPlugin(const QString& path, QObject* owner);
-    void loadWorkersFromFactory(IEffectFactory* factory);
     void addGroupWithoutFile(const QString& groupId);
     QMap<int, QString>::const_iterator placeOf(const QString& groupId) const;
 

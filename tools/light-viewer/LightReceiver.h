@@ -19,6 +19,8 @@ public:
     /// False when something else listens there; errorString() then says more.
     bool listen();
     QString errorString() const { return m_socket.errorString(); }
+    /// One datagram, be it of anybody.
+    void take(const QByteArray& bytes);
 
 signals:
     /// One frame. It keeps the length of the frame before when it comes empty, as from a device that is off.
