@@ -56,6 +56,6 @@ ProbeReply ProbeReply::parse(const QByteArray& bytes)
     // From the raw bytes: the serial may hold anything, commas included.
     reply.serial = QString::fromLatin1(
         raw.mid(kModelSize + 1, raw.size() - kModelSize - 1 - kTailSize).toHex().toUpper());
-    reply.id = reply.text.section(QLatin1Char(','), 0, 0).toUpper() + QLatin1Char(':') + reply.serial;
+    reply.id = reply.model + QLatin1Char(':') + reply.serial; // as its settings are stored
     return reply;
 }

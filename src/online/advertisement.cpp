@@ -4,11 +4,24 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QtEndian>
 
 namespace {
 
 constexpr QSize kMostPixels{4096, 4096};
 const QStringList kPictureKinds{"png", "jpg", "jpeg", "gif", "bmp", "webp"};
+
+/// What is taken memory for. Of a GIF the toolkit tells the size of the first frame, and takes memory for all
+/// of the screen that the frames are parts of.
+QSize sizeInMemory(const QImageReader& reader, const QByteArray& bytes)
+{
+    constexpr int kScreenAt = 6;
+    QSize size = reader.size();
+    if (reader.format() == "gif" && bytes.size() >= kScreenAt + 4)
+        size = size.expandedTo({qFromLittleEndian<quint16>(bytes.constData() + kScreenAt),
+                                qFromLittleEndian<quint16>(bytes.constData() + kScreenAt + 2)});
+    return size;
+}
 
 } // namespace
 
@@ -36,7 +49,7 @@ QString pictureFault(QByteArray bytes)
     QImageReader reader(&buffer);
     if (!kPictureKinds.contains(QString::fromLatin1(reader.format())))
         return QStringLiteral("it is no picture");
-    const QSize size = reader.size();
+    const QSize size = sizeInMemory(reader, bytes);
     if (size.isEmpty() || size.boundedTo(kMostPixels) != size)
         return QStringLiteral("it is too large");
     return reader.read().isNull() ? reader.errorString() : QString();

@@ -73,7 +73,8 @@ FUZZ_TARGET(probe_noise)
     ProbeReply reply = ProbeReply::parse(heard(cut(input, bytes.mid(16), ReplyCollector::kTicksOfDoubt * 2)));
     if (!reply.isValid())
         return;
-    REQUIRE(reply.model.startsWith('L') && reply.id.startsWith(reply.model));
+    REQUIRE(reply.model.startsWith('L') &&
+            reply.id == reply.model + (reply.hasSerial ? ':' + reply.serial : QString()));
     REQUIRE(reply.hasSerial || reply.serial.isEmpty());
     reply.standIn(QStringLiteral("1-2"));
     REQUIRE(!reply.serial.isEmpty());
@@ -127,7 +128,8 @@ FUZZ_TARGET(device_store)
     first.update(QVector<LV_RGB>(static_cast<int>(options.nbLeds), LV_RGB{255, 1, 128}));
     first.saveConfig();
     for (auto member = stored.begin(); member != stored.end(); ++member)
-        REQUIRE(object.contains(member.key())); // members of a later version stay
+        // Those of a later version stay, as far as the toolkit finds them: none with a NUL in its name.
+        REQUIRE(object.contains(member.key()) || !stored.contains(member.key()));
     FakeController second(id);
     const ControlOptions& again = second.options();
     REQUIRE(second.loadConfig());

@@ -2,6 +2,8 @@
 // lists them.
 #include "Fuzz.h"
 
+#include <QFileInfo>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -39,6 +41,14 @@ int main(int argc, char** argv)
     }
     if (!chosen)
         return qEnvironmentVariableIsSet(kTarget) ? 2 : 0;
+    static QVector<QByteArray> arguments; // a relative path leads elsewhere from now on
+    for (int i = 1; i < argc; ++i) {
+        const QString argument = QString::fromLocal8Bit(argv[i]);
+        const bool isPath = !argument.startsWith('-') && QFileInfo::exists(argument);
+        arguments.append(isPath ? QFileInfo(argument).absoluteFilePath().toLocal8Bit() : QByteArray(argv[i]));
+    }
+    for (int i = 1; i < argc; ++i)
+        argv[i] = arguments[i - 1].data();
     beginFuzzing();
     std::exit(LLVMFuzzerRunDriver(&argc, &argv, runChosen));
 }

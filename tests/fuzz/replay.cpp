@@ -68,6 +68,7 @@ void run(const FuzzTarget& target, const QByteArray& name, const QByteArray& byt
 
 int main(int argc, char** argv)
 {
+    const QByteArray find = argc > 2 ? readFuzzFile(QString::fromLocal8Bit(argv[2])) : QByteArray();
     beginFuzzing();
     for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGALRM, SIGTERM})
         std::signal(signal, onFind);
@@ -76,7 +77,7 @@ int main(int argc, char** argv)
         if (argc > 1 && qstrcmp(argv[1], target.name) != 0)
             continue;
         if (argc > 2) { // a find, alone
-            run(target, argv[2], readFuzzFile(QString::fromLocal8Bit(argv[2])));
+            run(target, argv[2], find);
             ++inputs;
             continue;
         }
