@@ -8,6 +8,7 @@
 #include "effects/dynamicMusic/AbsMusicEffect.h"
 #include "support/audio/AudioCapManager.h"
 #include "support/config/ConfigKeys.h"
+#include "support/config/DataFile.h"
 #include "system/BuildInfo.h"
 #include "system/ConsoleText.h"
 #include "system/RunningProgram.h"
@@ -15,7 +16,6 @@
 #include "ui/FindingList.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -38,11 +38,14 @@ const QString kBad = QStringLiteral("  [!] ");
 template <typename Key>
 QString storedText(const Key& key)
 {
-    QFile file(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-               QStringLiteral("/Lumivar/app.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object().value(QLatin1String(key.key)).toString();
+    QString reason;
+    const auto bytes = readDataFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                                        QStringLiteral("/Lumivar/app.json"),
+                                    &reason);
+    return QJsonDocument::fromJson(bytes.value_or(QByteArray()))
+        .object()
+        .value(QLatin1String(key.key))
+        .toString();
 }
 
 /// The one that the user has chosen in the program, else the system's, else English.

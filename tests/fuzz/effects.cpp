@@ -229,14 +229,16 @@ FUZZ_TARGET(plugin_catalogue)
         REQUIRE(EffectWorkerOptions::groupOf(effect.id).isEmpty() || !registry.createWorker(effect.id));
 }
 
-/// The user's gradients as they are stored.
+/// The user's gradients as they are stored; an object is the file that ships them.
 FUZZ_TARGET(straps)
 {
     ConfigurationManager* config = ConfigurationManager::instance();
     engine();
-    config->setEffectJsonValue(QLatin1String(ConfigKeys::kColorStrapsEffect),
-                               QLatin1String(ConfigKeys::kAllControllers),
-                               QLatin1String(ConfigKeys::kColorStrapList), fuzzValue(bytes));
+    const QJsonValue value = fuzzValue(bytes);
+    writeFuzzFile(QStringLiteral("effects/colorStraps.json"), bytes);
+    config->setEffectJsonValue(
+        QLatin1String(ConfigKeys::kColorStrapsEffect), QLatin1String(ConfigKeys::kAllControllers),
+        QLatin1String(ConfigKeys::kColorStrapList), value.isObject() ? QJsonValue() : value);
     ColorStrapManager straps(nullptr, config);
     const int count = straps.strapCount();
     REQUIRE(count > 0);
@@ -290,11 +292,27 @@ FUZZ_TARGET(peak_file)
     QFile::remove(folder + QStringLiteral("/LVTEST_01.json"));
 }
 
+/// What ships for the meters of a model.
+FUZZ_TARGET(fragment_file)
+{
+    engine();
+    QDir().mkpath(QStringLiteral("effects/dynamicMusic"));
+    FuzzInput input(bytes);
+    const QString id = QStringLiteral("id.effect.dynamicMusic.musicMode_%1").arg(1 + input.number(4));
+    const ControlOptions strip = stripOf(input.number());
+    const QByteArray text = input.rest();
+    writeFuzzFile(QStringLiteral("effects/dynamicMusic/LVTEST.json"), text);
+    ConfigurationManager::instance()->setEffectJsonValue(id, kStrip, QString(), QJsonObject());
+    runWorker(id, strip, {}, text);
+    QFile::remove(QStringLiteral("effects/dynamicMusic/LVTEST.json"));
+}
+
 /// A map as it is stored or shipped: LEDs on the canvas and pixels inside the frame.
 FUZZ_TARGET(led_map)
 {
     FuzzInput input(bytes);
     const ControlOptions strip = stripOf(input.number());
+    const bool isWhole = input.number() % 8 == 0;
     const QByteArray text = input.rest();
     LedMap map = LedMap::defaultGrid(int(strip.nbLeds));
     map.apply(fuzzObject(text));
@@ -307,11 +325,13 @@ FUZZ_TARGET(led_map)
     for (const cv::Rect& place : placesOf(map.points, map.screenSize, {120, 67}))
         REQUIRE((place & cv::Rect(0, 0, 120, 67)) == place && !place.empty());
 
+    if (!isWhole)
+        return; // what follows takes a hundred times as long
     engine();
     QDir().mkpath(QStringLiteral("controler_config"));
     writeFuzzFile(QStringLiteral("controler_config/LVTEST.json"), text);
     const QString id = QStringLiteral("id.effect.screenSync.fullScreen");
-    ConfigurationManager::instance()->setEffectJsonValue(id, kStrip, QString(), {});
+    ConfigurationManager::instance()->setEffectJsonValue(id, kStrip, QString(), QJsonObject());
     runWorker(id, strip, {}, text);
     QFile::remove(QStringLiteral("controler_config/LVTEST.json"));
 }

@@ -4,8 +4,11 @@
 #include "app/HotkeyBinding.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/config/JsonFile.h"
+#include "support/config/StoredNumber.h"
+#include "support/net/PersonalText.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QMap>
 
@@ -112,6 +115,78 @@ FUZZ_TARGET(configuration)
     }
     ConfigurationManager manager(path, path, none);
     check(manager);
+}
+
+/// What the product ships: counts where the user has nothing.
+FUZZ_TARGET(defaults_file)
+{
+    const QDir folder = emptyFolder(QStringLiteral("shipped"));
+    const QString path = folder.filePath(QStringLiteral("defaults.json"));
+    writeFuzzFile(path, bytes);
+    QJsonObject shipped;
+    if (!isStore(bytes, &shipped))
+        shipped = {};
+    ConfigurationManager manager(folder.path(), folder.path(), path);
+    for (const QString& key : {QStringLiteral("language"), QStringLiteral("runtime.gama")}) {
+        manager.setAppConfig(key, 7);
+        REQUIRE(manager.appConfig(key) == QJsonValue(7) && manager.shippedConfig(key) == shipped.value(key));
+        manager.setAppConfig(key, QJsonValue::Null);
+        const QJsonValue now = manager.appConfig(key);
+        REQUIRE(shipped.contains(key) ? now == shipped.value(key) : now.isNull());
+    }
+}
+
+namespace {
+
+template <typename T>
+bool isBounded(const ConfigKeys::Number<T>& number)
+{
+    const T value = applicationNumber(number);
+    return value == number.fallback || (value >= number.least && value <= number.most);
+}
+
+} // namespace
+
+/// Settings of the program that somebody has written by hand.
+FUZZ_TARGET(application_settings)
+{
+    QJsonObject& settings = ConfigurationManager::instance()->AppConfigJsonObj();
+    settings = fuzzObject(bytes);
+    const QJsonObject before = settings;
+    REQUIRE(isBounded(ConfigKeys::kDevUpdateIntervalMs) && isBounded(ConfigKeys::kGama));
+    REQUIRE(isBounded(ConfigKeys::kPixmapStreamReadIntervalMs) && isBounded(ConfigKeys::kMusicQuietLevel));
+    REQUIRE(isBounded(ConfigKeys::kSaturationGate) && isBounded(ConfigKeys::kFixedFrameIntervalMs));
+    REQUIRE(settings == before);
+    settings = {};
+}
+
+/// Logs and stores on their way out: whatever is in them, nothing that tells who the user is.
+FUZZ_TARGET(personal_text)
+{
+    static const PersonalText personal(
+        PersonalFacts{{QStringLiteral("alice"), QStringLiteral("Alice Example")},
+                      {QStringLiteral("desk-7.lan")},
+                      {QStringLiteral("/home/alice")},
+                      {QStringLiteral("alice@mail.example")},
+                      {QStringLiteral("0123456789abcdef")}});
+    static const QRegularExpression left(
+        QStringLiteral("(?<![\\p{L}\\p{N}\\p{M}])(alice|desk-7|0123456789abcdef)(?![\\p{L}\\p{N}\\p{M}])"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    const auto isClean = [](const QString& text) { return !left.match(text).hasMatch(); };
+    REQUIRE(isClean(personal.removedFrom(QString::fromUtf8(bytes))));
+    const QJsonObject object{{QStringLiteral("whole"), fuzzValue(bytes)}};
+    const QJsonObject clean = personal.removedFrom(QJsonValue(object)).toObject();
+    const auto check = [&](const QJsonValue& value, const auto& checkAll) -> void {
+        REQUIRE(isClean(value.toString()));
+        for (const QJsonValue& each : value.toArray())
+            checkAll(each, checkAll);
+        const QJsonObject members = value.toObject();
+        for (auto member = members.begin(); member != members.end(); ++member) {
+            REQUIRE(isClean(member.key()));
+            checkAll(member.value(), checkAll);
+        }
+    };
+    check(clean, check);
 }
 
 FUZZ_TARGET(hotkey_binding)
