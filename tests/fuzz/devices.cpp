@@ -117,7 +117,9 @@ FUZZ_TARGET(device_store)
 {
     const QString id = QStringLiteral("LVTEST:01");
     QJsonObject& object = ConfigurationManager::instance()->controllerJsonObj(id);
-    const QJsonObject stored = fuzzObject(bytes);
+    if (bytes.contains("\\u0000"))
+        return; // names with one are sorted in a way in which the toolkit does not find them
+    const QJsonObject stored = fuzzObject(QByteArray(bytes).replace('\0', ' '));
     object = stored;
     FakeController first(id);
     if (!first.loadConfig())
@@ -128,8 +130,7 @@ FUZZ_TARGET(device_store)
     first.update(QVector<LV_RGB>(static_cast<int>(options.nbLeds), LV_RGB{255, 1, 128}));
     first.saveConfig();
     for (auto member = stored.begin(); member != stored.end(); ++member)
-        // Those of a later version stay, as far as the toolkit finds them: none with a NUL in its name.
-        REQUIRE(object.contains(member.key()) || !stored.contains(member.key()));
+        REQUIRE(object.contains(member.key())); // those of a later version stay
     FakeController second(id);
     const ControlOptions& again = second.options();
     REQUIRE(second.loadConfig());

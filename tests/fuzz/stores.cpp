@@ -59,8 +59,11 @@ FUZZ_TARGET(json_file)
         writeFuzzFile(path + QStringLiteral(".bak"), backup);
 
     QJsonObject expected;
-    const bool isWhole = (parts & 1) && isStore(file, &expected);
-    if (!isWhole && (!(parts & 2) || !isStore(backup, &expected)))
+    const auto isGood = [&](const QByteArray& part) {
+        return !part.contains('\0') && isStore(part, &expected);
+    };
+    const bool isWhole = (parts & 1) && isGood(file);
+    if (!isWhole && (!(parts & 2) || !isGood(backup)))
         expected = {};
     JsonFile store(path);
     QJsonObject object = store.load();

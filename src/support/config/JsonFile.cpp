@@ -85,6 +85,11 @@ bool JsonFile::read(const QString& path, QJsonObject* object) const
         moveAside(path, QStringLiteral("cannot be read (%1)").arg(reason));
         return false;
     }
+    // What a loss of power leaves may be blocks of zeros, which the toolkit takes inside of a text.
+    if (bytes->contains('\0')) {
+        moveAside(path, QStringLiteral("does not parse (zero at byte %1)").arg(bytes->indexOf('\0')));
+        return false;
+    }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error == QJsonParseError::NoError && document.isObject()) {
