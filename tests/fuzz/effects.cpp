@@ -101,7 +101,7 @@ struct Engine
         new AudioCapManager(std::make_unique<SilentSound>());
         ConfigurationManager::instance()->setAppConfig(ConfigKeys::kExtraEffects.key, true);
         auto capture = QSharedPointer<FakeCapture>::create();
-        capture->frame = cv::Mat(67, 120, CV_8UC4, cv::Scalar(10, 200, 90, 255));
+        capture->frame = cv::Mat(27, 48, CV_8UC4, cv::Scalar(10, 200, 90, 255));
         screens.order = QStringList{QStringLiteral("screen")};
         screens.captures.insert(QStringLiteral("screen"), capture);
         registry.load(&owner);
@@ -142,7 +142,7 @@ void useWorker(IEffectWorker& worker, const QByteArray& text)
         music->peakValuesChanged({{QString::fromLatin1(text.left(40))}});
         music->peakValuesChanged({{QStringLiteral("0.7")}});
     } else if (auto* screen = qobject_cast<AbsScreenSync*>(&worker)) {
-        screen->frameInput(cv::Mat(67, 120, CV_8UC4, cv::Scalar(10, 200, 90, 255)));
+        screen->frameInput(cv::Mat(27, 48, CV_8UC4, cv::Scalar(10, 200, 90, 255)));
     }
     worker.onCtlDarkChanged(true);
     worker.onCtlDarkChanged(false);

@@ -122,9 +122,13 @@ private:
 class ScriptedNetwork : public QNetworkAccessManager
 {
 public:
-    explicit ScriptedNetwork(const Script& script)
-        : m_script(script)
+    /// One for all: the toolkit takes long to make one.
+    static ScriptedNetwork& of(const Script& script)
     {
+        static ScriptedNetwork network;
+        network.m_script = &script;
+        network.requests = 0;
+        return network;
     }
     int requests = 0;
 
@@ -136,11 +140,11 @@ protected:
         REQUIRE(isAllowedAddress(request.url()));
         if (body)
             body->readAll();
-        return new ScriptedReply(operation, request, m_script, this);
+        return new ScriptedReply(operation, request, *m_script, this);
     }
 
 private:
-    const Script m_script;
+    const Script* m_script = nullptr;
 };
 
 template <typename Over>
@@ -169,7 +173,7 @@ FUZZ_TARGET(http_answer)
     FuzzInput input(bytes);
     const int choices = input.number();
     const Script script(input);
-    ScriptedNetwork network(script);
+    ScriptedNetwork& network = ScriptedNetwork::of(script);
     HttpRequest request;
     request.url = choices & 8 ? QUrl(QStringLiteral("http://127.0.0.1/x")) : kService;
     request.needsLength = choices & 1;
@@ -217,7 +221,7 @@ FUZZ_TARGET(installer_download)
                                   : folder + u'/' + QString::fromLatin1(installer.sha256.toHex()) +
                                         QStringLiteral(".part"),
                       part);
-    ScriptedNetwork network(script);
+    ScriptedNetwork& network = ScriptedNetwork::of(script);
     InstallerDownload download(network, installer, folder);
     int ends = 0;
     bool isThere = false;
@@ -243,7 +247,7 @@ FUZZ_TARGET(feedback_answer)
         writeFuzzFile(archive, "PK");
     FuzzInput input(bytes);
     const Script script(input);
-    ScriptedNetwork network(script);
+    ScriptedNetwork& network = ScriptedNetwork::of(script);
     FeedbackUpload upload(network, kService, archive);
     int ends = 0;
     QObject::connect(&upload, &FeedbackUpload::finished, [&](QNetworkReply::NetworkError error) {
