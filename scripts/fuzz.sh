@@ -69,7 +69,7 @@ else
     rm -rf "$run/done"
 fi
 echo
-echo "| Target | Seconds | Executions | Edges by the seeds | Edges | Inputs | Finds |"
+echo "| Target | Seconds | Executions | Edges at the start | Edges | Inputs | Finds |"
 echo "|---|---|---|---|---|---|---|"
 cat "$run/results/"*
 find "$run/finds" -type f | sed 's/^/find: /'
