@@ -218,19 +218,19 @@ void DeviceManager::addController(AbsRGBControllerPtr controller)
 
 void DeviceManager::bindStoredEffect(const QString& id)
 {
-    const ControlOptions stored = controlOptions(id);
+    const AbsRGBControllerPtr target = controller(id);
+    if (!target)
+        return;
+    const AbsRGBController::EffectChoice choice = target->chosenEffect();
     const bool known =
-        !stored.workMode.isEmpty() && !stored.subMode.isEmpty() && m_effects.hasEffect(stored.subMode);
-    QString effect = known ? stored.subMode : m_effects.lastBindingEffect(id, QString());
+        !choice.workMode.isEmpty() && !choice.subMode.isEmpty() && m_effects.hasEffect(choice.subMode);
+    QString effect = known ? choice.subMode : m_effects.lastBindingEffect(id, QString());
     if (!m_effects.hasEffect(effect)) // the group's file names none, or one that is gone
         effect = m_effects.usableEffect(QString());
     setControllerEffect(id, effect, false);
-    const AbsRGBControllerPtr target = controller(id);
-    if (known || stored.subMode.isEmpty() || !target)
-        return;
     // A stand-in is no choice: the plug-in of the user's effect may be back with the next start.
-    target->saveProperty(QLatin1String(ConfigKeys::kWorkMode.key), stored.workMode);
-    target->saveProperty(QLatin1String(ConfigKeys::kSubMode.key), stored.subMode);
+    if (!known && !choice.subMode.isEmpty())
+        target->keepChosenEffect(choice);
 }
 
 bool DeviceManager::setControllerLayout(const QString& id)

@@ -113,6 +113,7 @@ void AbsRGBController::setNbLeds(uint32_t nbLeds)
 
 void AbsRGBController::setSubMode(const QString& subMode)
 {
+    endStandIn();
     if (m_options.subMode == subMode)
         return;
     m_options.subMode = subMode;
@@ -122,6 +123,7 @@ void AbsRGBController::setSubMode(const QString& subMode)
 
 void AbsRGBController::setWorkMode(const QString& workMode)
 {
+    endStandIn();
     if (m_options.workMode == workMode)
         return;
     m_options.workMode = workMode;
@@ -233,14 +235,41 @@ void AbsRGBController::saveConfig()
         object[QLatin1String(kBrightness.key)] = static_cast<double>(m_options.brightness);
     object[QLatin1String(kEnable.key)] = m_options.enable;
     object[QLatin1String(kInstallDirection.key)] = static_cast<int>(m_options.installDirection);
-    object[QLatin1String(kWorkMode.key)] = m_options.workMode;
-    object[QLatin1String(kSubMode.key)] = m_options.subMode;
+    const EffectChoice effect = chosenEffect();
+    object[QLatin1String(kWorkMode.key)] = effect.workMode;
+    object[QLatin1String(kSubMode.key)] = effect.subMode;
     if (!m_unusable.contains(QLatin1String(kNbLeds.key)))
         object[QLatin1String(kNbLeds.key)] = static_cast<int>(m_options.nbLeds);
     object[QLatin1String(kLedPerUnit.key)] = m_options.ledPerUnit;
     object[QLatin1String(kAdjustableLength.key)] = m_options.adjustableLength;
     object[QLatin1String(kUnavailableModes.key)] = m_options.unavailable_modes;
     config->saveControllerJsonObj(storeKey);
+}
+
+AbsRGBController::EffectChoice AbsRGBController::chosenEffect() const
+{
+    return m_chosenEffect.value_or(EffectChoice{m_options.workMode, m_options.subMode});
+}
+
+void AbsRGBController::keepChosenEffect(const EffectChoice& choice)
+{
+    m_chosenEffect = choice;
+    storeEffect(choice);
+}
+
+/// The user has picked one, perhaps the very one that stood in.
+void AbsRGBController::endStandIn()
+{
+    if (!m_chosenEffect)
+        return;
+    m_chosenEffect.reset();
+    storeEffect(chosenEffect());
+}
+
+void AbsRGBController::storeEffect(const EffectChoice& choice)
+{
+    saveProperty(QLatin1String(ConfigKeys::kWorkMode.key), choice.workMode);
+    saveProperty(QLatin1String(ConfigKeys::kSubMode.key), choice.subMode);
 }
 
 void AbsRGBController::update(QVector<LV_RGB> colors)

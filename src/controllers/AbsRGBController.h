@@ -14,6 +14,7 @@
 #include <QSharedPointer>
 #include <QTimer>
 #include <QVariant>
+#include <optional>
 
 /// One LED device, physical or virtual: its settings, their persistence, and the colour pipeline
 /// (ColorPipeline, enable gate) from an effect's colours to the transport of the subclass.
@@ -59,6 +60,16 @@ public:
     void startAsNew();
     void saveProperty(const QString& key, const QVariant& value);
     void saveConfig();
+    /// Group and effect of the user's choice.
+    struct EffectChoice
+    {
+        QString workMode;
+        QString subMode;
+    };
+    /// What is bound, unless that stands in.
+    EffectChoice chosenEffect() const;
+    /// What is bound only stands in for this one, which stays stored until the user makes another choice.
+    void keepChosenEffect(const EffectChoice& choice);
 
 public slots:
     /// Takes a complete picture, LED 0 first, and sends it through the pipeline.
@@ -108,6 +119,8 @@ private slots:
 private:
     static float configuredGama();
     int ledCount() const { return static_cast<int>(m_options.nbLeds); }
+    void storeEffect(const EffectChoice& choice);
+    void endStandIn();
     void sendBlack() { send(QVector<LV_RGB>(ledCount())); }
     /// To the transport, and kept for sentColors().
     void send(const QVector<LV_RGB>& colors);
@@ -116,6 +129,7 @@ private:
     void reportPace(const QVector<LV_RGB>& out);
 
     QSet<QString> m_unusable; ///< keys whose stored values do not count, and are left to the user as they are
+    std::optional<EffectChoice> m_chosenEffect; ///< where another one stands in
     bool m_isDark = false;
     QTimer m_refreshTimer;
     QVector<LV_RGB> m_rawColors;

@@ -159,7 +159,7 @@ QToolButton* HomePage::makeConfigButton(DeviceButton* button, const QString& id)
 {
     auto* config = new QToolButton(button);
     config->hide();
-    config->setIcon(QIcon(QStringLiteral(":/images/settings.png")));
+    config->setIcon(m_configIcon);
     config->setIconSize(QSize(kConfigSide, kConfigSide));
     config->setFixedSize(kConfigSide, kConfigSide);
     config->setStyleSheet(QStringLiteral("background-color: transparent;"));

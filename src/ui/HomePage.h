@@ -3,6 +3,7 @@
 #include "viewModels/DeviceModel.h"
 #include "viewModels/FindingCard.h"
 
+#include <QIcon>
 #include <QMap>
 #include <QWidget>
 #include <functional>
@@ -77,6 +78,8 @@ private:
     void order(const QString& id, const std::function<void()>& signal);
 
     std::unique_ptr<Ui::HomePage> ui;
+    const QIcon m_configIcon{
+        QStringLiteral(":/images/settings.png")}; ///< read once, the page is filled often
     QMap<QString, DeviceModel> m_devices;
     int m_columns = kMostColumns; ///< fewer on a narrow page
     QString m_adBox1File = QStringLiteral("images/product00_h.png");
