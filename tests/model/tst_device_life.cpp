@@ -41,7 +41,7 @@ struct Arguments
     quint64 seed = 1;
     int from = 0;
     int sequences = 10000;
-    int jobs = 1;
+    int jobs = 2;
     int report = -1; ///< the child's
 };
 
