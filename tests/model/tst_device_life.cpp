@@ -40,7 +40,7 @@ struct Arguments
     quint64 order = 0;
     quint64 seed = 1;
     int from = 0;
-    int sequences = 10000;
+    int sequences = 3000;
     int jobs = 2;
     int report = -1; ///< the child's
 };
