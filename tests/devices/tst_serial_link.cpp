@@ -241,6 +241,18 @@ private slots:
         QCOMPARE(line.log.count("talks without end"), 1);
     }
 
+    void whatCameBeforeTheLineWasOpenIsNotHeard()
+    {
+        Line line;
+        SerialLine opened;
+        QVERIFY(line.simulator->send("old"));
+        QVERIFY(opened.open(line.simulator->location()));
+        QVERIFY(line.simulator->send("new"));
+        QByteArray heard;
+        QTRY_VERIFY((heard += opened.readAll()).endsWith("new"));
+        QCOMPARE(heard, QByteArray("new"));
+    }
+
     void everyChunkThatBeginsWithNulIsAPress()
     {
         Line line;
