@@ -134,6 +134,7 @@ class Linux(Side):
 
 
 def measure(stage):
+    stage.start(["wine", "ping", "-n", "3600", "127.0.0.1"])  # or each start would be one of Wine as well
     sides = [Windows(stage), Linux(stage)]
     for number in range(STARTS):
         for side in sides:
