@@ -42,13 +42,13 @@ public:
     QByteArray line()
     {
         const int end = m_bytes.indexOf('\n', m_at);
-        const QByteArray text = m_bytes.mid(m_at, end < 0 ? -1 : end - m_at);
+        QByteArray text = m_bytes.mid(m_at, end < 0 ? -1 : end - m_at);
         m_at = end < 0 ? m_bytes.size() : end + 1;
         return text;
     }
     QByteArray rest()
     {
-        const QByteArray text = m_bytes.mid(m_at);
+        QByteArray text = m_bytes.mid(m_at);
         m_at = m_bytes.size();
         return text;
     }

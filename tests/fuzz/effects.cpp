@@ -268,7 +268,7 @@ FUZZ_TARGET(effect_settings)
 {
     FuzzInput input(bytes);
     const QStringList ids = engine().registry.effectIds();
-    const QString id = ids.at(input.number(ids.size()));
+    const QString& id = ids.at(input.number(ids.size()));
     const ControlOptions strip = stripOf(input.number());
     const QByteArray text = input.rest();
     const QJsonObject settings = fuzzObject(text);

@@ -181,7 +181,7 @@ FUZZ_TARGET(personal_text)
     const QJsonObject clean = personal.removedFrom(QJsonValue(object)).toObject();
     const auto check = [&](const QJsonValue& value, const auto& checkAll) -> void {
         REQUIRE(isClean(value.toString()));
-        for (const QJsonValue& each : value.toArray())
+        for (const QJsonValue each : value.toArray())
             checkAll(each, checkAll);
         const QJsonObject members = value.toObject();
         for (auto member = members.begin(); member != members.end(); ++member) {

@@ -379,7 +379,7 @@ void DeviceLife::actOnPage(const Step& step, const QString& id)
     const QList<QString> all = targets(id);
     switch (step.kind) {
     case Step::Effect: {
-        const QString effect = kEffects[value % kEffects.size()];
+        const QString& effect = kEffects[value % kEffects.size()];
         for (const QString& each : all) {
             chooseEffect(each, effect);
             choose(each, "enable", true);
@@ -495,7 +495,7 @@ QString DeviceLife::wrongOf(SimulatedStrip& strip)
 QString DeviceLife::wrongAtRest()
 {
     for (const auto& strip : m_strips) {
-        const QString found = wrongOf(*strip);
+        QString found = wrongOf(*strip);
         if (!found.isEmpty())
             return found;
     }

@@ -38,11 +38,11 @@ struct Thread
     const void* awaited = nullptr; ///< what will wake it
     pollfd* polled = nullptr;      ///< or the descriptors
     nfds_t polledCount = 0;
-    bool isLate = false; ///< the deadline ended the wait
     pthread_t id{};
     void* (*run)(void*) = nullptr;
     void* argument = nullptr;
-    int endings = 0; ///< rounds of the destructors of its own variables
+    int endings = 0;     ///< rounds of the destructors of its own variables
+    bool isLate = false; ///< the deadline ended the wait
 };
 
 Thread s_threads[kMostThreads]; // all of it belongs to the thread whose turn it is
@@ -473,6 +473,7 @@ int open64(const char* path, int flags, ...)
 {
     va_list list;
     va_start(list, flags);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start stands above
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(list, mode_t) : 0;
     va_end(list);
     if (s_diskFull && (flags & O_ACCMODE) != O_RDONLY && strncmp(path, "/dev/", 5) != 0) {
