@@ -48,6 +48,7 @@ void settle()
     for (int i = 0; i < 3; ++i) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(); // a turn that many timers fill leaves layouts for the next one
     }
 }
 
