@@ -8,4 +8,7 @@ case "${1:-}" in dev | asan | tsan) preset=$1; shift ;; esac
 
 scripts/deps.sh build test
 scripts/build.sh "$preset"
-ctest --test-dir "build/$preset" --output-on-failure -j 2 "$@"
+# Most tests wait for processes, lines and timers; with a sanitizer they compute.
+jobs=$(nproc)
+[ "$preset" != dev ] || jobs=$((jobs * 4))
+ctest --test-dir "build/$preset" --output-on-failure -j "$jobs" "$@"

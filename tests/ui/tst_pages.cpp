@@ -34,10 +34,11 @@ private slots:
         constexpr int kPatienceMs = 140000;
         QFETCH(QStringList, options);
         VirtualDisplay display;
-        QVERIFY(display.start());
+        const bool needsScreen = options.contains("--scale"); // the toolkit's own has 800 by 800 pixels
+        QVERIFY(!needsScreen || display.start());
         QProcess gallery;
         gallery.setStandardErrorFile(QProcess::nullDevice());
-        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("QT_QPA_PLATFORM", needsScreen ? "xcb" : "offscreen");
         display.startProgram(gallery, GALLERY, options);
         qputenv("QT_QPA_PLATFORM", "offscreen");
         QVERIFY(gallery.waitForFinished(kPatienceMs));

@@ -36,6 +36,9 @@
 #include <QMetaType>
 #include <QVBoxLayout>
 #include <memory>
+#if __has_include(<QX11Info>)
+#include <QX11Info>
+#endif
 
 namespace {
 
@@ -46,6 +49,10 @@ constexpr QSize kShortcutPage(700, 460);
 void settle()
 {
     for (int i = 0; i < 3; ++i) {
+#if __has_include(<QX11Info>)
+        if (QX11Info::isPlatformX11())
+            QX11Info::getTimestamp(); // after it the display has no older news
+#endif
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(); // a turn that many timers fill leaves layouts for the next one

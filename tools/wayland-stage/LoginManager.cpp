@@ -1,7 +1,5 @@
 #include "LoginManager.h"
 
-#include "StripSimulator.h"
-
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
 #include <QSocketNotifier>
@@ -99,7 +97,6 @@ QVariant LoginManager::delay()
     ++held;
     auto* end = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
     connect(end, &QSocketNotifier::activated, this, [this, end] { // nobody has the other end any more
-        releasedMs = StripSimulator::nowMs();
         end->setEnabled(false);
         ::close(int(end->socket()));
         if (--held == 0)

@@ -21,9 +21,8 @@ public:
     bool refuses = false; ///< to let anybody delay a sleep
 
     // What has come of it.
-    int held = 0;          ///< delays that programs have asked for
-    double releasedMs = 0; ///< when the last one was given up, on the steady clock
-    int asked = 0;         ///< whether it still prepares for sleep
+    int held = 0;  ///< delays that programs have asked for
+    int asked = 0; ///< whether it still prepares for sleep
 
     void come();
     /// As a crash would.
