@@ -151,6 +151,27 @@ private slots:
         }
     }
 
+    void what_the_system_does_not_let_be_read_is_left_alone()
+    {
+        store("de", 60, 5);
+        rlimit limit = {};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        const rlimit none = {0, limit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+        const bool isSeen = m_config->appConfig("language") == "de" ||
+                            !m_config->controllerJsonObj(kDevice).isEmpty() ||
+                            !m_config->effectJsonValue("id.effect.a", kDevice, "speed").isUndefined();
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+        QVERIFY(!isSeen);
+        m_config->setAppConfig("language", "ja"); // over what nobody knows
+        m_config->controllerJsonObj(kDevice)["nbLeds"] = 31;
+        m_config->setEffectJsonValue("id.effect.a", kDevice, "speed", 6);
+        m_config->save();
+        QVERIFY(m_config->isSavingTroubled() && m_log->count("it is left as it is") > 2);
+        restart();
+        QVERIFY(isStored("de", 60, 5));
+    }
+
     void a_kill_at_any_instant_leaves_whole_files()
     {
         int pipe[2];

@@ -9,10 +9,14 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QSaveFile>
+#include <QThread>
 #include <filesystem>
 #include <type_traits>
 
 namespace {
+
+constexpr int kMoreTries = 2; ///< for what another part of the program held for a moment
+constexpr int kPauseMs = 20;
 
 QString backupPath(const QString& path)
 {
@@ -65,42 +69,54 @@ void moveAside(const QString& path, const QString& reason)
 QJsonObject JsonFile::load()
 {
     QJsonObject object;
-    if (read(m_path, &object)) {
+    const Content content = read(m_path, &object);
+    if (content == Content::Object) {
         m_saved = toBytes(object);
         return object;
     }
+    m_isUnknown = content == Content::Unknown;
     // m_saved stays empty: the next write puts the file back.
-    if (read(backupPath(m_path), &object))
+    if (read(backupPath(m_path), &object) == Content::Object)
         qWarning().noquote() << "[ConfigurationManager]: the last good copy of" << m_path << "is used";
     return object;
 }
 
-bool JsonFile::read(const QString& path, QJsonObject* object) const
+JsonFile::Content JsonFile::read(const QString& path, QJsonObject* object) const
 {
     if (!QFileInfo::exists(path))
-        return false;
+        return Content::None;
     QString reason;
-    const std::optional<QByteArray> bytes = readDataFile(path, &reason);
+    bool isUnknown = false;
+    std::optional<QByteArray> bytes = readDataFile(path, &reason, &isUnknown);
+    for (int i = 0; !bytes && isUnknown && i < kMoreTries; ++i) {
+        QThread::msleep(kPauseMs);
+        bytes = readDataFile(path, &reason, &isUnknown);
+    }
+    if (!bytes && isUnknown) {
+        qWarning().noquote() << "[ConfigurationManager]:" << path
+                             << "cannot be read (" + reason + "), it is left as it is";
+        return Content::Unknown;
+    }
     if (!bytes) {
         moveAside(path, QStringLiteral("cannot be read (%1)").arg(reason));
-        return false;
+        return Content::None;
     }
     // What a loss of power leaves may be blocks of zeros, which the toolkit takes inside of a text.
     if (bytes->contains('\0')) {
         moveAside(path, QStringLiteral("does not parse (zero at byte %1)").arg(bytes->indexOf('\0')));
-        return false;
+        return Content::None;
     }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(*bytes, &error);
     if (error.error == QJsonParseError::NoError && document.isObject()) {
         *object = document.object();
-        return true;
+        return Content::Object;
     }
     moveAside(path, error.error == QJsonParseError::NoError
                         ? QStringLiteral("holds no JSON object")
                         : QStringLiteral("does not parse (%1 at byte %2)")
                               .arg(error.errorString(), QString::number(error.offset)));
-    return false;
+    return Content::None;
 }
 
 bool JsonFile::write(const QJsonObject& object)
@@ -108,8 +124,8 @@ bool JsonFile::write(const QJsonObject& object)
     const QByteArray bytes = toBytes(object);
     if (bytes == m_saved || (object.isEmpty() && m_saved.isEmpty() && !m_hasLeftovers))
         return true;
-    QString error;
-    if (replace(m_path, bytes, &error)) {
+    QString error = QStringLiteral("what it holds was not to be read");
+    if (!m_isUnknown && replace(m_path, bytes, &error)) {
         if (m_failing)
             qInfo().noquote() << "[ConfigurationManager]:" << m_path << "can be written again";
         m_saved = bytes;
@@ -120,7 +136,8 @@ bool JsonFile::write(const QJsonObject& object)
     }
     if (!m_failing) {
         qWarning().noquote() << "[ConfigurationManager]: cannot write" << m_path << "(" + error + ");"
-                             << "the values stay in memory and writing is tried again";
+                             << "the values stay in memory"
+                             << (m_isUnknown ? "for now" : "and writing is tried again");
     }
     m_failing = true;
     return false;
@@ -182,7 +199,7 @@ bool JsonFile::remove()
 {
     m_saved.clear();
     m_backupIsEqual = false;
-    m_failing = false;
+    m_failing = m_isUnknown = false;
     const QFileInfo info(m_path);
     m_hasLeftovers = false;
     const QStringList filters{info.fileName(), info.fileName() + QLatin1String(".*")};

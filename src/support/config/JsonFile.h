@@ -16,7 +16,8 @@ public:
     }
 
     /// The object on disk, or the backup's when the file is damaged or gone; empty when there is neither.
-    /// What does not parse is moved aside as `<name>.corrupt-<time>`, never deleted.
+    /// What does not parse is moved aside as `<name>.corrupt-<time>`, never deleted. What the system does not
+    /// let be read, for lack of descriptors perhaps, is left alone, and nothing is written in its place.
     QJsonObject load();
 
     /// Replaces the file, unless it holds this object already; that costs no disk access. False when the
@@ -30,7 +31,8 @@ public:
     bool remove();
 
 private:
-    bool read(const QString& path, QJsonObject* object) const;
+    enum class Content { None, Unknown, Object };
+    Content read(const QString& path, QJsonObject* object) const;
     bool replace(const QString& path, const QByteArray& bytes, QString* error);
     void keepAsBackup() const;
 
@@ -38,5 +40,6 @@ private:
     QByteArray m_saved;           // the object on disk in our own formatting; empty: none, or a damaged one
     bool m_hasLeftovers = false;  // that could not be removed: even an empty object has to replace them
     bool m_backupIsEqual = false; // known to be so
+    bool m_isUnknown = false;     // what stands there was not to be read
     bool m_failing = false;       // the last write failed and was logged
 };
