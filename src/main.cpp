@@ -7,6 +7,7 @@
 #include "system/BuildInfo.h"
 #include "system/CrashHandler.h"
 #include "system/DisplayCheck.h"
+#include "system/Exhaustion.h"
 #include "system/HomeFolder.h"
 #include "system/LogSystem.h"
 #include "system/RunningProgram.h"
@@ -155,6 +156,7 @@ int main(int argc, char** argv)
         return Doctor::run(argc, argv);
     if (isQuitAsked(argc, argv))
         return quitRunning(argc, argv);
+    endWhenExhausted(leaveInOrder);
     setHighDpiAttributes();
     const bool isPlatformChosen = choosePlatformWithoutDisplay();
     const bool isOpenGlLeftOut = chooseNoOpenGl();
@@ -183,6 +185,7 @@ int main(int argc, char** argv)
     QObject::connect(&app, &QCoreApplication::aboutToQuit, [&isEndAsked] { isEndAsked = true; });
 
     LogSystem log(ConfigurationManager::instance()->logsPath());
+    endWhenExhausted(leaveInOrder);
     WakeUpServer wakeUps;
     QObject::connect(&wakeUps, &WakeUpServer::quitRequested, &app, end);
     wakeUps.listen();

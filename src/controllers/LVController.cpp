@@ -4,11 +4,13 @@
 #include "controllers/LedFrame.h"
 #include "controllers/LineBudget.h"
 #include "controllers/PortHolder.h"
+#include "support/ThreadStart.h"
 #include "support/crash/CrashStack.h"
 #include "support/log/Loggers.h"
 
 #include <QDebug>
 #include <QThread>
+#include <utility>
 
 namespace {
 constexpr int kReleaseMs = 500;     ///< counts from the beginning, so it holds for any number of devices
@@ -39,8 +41,11 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
         nameThread(name);
     };
     connect(m_thread, &QThread::started, m_thread, onStart, Qt::DirectConnection);
+    if (!startThread(*m_thread)) {
+        delete std::exchange(m_thread, nullptr);
+        return;
+    }
     m_serial->moveToThread(m_thread);
-    m_thread->start();
     connect(m_serial, &LVSerialPort::deviceCommand1, this, &LVController::onDevCmd1, Qt::QueuedConnection);
     connect(m_serial->line(), &SerialLine::readyRead, m_serial, &LVSerialPort::onDevCmdArrival);
     QMetaObject::invokeMethod(m_serial, &LVSerialPort::startPacing, Qt::QueuedConnection);
@@ -48,6 +53,10 @@ LVController::LVController(const ControlOptions& options, LVSerialPort* serial, 
 
 LVController::~LVController()
 {
+    if (isUseless()) {
+        delete m_serial;
+        return;
+    }
     beginRelease();
     waitForRelease();
     m_serial->deleteLater();

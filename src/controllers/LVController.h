@@ -18,11 +18,12 @@ class LUMIVAR_DEVICES_EXPORT LVController : public AbsRGBController
     Q_OBJECT
 
 public:
-    /// Takes the open port over.
+    /// Takes the open port over. Useless, and soon to be deleted, when the system has no thread for it.
     LVController(const ControlOptions& options, LVSerialPort* serial, QObject* parent);
     /// Waits for the black-out: half a second at most.
     ~LVController() override;
 
+    bool isUseless() const { return m_thread == nullptr; }
     /// Of the thread that drives the port; others on this computer can tell by it that one is driven.
     static QString threadName(const QString& portName) { return QStringLiteral("serial ") + portName; }
 

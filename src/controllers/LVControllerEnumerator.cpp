@@ -373,6 +373,8 @@ void LVControllerEnumerator::onReply(ProbeDialogue* dialogue, const QByteArray& 
     logInfo(quoted(portName) + QStringLiteral(" id: ") + quoted(reply.id));
 
     LVController* controller = adopt(dialogue, reply);
+    if (!controller)
+        return refuse(dialogue);
     const AbsRGBControllerPtr shared(controller, &releaseController);
     logInfo(QStringLiteral("ControllerEnumerator found a device:") + controller->options().id);
     m_pendingDevices.remove(portName);
@@ -410,7 +412,9 @@ LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const Probe
     if (options.image.isNull())
         options.image = options.icon;
 
-    auto* controller = new LVController(options, dialogue->takePort(), nullptr);
+    auto controller = std::make_unique<LVController>(options, dialogue->takePort(), nullptr);
+    if (controller->isUseless())
+        return nullptr;
     dialogue->deleteLater();
     if (!controller->loadConfig())
         controller->startAsNew();
@@ -418,5 +422,5 @@ LVController* LVControllerEnumerator::adopt(ProbeDialogue* dialogue, const Probe
         controller->setKindName(controller->options().model);
     controller->rebuildHeader();
     controller->saveConfig();
-    return controller;
+    return controller.release();
 }

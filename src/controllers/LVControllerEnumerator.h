@@ -78,6 +78,7 @@ private:
     void onLost(ProbeDialogue* dialogue);
     void refuse(ProbeDialogue* dialogue);
     void giveUp(ProbeDialogue* dialogue);
+    /// Null when nothing can drive the port.
     LVController* adopt(ProbeDialogue* dialogue, const ProbeReply& reply);
 
     std::unique_ptr<ISerialPortSource> m_source;

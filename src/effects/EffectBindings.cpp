@@ -1,6 +1,7 @@
 #include "effects/EffectBindings.h"
 
 #include "effects/EffectThread.h"
+#include "support/ThreadStart.h"
 #include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
@@ -36,6 +37,7 @@ void load(IEffectWorker& worker, const ControlOptions& options, bool isDark)
         guardedCall("onCtlDarkChanged", [&] { worker.onCtlDarkChanged(true); });
 }
 
+/// Null when there is none to be had: then nothing was done.
 QSharedPointer<QThread> loadInNewThread(const QSharedPointer<IEffectWorker>& worker,
                                         const QSharedPointer<AbsRGBController>& controller)
 {
@@ -43,7 +45,8 @@ QSharedPointer<QThread> loadInNewThread(const QSharedPointer<IEffectWorker>& wor
     qInfo() << "Starting effect thread" << thread.data();
     qInfo().noquote() << "Relate effect id:" << worker->options().id << "controller id"
                       << controller->options().id;
-    thread->start(QThread::InheritPriority);
+    if (!startThread(*thread))
+        return {};
     worker->moveToThread(thread.data());
     // The options are copied here: the controller changes them on the main thread.
     QMetaObject::invokeMethod(
@@ -66,9 +69,9 @@ void EffectBindings::bind(const QSharedPointer<AbsRGBController>& controller,
     if (effect.async) {
         qInfo().noquote() << "The effect is async, we will create a new thread by effect" << effect.id;
         thread = loadInNewThread(worker, controller);
-    } else {
-        load(*worker, ctlOptions, controller->isDark());
     }
+    if (!thread)
+        load(*worker, ctlOptions, controller->isDark());
     m_bindings.insert(ctlOptions.id, {thread, controller, worker});
     qInfo().noquote() << ctlOptions.id << "has connected to" << effect.id;
 }

@@ -6,6 +6,7 @@
 #include "support/crash/CrashStack.h"
 #include "system/CrashDump_linux.h"
 #include "system/CrashText_linux.h"
+#include "system/Exhaustion.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -146,7 +147,7 @@ void handleCrash(int signal, siginfo_t* info, void* context)
     setDefaultAction(SIGALRM);
     alarm(kMaxHandlerSeconds);
 
-    logLine("WARN ", "Appeared An unknown exception occurred.");
+    logLine("WARN ", crashReason());
     CrashBlackOut::run();
     writeDump({signal, info, static_cast<const ucontext_t*>(context)});
     startReporter();

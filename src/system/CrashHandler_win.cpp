@@ -4,6 +4,7 @@
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
 #include "support/crash/CrashStack.h"
+#include "system/Exhaustion.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -14,7 +15,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cwchar>
-#include <exception>
 #include <string>
 
 #include <windows.h>
@@ -132,7 +132,7 @@ DWORD WINAPI handleCrash(void*)
 {
     WaitForSingleObject(s_preparation->crashed, INFINITE);
     CrashBlackOut::run(); // while all else may wait for a lock that the crashed thread holds
-    logLine("WARN ", "Appeared An unknown exception occurred.");
+    logLine("WARN ", crashReason());
     writeDump();
     startReporter();
     CrashBlackOut::run(); // once more: other threads may have sent pictures meanwhile
@@ -222,7 +222,6 @@ void installCrashHandler(const QString& logFilePath)
     SetUnhandledExceptionFilter(crashHandler);
     _set_error_mode(_OUT_TO_STDERR); // or a message box would wait for the user
     std::signal(SIGABRT, [](int) { crash(); });
-    std::set_terminate(crash);
     s_preparation->messageHandler = qInstallMessageHandler(handleFatalMessage);
     qDebug() << "[CrashHandler]: dumps go to" << dumpFolder;
 }

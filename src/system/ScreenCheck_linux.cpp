@@ -1,4 +1,5 @@
 #include "support/Portal_linux.h"
+#include "support/ThreadStart.h"
 #include "system/DisplayCheck.h"
 #include "system/ScreenCheck.h"
 
@@ -54,7 +55,11 @@ void checkDisplay(QObject* context, const std::function<void(ScreenWay)>& then)
     QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
     patience->setSingleShot(true);
     patience->start(kPatienceMs);
-    thread->start();
+    if (!startThread(*thread)) {
+        delete thread;
+        *isReachable = true; // nothing speaks against it
+        patience->start(0);
+    }
 }
 
 } // namespace

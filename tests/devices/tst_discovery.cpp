@@ -11,6 +11,9 @@
 #include "support/config/ConfigurationManager.h"
 
 #include <QtTest>
+#include <atomic>
+#include <dlfcn.h>
+#include <pthread.h>
 #include <unistd.h>
 
 namespace {
@@ -120,7 +123,19 @@ QByteArray collected(const QList<QByteArray>& pieces, int gapMs, int phase)
     return collector.isOver() ? collector.reply() : QByteArray("never over");
 }
 
+std::atomic<bool> s_hasNoThreads{false};
+
 } // namespace
+
+/// In place of the C library's.
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
+                              void* argument) noexcept
+{
+    if (s_hasNoThreads)
+        return EAGAIN;
+    return reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"))(thread, attributes,
+                                                                                           run, argument);
+}
 
 class DiscoveryTest : public QObject
 {
@@ -268,6 +283,24 @@ private slots:
             QTRY_COMPARE(device.idAt(0), kId);
             QTRY_VERIFY(!device.isPending());
         }
+    }
+
+    void aPortThatNoThreadCanDriveIsLetGoAndTriedAgain()
+    {
+        Discovery discovery;
+        StripSimulator simulator(discovery.options());
+        QVERIFY(simulator.plugIn());
+        const LogCapture log;
+        discovery.start();
+        s_hasNoThreads = true;
+        const auto isLacking = [&log] {
+            return log.count("no thread to spare for QThread serial ttySIM0") >= 2;
+        };
+        const bool isTold = QTest::qWaitFor(isLacking, 10000); // and asked again
+        s_hasNoThreads = false;
+        QVERIFY(isTold && discovery.count == 0);
+        QTRY_COMPARE(discovery.idAt(0), kId);
+        QVERIFY(!discovery.isPending());
     }
 
     void aPortThatArrivesTwiceIsAdoptedOnce()

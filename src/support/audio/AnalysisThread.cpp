@@ -3,7 +3,9 @@
 #include "support/audio/AudioCapturer.h"
 #include "support/crash/CrashStack.h"
 
+#include <QDebug>
 #include <QElapsedTimer>
+#include <system_error>
 
 AnalysisThread::~AnalysisThread()
 {
@@ -18,8 +20,13 @@ void AnalysisThread::add(const QSharedPointer<AudioCapturer>& capturer)
     capturer->setWakeUp(m_wakeUp);
     const std::lock_guard lock(m_mutex);
     m_capturers += capturer;
-    if (!m_thread.joinable())
-        m_thread = std::thread([this] { run(); });
+    try {
+        if (!m_thread.joinable())
+            m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error& error) {
+        qWarning() << "[AudioCapManager]: No thread analyses the sound until there is more to hear:"
+                   << error.what();
+    }
 }
 
 void AnalysisThread::remove(const QSharedPointer<AudioCapturer>& capturer)

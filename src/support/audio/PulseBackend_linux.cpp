@@ -75,8 +75,10 @@ PulseBackend::PulseBackend(pa_threaded_mainloop* loop)
         pa_threaded_mainloop_get_api(m_loop), [](pa_mainloop_api*, void*) { installCrashStackForThread(); },
         nullptr);
     connectToServer();
-    pa_threaded_mainloop_start(m_loop);
-    m_firstLook.tryAcquire(1, kFirstLookMs);
+    if (pa_threaded_mainloop_start(m_loop) == 0)
+        m_firstLook.tryAcquire(1, kFirstLookMs);
+    else
+        qWarning() << "[AudioCapManager]: The system has no thread to spare for the sound";
 }
 
 PulseBackend::~PulseBackend()

@@ -1,5 +1,6 @@
 #include "support/capture/CaptureThread.h"
 
+#include "support/ThreadStart.h"
 #include "support/capture/DeskCapture.h"
 #include "support/capture/ScreenGrabber.h"
 #include "support/crash/CrashStack.h"
@@ -53,8 +54,9 @@ void CaptureThread::end()
 
 void CaptureThread::begin()
 {
-    start();
-    m_firstLook.tryAcquire(1, kFirstLookMs);
+    m_ended = !startThread(*this);
+    if (!m_ended)
+        m_firstLook.tryAcquire(1, kFirstLookMs);
 }
 
 CaptureSources CaptureThread::sources() const
@@ -79,6 +81,8 @@ void CaptureThread::request(SourceRequest request)
 void CaptureThread::attach(const QSharedPointer<DeskCapture>& capture)
 {
     capture->setGrabber(m_grabber);
+    if (m_ended) // there may be a thread for it by now
+        begin();
     {
         const std::lock_guard lock(m_mutex);
         m_captures += capture;

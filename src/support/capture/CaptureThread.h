@@ -25,7 +25,8 @@ public:
     /// Ends the thread, a hanging call into the system included.
     ~CaptureThread() override;
 
-    /// Starts the thread and waits for the first look at the sources, about a second at most.
+    /// Starts the thread and waits for the first look at the sources, about a second at most. Without a
+    /// thread to be had there are no sources; attach() tries again.
     void begin();
 
     CaptureSources sources() const;
@@ -57,7 +58,8 @@ private:
     const std::shared_ptr<ScreenGrabber> m_grabber;
     std::atomic<bool> m_stop{false};
     std::atomic<bool> m_isWanted{false}; ///< sources were requested since the last look
-    std::atomic<bool> m_ended{false};    ///< orders the thread's last writes where nobody sees inside QThread
+    std::atomic<bool> m_ended{false}; ///< orders the thread's last writes where nobody sees inside QThread;
+                                      ///< also true where it could not begin
     QSemaphore m_firstLook;
     mutable std::mutex m_mutex; // guards what follows
     CaptureSources m_sources;

@@ -1,5 +1,6 @@
 #include "support/net/UsageReports.h"
 
+#include "support/ThreadStart.h"
 #include "support/crash/CrashStack.h"
 #include "support/net/HttpTransfer.h"
 
@@ -7,6 +8,7 @@
 #include <QNetworkAccessManager>
 #include <chrono>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class UsageReports::Sender : public QObject
@@ -34,12 +36,14 @@ private:
 UsageReports::UsageReports()
     : m_sender(new Sender)
 {
-    m_sender->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::started, &m_thread, installCrashStackForThread,
                      Qt::DirectConnection);
     QObject::connect(&m_thread, &QThread::finished, m_sender, &QObject::deleteLater);
     m_thread.setObjectName(QStringLiteral("UsageReports"));
-    m_thread.start();
+    if (startThread(m_thread))
+        m_sender->moveToThread(&m_thread);
+    else
+        delete std::exchange(m_sender, nullptr);
 }
 
 UsageReports::~UsageReports()
@@ -50,6 +54,8 @@ UsageReports::~UsageReports()
 
 void UsageReports::send(const QUrl& address, const QByteArray& body)
 {
+    if (!m_sender)
+        return;
     HttpRequest request;
     request.url = address;
     request.contentType = "application/json";

@@ -27,5 +27,5 @@ private:
     std::condition_variable m_done;
     int m_underWay = 0; ///< guarded by m_mutex
     QThread m_thread;
-    Sender* m_sender; ///< lives in the thread, which ends it
+    Sender* m_sender; ///< lives in the thread, which ends it; null without one
 };
