@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 
 namespace {
 
@@ -30,6 +31,17 @@ bool sendBlack(std::intptr_t handle, int leds)
             return false;
     }
     return true;
+}
+
+void blackOut(const Line& line)
+{
+    const std::intptr_t handle = line.handle;
+    const int leds = line.leds;
+    if (handle == kFree || leds == 0)
+        return;
+    // The first one ends a frame that was cut in the middle, the second one is seen whole.
+    if (sendBlack(handle, leds))
+        sendBlack(handle, leds);
 }
 
 } // namespace
@@ -60,15 +72,16 @@ void CrashBlackOut::close()
     m_slot = -1;
 }
 
+void CrashBlackOut::send() const
+{
+    static std::mutex oneAtATime;
+    const std::lock_guard lock(oneAtATime);
+    if (m_slot >= 0)
+        blackOut(s_lines[m_slot]);
+}
+
 void CrashBlackOut::run()
 {
-    for (const Line& line : s_lines) {
-        const std::intptr_t handle = line.handle;
-        const int leds = line.leds;
-        if (handle == kFree || leds == 0)
-            continue;
-        // The first one ends a frame that was cut in the middle, the second one is seen whole.
-        if (sendBlack(handle, leds))
-            sendBlack(handle, leds);
-    }
+    for (const Line& line : s_lines)
+        blackOut(line);
 }

@@ -19,6 +19,8 @@ public:
     /// To be called before the handle is closed, so that nobody writes to what has taken its place.
     void close();
 
+    /// Sends black frames on this line past everything else, while it still takes any. No crash handler's.
+    void send() const;
     /// Sends black frames on all lines, from a crash handler. A line that takes nothing is given up after a
     /// fraction of a second.
     static void run();

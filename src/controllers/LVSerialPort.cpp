@@ -148,8 +148,12 @@ void LVSerialPort::onPortError(SerialLine::SerialPortError error)
         return;
     if (statusOf(error).value_or(0) != 0) {
         m_state = State::Dead;
-        QMetaObject::invokeMethod(
-            this, [this] { close(false); }, Qt::QueuedConnection);
+        // The line may still be there: its strip must not stay lit until it is found again, or for good.
+        const auto drop = [this] {
+            m_crashBlackOut.send();
+            close(false);
+        };
+        QMetaObject::invokeMethod(this, drop, Qt::QueuedConnection);
     }
     emit errorOccurred(error, m_line.errorString());
 }
