@@ -3,18 +3,26 @@
 #include "effects/EffectsManager.h"
 
 #include <QCoreApplication>
+#include <QPixmapCache>
 
 namespace {
 
 const QString kGraphicsGroup = QStringLiteral("id.effect.graphics");
 const QString kGraphicsModel = QStringLiteral("LV0N03"); ///< the only model with that group
 
-/// Without a picture of its own for the chosen state it would be tinted in the highlight colour.
-QIcon plainIcon(const QImage& image)
+/// Without a picture of its own for the chosen state it would be tinted in the highlight colour. Pages of one
+/// group follow each other, and decoding takes milliseconds: the toolkit keeps it until nobody has shown it
+/// for a while.
+QIcon plainIcon(const QString& id, const EffectPicture& source)
 {
-    if (image.isNull())
+    const QString key = QStringLiteral("effect ") + id;
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = QPixmap::fromImage(source);
+        QPixmapCache::insert(key, picture);
+    }
+    if (picture.isNull())
         return {};
-    const QPixmap picture = QPixmap::fromImage(image);
     QIcon icon(picture);
     icon.addPixmap(picture, QIcon::Selected);
     return icon;
@@ -53,7 +61,7 @@ QMap<QString, WorkerModel> workerModels(EffectsManager& effects, const QString& 
         worker.name = effect.name;
         worker.tooltip = effect.desc;
         worker.order = effect.order;
-        worker.icon = plainIcon(effect.icon);
+        worker.icon = plainIcon(id, effect.icon);
         worker.sOptWidget = effect.sOptWidget;
         worker.lOptWidget = effect.lOptWidget;
         workers.insert(id, worker);

@@ -30,7 +30,6 @@ FindingList::FindingList(QWidget* parent)
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    fill();
 }
 
 void FindingList::setCards(const FindingCards& cards)
@@ -38,11 +37,27 @@ void FindingList::setCards(const FindingCards& cards)
     if (m_cards == cards)
         return;
     m_cards = cards;
-    fill();
+    fillWhenSeen();
+}
+
+/// Ports are asked every few seconds for as long as the program waits in the tray, too.
+void FindingList::fillWhenSeen()
+{
+    m_isFilled = false;
+    if (isVisible())
+        fill();
+}
+
+void FindingList::showEvent(QShowEvent* event)
+{
+    if (!m_isFilled)
+        fill();
+    QScrollArea::showEvent(event);
 }
 
 void FindingList::fill()
 {
+    m_isFilled = true;
     if (QWidget* old = takeWidget()) {
         old->hide();
         old->deleteLater(); // its button may be what led here
@@ -126,6 +141,6 @@ QWidget* FindingList::makeCommands(const QStringList& commands)
 void FindingList::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
-        fill();
+        fillWhenSeen();
     QScrollArea::changeEvent(event);
 }

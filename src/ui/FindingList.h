@@ -21,12 +21,15 @@ signals:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void fill();
+    void fillWhenSeen();
     QWidget* makeCard(const FindingCard& card);
     QWidget* makeCommands(const QStringList& commands);
     QWidget* makeWelcome();
 
     FindingCards m_cards;
+    bool m_isFilled = false; ///< with what there is to tell now
 };

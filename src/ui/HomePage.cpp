@@ -40,24 +40,27 @@ HomePage::~HomePage() = default;
 
 void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
 {
-    const QString focused = focusedDevice();
-    for (const DeviceModel& model : qAsConst(m_devices)) // a name that is being edited is not committed
-        model.button->property("nameEdit").value<QLineEdit*>()->removeEventFilter(this);
-    m_devices.clear();
-    for (auto it = ctls.constBegin(); it != ctls.constEnd(); ++it) {
-        DeviceModel model = it.value();
-        DeviceButton* button = makeDeviceButton(it.key(), model);
-        model.button.reset(button);
-        m_devices.insert(it.key(), model);
-        button->show();
+    QMap<QString, DeviceModel> before;
+    before.swap(m_devices);
+    for (auto it = ctls.begin(); it != ctls.end(); ++it) {
+        it->button = before.take(it.key()).button;
+        if (it->button) {
+            it->button->setIcon(it->icon);
+            qobject_cast<DeviceButton*>(it->button.data())->setName(it->name);
+        } else {
+            it->button.reset(makeDeviceButton(it.key(), *it));
+            it->button->show();
+        }
     }
+    m_devices = ctls;
+    for (const DeviceModel& gone : qAsConst(before)) // a name that is being edited is not committed
+        nameEditOf(gone.button.data())->removeEventFilter(this);
+    before.clear();
     placeDeviceButtons();
 
     ui->findingList->setVisible(ctls.isEmpty());
     ui->controllerButtonScrollArea->setVisible(!ctls.isEmpty());
     retranslateDeviceButtons();
-    if (m_devices.contains(focused))
-        m_devices[focused].button->setFocus(Qt::OtherFocusReason);
 }
 
 void HomePage::placeDeviceButtons()
@@ -68,9 +71,14 @@ void HomePage::placeDeviceButtons()
     grid->setVerticalSpacing(20);
     grid->setHorizontalSpacing(kSpacing);
     int i = 0;
+    QWidget* before = nullptr;
     for (const DeviceModel& model : qAsConst(m_devices)) {
         grid->addWidget(model.button.data(), i / m_columns, i % m_columns, Qt::AlignLeft | Qt::AlignTop);
         ++i;
+        if (before) // they came in another order
+            setTabOrder(before, model.button.data());
+        before = configButtonOf(model.button.data());
+        setTabOrder(model.button.data(), before);
     }
     grid->addItem(new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding), 100, 0);
     grid->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 7);
@@ -137,7 +145,7 @@ DeviceButton* HomePage::makeDeviceButton(const QString& id, const DeviceModel& m
             [this, id] { order(id, [this, id] { emit controllerEntryOrdered(id); }); });
     connect(button, &DeviceButton::renameOrdered, this, [this, button] {
         beginRename(button);
-        button->property("nameEdit").value<QLineEdit*>()->selectAll();
+        nameEditOf(button)->selectAll();
     });
     return button;
 }
@@ -174,10 +182,10 @@ QToolButton* HomePage::makeConfigButton(DeviceButton* button, const QString& id)
 void HomePage::retranslateDeviceButtons()
 {
     for (const DeviceModel& model : qAsConst(m_devices)) {
-        auto* config = model.button->property("configBtn").value<QToolButton*>();
+        auto* config = configButtonOf(model.button.data());
         config->setToolTip(tr("灯带配置"));
         config->setAccessibleName(tr("灯带配置"));
-        model.button->property("nameEdit").value<QLineEdit*>()->setAccessibleName(tr("设备名称"));
+        nameEditOf(model.button.data())->setAccessibleName(tr("设备名称"));
     }
 }
 

@@ -28,7 +28,8 @@ public:
     ~HomePage() override;
 
 public slots:
-    /// Replaces the whole grid; a name that is just being edited is given up.
+    /// Who stays keeps its button, and a name that is just being edited; with a device that goes it is given
+    /// up.
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);
@@ -62,7 +63,8 @@ private:
     void placeDeviceButtons();
     void fitColumns();
     void retranslateDeviceButtons();
-    QString focusedDevice() const;
+    static QLineEdit* nameEditOf(const QToolButton* button);
+    static QToolButton* configButtonOf(const QToolButton* button);
 
     bool isAdjustable(const DeviceButton* button) const;
     bool deviceButtonEvent(DeviceButton* button, QEvent* event);

@@ -4,22 +4,11 @@
 #include "ui/DeviceButton.h"
 #include "ui_HomePage.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QStyle>
 
 namespace {
-
-QLineEdit* nameEditOf(const QToolButton* button)
-{
-    return button->property("nameEdit").value<QLineEdit*>();
-}
-
-QToolButton* configButtonOf(const QToolButton* button)
-{
-    return button->property("configBtn").value<QToolButton*>();
-}
 
 bool isReturn(const QEvent* event)
 {
@@ -44,6 +33,16 @@ bool isByKeyboard(const QEvent* event)
 }
 
 } // namespace
+
+QLineEdit* HomePage::nameEditOf(const QToolButton* button)
+{
+    return button->property("nameEdit").value<QLineEdit*>();
+}
+
+QToolButton* HomePage::configButtonOf(const QToolButton* button)
+{
+    return button->property("configBtn").value<QToolButton*>();
+}
 
 bool HomePage::eventFilter(QObject* watched, QEvent* event)
 {
@@ -223,14 +222,4 @@ bool HomePage::moveInGrid(const DeviceButton* button, int key)
     next->setFocus(step < 0 ? Qt::BacktabFocusReason : Qt::TabFocusReason);
     ui->controllerButtonScrollArea->ensureWidgetVisible(next, 0, kMargin);
     return true;
-}
-
-QString HomePage::focusedDevice() const
-{
-    for (const QWidget* w = QApplication::focusWidget(); w && w != this; w = w->parentWidget()) {
-        QString id = w->property("controllerId").toString();
-        if (m_devices.contains(id))
-            return id;
-    }
-    return {};
 }

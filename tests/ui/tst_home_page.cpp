@@ -166,6 +166,9 @@ private slots:
         show(2);
         openEditor();
         QTest::keyClicks(editor(), "x");
+        show(3);
+        QVERIFY(editor()->hasFocus()); // another one has come, that is all
+        show(0);
         show(2);
         QSignalSpy entered(m_page.get(), &HomePage::controllerEntryOrdered);
         QTest::mouseClick(button(), Qt::LeftButton, {}, kBody);
@@ -182,7 +185,7 @@ private slots:
         QCOMPARE(button()->text(), renamed.at(0).at(1).toString());
 
         const auto lose = [this] { // as while a dialog runs
-            show(1);
+            show(0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QCoreApplication::processEvents();
         };
@@ -191,6 +194,7 @@ private slots:
         QPointer<QToolButton> used(button());
         QTest::mouseClick(used, Qt::LeftButton, {}, kBody);
         QTRY_VERIFY(!used);
+        show(1);
         used = button();
         config()->click();
         QTRY_VERIFY(!used);

@@ -202,9 +202,9 @@ bool JsonFile::remove()
     m_failing = m_isUnknown = false;
     const QFileInfo info(m_path);
     m_hasLeftovers = false;
-    const QStringList filters{info.fileName(), info.fileName() + QLatin1String(".*")};
-    for (const QString& name : info.dir().entryList(filters, QDir::Files | QDir::Hidden | QDir::System)) {
-        if (!QFile::remove(info.dir().filePath(name))) {
+    for (const QString& name : info.dir().entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        const bool isOurs = name == info.fileName() || name.startsWith(info.fileName() + u'.');
+        if (isOurs && !QFile::remove(info.dir().filePath(name))) {
             qWarning().noquote() << "[ConfigurationManager]: cannot remove" << info.dir().filePath(name);
             m_hasLeftovers = true;
         }
