@@ -227,10 +227,15 @@ void DeviceManager::bindStoredEffect(const QString& id)
     QString effect = known ? choice.subMode : m_effects.lastBindingEffect(id, QString());
     if (!m_effects.hasEffect(effect)) // the group's file names none, or one that is gone
         effect = m_effects.usableEffect(QString());
+    auto* config = ConfigurationManager::instance();
+    const QString lastKey = ConfigKeys::lastBindingKey(id, EffectWorkerOptions::groupOf(effect));
+    const QJsonValue last = config->globalValue(lastKey);
     setControllerEffect(id, effect, false);
+    if (known || choice.subMode.isEmpty())
+        return;
     // A stand-in is no choice: the plug-in of the user's effect may be back with the next start.
-    if (!known && !choice.subMode.isEmpty())
-        target->keepChosenEffect(choice);
+    target->keepChosenEffect(choice);
+    config->setGlobalValue(lastKey, last);
 }
 
 bool DeviceManager::setControllerLayout(const QString& id)

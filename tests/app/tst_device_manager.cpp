@@ -74,11 +74,6 @@ private slots:
             QCOMPARE(device->options().subMode, row.at(2));
             QCOMPARE(stored(id)["subMode"].toString(), row.at(1)); // a stand-in is no choice
             QCOMPARE(stored(id)["workMode"].toString(), row.at(0));
-            device->setNbLeds(11); // stores all there is
-            QCOMPARE(stored(id)["subMode"].toString(), row.at(1));
-            m_manager->setControllerEffect(id, row.at(2), true); // it is one when the user picks it
-            QCOMPARE(stored(id)["subMode"].toString(), row.at(2));
-            QCOMPARE(stored(id)["workMode"].toString(), EffectWorkerOptions::groupOf(row.at(2)));
         }
     }
 
