@@ -67,6 +67,22 @@ class WindowTest : public QObject
     Q_OBJECT
 
 private slots:
+    /// A second process asks one that is stuck to end, for long: meanwhile the cases go on.
+    void initTestCase()
+    {
+        m_stuck.environment.insert("QT_QPA_PLATFORM", "offscreen");
+        m_stuck.start();
+        QTRY_VERIFY_WITH_TIMEOUT(m_stuck.logText().contains("group information"), kWaitMs); // listens by now
+        QVERIFY(::kill(pid_t(m_stuck.process().processId()), SIGSTOP) == 0);
+        m_vain = m_stuck.startAnother({"--quit"});
+    }
+    void cleanupTestCase()
+    {
+        QVERIFY(m_vain->state() == QProcess::NotRunning || m_vain->waitForFinished(kWaitMs));
+        QCOMPARE(m_vain->exitCode(), 1);
+        QVERIFY(::kill(pid_t(m_stuck.process().processId()), SIGCONT) == 0);
+        QVERIFY(ProgramUnderTest::endsWell(m_stuck.process()));
+    }
     void init()
     {
         m_display = std::make_unique<VirtualDisplay>(kScreen);
@@ -131,15 +147,6 @@ private slots:
         QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
         QTRY_VERIFY(shows({}));
         startAnother({"--quit"}); // there is none
-
-        m_program->start();
-        QTRY_VERIFY_WITH_TIMEOUT(shows(kColor), kWaitMs);
-        const auto pid = static_cast<pid_t>(m_program->process().processId());
-        ::kill(pid, SIGSTOP);
-        const auto vain = m_program->startAnother({"--quit"});
-        QVERIFY(vain->waitForFinished(kWaitMs) && vain->exitCode() == 1);
-        ::kill(pid, SIGCONT);
-        QVERIFY(ProgramUnderTest::endsWell(m_program->process()));
     }
 
     void windowWaitsInTheTaskbarForATrayThatIsLate()
@@ -454,6 +461,8 @@ private:
     bool logs(const QString& text) const { return m_program->logText().contains(text); }
     bool shows(LV_RGB color) const { return m_strip->shows(color, kLeds); }
 
+    ProgramUnderTest m_stuck;
+    std::unique_ptr<QProcess> m_vain;
     PrivateBus m_bus;
     std::unique_ptr<VirtualDisplay> m_display;
     std::vector<std::unique_ptr<QProcess>> m_desktop;

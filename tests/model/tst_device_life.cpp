@@ -268,7 +268,7 @@ int main(int argc, char** argv)
         execv("/proc/self/exe", argv);
     }
     Task task;
-    int jobs = 1;
+    int jobs = 2;
     setvbuf(stdout, nullptr, _IOLBF, 0);
     for (int i = 1; i + 1 < argc; i += 2) {
         const QByteArray name(argv[i]), value(argv[i + 1]);
