@@ -360,7 +360,9 @@ void DeviceLife::fallAsleep()
     for (const auto& each : m_strips) {
         if (each->isPlugged() && !isExcused(*each))
             m_wrong = each->id() + " shines on while the machine sleeps";
-        if (each->isOpen() && !isThere(each->id()))
+        const QList<LVController*> adopted = alive<LVController>(); // the manager may not know it yet
+        const auto hasIt = [&](LVController* controller) { return controller->options().id == each->id(); };
+        if (each->isOpen() && std::none_of(adopted.begin(), adopted.end(), hasIt))
             m_wrong = each->id() + " is asked while the machine sleeps";
     }
 }
@@ -600,7 +602,8 @@ QString DeviceLife::end()
     if (std::exchange(m_isLocked, false))
         Seams::setScreenOff(false);
     for (const auto& strip : m_strips) {
-        strip->answer(SimulatedStrip::Prompt);
+        if (!strip->isAnswering())
+            strip->answer(SimulatedStrip::Prompt);
         strip->jam(false);
     }
     QString found = rest();

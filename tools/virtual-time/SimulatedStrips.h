@@ -48,6 +48,8 @@ public:
     void say(const QByteArray& bytes);
     /// Of the questions to come.
     void answer(Answer how) { m_answer = how; }
+    /// It has an answer that is whole in the end.
+    bool isAnswering() const { return m_answer <= Cut; }
     /// The line takes nothing meanwhile.
     void jam(bool jammed);
 
