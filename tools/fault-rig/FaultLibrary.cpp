@@ -4,7 +4,6 @@
 #include "FaultCounts.h"
 
 #include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -116,31 +115,25 @@ struct HeapFunction
 
 extern "C" {
 
-int open(const char* path, int flags, ...)
+// The C library's take any number of arguments; where no mode is given, what stands in its place is not
+// looked at.
+int openPath(const char* path, int flags, mode_t mode) __asm__("open");
+int openPath64(const char* path, int flags, mode_t mode) __asm__("open64");
+int openBelow(int folder, const char* path, int flags, mode_t mode) __asm__("openat");
+
+int openPath(const char* path, int flags, mode_t mode)
 {
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;
-    va_end(rest);
     static const auto real = original<int(const char*, int, ...)>("open");
     return failsToOpen(flags) ? -1 : opened(real(path, flags, mode), path);
 }
 
-int open64(const char* path, int flags, ...)
+int openPath64(const char* path, int flags, mode_t mode)
 {
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;
-    va_end(rest);
-    return open(path, flags, mode);
+    return openPath(path, flags, mode);
 }
 
-int openat(int folder, const char* path, int flags, ...)
+int openBelow(int folder, const char* path, int flags, mode_t mode)
 {
-    va_list rest;
-    va_start(rest, flags);
-    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;
-    va_end(rest);
     static const auto real = original<int(int, const char*, int, ...)>("openat");
     return failsToOpen(flags) ? -1 : opened(real(folder, path, flags, mode), path);
 }
