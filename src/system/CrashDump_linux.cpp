@@ -269,6 +269,8 @@ const char* crashSignalName(int signal)
         return "SIGFPE";
     case SIGILL:
         return "SIGILL";
+    case SIGQUIT:
+        return "SIGQUIT";
     default:
         return "another signal";
     }

@@ -24,7 +24,8 @@
 
 namespace {
 
-constexpr int kCrashSignals[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
+/// The last one is that of the sound server's library, when it has no memory.
+constexpr int kCrashSignals[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGQUIT};
 constexpr unsigned kMaxHandlerSeconds = 10;
 
 using ReporterArguments = std::array<const char*, 8>;

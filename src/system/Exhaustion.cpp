@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QSemaphore>
 #include <QString>
-#include <atomic>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
@@ -18,7 +18,7 @@ constexpr int kPatienceMs = 3000;
 
 void (*s_lastAct)() = nullptr;
 QtMessageHandler s_handlersBefore[2] = {}; ///< who takes messages over gives them back in the end
-std::atomic<const char*> s_crashReason{"Appeared An unknown exception occurred."};
+char s_crashReason[256] = "Appeared An unknown exception occurred.";
 
 [[noreturn]] void endWithoutThreads()
 {
@@ -59,9 +59,12 @@ void hearOfThreads(QtMsgType type, const QMessageLogContext& context, const QStr
         if (const std::exception_ptr current = std::current_exception())
             std::rethrow_exception(current);
     } catch (const std::bad_alloc&) {
-        s_crashReason = "Out of memory: the program ends.";
+        std::snprintf(s_crashReason, sizeof s_crashReason, "Out of memory: the program ends.");
+    } catch (const std::exception& error) {
+        std::snprintf(s_crashReason, sizeof s_crashReason, "An exception occurred: %.200s", error.what());
     } catch (...) { // unknown, as is said already
     }
+    std::fprintf(stderr, "%s\n", s_crashReason); // also before there is a crash handler
     std::abort();
 }
 

@@ -95,7 +95,7 @@ void FaultRun::start(int leastBytes)
 void FaultRun::use()
 {
     const auto isLit = [this] { return m_strip->isLit(); };
-    m_wasDark = !waitFor(isLit, kStartMs);
+    waitFor(isLit, kStartMs);
     if (m_display) {
         pressKeys({"ctrl+alt+shift+Down", "ctrl+alt+shift+Down", "ctrl+alt+shift+Up"});
         for (const char* direction : {"Right", "Right", "Right", "Left", "Left", "Left"}) // groups of effects
@@ -112,7 +112,7 @@ void FaultRun::use()
     waitFor([] { return false; }, kStoreMs);
     pressButton();
     startAgain();
-    m_wasDark = !waitFor(isLit, kLightMs) || m_wasDark;
+    m_staysDark = !waitFor(isLit, kLightMs);
     end();
 }
 
@@ -122,19 +122,44 @@ QStringList FaultRun::judge()
     const QProcess& process = m_program.process();
     if (m_isHanging)
         finds += "does not end";
-    else if (process.exitStatus() == QProcess::CrashExit || process.exitCode() != 0 || m_endsUnasked) {
-        m_ending = QString("%1 %2").arg(process.exitStatus() == QProcess::CrashExit ? "signal" : "code",
-                                        QString::number(process.exitCode())) +
-                   ": " + lastMessage();
+    else if (process.exitStatus() == QProcess::CrashExit)
+        judgeCrash(finds);
+    else if (process.exitCode() != 0 || m_endsUnasked) {
+        m_ending = QString("code %1: ").arg(process.exitCode()) + lastMessage();
         if (lastMessage().isEmpty())
             finds += "ends without a message";
     }
     judgeStores(finds);
-    if (!waitFor([this] { return !m_strip->isLit(); }, 1000) && m_strip->isLit())
+    const bool takesNothing = m_counts->last[FaultLineWrite] > calls(FaultLineWrite);
+    if (!waitFor([this] { return !m_strip->isLit(); }, 1000) && m_strip->isLit() && !takesNothing)
         finds += "the strip is lit after the end";
-    else if (m_wasDark && m_ending.isEmpty() && !m_isHanging)
+    else if (m_staysDark && m_ending.isEmpty() && !m_isHanging)
         m_ending = "dark: " + lastMessage();
     return finds;
+}
+
+/// Without memory the toolkit's painting and others crash instead of saying so; the handler's words have to
+/// do.
+void FaultRun::judgeCrash(QStringList& finds)
+{
+    const QString said = m_program.standardError();
+    m_ending = QString("signal %1").arg(m_program.process().exitCode());
+    const bool isHandled = said.contains("Appeared An unknown exception occurred");
+    if (said.contains("Out of memory"))
+        m_ending += ": Out of memory";
+    else if (isHandled && failed(FaultMemory) > 0)
+        m_ending += ": handled";
+    else
+        finds += isHandled ? "crashes" : "crashes without a message";
+}
+
+QString FaultRun::report() const
+{
+    QString text = m_program.standardError();
+    const QDir dumps(m_program.configFile("dumps"));
+    for (const QString& name : dumps.entryList(QDir::Files))
+        text += QString::fromUtf8(ProgramUnderTest::readFile(dumps.filePath(name)));
+    return text;
 }
 
 bool FaultRun::waitFor(const std::function<bool()>& condition, int ms)

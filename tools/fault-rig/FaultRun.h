@@ -31,6 +31,8 @@ public:
     /// What is wrong, in words; empty when nothing is.
     QStringList judge();
 
+    /// All that the program has said, and the dumps of a crash.
+    QString report() const;
     /// How the program ended, when not as asked; with the last message of its own.
     QString ending() const { return m_ending; }
     long calls(FaultKind kind) const { return m_counts->calls[kind]; }
@@ -45,6 +47,7 @@ private:
     void pressKeys(const QStringList& keys);
     void pressButton();
     void startAgain();
+    void judgeCrash(QStringList& finds);
     void judgeStores(QStringList& finds) const;
     void judgeStrip(const QJsonObject& strip, QStringList& finds) const;
     QString lastMessage() const;
@@ -55,5 +58,5 @@ private:
     std::unique_ptr<void, void (*)(void*)> m_memory;
     FaultCounts* m_counts;
     QString m_ending;
-    bool m_isHanging = false, m_endsUnasked = false, m_wasDark = false;
+    bool m_isHanging = false, m_endsUnasked = false, m_staysDark = false;
 };

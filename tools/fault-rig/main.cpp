@@ -66,7 +66,7 @@ int main(int argc, char** argv)
                     qPrintable(run.ending()));
         std::fprintf(stderr, "%lld ms\n", static_cast<long long>(elapsed.elapsed()));
         if (qEnvironmentVariableIsSet("LUMIVAR_FAULT_LOG"))
-            std::fputs(qPrintable(run.program().standardError()), stderr);
+            std::fputs(qPrintable(run.report()), stderr);
         std::fflush(stdout);
     }
     manager.kill();

@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QDebug>
 #include <algorithm>
+#include <csignal>
 #include <pulse/context.h>
 #include <pulse/def.h>
 #include <pulse/introspect.h>
@@ -29,6 +30,16 @@ pa_context* createContext(pa_threaded_mainloop* loop)
         pa_context_new_with_proplist(pa_threaded_mainloop_get_api(loop), nullptr, properties);
     pa_proplist_free(properties);
     return context;
+}
+
+/// For a crash in it. The library blocks all signals there, that of its own end for lack of memory as well.
+void prepareThread()
+{
+    installCrashStackForThread();
+    sigset_t own;
+    sigemptyset(&own);
+    sigaddset(&own, SIGQUIT);
+    pthread_sigmask(SIG_UNBLOCK, &own, nullptr);
 }
 
 /// Started and forgotten; the answer comes by callback. Null after a failure, which ends the connection.
@@ -72,8 +83,7 @@ PulseBackend::PulseBackend(pa_threaded_mainloop* loop)
     connect(this, &PulseBackend::failed, this, &PulseBackend::onFailed, Qt::QueuedConnection);
     pa_threaded_mainloop_set_name(m_loop, "audio capture");
     pa_mainloop_api_once(
-        pa_threaded_mainloop_get_api(m_loop), [](pa_mainloop_api*, void*) { installCrashStackForThread(); },
-        nullptr);
+        pa_threaded_mainloop_get_api(m_loop), [](pa_mainloop_api*, void*) { prepareThread(); }, nullptr);
     connectToServer();
     if (pa_threaded_mainloop_start(m_loop) == 0)
         m_firstLook.tryAcquire(1, kFirstLookMs);

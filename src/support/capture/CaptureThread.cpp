@@ -4,6 +4,7 @@
 #include "support/capture/DeskCapture.h"
 #include "support/capture/ScreenGrabber.h"
 #include "support/crash/CrashStack.h"
+#include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
 #include <utility>
@@ -201,7 +202,9 @@ void CaptureThread::grab(DeskCapture& capture, qint64 dueUs)
 {
     cv::Mat frame;
     const CaptureSources all = sources();
-    if (const CaptureSource* source = findSource(all, capture.id()))
-        m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame);
+    if (const CaptureSource* source = findSource(all, capture.id())) {
+        guardedCall("a grab of the screen", // which may lack memory, and later have it
+                    [&] { m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame); });
+    }
     capture.finishGrab(frame, dueUs);
 }
