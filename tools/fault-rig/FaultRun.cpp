@@ -149,6 +149,8 @@ void FaultRun::judgeCrash(QStringList& finds)
         m_ending += ": Out of memory";
     else if (isHandled && failed(FaultMemory) > 0)
         m_ending += ": handled";
+    else if (!isHandled && !lastMessage().isEmpty()) // the toolkit's, before there is a handler
+        m_ending += ": " + lastMessage();
     else
         finds += isHandled ? "crashes" : "crashes without a message";
 }
