@@ -10,13 +10,12 @@
 #include "StripSimulator.h"
 #include "VirtualDisplay.h"
 #include "percentile.h"
+#include "shownColor.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QThread>
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -25,7 +24,6 @@ namespace {
 constexpr QSize kScreen(1920, 1080);
 constexpr int kLineBytesPerSecond = 11520;
 constexpr int kMapLeds = 300;
-constexpr int kNear = 25; ///< levels: what moves beside an LED colours it a little
 constexpr double kMinMapFramesPerSecond = 12;
 constexpr double kMaxGrowthMb = 2;
 
@@ -50,27 +48,6 @@ StripSimulator::Options options(const ProgramUnderTest& program, const char* mod
     return options;
 }
 
-bool isNear(LV_RGB a, LV_RGB b)
-{
-    return std::abs(a.red - b.red) <= kNear && std::abs(a.green - b.green) <= kNear &&
-           std::abs(a.blue - b.blue) <= kNear;
-}
-
-/// When the first frame was complete most of whose LEDs show about this colour, in ms; 0 when none comes in
-/// two seconds.
-double shownAt(const StripSimulator& strip, LV_RGB color)
-{
-    for (QDeadlineTimer patience(2000); !patience.hasExpired(); QThread::msleep(5)) {
-        for (const StripFrame& frame : strip.frames()) {
-            const auto lit = std::count_if(frame.colors.begin(), frame.colors.end(),
-                                           [&](LV_RGB each) { return isNear(each, color); });
-            if (lit > frame.colors.size() / 2)
-                return frame.lastByteMs;
-        }
-    }
-    return 0;
-}
-
 bool report(const char* what, const Goal& goal, const QVector<double>& latencies, int changes)
 {
     if (latencies.size() < changes) {
@@ -85,17 +62,6 @@ bool report(const char* what, const Goal& goal, const QVector<double>& latencies
                 goal.leds, what, p50, goal.p50Ms, p95, goal.p95Ms,
                 (6 + 3 * goal.leds) * 1000.0 / kLineBytesPerSecond, good ? "" : "  TOO SLOW");
     return good;
-}
-
-/// Any phase of the effect's period. Where frames come all the time the phases are spread evenly, so that few
-/// changes tell the percentiles.
-void waitForPhase(StripSimulator& strip, int number, double slotMs)
-{
-    constexpr double kGolden = 0.618034;
-    strip.clear();
-    for (QDeadlineTimer patience(200); strip.counters().frames == 0 && !patience.hasExpired();)
-        QThread::usleep(200);
-    QThread::usleep(static_cast<unsigned long>(std::fmod(number * kGolden, 1.0) * slotMs * 1000));
 }
 
 bool measure(const char* what, const VirtualDisplay& display, const QVector<StripSimulator*>& strips,
