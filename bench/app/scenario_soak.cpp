@@ -28,11 +28,9 @@ namespace {
 
 constexpr QSize kScreen(1920, 1080);
 constexpr int kLineBytesPerSecond = 11520;
-constexpr int kSampleMs = 5000;
 constexpr int kRoundMs = 60000;
 constexpr int kPatienceMs = 40000; ///< for light after a fault
 constexpr int kChanges = 10;       ///< of the screen, at each rest
-constexpr int kAttempts = 8;       ///< the groups of effects, and more
 
 struct Device
 {
@@ -90,12 +88,12 @@ public:
     }
 
 private:
-    using Fault = void (Soak::*)(StripSimulator&);
-    struct NamedFault
+    struct Fault
     {
         const char* name;
-        Fault play;
+        void (Soak::*play)(StripSimulator&);
     };
+    static const QVector<Fault> kFaults;
 
     bool start()
     {
@@ -144,7 +142,7 @@ private:
     {
         const bool wasRunning = m_program->isRunning();
         const bool isEnded = wasRunning && m_program->terminate();
-        const bool isBlack = waitFor([this] { return litStrips() == 0; }, 5000);
+        const bool isBlack = expectDark("light after the end");
         write("end", !wasRunning ? "crashed" : isEnded ? "ended" : "did not end", {double(litStrips())});
         for (MortalProcess* process : {&m_beat, &m_picture, &m_tray, &m_windowManager}) {
             process->kill();
@@ -165,11 +163,10 @@ private:
             line += ',' + QString::number(value, 'f', 2);
         m_csv.write(line.toUtf8() + '\n');
         m_csv.flush();
-        if (qstrcmp(kind, "sample") != 0 && qstrcmp(kind, "latency") != 0)
-            std::printf("%s\n", qPrintable(line));
+        std::printf("%s\n", qPrintable(line));
     }
     /// Resident and of that anonymous memory in MB, descriptors, threads, log bytes and CPU seconds so far.
-    void sample(const char* kind)
+    void sample()
     {
         const qint64 pid = m_program->process().processId();
         const ProcessUsage usage = ProcessUsage::of(pid);
@@ -182,7 +179,7 @@ private:
         };
         std::error_code gone;
         const std::filesystem::directory_iterator files("/proc/" + std::to_string(pid) + "/fd", gone);
-        write(kind, m_isWindowOpen ? "open" : "hidden",
+        write("rest", m_isWindowOpen ? "open" : "hidden",
               {usage.residentMb, field("RssAnon:") / 1024, double(std::distance(begin(files), {})),
                field("Threads:"), double(logBytes()), usage.cpuSeconds});
     }
@@ -201,7 +198,7 @@ private:
     int litStrips() const
     {
         return int(std::count_if(m_strips.begin(), m_strips.end(),
-                                 [](const auto& strip) { return strip->isLit(); }));
+                                 [](const auto& strip) { return strip->isPlugged() && strip->isLit(); }));
     }
 
     // How time goes by
@@ -215,16 +212,20 @@ private:
             if (patience.hasExpired())
                 return false;
             QCoreApplication::processEvents();
-            if (m_program->isRunning() && m_clock.elapsed() >= m_nextSampleMs) {
-                m_nextSampleMs += kSampleMs;
-                sample("sample");
-            }
         }
         return true;
     }
     void pause(int ms)
     {
         waitFor([this] { return !goesOn(); }, ms);
+    }
+
+    bool expectDark(const char* trouble)
+    {
+        const bool isDark = waitFor([this] { return litStrips() == 0; }, 5000);
+        if (!isDark)
+            write("trouble", trouble, {double(litStrips())});
+        return isDark;
     }
 
     // What the user does
@@ -239,44 +240,38 @@ private:
         startBeside(m_picture, QCoreApplication::applicationDirPath() + "/moving-picture", {"--fps", "30"});
     }
     void press(const char* keys) { m_display.run("xdotool", {"key", keys}); }
-    void fake(uint8_t type, uint8_t detail, QPoint at = {})
-    {
-        xcb_test_fake_input(m_pointer, type, detail, XCB_CURRENT_TIME, XCB_NONE, int16_t(at.x()),
-                            int16_t(at.y()), 0);
-    }
     /// Returns when, in ms of the strips' clock.
     double click(QPoint at, uint8_t button = 1)
     {
-        fake(XCB_MOTION_NOTIFY, 0, m_window + at);
-        xcb_flush(m_pointer);
+        const auto fake = [this](uint8_t type, uint8_t detail, int x = 0, int y = 0) {
+            xcb_test_fake_input(m_pointer, type, detail, XCB_CURRENT_TIME, XCB_NONE, int16_t(x), int16_t(y),
+                                0);
+            xcb_flush(m_pointer);
+        };
+        fake(XCB_MOTION_NOTIFY, 0, at.x(), at.y());
         pause(100);
         const double ms = StripSimulator::nowMs();
         fake(XCB_BUTTON_PRESS, button);
         fake(XCB_BUTTON_RELEASE, button);
-        xcb_flush(m_pointer);
         return ms;
     }
-    bool findWindow()
+    /// Then it stands in the corner of the screen.
+    bool isWindowThere()
     {
         QProcess search;
-        m_display.startProgram(
-            search, "xdotool",
-            {"search", "--onlyvisible", "--name", "^Lumivar$", "getwindowgeometry", "--shell"});
+        m_display.startProgram(search, "xdotool",
+                               {"search", "--onlyvisible", "--name", "^Lumivar$", "windowmove", "0", "0"});
         search.waitForFinished();
-        const QByteArray found = search.readAllStandardOutput();
-        const auto field = [&found](const char* name) {
-            return found.mid(found.indexOf(name) + 2).split('\n')[0].toInt();
-        };
-        m_window = {field("X="), field("Y=")};
         return search.exitCode() == 0;
     }
     void openWindow()
     {
         const auto second = m_program->startAnother();
-        const bool isLeft = waitFor([&] { return second->state() == QProcess::NotRunning; }, 10000);
-        m_isWindowOpen = waitFor([this] { return findWindow(); }, 10000);
-        if (!isLeft || !m_isWindowOpen)
-            write("trouble", isLeft ? "the window does not open" : "the second start stays", {});
+        if (!waitFor([&] { return second->state() == QProcess::NotRunning; }, 10000))
+            write("trouble", "the second start stays", {});
+        m_isWindowOpen = waitFor([this] { return isWindowThere(); }, 10000);
+        if (!m_isWindowOpen)
+            write("trouble", "the window does not open", {});
         pause(1000);
     }
     void closeWindow()
@@ -284,7 +279,7 @@ private:
         press("Escape");
         press("Escape"); // what a click has opened
         click(kClose);
-        m_isWindowOpen = !waitFor([this] { return !findWindow(); }, 5000);
+        m_isWindowOpen = !waitFor([this] { return !isWindowThere(); }, 5000);
         if (m_isWindowOpen)
             write("trouble", "the window does not close", {});
     }
@@ -315,7 +310,6 @@ private:
         }
         switchOffAndOn();
         closeWindow();
-        noteEffects();
     }
     void noteEffects()
     {
@@ -332,8 +326,7 @@ private:
         for (const auto& strip : m_strips)
             strip->clear();
         const double clickedMs = click(kAllOff);
-        if (!waitFor([this] { return litStrips() == 0; }, 3000))
-            write("trouble", "light after all were switched off", {double(litStrips())});
+        expectDark("light after all were switched off");
         for (const auto& strip : m_strips) {
             for (const StripFrame& frame : strip->frames()) {
                 if (frame.colors.count({}) == frame.colors.size() && frame.lastByteMs > clickedMs) {
@@ -357,7 +350,7 @@ private:
                 return device["subMode"] == "id.effect.screenSync.fullScreen";
             });
         };
-        for (int i = 0; i < kAttempts && goesOn() && !isThere(); ++i) {
+        for (int i = 0; i < kGroups && goesOn() && !isThere(); ++i) {
             press("ctrl+alt+shift+Right");
             pause(2500); // it is stored a second later
         }
@@ -370,7 +363,7 @@ private:
         clock.start();
         for (int i = 0; i < 5; ++i) {
             pause(2000);
-            sample("rest");
+            sample();
         }
         for (size_t i = 0; i < m_strips.size(); ++i)
             write("line", QString::fromLatin1(kDevices[i].model),
@@ -407,27 +400,11 @@ private:
     {
         if (!goesOn())
             return;
-        if (m_bag.empty())
-            m_bag = {
-                {"replug", &Soak::replug},
-                {"hang up in a frame", &Soak::hangUpInAFrame},
-                {"no answer", &Soak::answer<StripSimulator::ReplyMode::Silent>},
-                {"garbage as answer", &Soak::answer<StripSimulator::ReplyMode::Garbage>},
-                {"answer in two", &Soak::answer<StripSimulator::ReplyMode::TwoChunks>},
-                {"answer by bytes", &Soak::answer<StripSimulator::ReplyMode::ByteByByte>},
-                {"endless answer", &Soak::answer<StripSimulator::ReplyMode::Endless>},
-                {"hang up in the answer", &Soak::answer<StripSimulator::ReplyMode::HangUpInReply>},
-                {"garbage on the line", &Soak::sendGarbage},
-                {"buttons", &Soak::pressButtons},
-                {"sound server away", &Soak::killSoundServer},
-                {"other screen size", &Soak::resizeScreen},
-                {"screen locked", &Soak::lockScreen},
-                {"sleep", &Soak::sleep},
-                {"log-in manager away", &Soak::loseLoginManager},
-                {"store unwritable", &Soak::loseStore},
-                {"window opened", &Soak::openAndClose},
-            };
-        const auto fault = m_bag.begin() + between(0, int(m_bag.size()) - 1);
+        if (m_bag.empty()) {
+            m_bag = kFaults;
+            std::shuffle(m_bag.begin(), m_bag.end(), m_random);
+        }
+        const auto [name, play] = m_bag.takeLast();
         std::vector<bool> wasLit(m_strips.size());
         const auto look = [&] {
             for (size_t i = 0; i < m_strips.size(); ++i)
@@ -435,7 +412,7 @@ private:
             return !goesOn();
         };
         waitFor(look, 1500); // some effects flash, and some colours that the user chose are black
-        (this->*fault->play)(*m_strips[size_t(between(0, int(m_strips.size()) - 1))]);
+        (this->*play)(*m_strips[size_t(between(0, int(m_strips.size()) - 1))]);
         for (const auto& strip : m_strips)
             strip->clear();
         QElapsedTimer clock;
@@ -449,12 +426,11 @@ private:
                 return !goesOn() || std::count(isBack.begin(), isBack.end(), false) == 0;
             },
             kPatienceMs);
-        write("fault", fault->name, {areBack ? double(clock.elapsed()) : -1});
+        write("fault", name, {areBack ? double(clock.elapsed()) : -1});
         for (size_t i = 0; i < m_strips.size(); ++i) {
             if (!isBack[i])
-                write("trouble", QString("dark after ") + fault->name + ": " + kDevices[i].model, {});
+                write("trouble", QString("dark after %1: %2").arg(name, kDevices[i].model), {});
         }
-        m_bag.erase(fault);
     }
     void replug(StripSimulator& strip)
     {
@@ -520,8 +496,7 @@ private:
     {
         m_logind->setLocked(true);
         m_logind->setSaverActive(true);
-        if (!waitFor([this] { return litStrips() == 0; }, 5000))
-            write("trouble", "light while the screen is locked", {double(litStrips())});
+        expectDark("light while the screen is locked");
         pause(between(500, 4000));
         m_logind->setSaverActive(false);
         m_logind->setLocked(false);
@@ -529,8 +504,7 @@ private:
     void sleep(StripSimulator&)
     {
         m_logind->prepareFor("Sleep", true);
-        if (!waitFor([this] { return m_logind->held == 0 && litStrips() == 0; }, 5000))
-            write("trouble", "light while the machine sleeps", {double(litStrips())});
+        expectDark("light while the machine sleeps");
         pause(between(500, 4000));
         m_logind->prepareFor("Sleep", false);
     }
@@ -569,13 +543,33 @@ private:
     std::unique_ptr<ProgramUnderTest> m_program;
     std::vector<std::unique_ptr<StripSimulator>> m_strips;
     xcb_connection_t* m_pointer = nullptr;
-    QPoint m_window;
     bool m_isWindowOpen = false;
     QElapsedTimer m_clock;
-    qint64 m_nextSampleMs = 0, m_logBytes = 0;
+    qint64 m_logBytes = 0;
     QMap<QString, qint64> m_logSizes;
     QSet<QString> m_effects;
-    std::vector<NamedFault> m_bag; ///< those that come before all are played again
+    QVector<Fault> m_bag; ///< those that come before all are played again
+};
+
+using Reply = StripSimulator::ReplyMode;
+const QVector<Soak::Fault> Soak::kFaults{
+    {"replug", &Soak::replug},
+    {"hang up in a frame", &Soak::hangUpInAFrame},
+    {"no answer", &Soak::answer<Reply::Silent>},
+    {"garbage as answer", &Soak::answer<Reply::Garbage>},
+    {"answer in two", &Soak::answer<Reply::TwoChunks>},
+    {"answer by bytes", &Soak::answer<Reply::ByteByByte>},
+    {"endless answer", &Soak::answer<Reply::Endless>},
+    {"hang up in the answer", &Soak::answer<Reply::HangUpInReply>},
+    {"garbage on the line", &Soak::sendGarbage},
+    {"buttons", &Soak::pressButtons},
+    {"sound server away", &Soak::killSoundServer},
+    {"other screen size", &Soak::resizeScreen},
+    {"screen locked", &Soak::lockScreen},
+    {"sleep", &Soak::sleep},
+    {"log-in manager away", &Soak::loseLoginManager},
+    {"store unwritable", &Soak::loseStore},
+    {"window opened", &Soak::openAndClose},
 };
 
 } // namespace
