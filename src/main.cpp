@@ -12,6 +12,7 @@
 #include "system/LogSystem.h"
 #include "system/RunningProgram.h"
 #include "system/RuntimeFile.h"
+#include "system/SmallHeap.h"
 #include "system/TerminationSignals.h"
 #include "system/WakeUp.h"
 
@@ -151,6 +152,7 @@ void leaveInOrder()
 
 int main(int argc, char** argv)
 {
+    keepHeapSmall();
     provideHomeFolder();
     if (Doctor::isAsked(argc, argv))
         return Doctor::run(argc, argv);
