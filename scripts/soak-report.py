@@ -5,7 +5,7 @@ import csv
 import sys
 from statistics import median
 
-GROWTH_MB, SETTLED_S = 2, 600
+GROWTH_MB, SETTLED_S, SPAN_S = 2, 600, 900
 WIDTH, LEFT, RIGHT, PANEL, GAP = 760, 60, 20, 120, 44
 STYLE = """svg{background:#fff;color:#1c2430;font:12px sans-serif}text{fill:currentColor}.grid{stroke:currentColor;
 opacity:.15}path.a,path.b{fill:none;stroke-width:2;stroke:#1769c4}path.b{stroke:#c2410c}text.a{fill:#1769c4}
@@ -61,11 +61,18 @@ def table(rows, step, last):
 
 
 def verdict(rows, last):
+    settled, span = min(SETTLED_S, last / 4), min(SPAN_S, last / 4)
     quiet = rests(rows)
-    first = next((each for each in quiet if each[0] >= min(SETTLED_S, last / 4)), quiet[-1])
-    memory, _, files, threads, _, _ = (now - then for now, then in zip(quiet[-1][1], first[1]))
-    print(f"\nFrom minute {first[0] / 60:.0f} to minute {quiet[-1][0] / 60:.0f}: {memory:+.1f} MB resident (limit "
-          f"{GROWTH_MB}), {files:+.0f} descriptors, {threads:+.0f} threads; {len(rows['effect'])} effects.")
+    early = [values for seconds, values in quiet if settled <= seconds < settled + span]
+    late = [values for seconds, values in quiet if seconds >= last - span]
+    if not early or not late:
+        print("\nToo short for a verdict.")
+        return False
+    # Some threads live for half a minute longer than they are needed: of those and of files the least tells.
+    memory = median(values[0] for values in late) - median(values[0] for values in early)
+    files, threads = (min(values[i] for values in late) - min(values[i] for values in early) for i in (2, 3))
+    print(f"\nFrom minutes {settled / 60:.0f} to {(settled + span) / 60:.0f} to the last {span / 60:.0f}: {memory:+.1f} MB "
+          f"resident (limit {GROWTH_MB}), {files:+.0f} descriptors, {threads:+.0f} threads; {len(rows['effect'])} effects.")
     kinds = {}
     for _, name, values in rows["fault"]:
         kinds.setdefault(name, []).append(values[0] / 1000)
@@ -75,7 +82,7 @@ def verdict(rows, last):
         print(f"Trouble at minute {seconds / 60:.1f}: {name} {' '.join(map(str, values))}")
     for _, name, values in rows["end"]:
         print(f"The program {name}, {values[0]:.0f} strips were lit then.")
-    good = (memory <= GROWTH_MB and files <= 0 and threads <= 0 and not rows["trouble"] and first != quiet[-1]
+    good = (memory <= GROWTH_MB and files <= 0 and threads <= 0 and not rows["trouble"]
             and all(name == "ended" and not values[0] for _, name, values in rows["end"]))
     print("Good." if good else "NOT GOOD.")
     return good
