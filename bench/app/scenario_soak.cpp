@@ -112,8 +112,8 @@ private:
         m_display.run("xrandr",
                       {"--newmode", "small", "0", "1280", "0", "0", "1280", "720", "0", "0", "720"});
         m_display.run("xrandr", {"--addmode", "screen", "small"});
-        m_pointer = xcb_connect(m_display.name().constData(), nullptr);
 
+        m_pointer = xcb_connect(m_display.name().constData(), nullptr);
         m_program = std::make_unique<ProgramUnderTest>(QCoreApplication::applicationDirPath());
         m_program->setDisplay(m_display.name());
         m_program->environment.remove("LUMIVAR_LOG_TO_CONSOLE");
@@ -242,28 +242,27 @@ private:
     {
         startBeside(m_picture, QCoreApplication::applicationDirPath() + "/moving-picture", {"--fps", "30"});
     }
-    void press(const char* keys) { m_display.run("xdotool", {"key", keys}); }
-    /// Returns when, in ms of the strips' clock.
-    double click(QPoint at, uint8_t button = 1)
-    {
-        const auto fake = [this](uint8_t type, uint8_t detail, int x = 0, int y = 0) {
-            xcb_test_fake_input(m_pointer, type, detail, XCB_CURRENT_TIME, XCB_NONE, int16_t(x), int16_t(y),
-                                0);
-            xcb_flush(m_pointer);
-        };
-        fake(XCB_MOTION_NOTIFY, 0, at.x(), at.y());
-        pause(100);
-        const double ms = StripSimulator::nowMs();
-        fake(XCB_BUTTON_PRESS, button);
-        fake(XCB_BUTTON_RELEASE, button);
-        return ms;
-    }
     QByteArray ask(const QStringList& arguments)
     {
         QProcess process;
         m_display.startProgram(process, "xdotool", arguments);
         process.waitForFinished();
         return process.readAllStandardOutput();
+    }
+    void press(const char* keys) { ask({"key", keys}); }
+    /// Returns when, in ms of the strips' clock.
+    double click(QPoint at, uint8_t button = XCB_BUTTON_INDEX_1)
+    {
+        const auto fake = [this, at](uint8_t type, uint8_t detail) {
+            xcb_test_fake_input(m_pointer, type, detail, 0, 0, int16_t(at.x()), int16_t(at.y()), 0);
+            xcb_flush(m_pointer);
+        };
+        fake(XCB_MOTION_NOTIFY, 0);
+        pause(100);
+        const double ms = StripSimulator::nowMs();
+        fake(XCB_BUTTON_PRESS, button);
+        fake(XCB_BUTTON_RELEASE, button);
+        return ms;
     }
     /// Then it stands in the corner of the screen. What the program tells the user beside it, such as that a
     /// strip drops out often, he reads and puts away.
@@ -470,14 +469,11 @@ private:
     }
     void hangUpInAFrame(StripSimulator& strip)
     {
-        strip.unplug();
         strip.setHangUpAfterBytes(between(100, 3000));
-        strip.plugIn();
+        replug(strip);
         waitFor([&] { return !strip.isPlugged(); }, 10000);
-        strip.unplug();
         strip.setHangUpAfterBytes(0);
-        pause(between(100, 2000));
-        strip.plugIn();
+        replug(strip);
     }
     template <StripSimulator::ReplyMode mode>
     void answer(StripSimulator& strip)
@@ -559,8 +555,8 @@ private:
     MortalProcess m_windowManager, m_tray, m_picture, m_beat;
     std::unique_ptr<ProgramUnderTest> m_program;
     std::vector<std::unique_ptr<StripSimulator>> m_strips;
-    xcb_connection_t* m_pointer = nullptr;
     bool m_isWindowOpen = false;
+    xcb_connection_t* m_pointer = nullptr;
     QElapsedTimer m_clock;
     qint64 m_logBytes = 0;
     QMap<QString, qint64> m_logSizes;
