@@ -266,6 +266,8 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(pulledColor(*screen.capture), kBlue, kPatienceMs);
         screen.capture->grabFrame().setTo(cv::Scalar::all(0)); // which is nothing to the other one
         QVERIFY(screen.capture == second && pulledColor(*second) == kBlue);
+        QCOMPARE(second->sharedFrame(&kBlue, 20, 20).data, screen.capture->sharedFrame(&screen, 20, 20).data);
+        second->pullFrame(&screen, 20, 20).setTo(cv::Scalar::all(0)); // a copy again
         screen.manager->releaseCapturer(screen.id);
         QCOMPARE(pulledColor(*second), kBlue);
         screen.manager->releaseCapturer(screen.id);

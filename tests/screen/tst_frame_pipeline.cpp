@@ -47,14 +47,17 @@ public:
     using AbsScreenSync::period;
     using AbsScreenSync::update;
 
-    cv::Mat seen;
+    cv::Mat seen, given; ///< a copy, and itself
+    std::vector<cv::Rect> places;
     qint64 us = 0;
     int worked = 0;
 
 protected:
+    std::vector<cv::Rect> lookedAt(const cv::Size&) override { return places; }
     qint64 nowUs() const override { return us; }
     QVector<LV_RGB> frameToColors(cv::Mat frame) override
     {
+        given = frame;
         seen = frame.clone();
         ++worked;
         const auto pixel = frame.at<cv::Vec4b>(0, 0);
@@ -119,6 +122,55 @@ private slots:
         QCOMPARE(FrameFilters::adjustSaturation({200, 100, 100}, 0.25), (LV_RGB{200, 50, 50}));
         QCOMPARE(FrameFilters::adjustSaturation({200, 100, 100}, -1.0), (LV_RGB{200, 200, 200}));
         QCOMPARE(FrameFilters::adjustSaturation({90, 90, 90}, 1.0), (LV_RGB{90, 90, 90}));
+    }
+
+    void whatStripsHaveInCommonIsMadeOnce()
+    {
+        struct SharedCapture : FakeCapture
+        {
+            cv::Mat sharedFrame(const void*, int, int) override { return frame; }
+        };
+        FakeDeskDuplManager manager;
+        const auto capture = manager.captures["A"] = QSharedPointer<SharedCapture>::create();
+        const auto one = loaded<ProbeMode>(1, 0, &manager), two = loaded<ProbeMode>(1, 0, &manager);
+        const auto alone = loaded<ProbeMode>(1);
+        // Whether both get the same pixels; there must be no others in them than each would make alone.
+        const auto isShared = [&](bool isNew, float blur, bool wipes, uint32_t direction) {
+            if (isNew)
+                capture->frame = cv::Mat(positionFrame() + cv::Scalar::all(alone->worked));
+            const cv::Mat before = capture->frame.clone();
+            bool isRight = true;
+            for (ProbeMode* worker : {one.get(), two.get()}) {
+                for (ProbeMode* each : {worker, alone.get()}) {
+                    each->setBlurStrength(worker == one.get() ? 0.2F : blur);
+                    each->setEffectProperty("wipeDarkSide", worker == two.get() && wipes);
+                    each->onCtlDirChanged(worker == one.get() ? 0 : direction);
+                }
+                alone->frameInput(before.clone());
+                worker->update(0.1);
+                const cv::Rect place = worker->places.empty() ? cv::Rect(0, 0, 120, 67) : worker->places[0];
+                isRight = isRight && same(worker->seen(place), alone->seen(place));
+            }
+            return isRight && same(capture->frame, before) ? int(one->given.data == two->given.data) : -1;
+        };
+        for (const bool isNew : {true, false}) {
+            QCOMPARE(isShared(isNew, 0.3F, false, 0), 0);
+            QCOMPARE(isShared(isNew, 0.2F, true, 0), 0);
+            QCOMPARE(isShared(isNew, 0.2F, false, 1), 0);
+            QCOMPARE(isShared(isNew, 0.2F, false, 0), 1);
+        }
+        one->places = {{3, 4, 2, 1}};
+        for (const int step : {0, 1, 2, 3}) { // at first the first one does not know where the other looks
+            two->places = {{step < 2 ? 90 : 50, 60, 5, 5}};
+            QVERIFY(isShared(step % 2 == 0, 0.2F, false, 0) >= 0);
+        }
+        QCOMPARE(isShared(true, 0.2F, false, 0), 1);
+        const cv::Mat picture = std::exchange(capture->frame, {}), made = std::exchange(one->given, {});
+        two->given.release();
+        QVERIFY(picture.u->refcount > 1 && made.u->refcount > 1); // it may come again
+        one->unload();
+        two->unload();
+        QVERIFY(picture.u->refcount == 1 && made.u->refcount == 1);
     }
 
     void darkSidesAreCutOffAroundThreeBrightPixels()

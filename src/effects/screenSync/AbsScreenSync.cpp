@@ -136,7 +136,7 @@ void AbsScreenSync::update(double)
     if (resized)
         adaptOutputSize();
     const quint64 number = m_capturer->frameCount(); // first: of a newer frame the next step hears
-    const cv::Mat frame = m_capturer->pullFrame(this, nextStepMs(), period());
+    const cv::Mat frame = m_capturer->sharedFrame(this, nextStepMs(), period());
     if (frame.empty()) {
         m_stillness.disturb();
         if (isResting())
@@ -146,8 +146,10 @@ void AbsScreenSync::update(double)
             setTrouble(lackOfSource());
         return;
     }
-    if (m_stillness.hasWork(number, isSettled()) || !restsOnStillScreens())
+    if (m_stillness.hasWork(number, isSettled()) || !restsOnStillScreens()) {
+        m_steps.begin(frame);
         frameInput(frame);
+    }
     restOrGoOn(number);
 }
 
@@ -241,7 +243,7 @@ QVector<LV_RGB> AbsScreenSync::conditionedColors(const cv::Mat& frame)
     cv::Mat out = blurFrame(work, m_blurStrength);
     takeScreenshot(out);
     if (m_direction == 1)
-        cv::flip(out, out, 1);
+        out = m_steps.make(out, FrameStep::mirror());
     QVector<LV_RGB> result = frameToColors(out);
     finishColors(result, seconds);
     return result;
@@ -254,9 +256,12 @@ cv::Mat AbsScreenSync::withoutBorder(const cv::Mat& frame, double seconds)
     const cv::Rect picture = m_border.step(frame, seconds);
     if (picture.size() == frame.size())
         return frame;
-    cv::Mat part = frame(picture);
-    FrameFilters::enlarge(part, frame.size());
-    return part;
+    return zoomed(frame, picture, frame.size());
+}
+
+cv::Mat AbsScreenSync::zoomed(const cv::Mat& frame, const cv::Rect& part, const cv::Size& size)
+{
+    return m_steps.make(frame, FrameStep::zoom(part, size));
 }
 
 void AbsScreenSync::finishColors(QVector<LV_RGB>& colors, double seconds)
@@ -322,7 +327,7 @@ LV_RGB AbsScreenSync::adjustSaturation(LV_RGB color, double strength)
 
 cv::Mat AbsScreenSync::blurFrame(cv::Mat src, double)
 {
-    return FrameFilters::blur(src, m_blurStrength, m_places);
+    return m_steps.blur(src, m_blurStrength, m_places);
 }
 
 cv::UMat AbsScreenSync::blurFrame(cv::UMat src, double)
@@ -337,14 +342,13 @@ std::vector<cv::Rect> AbsScreenSync::lookedAt(const cv::Size&)
 
 cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
 {
-    cv::Mat result = frame;
     try {
-        FrameFilters::wipeDarkSide(frame, result);
+        return m_steps.make(frame, FrameStep::brightPart());
     } catch (...) {
         reportOnce(QStringLiteral("wipeDarkSide"),
                    QStringLiteral("*** QImageOpencvProess::wipeDarkSide Exception"));
     }
-    return result;
+    return frame;
 }
 
 void AbsScreenSync::onCtlDirChanged(uint32_t dir)

@@ -4,6 +4,7 @@
 #include "effects/EffectProperties.h"
 #include "effects/screenSync/BorderTracker.h"
 #include "effects/screenSync/ColorSmoother.h"
+#include "effects/screenSync/FrameSteps.h"
 #include "effects/screenSync/Stillness.h"
 #include "support/log/LoopBrake.h"
 
@@ -56,7 +57,8 @@ public slots:
 protected:
     void update(double seconds) override;
 
-    /// One colour per LED from a conditioned frame; may throw what OpenCV throws.
+    /// One colour per LED from a conditioned frame, which others may have as well and nobody writes into; may
+    /// throw what OpenCV throws.
     virtual QVector<LV_RGB> frameToColors(cv::Mat frame) = 0;
     virtual LV_RGB adjustSaturation(LV_RGB color, double strength);
     /// Both use the worker's own blur strength, whatever the argument says.
@@ -66,6 +68,8 @@ protected:
     /// The parts of a frame of this size that frameToColors() reads, so that no more has to be blurred; none:
     /// all of it. A mode that overrides blurFrame() gets the whole frame and may blur all of it.
     virtual std::vector<cv::Rect> lookedAt(const cv::Size& frame);
+    /// A part of a conditioned frame scaled to `size`, made once for all who ask for the same.
+    cv::Mat zoomed(const cv::Mat& frame, const cv::Rect& part, const cv::Size& size);
     /// Microseconds of a clock that never goes back; a test may turn it.
     virtual qint64 nowUs() const;
 
@@ -144,6 +148,7 @@ private:
     bool m_capturerLost = false; ///< bound, but its source is gone and there was no other
     double m_saturationStrength = 1.0;
     double m_blurStrength = 0.5;
+    FrameSteps m_steps;
     std::vector<cv::Rect> m_places; ///< that the present frame is blurred at; none: all of it
     QElapsedTimer m_screenshotTimer;
     QElapsedTimer m_frameTimer;

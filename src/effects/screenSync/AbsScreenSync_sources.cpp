@@ -104,7 +104,7 @@ bool AbsScreenSync::bindCapturer(const QString& sourceIdx)
                       << "capturer"
                       << "\r\n outputSize:" << m_capturer->outputSize();
     // Grabbing begins with the first pull: without this one the next tick would find nothing yet.
-    m_capturer->pullFrame(this, nextStepMs(), period());
+    m_capturer->sharedFrame(this, nextStepMs(), period());
     showAtOnce();
     return true;
 }
@@ -115,6 +115,7 @@ void AbsScreenSync::releaseCapturer()
         return;
     m_capturer->disconnect(this);
     m_capturer.reset();
+    m_steps.forget();
     m_deskDuplManager->releaseCapturer(m_sourceIdx);
 }
 
@@ -233,7 +234,7 @@ void AbsScreenSync::onCtlDarkChanged(bool dark)
     m_smoother.snap();
     // The last frame is from before the pause: the first step afterwards must not begin with it.
     if (!dark && m_capturer)
-        m_capturer->pullFrame(this, nextStepMs(), period());
+        m_capturer->sharedFrame(this, nextStepMs(), period());
     if (m_deskDuplManager && (dark || needsCapturer()))
         m_deskDuplManager->requestSources(dark ? SourceRequest::Pausing : SourceRequest::Again);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <opencv2/core.hpp>
 #include <opencv2/core/hal/intrin.hpp>
@@ -193,24 +194,56 @@ cv::Mat blur(const cv::Mat& src, double strength)
     return dst;
 }
 
-cv::Mat blur(const cv::Mat& src, double strength, const std::vector<cv::Rect>& places)
+Marks::Marks(const cv::Size& frame, const std::vector<cv::Rect>& places)
+    : m_isAll(places.empty())
+    , m_columns(frame.width)
+{
+    if (m_isAll)
+        return;
+    m_marked.resize(std::size_t(frame.area()));
+    for (const cv::Rect& place : places) {
+        const cv::Rect inside = place & cv::Rect(cv::Point(), frame);
+        for (int y = inside.y; y < inside.br().y; ++y)
+            std::fill_n(m_marked.begin() + y * m_columns + inside.x, inside.width, std::uint8_t(1));
+    }
+}
+
+int Marks::count() const
+{
+    return static_cast<int>(std::count(m_marked.begin(), m_marked.end(), 1));
+}
+
+bool Marks::covers(const Marks& other) const
+{
+    if (m_isAll || other.m_isAll)
+        return m_isAll;
+    return other.m_marked.size() <= m_marked.size() &&
+           std::equal(other.m_marked.begin(), other.m_marked.end(), m_marked.begin(), std::less_equal<>());
+}
+
+void Marks::add(const Marks& other)
+{
+    m_isAll = m_isAll || other.m_isAll;
+    if (m_isAll)
+        return;
+    m_columns = std::max(m_columns, other.m_columns);
+    m_marked.resize(std::max(m_marked.size(), other.m_marked.size()));
+    std::transform(other.m_marked.begin(), other.m_marked.end(), m_marked.begin(), m_marked.begin(),
+                   std::bit_or<>());
+}
+
+cv::Mat blur(const cv::Mat& src, double strength, const Marks& marks)
 {
     constexpr int kWorthwhile = 4; // of so many pixels, one at most
-    cv::Mat wanted = cv::Mat::zeros(src.size(), CV_8UC1);
-    for (const cv::Rect& place : places) {
-        const cv::Rect inside = place & cv::Rect(cv::Point(), src.size());
-        for (int y = inside.y; y < inside.br().y; ++y)
-            std::fill_n(wanted.ptr(y, inside.x), inside.width, uchar(1));
-    }
     const int size = blurKernelSize(strength);
     const cv::Mat kernel = size == 1 ? cv::Mat() : integerKernel(size);
-    if (places.empty() || kernel.empty() || src.type() != CV_8UC4 ||
-        cv::countNonZero(wanted) * kWorthwhile > src.rows * src.cols)
+    if (marks.isAll() || kernel.empty() || src.type() != CV_8UC4 ||
+        marks.count() * kWorthwhile > src.rows * src.cols)
         return blur(src, strength);
     cv::Mat dst = src.clone();
     PlaceBlur blur(src, kernel);
     for (int y = 0; y < src.rows; ++y)
-        blur.blurRow(y, wanted.ptr(y), dst.ptr(y));
+        blur.blurRow(y, marks.row(y), dst.ptr(y));
     return dst;
 }
 

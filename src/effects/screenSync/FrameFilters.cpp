@@ -29,12 +29,7 @@ void wipeDarkSide(const cv::Mat& frame, cv::Mat& result)
     if (cv::countNonZero(bright) <= kMostPixelsIgnored)
         return;
     result = frame(cv::boundingRect(bright));
-    enlarge(result, frame.size());
-}
-
-void enlarge(cv::Mat& part, const cv::Size& size)
-{
-    cv::resize(part, part, size, 0, 0, cv::INTER_LINEAR);
+    cv::resize(result, result, frame.size(), 0, 0, cv::INTER_LINEAR);
 }
 
 double saturationShare(LV_RGB color, int gate)

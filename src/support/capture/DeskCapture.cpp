@@ -56,7 +56,7 @@ cv::Mat DeskCapture::grabFrame()
     Lock lock(m_mutex);
     const qint64 now = nowUs();
     m_plan.pull(now);
-    return takeFrame(lock, now);
+    return takeCopy(lock, now);
 }
 
 cv::Mat DeskCapture::pullFrame(const void* puller, int nextMs, int periodMs)
@@ -64,13 +64,27 @@ cv::Mat DeskCapture::pullFrame(const void* puller, int nextMs, int periodMs)
     Lock lock(m_mutex);
     const qint64 now = nowUs();
     m_plan.pull(now, puller, now + nextMs * kUsPerMs, periodMs * kUsPerMs);
-    return takeFrame(lock, now);
+    return takeCopy(lock, now);
 }
 
-cv::Mat DeskCapture::takeFrame(Lock& lock, qint64 nowUs)
+cv::Mat DeskCapture::sharedFrame(const void* puller, int nextMs, int periodMs)
+{
+    Lock lock(m_mutex);
+    const qint64 now = nowUs();
+    m_plan.pull(now, puller, now + nextMs * kUsPerMs, periodMs * kUsPerMs);
+    if (m_lost)
+        return {};
+    m_isCopyWanted = false;
+    cv::Mat frame = m_frame;
+    wakeWhenEarlier(lock, now);
+    return frame;
+}
+
+cv::Mat DeskCapture::takeCopy(Lock& lock, qint64 nowUs)
 {
     if (m_lost)
         return {};
+    m_isCopyWanted = true;
     cv::Mat frame;
     cv::Mat kept;
     if (!m_ready.empty())
@@ -179,7 +193,7 @@ void DeskCapture::finishGrab(cv::Mat frame, qint64 dueUs)
         lock.lock();
     }
     // The copy for the next pull is made here, so that a pull is a mere exchange.
-    if (!m_ready.empty())
+    if (!m_ready.empty() || !m_isCopyWanted)
         return;
     const cv::Mat kept = m_frame;
     lock.unlock();

@@ -27,6 +27,7 @@ public:
     QSize sourceSize() override;
     cv::Mat grabFrame() override;
     cv::Mat pullFrame(const void* puller, int nextMs, int periodMs) override;
+    cv::Mat sharedFrame(const void* puller, int nextMs, int periodMs) override;
     bool awaitChange(const void* puller, quint64 seen, int paceMs) override;
     quint64 frameCount() override;
     /// At least one pixel and at most 4096 in each direction.
@@ -57,7 +58,7 @@ private:
     using Lock = std::unique_lock<std::mutex>;
 
     /// Both may end the lock.
-    cv::Mat takeFrame(Lock& lock, qint64 nowUs);
+    cv::Mat takeCopy(Lock& lock, qint64 nowUs);
     void wakeWhenEarlier(Lock& lock, qint64 nowUs);
     /// Ends the lock. Who rests is told.
     void tellOfChange(Lock& lock);
@@ -66,8 +67,9 @@ private:
     std::mutex m_mutex;
     std::weak_ptr<ScreenGrabber> m_grabber;
     GrabPlan m_plan;
-    cv::Mat m_frame; ///< never handed out itself
-    cv::Mat m_ready; ///< a copy of it for the next pull
+    cv::Mat m_frame;            ///< never written into
+    cv::Mat m_ready;            ///< a copy of it for the next pull
+    bool m_isCopyWanted = true; ///< as at the latest pull
     QSize m_sourceSize;
     QSize m_outputSize;
     quint64 m_frameCount = 0;

@@ -23,7 +23,7 @@ public:
     virtual quint64 frameCount() = 0;
     virtual void setOutputSize(int width, int height) = 0;
 
-    // The last two are for those who know their rhythm; a capture need not care for it.
+    // The last three are for those who know their rhythm; a capture need not care for it.
 
     /// grabFrame() for the one who pulls next in `nextMs` and then every `periodMs`: its frames are grabbed
     /// shortly before. `puller` is nothing but a name.
@@ -33,6 +33,12 @@ public:
         Q_UNUSED(nextMs)
         Q_UNUSED(periodMs)
         return grabFrame();
+    }
+    /// The same, but all who pull the same frame this way get the same pixels: nobody writes into them, and
+    /// what was made of them is true for as long as somebody holds them.
+    virtual cv::Mat sharedFrame(const void* puller, int nextMs, int periodMs)
+    {
+        return pullFrame(puller, nextMs, periodMs);
     }
     /// The puller rests until changed() tells of a newer frame than number `seen`, of another source size or
     /// of the source's loss: where the system does not tell, the screen is looked at every `paceMs`. To be

@@ -33,7 +33,8 @@ public:
     /// Whether the source's last frame still shows it and a change of that will end wait(). Asked only where
     /// somebody rests until then.
     virtual bool tellsOfChange(const CaptureSource&) { return false; }
-    /// Fills `frame` with the source at the given size. Only without `force` may it be unchanged.
+    /// Sets `frame` to the source at the given size, in memory of its own that is written no more. Only
+    /// without `force` may it be unchanged.
     virtual Result grab(const CaptureSource& source, QSize outputSize, bool force, cv::Mat& frame) = 0;
 
     /// Returns after the time, at an event of the system or after wake().

@@ -2,8 +2,6 @@
 
 #include "effects/screenSync/FrameFilters.h"
 
-#include <opencv2/imgproc.hpp>
-
 namespace {
 
 cv::Rect centreOf(const cv::Size& frame)
@@ -21,10 +19,7 @@ CinemaScreen::CinemaScreen(const EffectWorkerOptions& options, QObject* parent)
 
 QVector<LV_RGB> CinemaScreen::frameToColors(cv::Mat frame)
 {
-    const cv::Size size = frame.size();
-    frame = frame(centreOf(size));
-    cv::resize(frame, frame, size, 0, 0, cv::INTER_LINEAR);
-    return FullScreenMode::frameToColors(frame);
+    return FullScreenMode::frameToColors(zoomed(frame, centreOf(frame.size()), frame.size()));
 }
 
 std::vector<cv::Rect> CinemaScreen::lookedAt(const cv::Size& frame)

@@ -12,7 +12,6 @@
 #include <QMetaMethod>
 #include <QMutexLocker>
 #include <opencv2/core.hpp>
-#include <opencv2/imgproc.hpp>
 
 namespace {
 
@@ -263,7 +262,7 @@ QVector<LV_RGB> FullScreenMode::frameToColors(cv::Mat frame)
     const QSize size = screenSize();
     const cv::Size canvas(size.width(), size.height());
     if (frame.size() != canvas)
-        cv::resize(frame, frame, canvas, 0, 0, cv::INTER_LINEAR);
+        frame = zoomed(frame, {{}, frame.size()}, canvas);
 
     if (isWatched()) {
         const QImage view(frame.data, frame.cols, frame.rows, static_cast<int>(frame.step),
