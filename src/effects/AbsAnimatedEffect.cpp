@@ -2,9 +2,20 @@
 
 #include "support/config/StoredNumber.h"
 
+#include <QDeadlineTimer>
 #include <QDebug>
 
 #include <algorithm>
+
+namespace {
+
+constexpr int kInStepMs = 2; ///< frames that are pulled nearer together are one
+constexpr int kLittleMs = 8; ///< so late it hurries up, later it waits for the next common step
+// At every other step:
+constexpr int kHurryMs = 1;     ///< the line has no more margin
+constexpr int kDelayShare = 16; ///< of the interval
+
+} // namespace
 
 AbsAnimatedEffect::AbsAnimatedEffect(QObject* parent)
     : IEffectWorker(parent)
@@ -42,6 +53,11 @@ void AbsAnimatedEffect::start()
     m_timer->setTimerType(Qt::PreciseTimer);
     connect(m_timer, &QTimer::timeout, this, &AbsAnimatedEffect::tick);
     endRest();
+    if (m_keepsStep) { // and what it asks for on the way here has some time to come
+        const int least = m_updateInterval / 2;
+        run(least + m_updateInterval - lateness(least));
+        m_comesInStep = true;
+    }
     qDebug() << "[AbsAnimatedEffect]: The effect timer has been started, id:" << m_timer->timerId();
 }
 
@@ -71,6 +87,7 @@ int AbsAnimatedEffect::nextStepMs() const
 
 void AbsAnimatedEffect::run(int ms)
 {
+    m_comesInStep = false;
     if (m_timer && !m_isDark)
         m_timer->start(ms);
 }
@@ -95,16 +112,37 @@ void AbsAnimatedEffect::stepNow()
 
 void AbsAnimatedEffect::delayStep(int ms)
 {
-    const bool isDelayed = m_timer && m_timer->interval() != m_updateInterval;
+    const bool isDelayed = m_timer && m_timer->interval() != m_updateInterval && !m_comesInStep;
     if (m_timer && !isDelayed && ms > m_timer->remainingTime())
         run(std::min(ms, m_timer->remainingTime() + m_updateInterval));
 }
 
 void AbsAnimatedEffect::tick()
 {
+    m_comesInStep = false;
     if (m_timer->interval() != period()) // it was hurried or delayed
         run(period());
+    else if (m_keepsStep && !isResting())
+        comeInStep();
     update(m_frameClock.restart() / 1000.0);
+}
+
+int AbsAnimatedEffect::lateness(int msFromNow) const
+{
+    const qint64 now = QDeadlineTimer::current(Qt::PreciseTimer).deadline();
+    return static_cast<int>((now + msFromNow) % std::max(m_updateInterval, 1));
+}
+
+void AbsAnimatedEffect::comeInStep()
+{
+    // By the timer's plan: that a busy machine comes late now and then is not to be followed.
+    const int next = nextStepMs();
+    const int late = lateness(next);
+    if (late <= kInStepMs)
+        return;
+    const int delay = std::min(m_updateInterval / kDelayShare + 1, m_updateInterval - late);
+    run(late <= kLittleMs ? std::max(next - kHurryMs, 0) : next + delay);
+    m_comesInStep = true;
 }
 
 void AbsAnimatedEffect::onCtlDarkChanged(bool dark)

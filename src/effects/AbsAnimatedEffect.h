@@ -38,6 +38,9 @@ protected:
     int updateInterval() const { return m_updateInterval; }
     /// Milliseconds, from the next step on. Ends a rest.
     void setUpdateInterval(int ms);
+    /// From the next start() on steps fall together with those of all others that keep step at the same
+    /// interval, as well as the line allows: what they share is then done once.
+    void keepStep(bool keep) { m_keepsStep = keep; }
     /// Between steps, with rest and all.
     int period() const { return m_restMs > 0 ? m_restMs : m_updateInterval; }
     /// Until the next step.
@@ -57,10 +60,16 @@ protected:
 private:
     void run(int ms);
     void tick();
+    /// How long after the common step this time is, in ms.
+    int lateness(int msFromNow) const;
+    /// Brings the next step a little nearer to the common one.
+    void comeInStep();
 
     QTimer* m_timer = nullptr;
     int m_updateInterval = 33;
     int m_restMs = 0; ///< the period while it rests, else 0
     bool m_isDark = false;
+    bool m_keepsStep = false;
+    bool m_comesInStep = false; ///< the next step is moved for that alone
     QElapsedTimer m_frameClock;
 };

@@ -23,6 +23,8 @@ constexpr qint64 kScreenshotIntervalMs = 5000;
 constexpr int kFramesPerLogLine = 90;
 /// A change of the source is over sooner, so that it does not make the strip blink.
 constexpr int kDarkAfterMs = 300;
+constexpr int kStepsToMakeUp = 10;
+constexpr int kSmallBacklogUs = 6000;
 
 constexpr const char* kUnusable = QT_TRANSLATE_NOOP("EffectNotice", "屏幕画面或布局的大小不适合此效果。");
 
@@ -191,7 +193,11 @@ void AbsScreenSync::onPictureChanged()
 
 void AbsScreenSync::onCtlLineBusy(int ms)
 {
-    if (m_frameInterval != 0 && !isResting())
+    // What a late step has left on the line the next ones make up for by themselves, and in step.
+    const int backlogUs = 1000 * ms - m_ctlOptions.frameSlotUs;
+    const int slackUs = 1000 * updateInterval() - m_ctlOptions.frameSlotUs;
+    const bool passes = backlogUs <= std::min(kStepsToMakeUp * slackUs, kSmallBacklogUs);
+    if (m_frameInterval != 0 && !isResting() && !passes)
         delayStep(ms);
 }
 

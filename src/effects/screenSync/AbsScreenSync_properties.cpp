@@ -163,6 +163,7 @@ void AbsScreenSync::setFrameInterval(int ms)
 
 void AbsScreenSync::applyFrameInterval()
 {
+    keepStep(m_frameInterval != 0);
     if (m_frameInterval == 0)
         return;
     // Frames that come faster than the line takes them wait, each somewhat longer than the one before.
