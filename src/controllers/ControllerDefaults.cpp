@@ -4,8 +4,12 @@
 #include "support/config/StoredNumber.h"
 
 #include <QDebug>
+#include <QFileInfo>
+#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMutex>
+#include <QMutexLocker>
 
 namespace {
 
@@ -27,13 +31,29 @@ QJsonObject readModel(const QString& path, const QString& model)
     return document.object().value(model).toObject();
 }
 
+/// Null where there is none. Devices of a model share their pictures, which are most of what a device costs
+/// in memory; of each model that was seen they are kept.
+QImage pictureAt(const QString& path)
+{
+    static QMutex mutex;
+    static QHash<QString, QImage> kept;
+    const QMutexLocker lock(&mutex);
+    const QString file = QFileInfo(path).absoluteFilePath();
+    if (kept.contains(file))
+        return kept.value(file);
+    const QImage picture(path);
+    if (!picture.isNull())
+        kept.insert(file, picture);
+    return picture;
+}
+
 QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString& model)
 {
     const QString path = defaults.value(QLatin1String(kind)).toString();
     if (path.isEmpty())
         qWarning().noquote() << "The filename is empty of the" << kind << "of the controller" << model;
-    QImage picture;
-    if (path.isEmpty() || !picture.load(path))
+    const QImage picture = path.isEmpty() ? QImage() : pictureAt(path);
+    if (picture.isNull())
         qWarning().noquote().nospace()
             << "Failed to load " << kind << " of the controller " << model << ", image path:" << path;
     return picture;
@@ -66,8 +86,8 @@ bool ControllerDefaults::apply(ControlOptions& options, const QString& path)
         return isKnown;
     const QString family = options.model.left(kFamilySize);
     if (options.icon.isNull())
-        options.icon.load(QStringLiteral("images/productIcons/%1.jpg").arg(family));
+        options.icon = pictureAt(QStringLiteral("images/productIcons/%1.jpg").arg(family));
     if (options.image.isNull())
-        options.image.load(QStringLiteral("images/products/%1.jpg").arg(family));
+        options.image = pictureAt(QStringLiteral("images/products/%1.jpg").arg(family));
     return isKnown;
 }
