@@ -46,6 +46,22 @@ private slots:
         QVERIFY2(gallery.exitCode() == 0 && faults.endsWith(" 0 faults\n"), faults.constData());
     }
 
+    /// What is new or other is looked at and, where it is meant, kept: gallery --list --language zh
+    /// >tests/ui/pages.txt
+    void everyPageShowsWhatIsKept()
+    {
+        QProcess gallery;
+        gallery.setStandardErrorFile(QProcess::nullDevice());
+        qunsetenv("LUMIVAR_DEFAULTS");
+        gallery.start(GALLERY, {"--list", "--language", "zh"});
+        QVERIFY(gallery.waitForFinished(120000));
+        const QList<QByteArray> shown = gallery.readAllStandardOutput().split('\n');
+        const QList<QByteArray> kept = ProgramUnderTest::readFile(PAGES).split('\n');
+        for (int line = 0; line < qMin(shown.size(), kept.size()); ++line)
+            QCOMPARE(QString::fromUtf8(shown.at(line)), QString::fromUtf8(kept.at(line)));
+        QCOMPARE(shown.size(), kept.size());
+    }
+
     void theCheckFindsWhatIsWrong()
     {
         qApp->setStyleSheet(ProgramUnderTest::readFile(":/styles/default.qss"));

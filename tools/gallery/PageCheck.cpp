@@ -50,6 +50,93 @@ QVector<QWidget*> visibleWidgets(const QWidget& page)
     return widgets;
 }
 
+// --- contents ---
+
+/// Where it stands in the page; those without a name are told apart by their number.
+QString placeOf(const QWidget& widget)
+{
+    QString name = QLatin1String(widget.metaObject()->className());
+    if (!widget.objectName().isEmpty())
+        return name + u'#' + widget.objectName();
+    const QWidget* parent = widget.parentWidget();
+    if (!parent || widget.isWindow())
+        return name;
+    const auto same = parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    int number = 0;
+    for (const QWidget* other : same) {
+        if (other == &widget)
+            break;
+        number += other->isVisible() && other->metaObject() == widget.metaObject() ? 1 : 0;
+    }
+    return placeOf(*parent) + u' ' + name + QString::number(number);
+}
+
+/// Empty for what is nothing, 0 or false.
+QString told(const QVariant& value)
+{
+    const bool isPicture = value.userType() == QMetaType::QPixmap && !value.value<QPixmap>().isNull();
+    if (isPicture || (value.userType() == QMetaType::QIcon && !value.value<QIcon>().isNull()))
+        return QStringLiteral("some");
+    if (value.userType() == QMetaType::QSize)
+        return shown(value.toSize());
+    const QString text = value.toString().simplified();
+    return text == QLatin1String("0") || text == QLatin1String("false") ? QString() : text;
+}
+
+/// Looks and state, as far as somebody has set them.
+QString stateOf(const QWidget& widget)
+{
+    static const char* const kNames[] = {"text",
+                                         "toolTip",
+                                         "accessibleName",
+                                         "accessibleDescription",
+                                         "checked",
+                                         "value",
+                                         "minimum",
+                                         "maximum",
+                                         "singleStep",
+                                         "currentIndex",
+                                         "currentText",
+                                         "count",
+                                         "items",
+                                         "placeholderText",
+                                         "echoMode",
+                                         "wordWrap",
+                                         "toolButtonStyle",
+                                         "iconSize",
+                                         "focusPolicy",
+                                         "windowTitle",
+                                         "pixmap",
+                                         "icon"};
+    QStringList state;
+    const auto tell = [&](const char* name, const QVariant& plain) {
+        const QVariant value = widget.property(name);
+        const QString text = value == plain ? QString() : told(value);
+        if (!text.isEmpty())
+            state += QLatin1String(name) + u'=' + text;
+    };
+    const QWidget plain;
+    for (const char* name : kNames)
+        tell(name, plain.property(name));
+    for (const QByteArray& name : widget.dynamicPropertyNames()) {
+        if (!name.startsWith('_'))
+            tell(name.constData(), {});
+    }
+    if (const QLayout* layout = widget.layout())
+        state += QStringLiteral("spacing=%1").arg(layout->spacing());
+    const QLayout* outer = widget.isWindow() ? nullptr : widget.parentWidget()->layout();
+    if (const auto* grid = qobject_cast<const QGridLayout*>(outer)) {
+        int row = 0, column = 0, rows = 0, columns = 0;
+        grid->getItemPosition(grid->indexOf(const_cast<QWidget*>(&widget)), &row, &column, &rows, &columns);
+        state += QString::asprintf("cell=%d,%d", row, column);
+    }
+    if (!widget.isEnabled())
+        state += QStringLiteral("disabled");
+    if (widget.window()->focusWidget() == &widget)
+        state += QStringLiteral("focus");
+    return state.join(QLatin1String(" | "));
+}
+
 // --- room ---
 
 QSize neededByCombo(const QComboBox& box)
@@ -321,4 +408,21 @@ QStringList PageCheck::unspoken(const QWidget& page)
     if (QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&page)))
         checkSpoken(*spoken, page, faults);
     return faults;
+}
+
+QStringList PageCheck::contents(const QWidget& page, QHash<QString, QString>& seen)
+{
+    QStringList lines;
+    QVector<QWidget*> widgets = visibleWidgets(page);
+    widgets.prepend(const_cast<QWidget*>(&page));
+    for (const QWidget* widget : qAsConst(widgets)) {
+        const QString place = placeOf(*widget);
+        const QString state = stateOf(*widget);
+        if (seen.contains(place) && seen.value(place) == state)
+            continue;
+        seen.insert(place, state);
+        lines += QStringLiteral("  %1: %2").arg(place, state);
+    }
+    lines.prepend(QString::number(widgets.size()) + QLatin1String(" widgets"));
+    return lines;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QStringList>
 
 class QWidget;
@@ -16,5 +17,10 @@ QStringList unreachable(QWidget& page);
 
 /// Controls that tell a screen reader no name, no role or no value.
 QStringList unspoken(const QWidget& page);
+
+/// What the page consists of, a line with name, looks and state for each visible widget, without what depends
+/// on fonts. Of a whole walk only what is new or other than on the page before is told: `seen` keeps it in
+/// between.
+QStringList contents(const QWidget& page, QHash<QString, QString>& seen);
 
 } // namespace PageCheck

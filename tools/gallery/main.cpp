@@ -40,7 +40,7 @@ QSize toSize(const QString& text)
 }
 
 /// A menu, or what a combo box drops down: there the keys are the toolkit's own.
-bool isList(const QWidget& page)
+bool isMenu(const QWidget& page)
 {
     return qobject_cast<const QMenu*>(&page) || page.inherits("QComboBoxPrivateContainer");
 }
@@ -70,7 +70,8 @@ int main(int argc, char** argv)
                        {"scale", "Scale factor of the display", "factor", "1"},
                        {"size", "Size of the window in logical pixels", "size", "1100x720"},
                        {"out", "Folder of the pictures", "folder", "gallery"},
-                       {"check", "Writes no pictures, but what a user would stumble over"}});
+                       {"check", "Writes no pictures, but what a user would stumble over"},
+                       {"list", "Writes no pictures, but what the pages consist of"}});
     parser.addHelpOption();
     parser.process(app);
     const QDir folder(QDir::current().absoluteFilePath(parser.value("out")));
@@ -83,25 +84,31 @@ int main(int argc, char** argv)
     bool isFirstOfDirection = false;
     QString language;
     const bool isCheck = parser.isSet("check");
+    const bool isListed = parser.isSet("list");
+    QHash<QString, QString> seen;
     QSet<int> directions; // of which the way of the keyboard has been checked
-    Gallery gallery(toSize(parser.value("size")), isCheck, [&](QWidget& page, const QString& name) {
-        ++total;
-        const QString path = QStringLiteral("%1/%2").arg(language, name);
-        if (isCheck) {
-            QStringList found = PageCheck::cutOff(page);
-            if (!isList(page))
-                found += PageCheck::unspoken(page);
-            if (!isList(page) && isFirstOfDirection)
-                found += PageCheck::unreachable(page);
-            for (const QString& fault : found) {
-                std::printf("%s: %s\n", qPrintable(path), qPrintable(fault));
-                ++faults;
-            }
-        } else if (!page.grab().save(folder.filePath(path + QLatin1String(".png")))) {
-            std::fprintf(stderr, "gallery: %s could not be written\n", qPrintable(path));
-            ++faults;
-        }
-    });
+    Gallery gallery(toSize(parser.value("size")), isCheck || isListed,
+                    [&](QWidget& page, const QString& name) {
+                        ++total;
+                        const QString path = QStringLiteral("%1/%2").arg(language, name);
+                        if (isListed) {
+                            std::printf("%s: %s\n", qPrintable(name),
+                                        qPrintable(PageCheck::contents(page, seen).join(u'\n')));
+                        } else if (isCheck) {
+                            QStringList found = PageCheck::cutOff(page);
+                            if (!isMenu(page))
+                                found += PageCheck::unspoken(page);
+                            if (!isMenu(page) && isFirstOfDirection)
+                                found += PageCheck::unreachable(page);
+                            for (const QString& fault : found) {
+                                std::printf("%s: %s\n", qPrintable(path), qPrintable(fault));
+                                ++faults;
+                            }
+                        } else if (!page.grab().save(folder.filePath(path + QLatin1String(".png")))) {
+                            std::fprintf(stderr, "gallery: %s could not be written\n", qPrintable(path));
+                            ++faults;
+                        }
+                    });
     const QString wanted = parser.value("language");
     for (const QString& code : wanted == QLatin1String("all") ? catalogues() : QStringList{wanted}) {
         language = code;
@@ -112,6 +119,8 @@ int main(int argc, char** argv)
         directions.insert(QGuiApplication::layoutDirection());
         gallery.showAll();
     }
+    if (isListed)
+        return 0;
     if (isCheck) {
         std::printf("%d pages, %d faults\n", total, faults);
         return faults == 0 ? 0 : 1;
