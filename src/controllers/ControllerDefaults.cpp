@@ -41,7 +41,7 @@ QImage pictureAt(const QString& path)
     const QString file = QFileInfo(path).absoluteFilePath();
     if (kept.contains(file))
         return kept.value(file);
-    const QImage picture(path);
+    QImage picture(path);
     if (!picture.isNull())
         kept.insert(file, picture);
     return picture;
@@ -52,7 +52,7 @@ QImage loadPicture(const QJsonObject& defaults, const char* kind, const QString&
     const QString path = defaults.value(QLatin1String(kind)).toString();
     if (path.isEmpty())
         qWarning().noquote() << "The filename is empty of the" << kind << "of the controller" << model;
-    const QImage picture = path.isEmpty() ? QImage() : pictureAt(path);
+    QImage picture = path.isEmpty() ? QImage() : pictureAt(path);
     if (picture.isNull())
         qWarning().noquote().nospace()
             << "Failed to load " << kind << " of the controller " << model << ", image path:" << path;
