@@ -4,7 +4,8 @@
 #   KIND   of tools/fault-rig/FaultCounts.h; with a plus the call and all that follow fail
 #   MOST   numbers that are tried, spread evenly over the calls
 # JOBS runs at a time (2). What was tried stands in build/PRESET/faults and is not tried again, so an interrupted run
-# goes on where it was; remove the folder after a change. Ends with the table of all results. A find is run again by
+# goes on where it was; remove the folder after a change. Ends with the table of all results; what the program said in
+# a find stands in .reports there. A find is run again by
 #   LUMIVAR_FAULT_LOG=1 build/dev/bin/fault-rig KIND NUMBER
 set -eu
 cd "$(dirname "$0")/.."
@@ -29,17 +30,17 @@ sweep() { # KIND
     seq "$first" "$all" | awk -v all="$((all - first + 1))" -v most="$most" \
         'int(NR * most / all) != int((NR - 1) * most / all) || most >= all' |
         grep -vxF -f <(cut -d ' ' -f 2 "$results/$1") |
-        xargs -r -n 10 -P "${JOBS:-2}" nice "$rig" "$1" >>"$results/$1" 2>/dev/null || true # finds are told below
+        xargs -r -n 10 -P "${JOBS:-2}" nice "$rig" "$1" >>"$results/$1" 2>>"$results/.reports" || true # finds are told below
 }
 
 for kind in ${1:-$(cut -d ' ' -f 1 "$results/.calls")}; do
     sweep "$kind"
 done
-echo "| Kind | Calls | Tried | Failed | Ended with a message | Finds |"
+echo "| Kind | Calls | Tried | Ended with a message | Dark | Finds |"
 echo "|---|---|---|---|---|---|"
 for file in "$results"/*; do
     kind=$(basename "$file")
-    awk -v kind="$kind" -v calls="$(calls "$kind")" '{ failed += $3 > 0; ended += / but (code|signal)/; finds += / FIND / }
-        END { printf "| %s | %d | %d | %d | %d | %d |\n", kind, calls, NR, failed, ended, finds }' "$file"
+    awk -v kind="$kind" -v calls="$(calls "$kind")" '{ ended += / but (code|signal)/; dark += / but dark/; finds += / FIND / }
+        END { printf "| %s | %d | %d | %d | %d | %d |\n", kind, calls, NR, ended, dark, finds }' "$file"
 done
 grep -h " FIND " "$results"/* || true

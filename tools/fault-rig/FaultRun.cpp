@@ -217,7 +217,7 @@ void FaultRun::end()
     if (!m_isHanging)
         return;
     QProcess debugger; // tells where it stands, if there is one
-    debugger.setStandardOutputFile("/tmp/lumivar-fault-stacks", QIODevice::Append);
+    debugger.setStandardOutputFile(m_program.path("stderr"), QIODevice::Append);
     debugger.start("gdb",
                    {"-batch", "-p", QString::number(process.processId()), "-ex", "thread apply all bt"});
     debugger.waitForFinished(kEndMs);

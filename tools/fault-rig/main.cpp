@@ -65,7 +65,7 @@ int main(int argc, char** argv)
         std::printf("%s %ld %ld %s%s\n", qPrintable(name), number, run.failed(fault), qPrintable(outcome),
                     qPrintable(run.ending()));
         std::fprintf(stderr, "%lld ms\n", static_cast<long long>(elapsed.elapsed()));
-        if (qEnvironmentVariableIsSet("LUMIVAR_FAULT_LOG"))
+        if (!finds.isEmpty() || qEnvironmentVariableIsSet("LUMIVAR_FAULT_LOG"))
             std::fputs(qPrintable(run.report()), stderr);
         std::fflush(stdout);
     }
