@@ -7,9 +7,9 @@ from statistics import median
 
 GROWTH_MB, SETTLED_S, SPAN_S = 2, 600, 900
 WIDTH, LEFT, RIGHT, PANEL, GAP = 760, 60, 20, 120, 44
-STYLE = """svg{background:#fff;color:#1c2430;font:12px sans-serif}text{fill:currentColor}.grid{stroke:currentColor;
+STYLE = """svg{color:#1c2430;font:12px sans-serif}rect{fill:#fff}text{fill:currentColor}.grid{stroke:currentColor;
 opacity:.15}path.a,path.b{fill:none;stroke-width:2;stroke:#1769c4}path.b{stroke:#c2410c}text.a{fill:#1769c4}
-text.b{fill:#c2410c}@media(prefers-color-scheme:dark){svg{background:#14181f;color:#e4e9f0}path.a{stroke:#6db1ff}
+text.b{fill:#c2410c}@media(prefers-color-scheme:dark){svg{color:#e4e9f0}rect{fill:#14181f}path.a{stroke:#6db1ff}
 path.b{stroke:#ff9d66}text.a{fill:#6db1ff}text.b{fill:#ff9d66}}"""
 
 
@@ -78,8 +78,11 @@ def verdict(rows, last):
         kinds.setdefault(name, []).append(values[0] / 1000)
     print(f"{len(rows['fault'])} faults; until all was lit again it took at most, in seconds: " +
           ", ".join(f"{name} {max(each):.1f}" for name, each in sorted(kinds.items(), key=lambda kind: -max(kind[1]))) + ".")
+    troubles = {}
     for seconds, name, values in rows["trouble"]:
-        print(f"Trouble at minute {seconds / 60:.1f}: {name} {' '.join(map(str, values))}")
+        troubles.setdefault(" ".join([name, *map("{:.0f}".format, values)]), []).append(seconds / 60)
+    for name, minutes in troubles.items():
+        print(f"Trouble: {name}, {len(minutes)} times, first at minute {minutes[0]:.0f}.")
     for _, name, values in rows["end"]:
         print(f"The program {name}, {values[0]:.0f} strips were lit then.")
     good = (memory <= GROWTH_MB and files <= 0 and threads <= 0 and not rows["trouble"]
@@ -126,11 +129,14 @@ def picture(rows, last, path):
     ]
     height = 30 + len(panels) * (PANEL + GAP)
     with open(path, "w") as file:
-        file.write(f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {height}"><style>{STYLE}</style>\n' +
+        file.write(f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {height}"><style>{STYLE}</style>'
+                   f'<rect width="{WIDTH}" height="{height}"/>\n' +
                    "\n".join(panel(number, *each, last) for number, each in enumerate(panels)) + "\n</svg>\n")
 
 
 rows = read(sys.argv[1])
+if not rows["rest"]:
+    sys.exit("soak-report.py: nothing was measured so far")
 last = max(row[0] for each in rows.values() for row in each)
 table(rows, 900 if last >= 3600 else max(60, last / 6), last)
 if len(sys.argv) > 2:

@@ -457,6 +457,8 @@ private:
             return missing.isEmpty() || !goesOn();
         };
         waitFor(areBack, kPatienceMs);
+        if (!goesOn())
+            return;
         write("fault", name, {double(clock.elapsed())});
         for (const StripSimulator* strip : qAsConst(missing))
             write("trouble", QString("dark after %1: ").arg(name) + strip->options().model, {});
