@@ -137,6 +137,8 @@ private:
                 storedStrip("id.effect.screenSync.fullScreen", device.leds);
         }
         m_program->writeConfig("controllers.json", stored);
+        QFile::link(QCoreApplication::applicationDirPath() + "/effects/graphics",
+                    m_program->configFile("pixel_source")); // for the matrix to play
         m_program->start({"--auto_startup"});
         m_clock.start();
         return true;
