@@ -55,7 +55,7 @@ def table(rows, step, last):
         dark = [values[0] / 1000 for seconds, _, values in rows["fault"] if begin <= seconds < end]
         latencies = " | ".join(percentiles(times(rows, name, begin, end)) for name in ("120", "300", "click"))
         print(f"| {min(end, last) / 60:.0f} | {memory:.1f} | {anonymous:.1f} | {files:.0f} | {threads:.0f} | {log / 1024:.0f} "
-              f"| {100 * cpu / max(calm[-1][0] - before[0], 1):.1f} | {min(lines):.0f} to {max(lines):.0f} | {latencies} "
+              f"| {100 * cpu / max(calm[-1][0] - before[0], 1):.1f} | {min(lines, default=0):.0f} to {max(lines, default=0):.0f} | {latencies} "
               f"| {len(dark)} | {max(dark, default=0):.1f} |")
         before = calm[-1]
 

@@ -300,6 +300,8 @@ private:
     {
         press("Escape");
         press("Escape"); // what a click has opened
+        click(kHome);    // the same page at every rest: each holds pictures of its own
+        pause(500);
         click(kClose);
         m_isWindowOpen = !waitFor([this] { return !isWindowThere(); }, 5000);
         if (m_isWindowOpen)
