@@ -61,7 +61,8 @@ def table(rows, step, last):
 
 
 def verdict(rows, last):
-    settled, span = min(SETTLED_S, last / 4), min(SPAN_S, last / 4)
+    settled = SETTLED_S if last >= 2 * SETTLED_S else last / 4
+    span = min(SPAN_S, (last - settled) / 2)
     quiet = rests(rows)
     early = [values for seconds, values in quiet if settled <= seconds < settled + span]
     late = [values for seconds, values in quiet if seconds >= last - span]
