@@ -281,7 +281,8 @@ void DeviceLife::act(const Step& step)
         m_excused.remove(&strip);
         return strip.unplug(kToldMs[value % 3]);
     case Step::Answer:
-        return strip.answer(SimulatedStrip::Answer(value % 5));
+        return strip.answer(SimulatedStrip::Answer(value % 6),
+                            22 + value / 2); // an end is seen after 30 to 40
     case Step::Noise:
         return strip.say(isEven ? QByteArray("\xff\x01\x02") : QByteArray("pressed"));
     case Step::Press:

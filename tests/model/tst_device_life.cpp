@@ -151,7 +151,7 @@ struct Batch
 QString wrongWith(const Steps& steps, quint64 order)
 {
     Task task;
-    qstrncpy(task.steps, toString(steps).toLatin1().constData(), sizeof task.steps);
+    qstrncpy(task.steps, (' ' + toString(steps)).toLatin1().constData(), sizeof task.steps); // never empty
     task.order = order;
     task.sequences = 1;
     const Batch batch(task);

@@ -4,6 +4,7 @@
 #include "controllers/PortHolder.h"
 #include "controllers/SerialLine.h"
 
+#include <QThread>
 #include <QTimer>
 #include <algorithm>
 #include <vector>
@@ -15,6 +16,7 @@ constexpr qint64 kForgetNs = 200000000; ///< a strip drops a frame that goes no 
 constexpr int kMostLeds = 400;
 constexpr int kLateMs = 7000;
 constexpr int kPauseMs = 50; ///< behind an answer
+constexpr int kBusyMs = 11;  ///< for longer than the program's looks at an answer are apart
 
 std::vector<SimulatedStrip*> s_strips;
 SimulatedPorts* s_ports = nullptr;
@@ -270,6 +272,14 @@ void SimulatedStrip::reply()
     case Garbage:
         return say(QByteArray::fromHex("ff00fe4c56"), 3);
     case Never:
+        return;
+    case Parting:
+        m_answer = Prompt;
+        say(whole, 3);
+        QTimer::singleShot(3 + m_partMs, Qt::PreciseTimer, m_line, [this] {
+            unplug(0);
+            QThread::msleep(kBusyMs);
+        });
         return;
     }
 }

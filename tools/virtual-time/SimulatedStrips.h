@@ -32,7 +32,7 @@ class SimulatedStrip
 {
 public:
     /// How a strip that is asked who it is answers.
-    enum Answer { Prompt, Late, Cut, Garbage, Never };
+    enum Answer { Prompt, Late, Cut, Garbage, Never, Parting };
 
     explicit SimulatedStrip(int number);
 
@@ -46,8 +46,12 @@ public:
     void pressButton() { say(QByteArray(1, '\0')); }
     /// Any bytes at any time.
     void say(const QByteArray& bytes);
-    /// Of the questions to come.
-    void answer(Answer how) { m_answer = how; }
+    /// Of the questions to come. One that parts goes `partMs` after its answer, and the program is busy then.
+    void answer(Answer how, int partMs = 0)
+    {
+        m_answer = how;
+        m_partMs = partMs;
+    }
     /// It has an answer that is whole in the end.
     bool isAnswering() const { return m_answer <= Cut; }
     /// The line takes nothing meanwhile.
@@ -78,6 +82,7 @@ private:
     QObject* m_line = nullptr; ///< on its thread the program's end is told
     LineEnd* m_end = nullptr;
     Answer m_answer = Prompt;
+    int m_partMs = 0;
     bool m_isJammed = false;
     StripParser m_parser;
     QVector<LV_RGB> m_colors;
