@@ -417,15 +417,23 @@ void DeviceLife::actOnPage(const Step& step, const QString& id)
         emit page().workGoupChanged(group);
         return pick(last.isEmpty() ? options.subMode : last);
     }
-    case Step::Colour: {
-        const auto hasColour = [&](const QString& each) {
-            return app().deviceManager().effects().boundEffectId(each) == kSingleColor;
-        };
-        if (!hasColour(id))
-            return;
-        for (const QString& each : all)
-            m_choices[each].red = hasColour(each) ? 50 + value : m_choices[each].red;
-        emit page().sOptWidPropertyChanged("color", QJsonArray{50 + value, 10, 20});
+    case Step::Colour: { // or the speed, which other effects have as well
+        EffectsManager& effects = app().deviceManager().effects();
+        const QString effect = effects.boundEffectId(id);
+        const bool isColour = effect == kSingleColor;
+        QMap<QString, QJsonValue> others;
+        for (const QString& each : present()) {
+            if (!all.contains(each) || effects.boundEffectId(each) != effect)
+                others[each] = effects.effectProperty(each, isColour ? "color" : "speed");
+            else if (isColour)
+                m_choices[each].red = 50 + value;
+        }
+        isColour ? emit page().sOptWidPropertyChanged("color", QJsonArray{50 + value, 10, 20})
+                 : emit page().sOptWidPropertyChanged("speed", 50 + value);
+        for (auto each = others.begin(); each != others.end(); ++each) {
+            if (effects.effectProperty(each.key(), isColour ? "color" : "speed") != each.value())
+                m_wrong = each.key() + " was not meant and has another colour or speed";
+        }
         return;
     }
     case Step::Brightness:
@@ -444,12 +452,13 @@ void DeviceLife::actOnPage(const Step& step, const QString& id)
         return;
     case Step::AllTogether: {
         const QString effect = page().currentWorker(); // none where one stands in that is not offered
+        const ControlOptions before = options;
         emit page().controlModeChanged(value % 2 == 1);
         if (value % 2 == 1)
             return;
         for (const QString& each : present()) {
-            choose(each, "brightness", double(options.brightness));
-            choose(each, "enable", options.enable);
+            choose(each, "brightness", double(before.brightness));
+            choose(each, "enable", before.enable);
             if (!effect.isEmpty())
                 chooseEffect(each, effect);
             m_choices[each].red = effect == kSingleColor ? m_choices[id].red : m_choices[each].red;
