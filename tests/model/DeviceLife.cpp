@@ -339,9 +339,14 @@ void DeviceLife::press(SimulatedStrip& strip)
     const bool wasOn = app().deviceManager().controlOptions(id).enable;
     const int action = appConfig(ConfigKeys::kPhyBtnAction).toInt();
     const bool isForAll = !appConfig(ConfigKeys::kPhyBtnSingleCtrlMode).toBool();
+    QMap<QString, QString> effects;
+    for (const QString& each : before) {
+        if (isForAll || each == id)
+            effects[each] = app().deviceManager().controlOptions(each).subMode;
+    }
     strip.pressButton();
     run(30);
-    for (const QString& each : isForAll ? before : QList<QString>{id}) {
+    for (const QString& each : effects.keys()) {
         const ControlOptions& options = app().deviceManager().controlOptions(each);
         if (!options.isValid()) // it went at the same moment, before or after
             m_choices[each].device.remove("enable");
@@ -349,7 +354,7 @@ void DeviceLife::press(SimulatedStrip& strip)
             choose(each, "enable", !wasOn);
         else if (isHeard || !isCertain) {
             choose(each, "enable", options.enable);
-            if (options.subMode != m_choices[each].device.value("subMode").toString() && action == 1)
+            if (options.subMode != effects[each])
                 chooseEffect(each, options.subMode);
         }
     }
@@ -473,9 +478,13 @@ void DeviceLife::actOnPage(const Step& step, const QString& id)
 QString DeviceLife::wrong()
 {
     for (auto each = m_choices.begin(); each != m_choices.end(); ++each) {
-        const QString found = difference(each.key(), each->device, config()->controllerJsonObj(each.key()));
+        QString found = difference(each.key(), each->device, config()->controllerJsonObj(each.key()));
         if (!found.isEmpty())
             return found;
+    }
+    for (const PortFinding& finding : app().deviceManager().findings()) {
+        if (finding.kind == PortFinding::Kind::Held)
+            return finding.port + " is held by nobody else";
     }
     for (const auto& strip : m_strips) {
         if (strip->isPlugged() && !strip->isOpen() && !isExcused(*strip))
