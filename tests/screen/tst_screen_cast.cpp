@@ -173,6 +173,7 @@ private slots:
         add(true, 0, "needed:None dark:None ended:Withdrawn light:None");
         add(true, 0, "needed:None ended:Withdrawn dark:Withdrawn light:None");
         add(true, 0, "needed:None dark:None light:None ended:Withdrawn light:Withdrawn");
+        add(false, 1, "tokenless needed:None dark:None ended:Withdrawn light:NotAsked");
         // A token that is worth nothing.
         add(true, 1, "forgets needed:Asking consent:None");
         add(true, 1, "forgets needed:Asking no:Refused");
