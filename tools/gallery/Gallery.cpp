@@ -203,6 +203,7 @@ void Gallery::showOptionWidgets()
         }
     }
     classes.removeDuplicates();
+    classes.sort(); // the same ones first every time
     for (const QString& name : qAsConst(classes)) {
         const QMetaObject* meta = QMetaType::metaObjectForType(QMetaType::type(name.toLatin1() + '*'));
         if (!meta)

@@ -79,7 +79,8 @@ QString told(const QVariant& value)
         return QStringLiteral("some");
     if (value.userType() == QMetaType::QSize)
         return shown(value.toSize());
-    const QString text = value.toString().simplified();
+    const QString here = QCoreApplication::applicationDirPath();
+    const QString text = value.toString().simplified().remove(here);
     return text == QLatin1String("0") || text == QLatin1String("false") ? QString() : text;
 }
 
