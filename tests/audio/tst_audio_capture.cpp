@@ -51,7 +51,7 @@ private:
 int recordings(const SoundServer& server)
 {
     QByteArray output;
-    return server.control({"list", "short", "source-outputs"}, &output) ? output.count('\n') : -1;
+    return server.control({"list", "source-outputs"}, &output) ? output.count("n.name = \"Lumivar\"") : -1;
 }
 } // namespace
 
