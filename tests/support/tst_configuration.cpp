@@ -231,6 +231,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(onDisk(effectFile()).contains(kDevice), 20000);
         QTRY_VERIFY(!m_config->isSavingTroubled());
         QCOMPARE(trouble, (QList<QVariantList>{{true}, {false}})); // told once, and when it was over
+        const QByteArray replaced = bytesOf(path("app.json"));
+        m_config->setAppConfig("language", "ja");
+        m_config->EnableCleanStartup();
+        QCOMPARE(bytesOf(path("app.json.bak")), replaced);
 
         ConfigurationManager never(path("app.json/config"), path()); // a folder that cannot be had
         never.setAppConfig("language", "de");
