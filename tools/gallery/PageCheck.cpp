@@ -61,12 +61,11 @@ QString placeOf(const QWidget& widget)
     const QWidget* parent = widget.parentWidget();
     if (!parent || widget.isWindow())
         return name;
-    const auto same = parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     int number = 0;
+    const auto same = parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QWidget* other : same) {
-        if (other == &widget)
-            break;
-        number += other->isVisible() && other->metaObject() == widget.metaObject() ? 1 : 0;
+        const bool isBefore = std::make_pair(other->y(), other->x()) < std::make_pair(widget.y(), widget.x());
+        number += isBefore && other->isVisible() && other->metaObject() == widget.metaObject() ? 1 : 0;
     }
     return placeOf(*parent) + u' ' + name + QString::number(number);
 }
@@ -424,6 +423,7 @@ QStringList PageCheck::contents(const QWidget& page, QHash<QString, QString>& se
         seen.insert(place, state);
         lines += QStringLiteral("  %1: %2").arg(place, state);
     }
+    lines.sort(); // in whatever order they were made
     lines.prepend(QString::number(widgets.size()) + QLatin1String(" widgets"));
     return lines;
 }
