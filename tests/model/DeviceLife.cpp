@@ -334,7 +334,8 @@ void DeviceLife::press(SimulatedStrip& strip)
 {
     const QString id = strip.id();
     const QList<QString> before = present();
-    const bool isHeard = strip.isOpen() && before.contains(id) && m_choices[id].seenForMs >= kSettledMs;
+    const bool isHeard =
+        strip.isOpen() && !strip.isTalking() && before.contains(id) && m_choices[id].seenForMs >= kSettledMs;
     const bool isCertain = isHeard || !strip.isOpen();
     const bool wasOn = app().deviceManager().controlOptions(id).enable;
     const int action = appConfig(ConfigKeys::kPhyBtnAction).toInt();

@@ -164,9 +164,14 @@ void SimulatedStrip::unplug(int tellAfterMs)
     m_colors.clear();
 }
 
+bool SimulatedStrip::isTalking() const
+{
+    return VirtualTime::nowNs() <= m_answeredNs;
+}
+
 void SimulatedStrip::say(const QByteArray& bytes)
 {
-    if (VirtualTime::nowNs() > m_answeredNs) // it does one thing at a time
+    if (!isTalking())
         say(bytes, 0);
 }
 

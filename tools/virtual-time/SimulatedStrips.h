@@ -58,6 +58,8 @@ public:
     void jam(bool jammed);
 
     bool isOpen() const { return m_end != nullptr; }
+    /// It gives an answer, and says nothing else meanwhile.
+    bool isTalking() const;
     /// What it shows now.
     const QVector<LV_RGB>& colors();
     bool isBlack();
