@@ -118,6 +118,7 @@ private slots:
             return hexOf(four.reshape(1, 4).col(0));
         };
         QCOMPARE(lying(kLies6), "03010402");
+        QCOMPARE(lying(Bytes(kLies6).replace('\6', '\5')), "01030204");
         QCOMPARE(lying(kLies3), "04030201");
     }
 
