@@ -293,7 +293,9 @@ void DeviceManager::setControllerEffect(const QString& id, const QString& effect
         qWarning() << "Cannot bind controller: " << id << " to effect: " << effectId;
         return;
     }
-    if (enable) { // the user's pick
+    if (enable) { // the user's pick, perhaps of what only stood in and is bound already
+        ConfigurationManager::instance()->setGlobalValue(
+            ConfigKeys::lastBindingKey(id, EffectWorkerOptions::groupOf(effectId)), effectId);
         target->setEnable(true);
         answerNotice(id, false);
     }

@@ -55,7 +55,7 @@ void AbsAnimatedEffect::start()
     endRest();
     if (m_keepsStep) { // and what it asks for on the way here has some time to come
         const int least = m_updateInterval / 2;
-        run(least + m_updateInterval - lateness(least));
+        run(least + (m_updateInterval - lateness(least)) % m_updateInterval);
         m_comesInStep = true;
     }
     qDebug() << "[AbsAnimatedEffect]: The effect timer has been started, id:" << m_timer->timerId();

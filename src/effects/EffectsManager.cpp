@@ -67,17 +67,16 @@ QSharedPointer<IEffectWorker> EffectsManager::bindController(QSharedPointer<AbsR
         return {};
     }
     const QString id = controller->options().id;
-    QSharedPointer<IEffectWorker> worker = boundWorker(id);
-    if (!worker || boundEffectId(id) != effectId) {
-        if (worker)
-            unbindController(id);
-        worker = m_registry.createWorker(effectId);
-        if (!worker)
-            return {};
-        injectServices(worker.data());
-        m_bindings.bind(controller, worker, m_registry.effectOptions(effectId));
+    if (boundWorker(id)) {
+        if (boundEffectId(id) == effectId)
+            return boundWorker(id);
+        unbindController(id);
     }
-    // Also of one that is bound already: what only stood in is the user's when he picks it.
+    QSharedPointer<IEffectWorker> worker = m_registry.createWorker(effectId);
+    if (!worker)
+        return {};
+    injectServices(worker.data());
+    m_bindings.bind(controller, worker, m_registry.effectOptions(effectId));
     ConfigurationManager::instance()->setGlobalValue(
         ConfigKeys::lastBindingKey(id, EffectWorkerOptions::groupOf(effectId)), effectId);
     return worker;

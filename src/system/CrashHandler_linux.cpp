@@ -148,7 +148,9 @@ void handleCrash(int signal, siginfo_t* info, void* context)
     setDefaultAction(SIGALRM);
     alarm(kMaxHandlerSeconds);
 
-    logLine("WARN ", crashReason());
+    logLine("WARN ", "Appeared An unknown exception occurred.");
+    if (*crashReason())
+        logLine("WARN ", crashReason());
     CrashBlackOut::run();
     writeDump({signal, info, static_cast<const ucontext_t*>(context)});
     startReporter();
@@ -226,7 +228,11 @@ void installCrashHandler(const QString& logFilePath)
     action.sa_sigaction = handleCrash;
     // A crash while dumping has to come through to be recovered from.
     action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
-    for (const int signal : kCrashSignals)
-        sigaction(signal, &action, nullptr);
+    for (const int signal : kCrashSignals) {
+        struct sigaction before = {};
+        sigaction(signal, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) // as a shell starts programs behind it
+            sigaction(signal, &action, nullptr);
+    }
     qDebug() << "[CrashHandler]: dumps go to" << s_preparation->dumpFolder.c_str();
 }

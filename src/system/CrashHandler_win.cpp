@@ -132,7 +132,9 @@ DWORD WINAPI handleCrash(void*)
 {
     WaitForSingleObject(s_preparation->crashed, INFINITE);
     CrashBlackOut::run(); // while all else may wait for a lock that the crashed thread holds
-    logLine("WARN ", crashReason());
+    logLine("WARN ", "Appeared An unknown exception occurred.");
+    if (*crashReason())
+        logLine("WARN ", crashReason());
     writeDump();
     startReporter();
     CrashBlackOut::run(); // once more: other threads may have sent pictures meanwhile

@@ -18,13 +18,14 @@ constexpr int kPatienceMs = 3000;
 
 void (*s_lastAct)() = nullptr;
 QtMessageHandler s_handlersBefore[2] = {}; ///< who takes messages over gives them back in the end
-char s_crashReason[256] = "Appeared An unknown exception occurred.";
+char s_crashReason[256] = "";              ///< none
 
 [[noreturn]] void endWithoutThreads()
 {
     QCoreApplication* app = QCoreApplication::instance();
     if (!app || app->thread() == QThread::currentThread()) {
         s_lastAct();
+        CrashBlackOut::run(); // of a start that was not through, an end that had begun
     } else {
         const auto done = std::make_shared<QSemaphore>();
         const auto act = [done] {
@@ -62,7 +63,8 @@ void hearOfThreads(QtMsgType type, const QMessageLogContext& context, const QStr
         std::snprintf(s_crashReason, sizeof s_crashReason, "Out of memory: the program ends.");
     } catch (const std::exception& error) {
         std::snprintf(s_crashReason, sizeof s_crashReason, "An exception occurred: %.200s", error.what());
-    } catch (...) { // unknown, as is said already
+    } catch (...) {
+        std::snprintf(s_crashReason, sizeof s_crashReason, "An exception of an unknown kind occurred.");
     }
     std::fprintf(stderr, "%s\n", s_crashReason); // also before there is a crash handler
     std::abort();

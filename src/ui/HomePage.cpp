@@ -42,12 +42,15 @@ void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
 {
     QMap<QString, DeviceModel> before;
     before.swap(m_devices);
+    QString edited; // an editor goes with its button, and leaves the focus to the next one
     for (auto it = ctls.begin(); it != ctls.end(); ++it) {
-        it->button = before.take(it.key()).button;
-        if (it->button) {
+        const QToolButton* known = before.value(it.key()).button.data();
+        if (known && nameEditOf(known)->isHidden()) {
+            it->button = before.take(it.key()).button;
             it->button->setIcon(it->icon);
             qobject_cast<DeviceButton*>(it->button.data())->setName(it->name);
         } else {
+            edited = known && nameEditOf(known)->hasFocus() ? it.key() : edited;
             it->button.reset(makeDeviceButton(it.key(), *it));
             it->button->show();
         }
@@ -61,6 +64,8 @@ void HomePage::setControllerList(QMap<QString, DeviceModel> ctls)
     ui->findingList->setVisible(ctls.isEmpty());
     ui->controllerButtonScrollArea->setVisible(!ctls.isEmpty());
     retranslateDeviceButtons();
+    if (!edited.isEmpty())
+        m_devices[edited].button->setFocus(Qt::OtherFocusReason);
 }
 
 void HomePage::placeDeviceButtons()
@@ -78,7 +83,8 @@ void HomePage::placeDeviceButtons()
         if (before) // they came in another order
             setTabOrder(before, model.button.data());
         before = configButtonOf(model.button.data());
-        setTabOrder(model.button.data(), before);
+        setTabOrder(model.button.data(), nameEditOf(model.button.data()));
+        setTabOrder(nameEditOf(model.button.data()), before);
     }
     grid->addItem(new QSpacerItem(20, 40, QSizePolicy::Minimum, QSizePolicy::Expanding), 100, 0);
     grid->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 7);

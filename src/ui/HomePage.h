@@ -28,8 +28,7 @@ public:
     ~HomePage() override;
 
 public slots:
-    /// Who stays keeps its button, and a name that is just being edited; with a device that goes it is given
-    /// up.
+    /// Replaces the whole grid; a name that is just being edited is given up. Who stays keeps its button.
     void setControllerList(QMap<QString, DeviceModel> ctls);
     /// Shows a picture with the address that a click on it opens. Nothing happens while the box is hidden.
     void setADBox1(QString imgFilename, QString clickUrl);

@@ -6,6 +6,7 @@
 #include "support/capture/IDeskDuplManager.h"
 #include "support/config/ConfigKeys.h"
 #include "support/config/ConfigurationManager.h"
+#include "support/plugins/GuardedCall.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -354,7 +355,9 @@ cv::Mat AbsScreenSync::wipeDarkSide(cv::Mat frame)
         reportOnce(QStringLiteral("wipeDarkSide"),
                    QStringLiteral("*** QImageOpencvProess::wipeDarkSide Exception"));
     }
-    return frame;
+    cv::Mat result = frame; // as far as it comes
+    guardedCall("wipeDarkSide", [&] { FrameFilters::wipeDarkSide(frame, result); });
+    return result;
 }
 
 void AbsScreenSync::onCtlDirChanged(uint32_t dir)

@@ -85,9 +85,15 @@ PulseBackend::PulseBackend(pa_threaded_mainloop* loop)
     pa_mainloop_api_once(
         pa_threaded_mainloop_get_api(m_loop), [](pa_mainloop_api*, void*) { prepareThread(); }, nullptr);
     connectToServer();
-    if (pa_threaded_mainloop_start(m_loop) == 0)
+    startLoop();
+    if (m_isRunning)
         m_firstLook.tryAcquire(1, kFirstLookMs);
-    else
+}
+
+void PulseBackend::startLoop()
+{
+    m_isRunning = pa_threaded_mainloop_start(m_loop) == 0;
+    if (!m_isRunning)
         qWarning() << "[AudioCapManager]: The system has no thread to spare for the sound";
 }
 
@@ -116,6 +122,8 @@ bool PulseBackend::isServerThere() const
 
 void PulseBackend::attach(const QSharedPointer<AudioCapturer>& capturer)
 {
+    if (!m_isRunning) // there may be a thread for it by now
+        startLoop();
     const Lock lock(*this);
     auto& recorder = m_recorders[capturer.data()];
     recorder = std::make_unique<PulseRecorder>(capturer, [this] { emit failed(); });

@@ -53,6 +53,7 @@ private:
     explicit PulseBackend(pa_threaded_mainloop* loop);
 
     // On this object's thread.
+    void startLoop();
     void onFailed();
     void onRetry();
 
@@ -74,6 +75,7 @@ private:
     QTimer m_retry;
     QSemaphore m_firstLook;
     pa_threaded_mainloop* const m_loop;
+    bool m_isRunning = false; ///< the loop has its thread
     // Under the lock.
     pa_context* m_context = nullptr;
     RetryPause m_pause; ///< begins anew when the sources change

@@ -7,6 +7,7 @@
 
 #include <QDebug>
 #include <algorithm>
+#include <system_error>
 
 namespace {
 constexpr int kFirstLookMs = 1000;
@@ -28,8 +29,13 @@ bool isFor(const AudioCapturer& capturer, const AudioSource& source)
 WasapiBackend::WasapiBackend(QObject* parent)
     : AudioBackend(parent)
     , m_wakeEvent(CreateEventW(nullptr, FALSE, FALSE, nullptr))
-    , m_thread([this] { run(); })
 {
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error& error) {
+        qWarning() << "[AudioCapManager]: The system has no thread to spare for the sound:" << error.what();
+        return;
+    }
     m_firstLook.tryAcquire(1, kFirstLookMs);
 }
 
@@ -37,7 +43,8 @@ WasapiBackend::~WasapiBackend()
 {
     m_stop = true;
     wake();
-    m_thread.join();
+    if (m_thread.joinable())
+        m_thread.join();
     CloseHandle(m_wakeEvent);
 }
 

@@ -4,9 +4,9 @@
 #include "support/capture/DeskCapture.h"
 #include "support/capture/ScreenGrabber.h"
 #include "support/crash/CrashStack.h"
-#include "support/plugins/GuardedCall.h"
 
 #include <QDebug>
+#include <exception>
 #include <utility>
 
 namespace {
@@ -76,6 +76,8 @@ void CaptureThread::request(SourceRequest request)
 {
     m_grabber->request(request);
     m_isWanted = true;
+    if (m_ended) // there may be a thread for it by now
+        begin();
     m_grabber->wake();
 }
 
@@ -203,8 +205,13 @@ void CaptureThread::grab(DeskCapture& capture, qint64 dueUs)
     cv::Mat frame;
     const CaptureSources all = sources();
     if (const CaptureSource* source = findSource(all, capture.id())) {
-        guardedCall("a grab of the screen", // which may lack memory, and later have it
-                    [&] { m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame); });
+        try {
+            m_grabber->grab(*source, capture.outputSize(), capture.needsNewFrame(), frame);
+            m_grabFails = false;
+        } catch (const std::exception& error) { // no memory perhaps, and later there is some
+            if (!std::exchange(m_grabFails, true))
+                qWarning() << "[DeskDuplManager]: The screen cannot be grabbed:" << error.what();
+        }
     }
     capture.finishGrab(frame, dueUs);
 }

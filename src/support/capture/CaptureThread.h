@@ -58,6 +58,7 @@ private:
     const std::shared_ptr<ScreenGrabber> m_grabber;
     std::atomic<bool> m_stop{false};
     std::atomic<bool> m_isWanted{false}; ///< sources were requested since the last look
+    bool m_grabFails = false;            ///< and it was said; this thread's own
     std::atomic<bool> m_ended{false}; ///< orders the thread's last writes where nobody sees inside QThread;
                                       ///< also true where it could not begin
     QSemaphore m_firstLook;

@@ -34,12 +34,6 @@ public:
         Q_UNUSED(periodMs)
         return grabFrame();
     }
-    /// The same, but all who pull the same frame this way get the same pixels: nobody writes into them, and
-    /// what was made of them is true for as long as somebody holds them.
-    virtual cv::Mat sharedFrame(const void* puller, int nextMs, int periodMs)
-    {
-        return pullFrame(puller, nextMs, periodMs);
-    }
     /// The puller rests until changed() tells of a newer frame than number `seen`, of another source size or
     /// of the source's loss: where the system does not tell, the screen is looked at every `paceMs`. To be
     /// repeated every second. False: nothing would be told, so go on pulling.
@@ -49,6 +43,12 @@ public:
         Q_UNUSED(seen)
         Q_UNUSED(paceMs)
         return false;
+    }
+    /// pullFrame(), but all who pull the same frame this way get the same pixels: nobody writes into them,
+    /// and what was made of them is true for as long as somebody holds them.
+    virtual cv::Mat sharedFrame(const void* puller, int nextMs, int periodMs)
+    {
+        return pullFrame(puller, nextMs, periodMs);
     }
 
 signals:

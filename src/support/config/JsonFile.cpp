@@ -11,6 +11,7 @@
 #include <QSaveFile>
 #include <QThread>
 #include <filesystem>
+#include <system_error>
 #include <type_traits>
 
 namespace {
@@ -74,17 +75,19 @@ QJsonObject JsonFile::load()
         m_saved = toBytes(object);
         return object;
     }
-    m_isUnknown = content == Content::Unknown;
-    // m_saved stays empty: the next write puts the file back.
-    if (read(backupPath(m_path), &object) == Content::Object)
+    // m_saved stays empty: the next write puts the file back, and the one after it would replace the backup.
+    const Content backup = read(backupPath(m_path), &object);
+    m_isUnknown = content == Content::Unknown || backup == Content::Unknown;
+    if (backup == Content::Object)
         qWarning().noquote() << "[ConfigurationManager]: the last good copy of" << m_path << "is used";
     return object;
 }
 
 JsonFile::Content JsonFile::read(const QString& path, QJsonObject* object) const
 {
-    if (!QFileInfo::exists(path))
-        return Content::None;
+    std::error_code trouble;
+    if (std::filesystem::status(nativePath(path), trouble).type() == std::filesystem::file_type::not_found)
+        return Content::None; // any other trouble on the way to it says nothing of the file
     QString reason;
     bool isUnknown = false;
     std::optional<QByteArray> bytes = readDataFile(path, &reason, &isUnknown);
