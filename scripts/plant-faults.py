@@ -177,7 +177,7 @@ def end_all_of(home):
             if home.encode() in process.read_bytes(): os.kill(int(process.parent.name), signal.SIGKILL)
 
 def run(tree, name, test, extra, limit):
-    """Exit code and output; every run has a home of its own, at a short path for the sake of sockets."""
+    """Exit code and output. A home at a short path, for sockets; no session of its own: its first pty would hang it up."""
     args, environment, folder = test
     code, home, usual = "too long", tempfile.mkdtemp(dir=HOMES.name), f"{tree}/build/dev/tests/home/{name}"
     for sub in ("run", "tmp"): os.mkdir(f"{home}/{sub}", 0o700)
@@ -185,7 +185,7 @@ def run(tree, name, test, extra, limit):
     with tempfile.TemporaryFile() as output:
         with contextlib.suppress(subprocess.TimeoutExpired):
             code = subprocess.run(args, cwd=folder, env={**os.environ, "HOME": home, **own, **extra}, timeout=limit,
-                                  stdout=output, stderr=output, stdin=subprocess.DEVNULL, start_new_session=True).returncode
+                                  stdout=output, stderr=output, stdin=subprocess.DEVNULL, preexec_fn=os.setpgrp).returncode
         end_all_of(home)
         shutil.rmtree(home, ignore_errors=True)
         output.seek(0)
