@@ -47,7 +47,6 @@ TEST_ROOMS = {"controllers": "devices", "widgets": "ui", "system": "core", "main
               "net": "online", "config": "support", "other support": "support"}
 HOMES = tempfile.TemporaryDirectory(prefix="planted-", ignore_cleanup_errors=True)
 saving, stop = threading.Lock(), threading.Event()
-
 def command(*args, **options):
     return subprocess.run(args, capture_output=True, text=True, errors="replace", **options)
 
@@ -180,7 +179,8 @@ def run(tree, name, test, extra, limit):
     """Exit code and output. A home at a short path, for sockets; no session of its own: its first pty would hang it up."""
     args, environment, folder = test
     code, home, usual = "too long", tempfile.mkdtemp(dir=HOMES.name), f"{tree}/build/dev/tests/home/{name}"
-    for sub in ("run", "tmp"): os.mkdir(f"{home}/{sub}", 0o700)
+    for path in (HOMES.name, home): os.chmod(path, 0o755)  # some tests act as another user
+    for sub, mode in ("run", 0o700), ("tmp", 0o755): os.mkdir(f"{home}/{sub}", mode)
     own = {key: value.replace(usual, home) for key, value in environment.items()}
     with tempfile.TemporaryFile() as output:
         with contextlib.suppress(subprocess.TimeoutExpired):
